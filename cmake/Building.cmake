@@ -1,0 +1,27 @@
+# Compiler flags, the linker and the compiler cache: what every target shares.
+
+add_library(nordkeep_flags INTERFACE)
+target_compile_options(nordkeep_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_include_directories(nordkeep_flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_definitions(nordkeep_flags INTERFACE NORDKEEP_VERSION="${PROJECT_VERSION}")
+
+if(NORDKEEP_WERROR)
+  target_compile_options(nordkeep_flags INTERFACE -Werror)
+endif()
+if(NORDKEEP_SANITIZE)
+  target_compile_options(nordkeep_flags INTERFACE -fsanitize=${NORDKEEP_SANITIZE} -fno-omit-frame-pointer)
+  target_link_options(nordkeep_flags INTERFACE -fsanitize=${NORDKEEP_SANITIZE})
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env
+      CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      ${CCACHE_PROGRAM})
+endif()
+
+find_program(MOLD_PROGRAM mold)
+if(MOLD_PROGRAM)
+  target_link_options(nordkeep_flags INTERFACE -fuse-ld=mold)
+endif()

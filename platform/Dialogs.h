@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Text.h"
+
+#include <optional>
+#include <vector>
+
+namespace nordkeep {
+
+/// One language file that can be chosen.
+struct LanguageChoice {
+    int number = 0;  // the extension of NK_Lang.NNN
+    Text name{};     // the file's own name of the language, text 0
+};
+
+/// Messages and questions to the person at the screen. A copy without a screen answers at once.
+class Dialogs {
+ public:
+    virtual ~Dialogs() = default;
+    virtual void ShowMessage(const Text& text) = 0;
+    /// True for yes.
+    virtual bool AskYesNo(const Text& question) = 0;
+    /// The number of the chosen language; none when nothing was chosen.
+    virtual std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Files.h"
+
+#include <string>
+#include <vector>
+
+namespace nordkeep {
+
+/// Writes files so that they survive a power cut, with one synchronisation for many files.
+///
+/// Write puts the bytes into the system's hands and keeps the file open; Synchronise then waits until all of
+/// them, and the folders of the new ones, are on the medium. Until Synchronise has returned nothing is promised.
+class DurableWrites {
+ public:
+    DurableWrites() = default;
+    ~DurableWrites();
+    DurableWrites(const DurableWrites&) = delete;
+    DurableWrites& operator=(const DurableWrites&) = delete;
+
+    enum class Opening { CreateNew, Existing };
+
+    /// Writes `bytes` from the start of the file, which is never shortened. CreateNew fails when the file
+    /// exists; Existing makes a missing file too. False, with LastError, when it could not be written.
+    bool Write(const NativePath& path, TextView bytes, Opening opening);
+    /// Waits for everything written since the last call. False, with LastError, when any of it may be lost.
+    bool Synchronise();
+    bool IsEmpty() const { return open_.empty(); }
+    /// The system's description of the last failure.
+    const Text& LastError() const { return lastError_; }
+
+ private:
+    struct OpenFile {
+        int descriptor = -1;
+        NativePath path{};
+        bool isNew = false;
+    };
+
+    bool Fail(const char* operation, const NativePath& path);
+    bool SynchroniseFolders();
+
+    std::vector<OpenFile> open_{};
+    Text lastError_{};
+};
+
+}  // namespace nordkeep

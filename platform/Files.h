@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/OleDate.h"
+#include "platform/Text.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nordkeep {
+
+/// A path of the real file system, in UTF-8, as FileTree::Resolve gives it.
+using NativePath = std::string;
+
+/// Tells one state of a file from another; all zero for a file that is not there.
+struct FileStamp {
+    std::uint64_t inode = 0;
+    std::int64_t size = 0;
+    std::int64_t modifiedNs = 0;  // since 1970, UTC
+    bool Exists() const { return inode != 0; }
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+/// Stamp of a regular file; not there for anything else.
+FileStamp StampOf(const NativePath& path);
+/// Local modification time; never (0) for a file that is not there.
+OleDate FileTime(const NativePath& path);
+bool FolderExists(const NativePath& path);
+
+/// All bytes of a regular file; none when it cannot be read. Never blocks on a pipe or device.
+std::optional<Text> ReadFile(const NativePath& path);
+/// Makes or empties the file and writes the bytes. False when anything failed.
+bool WriteFile(const NativePath& path, TextView bytes);
+/// Writes a temporary file beside it and renames it over the file, so that a reader and a crash see either
+/// the old or the new content; the mode of an existing file stays. False when anything failed.
+bool ReplaceFile(const NativePath& path, TextView bytes);
+/// Appends with one write, making the file when missing. An existing read-only mark is cleared for the write
+/// and set again behind it.
+bool AppendToFile(const NativePath& path, TextView bytes);
+
+bool RemoveFile(const NativePath& path);
+/// Fails when the target exists.
+bool RenameFile(const NativePath& from, const NativePath& to);
+bool CopyFile(const NativePath& from, const NativePath& to);
+/// Makes one folder level; true also when it is there already.
+bool MakeFolder(const NativePath& path);
+bool RemoveFolder(const NativePath& path);
+/// Names of the plain files in a folder, in Windows-1252, sorted by their upper-cased form.
+/// A name that has no form in Windows-1252 is left out.
+std::vector<Text> ListFiles(const NativePath& folder);
+/// As ListFiles for the names of all entries, whatever they are.
+std::vector<Text> ListEntries(const NativePath& folder);
+/// Real path with all links resolved; none when it does not exist.
+std::optional<NativePath> CanonicalPath(const NativePath& path);
+
+/// A file held open for appending, such as the traffic file.
+class AppendingFile {
+ public:
+    AppendingFile() = default;
+    ~AppendingFile() { Close(); }
+    AppendingFile(const AppendingFile&) = delete;
+    AppendingFile& operator=(const AppendingFile&) = delete;
+
+    /// Closes what was open before. Makes a missing file; false when it cannot be opened.
+    bool Open(const NativePath& path);
+    bool Write(TextView bytes);
+    void Close();
+    bool IsOpen() const { return descriptor_ >= 0; }
+
+ private:
+    int descriptor_ = -1;
+};
+
+/// True when `name` fits `mask`; "?" is one character, "*" any run, the rest without regard to case.
+bool MatchesMask(TextView name, TextView mask);
+
+}  // namespace nordkeep

@@ -1,0 +1,50 @@
+#include "runtime/Language.h"
+
+#include "runtime/Fields.h"
+
+#include <algorithm>
+
+namespace nordkeep {
+
+bool Language::Load(const FileTree& programFolder, TextView number) {
+    texts_.clear();
+    if (number.empty() || !IsSafeComponent(number)) return false;
+    const auto content = ReadFile(programFolder.Resolve("NK_Lang." + Text(number)));
+    if (!content) return false;
+    LoadFrom(*content);
+    return true;
+}
+
+void Language::LoadFrom(TextView content) {
+    texts_.clear();
+    for (const TextView line : Lines(content)) {
+        const std::size_t equals = line.find('=');
+        // A remark with "=" in it must not become text 0.
+        const bool hasDigit = line.substr(0, equals).find_first_of("0123456789") != TextView::npos;
+        if (equals == TextView::npos || !hasDigit) continue;
+        texts_.try_emplace(LeadingInt32(line.substr(0, equals)), GetField(line, 1, "="));
+    }
+}
+
+Text Language::GetLanguageText(int number) const {
+    const auto found = texts_.find(number);
+    if (found != texts_.end()) return found->second;
+    return "Invalid Text (" + std::to_string(number) + ")";
+}
+
+std::vector<LanguageChoice> ListLanguages(const FileTree& programFolder) {
+    std::vector<LanguageChoice> choices;
+    for (const Text& name : ListFiles(programFolder.Root())) {
+        const TextView extension = TextView(name).substr(name.rfind('.') + 1);
+        if (!MatchesMask(name, "NK_Lang.???") || !IsNumeric(extension)) continue;
+        Language language;
+        language.LoadFrom(ReadFile(programFolder.Resolve(name)).value_or(Text()));
+        choices.push_back({LeadingInt32(extension), language.GetLanguageText(0)});
+    }
+    std::ranges::sort(choices, {}, &LanguageChoice::number);
+    return choices;
+}
+
+Text LanguageNumber(int number) { return Digits(number, 3); }
+
+}  // namespace nordkeep

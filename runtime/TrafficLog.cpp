@@ -1,0 +1,97 @@
+#include "runtime/TrafficLog.h"
+
+#include "runtime/Dates.h"
+
+#include <array>
+#include <utility>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kIdleLimitMs = 10000;
+
+constexpr std::array<std::pair<char, TextView>, 12> kControlNames = {{{1, "SOH"},
+                                                                      {2, "STX"},
+                                                                      {3, "ETX"},
+                                                                      {4, "EOT"},
+                                                                      {5, "ENQ"},
+                                                                      {6, "ACK"},
+                                                                      {7, "BEL"},
+                                                                      {13, "CR"},
+                                                                      {21, "NAK"},
+                                                                      {27, "ESC"},
+                                                                      {30, "RS"},
+                                                                      {31, "US"}}};
+
+Text ControlName(char c) {
+    for (const auto& [code, name] : kControlNames) {
+        if (code == c) return Text(name);
+    }
+    return std::to_string(static_cast<int>(c));
+}
+
+void AppendReadable(Text& out, char c) {
+    if (static_cast<unsigned char>(c) >= 32) {
+        out += c;
+    } else {
+        out.append("<").append(ControlName(c)).append(">");
+    }
+}
+
+void AppendHex(Text& out, char c) {
+    constexpr TextView kHex = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    out += kHex[byte >> 4];
+    out += kHex[byte & 15];
+    out += ' ';
+}
+
+}  // namespace
+
+Text ReadableBytes(TextView bytes, bool isHex) {
+    Text readable;
+    readable.reserve(bytes.size() * 3);
+    for (const char c : bytes) {
+        if (isHex) {
+            AppendHex(readable, c);
+        } else {
+            AppendReadable(readable, c);
+        }
+    }
+    return readable;
+}
+
+void TrafficLog::Configure(const TrafficLogSettings& settings, Role role) {
+    settings_ = settings;
+    folder_ = PlaceOfLog(LogKind::Information, role == Role::Client).folder;
+}
+
+void TrafficLog::OpenFor(const Text& day) {
+    openDay_ = day;
+    file_.Open(dataFolder_.Resolve(folder_ + day + ".DBG"));
+}
+
+void TrafficLog::WriteTrafficLog(TextView bytes, TrafficDirection direction, TextView port) {
+    if (!settings_.isOn || bytes.empty()) return;
+    const OleDate now = clock_.Now();
+    const Text day = FormatDate(now, "YYYY-MM-DD");
+    if (!file_.IsOpen() || day != openDay_) OpenFor(day);
+    Text line = FormatDate(now, "HH:NN:SS") + " " + Text(port);
+    line += direction == TrafficDirection::Sent ? " -> " : " <- ";
+    line.append(ReadableBytes(bytes, settings_.isHex)).append("\r\n");
+    file_.Write(line);
+    idleMs_ = 0;
+}
+
+void TrafficLog::AddIdleTime(int ms) {
+    if (!file_.IsOpen()) return;
+    idleMs_ += ms;
+    if (idleMs_ > kIdleLimitMs) Close();
+}
+
+void TrafficLog::Close() {
+    file_.Close();
+    idleMs_ = 0;
+}
+
+}  // namespace nordkeep

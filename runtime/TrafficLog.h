@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/FileTree.h"
+#include "runtime/Role.h"
+#include "runtime/SysLog.h"
+
+namespace nordkeep {
+
+enum class TrafficDirection : int { Received = 1, Sent = 2 };
+
+/// How received and sent bytes are written to the traffic file.
+struct TrafficLogSettings {
+    bool isOn = false;     // ContinousDebugToFile
+    bool isHex = false;    // ContinousDebugFormatAsHex
+};
+
+/// The bytes of a telegram as a person reads them: control characters as "<STX>", or two hexadecimal digits
+/// and a blank for each byte.
+Text ReadableBytes(TextView bytes, bool isHex);
+
+/// The raw bytes of all ports in one file a day. The file stays open between writes.
+class TrafficLog {
+ public:
+    TrafficLog(const FileTree& dataFolder, const Clock& clock) : dataFolder_(dataFolder), clock_(clock) {}
+
+    void Configure(const TrafficLogSettings& settings, Role role);
+    void WriteTrafficLog(TextView bytes, TrafficDirection direction, TextView port);
+    /// Adds to the time without traffic and closes the file when that is above 10 s.
+    void AddIdleTime(int ms);
+    void Close();
+    bool IsOpen() const { return file_.IsOpen(); }
+
+ private:
+    void OpenFor(const Text& day);
+
+    const FileTree& dataFolder_;
+    const Clock& clock_;
+    TrafficLogSettings settings_{};
+    Text folder_ = "LogFiles\\";
+    AppendingFile file_{};
+    Text openDay_{};
+    int idleMs_ = 0;
+};
+
+}  // namespace nordkeep
