@@ -44,14 +44,19 @@ class AliveScan {
 
  private:
   void Begin(OleDate now);
-  bool HasTimeLeft();
+  void StartOver();
+  bool HasBeenReloaded() const;
+  void ScanNext();
   void ScanObject(cTranslate& set, cIDCode& object);
   void ScanTest(cTranslate& set, cIDCode& object, int test);
   void Fail(cTranslate& set, cIDCode& object, int test);
+  void LogChange(TextView verb, const cIDCode& object, int test, TextView preposition) const;
 
   Needs needs_;
   int elapsedMs_ = 0;
   bool isRunning_ = false;
+  bool isInSlice_ = false;
+  bool hasFailures_ = false;
   OleDate now_{};
   std::uint64_t generation_ = 0;
   std::size_t nextSet_ = 0;

@@ -7,12 +7,16 @@
 
 namespace nordkeep {
 
+/// The value of AliveTestBehaviour and AliveTest2Behaviour that silences a failed test until it is restored;
+/// with any other value each expiry raises an alarm.
+inline constexpr int kOneAlarmForEachFailure = 1;
+
 /// The settings of translation and supervision. Read once at start; types are 16-bit numbers.
 struct TranslationSettings {
   bool zeroTrimObjectId = false;
   bool matchClidIfExisting = false;
   int unAssociatedResetEventsTimeout = 0;  // seconds; below 1 resets are not parked
-  int aliveTestBehaviour = 0;              // 1: one alarm for each failure, else one at each expiry
+  int aliveTestBehaviour = 0;
   int aliveTestType = 0;
   int aliveTestTypeReset = 0;  // steers nothing; known so that a settings file may hold it
   int aliveTest2Behaviour = 0;

@@ -65,8 +65,8 @@ class Translations {
   /// True when the .IDCode or .TypeCode file of a loaded set has another time than when it was read.
   bool HaveFilesChanged() const;
 
-  /// Writes the state of supervision of all sets, at a clean stop; not for a client.
-  void SaveLastEvents() const;
+  /// Writes the state of supervision of all sets, at a clean stop; not for a client. False when any is lost.
+  bool SaveLastEvents() const;
 
   /// For the mirror of a client: takes over a set, or removes all.
   cTranslate& Add(std::unique_ptr<cTranslate> set);
