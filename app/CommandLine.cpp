@@ -1,0 +1,119 @@
+#include "app/CommandLine.h"
+
+#include "runtime/Fields.h"
+
+#include <array>
+#include <string_view>
+
+namespace nordkeep {
+namespace {
+
+struct SwitchRow {
+    std::string_view word;  // upper case, but for the exact one
+    bool CommandLine::*flag;
+    const char* help;
+};
+
+constexpr std::string_view kPath = "/PATH:";
+constexpr std::string_view kDelay = "/DELAY:";
+constexpr std::string_view kExact = "/RunAsService";
+
+constexpr std::array<SwitchRow, 13> kSwitches = {{
+    {kExact, &CommandLine::runAsService, "run as a service: in the foreground, without a screen"},
+    {"/I", &CommandLine::install, "install the service and end"},
+    {"/U", &CommandLine::uninstall, "uninstall the service and end"},
+    {"/TOPMOST", &CommandLine::topMost, "keep the main window on top"},
+    {"/MAXIMIZE", &CommandLine::maximize, "start maximised"},
+    {"/MINIMIZE", &CommandLine::minimize, "start minimised"},
+    {"/SIMULATE", &CommandLine::simulate, "show the simulation functions"},
+    {"/NOBCOL", &CommandLine::noBackgroundColor, "no background colour for alarm rows"},
+    {"/SPEEDUPALIVETEST", &CommandLine::speedUpAliveTest, "alive tests count seconds instead of minutes"},
+    {"/FORCEDISABLEPORTS", &CommandLine::forceDisablePorts, "open no port"},
+    {"/ASKFORDISABLEPORTS", &CommandLine::askForDisablePorts, "ask whether ports are to be opened"},
+    {"--HELP", &CommandLine::help, "print this and end"},
+    {"--VERSION", &CommandLine::version, "print the version and end"},
+}};
+
+bool StartsWith(std::string_view text, std::string_view word) {
+    if (word == kExact) return text.starts_with(word);
+    return EqualsNoCase(text.substr(0, word.size()), word);
+}
+
+bool IsEnd(std::string_view rest) { return rest.empty() || rest.front() == ' ' || rest.front() == '/'; }
+
+const SwitchRow* SwitchAt(std::string_view text) {
+    for (const SwitchRow& row : kSwitches) {
+        if (StartsWith(text, row.word) && IsEnd(text.substr(row.word.size()))) return &row;
+    }
+    return nullptr;
+}
+
+bool IsCompleteSwitch(std::string_view text) {
+    return SwitchAt(text) || StartsWith(text, kPath) || StartsWith(text, kDelay);
+}
+
+class Reader {
+ public:
+    explicit Reader(std::string_view line) : rest_(line) {}
+
+    CommandLine Read() {
+        for (rest_ = TrimBlanksLeft(rest_); !rest_.empty(); rest_ = TrimBlanksLeft(rest_)) Next();
+        return std::move(result_);
+    }
+
+ private:
+    void Next() {
+        if (StartsWith(rest_, kPath)) {
+            rest_.remove_prefix(kPath.size());
+            result_.path = std::string(TrimBlanks(Take(ValueLength())));
+        } else if (StartsWith(rest_, kDelay)) {
+            rest_.remove_prefix(kDelay.size());
+            result_.delaySeconds = LeadingInt32(Take(rest_.find_first_of(" /")));
+        } else if (const SwitchRow* row = SwitchAt(rest_)) {
+            result_.*row->flag = true;
+            rest_.remove_prefix(row->word.size());
+        } else {
+            result_.unknown.emplace_back(Take(rest_.find(' ')));
+        }
+    }
+
+    /// Up to the next blank with a complete switch behind it.
+    std::size_t ValueLength() const {
+        for (std::size_t at = rest_.find(' '); at != std::string_view::npos; at = rest_.find(' ', at + 1)) {
+            if (IsCompleteSwitch(rest_.substr(at + 1))) return at;
+        }
+        return rest_.size();
+    }
+
+    std::string_view Take(std::size_t length) {
+        const std::string_view taken = rest_.substr(0, length);
+        rest_.remove_prefix(taken.size());
+        return taken;
+    }
+
+    std::string_view rest_;
+    CommandLine result_{};
+};
+
+}  // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& words) {
+    std::string line;
+    for (const std::string& word : words) line += (line.empty() ? "" : " ") + word;
+    return Reader(line).Read();
+}
+
+std::string CommandLineHelp() {
+    std::string help =
+        "Usage: nordkeep [switches]\n\n"
+        "  /PATH:FOLDER          work in this data folder; it is made when its parent exists\n"
+        "  /DELAY:N              wait N seconds before anything else\n";
+    for (const SwitchRow& row : kSwitches) {
+        std::string word(row.word);
+        if (word.starts_with("--")) word = word == "--HELP" ? "--help" : "--version";
+        help += "  " + FitWidth(word, 22) + row.help + "\n";
+    }
+    return help;
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nordkeep {
+
+/// The switches of the command line. Texts are UTF-8, as the system hands them over.
+struct CommandLine {
+    std::optional<std::string> path{};  // /PATH: the data folder
+    int delaySeconds = 0;               // /DELAY:
+    bool runAsService = false;
+    bool install = false;
+    bool uninstall = false;
+    bool topMost = false;
+    bool maximize = false;
+    bool minimize = false;
+    bool simulate = false;
+    bool noBackgroundColor = false;
+    bool speedUpAliveTest = false;
+    bool forceDisablePorts = false;
+    bool askForDisablePorts = false;
+    bool help = false;
+    bool version = false;
+    std::vector<std::string> unknown{};
+};
+
+/// Reads the words behind the program's name. A switch counts at the start of a word and directly behind
+/// another switch; the value of /PATH: may hold blanks and slashes and runs up to the next complete switch.
+/// All switches are found in any case but /RunAsService, which is exact.
+CommandLine ParseCommandLine(const std::vector<std::string>& words);
+
+/// What --help prints.
+std::string CommandLineHelp();
+
+}  // namespace nordkeep

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "store/Alarm.h"
+
+namespace nordkeep {
+
+/// What an event does at the operator's place. The decisions are the pipeline's; the desk carries them out.
+class OperatorDesk {
+ public:
+    virtual ~OperatorDesk() = default;
+    /// Selects and shows the row of a new alarm, unless the operator has one selected or a filter hides it.
+    virtual void OfferSelection(const cAlarm& alarm) = 0;
+    /// The alarm and its map become the latest ones.
+    virtual void KeepAsLatest(const cAlarm& alarm) = 0;
+    /// Restores a minimised window, brings it to the front and turns to the new alarms.
+    virtual void PopUp() = 0;
+    virtual void ViewComment(const cAlarm& alarm) = 0;
+    virtual void ViewMap(const cAlarm& alarm) = 0;
+    virtual void ShowPicture(const cAlarm& alarm, const Text& caption, bool isFollowedBySpeech) = 0;
+    virtual void Beep() = 0;
+    /// Prints the alarm on its own page if the page printer's settings say so; asked for every alarm.
+    virtual void PrintAlarmPage(const cAlarm& alarm) = 0;
+    /// The alarm lists have changed.
+    virtual void NoteListsChanged() = 0;
+};
+
+/// The desk of a copy without a screen.
+class QuietDesk final : public OperatorDesk {
+ public:
+    void OfferSelection(const cAlarm&) override {}
+    void KeepAsLatest(const cAlarm&) override {}
+    void PopUp() override {}
+    void ViewComment(const cAlarm&) override {}
+    void ViewMap(const cAlarm&) override {}
+    void ShowPicture(const cAlarm&, const Text&, bool) override {}
+    void Beep() override {}
+    void PrintAlarmPage(const cAlarm&) override {}
+    void NoteListsChanged() override {}
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,156 @@
+#include "ports/Port.h"
+
+#include "runtime/Dates.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextSettingsChanged = 1146;
+constexpr int kTextPurged = 1135;
+constexpr int kTextBadSetting = 3605;
+
+Text SettingsFile(const Text& portName) { return "Settings\\" + portName + ".ini"; }
+
+}  // namespace
+
+cPort::cPort(const PortParts& parts, Text portName)
+    : parts_(parts), replies_([this](TextView reply) { SendBytes(reply); }) {
+    eventPort_.PortName = std::move(portName);
+}
+
+bool cPort::InitializePort() {
+    const Text& name = eventPort_.PortName;
+    line_ = LoadLineSettings(parts_.settings, name);
+    eventPort_ = LoadSettings(parts_.settings, EventPortRows(), name);
+    eventPort_.PortName = eventPort_.binding.portName = name;
+    eventPort_.m_PortDescription = line_.PortDescription;
+    const auto format = ParseMessageFormat(line_.MessageFormat);
+    const auto type = ParsePortType(line_.PortType);
+    format_ = format.value_or(MessageFormat::Robofon);
+    portLog_.emplace(parts_.language, parts_.log, eventPort_.PortName, line_, format_);
+    if (type && format) {
+        const TransportParts transportParts{parts_.sockets, parts_.serial, parts_.settings, parts_.clock};
+        transport_ = MakeTransport(*type, transportParts, *portLog_,
+                                   {[this] { OnDataWaiting(); }, [this] { OnNewStream(); }});
+        decoder_ = MakeDecoder(format_, parts_.settings, name);
+    }
+    if (!transport_ || !decoder_) {
+        transport_.reset();
+        portLog_->Failure(kTextBadSetting, name + " (PortType=" + line_.PortType + ", MessageFormat=" +
+                                               std::to_string(line_.MessageFormat) + ")");
+        return false;
+    }
+    type_ = type;
+    supervision_ = LoadSupervisionSettings(parts_.settings, name, format_);
+    lastTrafficMs_ = parts_.clock.MonotonicMs();
+    return true;
+}
+
+bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
+    const int patience = line_.ClosePortWhenNoNetworkClientsAreConnected;
+    if (conditions.isServer && patience >= 0) {
+        if (conditions.isAnyClientConnected) {
+            noClientsCountdownMs_ = patience * 1000;
+        } else {
+            noClientsCountdownMs_ = std::max(noClientsCountdownMs_ - tickMs, 0);
+            if (noClientsCountdownMs_ == 0) return false;
+        }
+    }
+    return !line_.ClosePortIfTorvexIsLost || !conditions.isDispatchConfigured || conditions.isDispatchConnected;
+}
+
+void cPort::Tick(int tickMs, const PortConditions& conditions) {
+    if (!transport_ || portIndex_ == 0) return;
+    isMuted_ = !conditions.mutedPort.empty() && conditions.mutedPort == eventPort_.PortName;
+    if (!IsToBeOpen(tickMs, conditions)) return ClosePort(conditions.isShuttingDown);
+    if (isInOpen_ || conditions.isShuttingDown || conditions.arePortsDisabled) return;
+    ReadPortDisable();
+    if (IsDisabledByDate()) {
+        reopenCountdownMs_ = std::max(reopenCountdownMs_ - tickMs, 0);
+        return ClosePort(false);
+    }
+    isInOpen_ = true;
+    OpenPort(tickMs);
+    ServicePort(tickMs);
+    isInOpen_ = false;
+}
+
+void cPort::ReadPortDisable() {
+    const Text file = SettingsFile(eventPort_.PortName);
+    const FileStamp stamp = StampOf(parts_.dataFolder.Resolve(file));
+    if (stamp == settingsStamp_) return;
+    settingsStamp_ = stamp;
+    portDisable_ = parts_.settings.ReadPortIni("General", "PortDisable", "0", eventPort_.PortName);
+    parts_.log.WriteSysLog(eventPort_.PortName + ": " + line_.PortDescription + " " +
+                               parts_.language.GetLanguageText(kTextSettingsChanged) + " (PortDisable=" +
+                               portDisable_ + ")",
+                           LogKind::Information);
+}
+
+bool cPort::IsDisabledByDate() {
+    if (!IsTrue(portDisable_)) return false;
+    const auto until = ParseDateTime(portDisable_);
+    return until && *until > parts_.clock.Now();
+}
+
+void cPort::OpenPort(int tickMs) {
+    if (transport_->IsOpen()) return;
+    if (reopenCountdownMs_ > 0) {
+        reopenCountdownMs_ -= tickMs;
+        return;
+    }
+    reopenCountdownMs_ = line_.ReopenInterval * 1000;
+    transport_->Open();
+}
+
+void cPort::ClosePort(bool isShuttingDown) {
+    if (transport_) transport_->Close(isShuttingDown);
+}
+
+void cPort::SendBytes(TextView bytes) {
+    if (bytes.empty() || !transport_) return;
+    if (!transport_->Send(bytes)) return;
+    parts_.trafficLog.WriteTrafficLog(bytes, TrafficDirection::Sent, line_.PortDescription);
+}
+
+void cPort::ServicePort(int) {
+    PurgeHalfTelegram();
+    SuperviseTestTelegrams();
+}
+
+// Compares seconds of the day, so a half telegram from before midnight stays until the clock has passed its
+// time again.
+void cPort::PurgeHalfTelegram() {
+    if (line_.AutoPurgeBufferTime <= 0 || lastReceiveSecond_ <= 0) return;
+    const int second = parts_.clock.Now().SecondOfDay();
+    if (second <= lastReceiveSecond_ || second - lastReceiveSecond_ <= line_.AutoPurgeBufferTime) return;
+    if (!received_.IsEmpty() && !isContinuing_) {
+        portLog_->Information(kTextPurged, " " + line_.PortDescription);
+        received_.Clear();
+    }
+    lastReceiveSecond_ = second;
+}
+
+void cPort::SuperviseTestTelegrams() {
+    if (supervision_.TestTelegramInterval <= 0 || isTestTelegramMissing_) return;
+    const std::int64_t silentMs = parts_.clock.MonotonicMs() - lastTrafficMs_;
+    if (silentMs <= supervision_.TestTelegramInterval * 1000LL) return;
+    isTestTelegramMissing_ = true;
+    RaiseTestTelegramEvent(supervision_.TestTelegramAlarmCode);
+}
+
+void cPort::NoteTraffic() {
+    lastTrafficMs_ = parts_.clock.MonotonicMs();
+    if (!isTestTelegramMissing_) return;
+    isTestTelegramMissing_ = false;
+    RaiseTestTelegramEvent(supervision_.TestTelegramRestoreCode);
+}
+
+void cPort::RaiseTestTelegramEvent(const Text& code) {
+    parts_.intake.HandleIncomingEvent({.AlarmTime = parts_.clock.Now(),
+                                       .ProtocolType = kOwnProtocol,
+                                       .DefaultAlarmCode = code,
+                                       .PortObject = &eventPort_});
+}
+
+}  // namespace nordkeep

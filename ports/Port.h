@@ -1,0 +1,102 @@
+#pragma once
+
+#include "pipeline/EventIntake.h"
+#include "platform/EventLoop.h"
+#include "ports/Decoder.h"
+#include "ports/PortConditions.h"
+#include "ports/ReceivedText.h"
+#include "ports/ReplyQueue.h"
+#include "ports/Transport.h"
+#include "runtime/TrafficLog.h"
+#include "store/EventCommit.h"
+
+namespace nordkeep {
+
+/// What a port needs of the rest of the system.
+struct PortParts {
+    const FileTree& dataFolder;
+    const Settings& settings;
+    const Language& language;
+    SysLog& log;
+    TrafficLog& trafficLog;
+    const Clock& clock;
+    EventLoop& loop;
+    SocketFactory& sockets;
+    SerialFactory& serial;
+    EventIntake& intake;
+    EventCommit& commit;
+};
+
+/// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the
+/// events to the intake and answers the sender.
+class cPort {
+ public:
+    cPort(const PortParts& parts, Text portName);
+    cPort(const cPort&) = delete;
+    cPort& operator=(const cPort&) = delete;
+
+    /// Reads the settings. False, with a line in the log, for a port type or message format that is none:
+    /// such a port is never opened.
+    bool InitializePort();
+    /// Gives the port its place among the ports of its type; 0 when there is none left.
+    void SetPortIndex(int index) { portIndex_ = index; }
+    int PortIndex() const { return portIndex_; }
+    std::optional<PortType> Type() const { return type_; }
+
+    /// One tick of the open timer: opens when it is to be open, closes when not, and does what the port has to
+    /// do periodically. Does nothing when it is called from inside itself.
+    void Tick(int tickMs, const PortConditions& conditions);
+    bool IsOpen() const { return transport_ && transport_->IsOpen(); }
+    void ClosePort(bool isShuttingDown);
+    void SendBytes(TextView bytes);
+
+    const Text& PortName() const { return eventPort_.PortName; }
+    EventPort& Event() { return eventPort_; }
+    const EventPort& Event() const { return eventPort_; }
+
+ private:
+    bool IsToBeOpen(int tickMs, const PortConditions& conditions);
+    bool IsDisabledByDate();
+    void ReadPortDisable();
+    void OpenPort(int tickMs);
+    void ServicePort(int tickMs);
+    void PurgeHalfTelegram();
+    void SuperviseTestTelegrams();
+    void RaiseTestTelegramEvent(const Text& code);
+    void NoteTraffic();
+
+    void OnDataWaiting();
+    void OnNewStream();
+    void TakeChunks();
+    void ServeReceived();
+    void HandleStep(TelegramStep step);
+    void TakeIn(IncomingEvent event, Text reply);
+    Text LabelOf(const TelegramStep& step) const;
+
+    PortParts parts_;
+    EventPort eventPort_{};
+    LineSettings line_{};
+    SupervisionSettings supervision_{};
+    std::optional<PortType> type_{};
+    MessageFormat format_ = MessageFormat::Robofon;
+    int portIndex_ = 0;
+
+    std::optional<PortLog> portLog_{};
+    std::unique_ptr<Transport> transport_{};
+    Decoder decoder_{};
+    ReplyQueue replies_;
+    ReceivedText received_{};
+
+    FileStamp settingsStamp_{};
+    Text portDisable_ = "0";
+    bool isInOpen_ = false;
+    bool isMuted_ = false;
+    bool isContinuing_ = false;  // a later turn of the loop goes on with what waits
+    bool isTestTelegramMissing_ = false;
+    int reopenCountdownMs_ = 0;
+    int noClientsCountdownMs_ = 0;
+    int lastReceiveSecond_ = 0;  // of the day; 0 when nothing has been received
+    std::int64_t lastTrafficMs_ = 0;
+};
+
+}  // namespace nordkeep

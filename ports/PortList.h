@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ports/Port.h"
+
+#include <memory>
+#include <vector>
+
+namespace nordkeep {
+
+/// All ports of this copy, at most 20, in the order of their settings files.
+class PortList {
+ public:
+    /// Makes and initialises a port for every Settings\Port*.ini whose type is not "NONE".
+    void Discover(const PortParts& parts);
+    void Tick(int tickMs, const PortConditions& conditions);
+    void CloseAll();
+
+    std::vector<PortBinding*> Bindings();
+    const std::vector<std::unique_ptr<cPort>>& Ports() const { return ports_; }
+
+ private:
+    void AssignSlot(const PortParts& parts, cPort& port);
+
+    std::vector<std::unique_ptr<cPort>> ports_{};
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "ports/PortSettings.h"
+#include "runtime/Language.h"
+#include "runtime/SysLog.h"
+
+namespace nordkeep {
+
+/// The system log lines of one port. A series of failed attempts to open writes one line.
+class PortLog {
+ public:
+    PortLog(const Language& language, SysLog& log, const Text& portName, const LineSettings& line,
+            MessageFormat format)
+        : language_(language), log_(log), portName_(portName), line_(line), format_(format) {}
+
+    /// `address` is what stands behind "PortSettings = ", such as "COM1:9600,N,8,1".
+    void Opened(const Text& address);
+    void OpenFailed(const Text& address, const Text& error);
+    bool IsFailureLogged() const { return isFailureLogged_; }
+    void SetFailureLogged(bool isLogged) { isFailureLogged_ = isLogged; }
+
+    /// A line of kind 2 or 1 with the language text of this number and what follows it.
+    void Information(int text, const Text& tail) { Write(text, tail, LogKind::Information); }
+    void Failure(int text, const Text& tail) { Write(text, tail, LogKind::Failure); }
+
+    Text GetLanguageText(int number) const { return language_.GetLanguageText(number); }
+    /// Name, blank, description.
+    Text NameAndDescription() const { return portName_ + " " + line_.PortDescription; }
+    const Text& Name() const { return portName_; }
+    const LineSettings& Line() const { return line_; }
+    Text FormatName() const { return Text(NameOf(format_)); }
+
+ private:
+    void Write(int text, const Text& tail, LogKind kind);
+    Text OpeningTail(const Text& address) const;
+
+    const Language& language_;
+    SysLog& log_;
+    const Text& portName_;
+    const LineSettings& line_;
+    MessageFormat format_;
+    bool isFailureLogged_ = false;
+};
+
+}  // namespace nordkeep

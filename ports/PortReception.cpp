@@ -1,0 +1,85 @@
+#include "ports/Port.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextTooMuch = 3604;
+
+// What a line may hold without a complete telegram in it.
+constexpr std::size_t kMostReceived = 1 << 20;
+// Telegrams of one line in one turn of the loop; the others wait their turn behind the other lines.
+constexpr int kTelegramsInOneTurn = 64;
+constexpr int kChunksInOneTurn = 16;
+
+}  // namespace
+
+void cPort::OnNewStream() {
+    received_.Clear();
+    replies_.Clear();
+}
+
+void cPort::OnDataWaiting() {
+    // While earlier telegrams still wait their turn, the bytes stay with the system, which slows the sender.
+    if (!isContinuing_) TakeChunks();
+}
+
+void cPort::TakeChunks() {
+    for (int i = 0; i < kChunksInOneTurn && !isContinuing_; ++i) {
+        const Text chunk = transport_->Take();
+        if (chunk.empty()) return;
+        parts_.trafficLog.WriteTrafficLog(chunk, TrafficDirection::Received, line_.PortDescription);
+        lastReceiveSecond_ = parts_.clock.Now().SecondOfDay();
+        if (isMuted_) continue;
+        received_.Append(chunk);
+        ServeReceived();
+    }
+    if (isContinuing_) return;
+    parts_.loop.Post([this] { OnDataWaiting(); });
+}
+
+void cPort::ServeReceived() {
+    for (int i = 0; i < kTelegramsInOneTurn; ++i) {
+        TelegramStep step = decoder_(received_.Front(), parts_.clock.Now());
+        if (step.consumed == 0) {
+            if (received_.Size() <= kMostReceived) return;
+            portLog_->Failure(kTextTooMuch, portLog_->NameAndDescription());
+            return received_.Clear();
+        }
+        // Dropped before it is acted on: what follows may wait, and the next chunk then comes in nested.
+        received_.Drop(step.consumed);
+        HandleStep(std::move(step));
+    }
+    isContinuing_ = true;
+    parts_.loop.Post([this] {
+        isContinuing_ = false;
+        ServeReceived();
+        if (!isContinuing_) TakeChunks();
+    });
+}
+
+Text cPort::LabelOf(const TelegramStep& step) const {
+    Text label = step.event->ProtocolType;
+    for (const int number : step.labelTexts) {
+        if (number == 0) break;
+        if (!label.empty()) label += ' ';
+        label += parts_.language.GetLanguageText(number);
+    }
+    return label;
+}
+
+void cPort::HandleStep(TelegramStep step) {
+    if (step.isTraffic) NoteTraffic();
+    if (!step.event) return replies_.SendInOrder(std::move(step.reply));
+    step.event->ProtocolType = LabelOf(step);
+    step.event->PortObject = &eventPort_;
+    TakeIn(std::move(*step.event), std::move(step.reply));
+}
+
+void cPort::TakeIn(IncomingEvent event, Text reply) {
+    const ReplyQueue::Ticket ticket = replies_.Hold(std::move(reply));
+    parts_.commit.Begin();
+    parts_.intake.HandleIncomingEvent(event);
+    parts_.commit.End([this, ticket](bool isStored) { replies_.Settle(ticket, isStored); });
+}
+
+}  // namespace nordkeep

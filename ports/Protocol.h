@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/Text.h"
+
+#include <optional>
+
+namespace nordkeep {
+
+enum class PortType : int { RS232 = 0, TCPC = 1, TCPS = 2, FILE = 3, UDP = 4, HTTP = 5, POP3 = 6, SMTP = 7 };
+
+enum class MessageFormat : int {
+    Robofon = 0,
+    GoogolT1 = 1,
+    PlainText = 2,
+    GSM = 3,
+    RSM02 = 4,
+    RobofonExport = 5,
+    SOSAccessMini = 6,
+    AptusMini = 7,
+    TorvexConfirmationFile = 8,
+    SOSAccessV4 = 9,
+    VirtualReceiver = 10,
+    Mail = 11,
+    NordkeepFile = 12,
+    SurGardMLR2 = 13
+};
+
+/// Protocol numbers that decoders name: which translation sets of the port apply to an event.
+enum class Protocol : int {
+    Nordkeep = 0,
+    Robofon = 1,
+    Futura = 2,
+    L400 = 3,
+    LFS4 = 5,
+    Ericsson = 6,
+    Multidrop = 7,
+    SIA = 8,
+    P100 = 10,
+    Electrolux = 11,
+    ContactID = 12,
+    L400Speak = 13,
+    EricssonTT = 14,
+    Pensionar = 15,
+    Stentofon = 16,
+    LA100 = 19,
+    PlainText = 21,
+    AntennaRBM = 25,
+    STT = 26,
+    Scancom = 28,
+    Linjefel = 31,
+    AdemcoExpress = 32
+};
+
+/// The type that a word of a settings file names, in any case; none for any other word.
+std::optional<PortType> ParsePortType(TextView word);
+/// None for a number outside the table.
+std::optional<MessageFormat> ParseMessageFormat(int number);
+/// The name of a format as the logs show it.
+TextView NameOf(MessageFormat format);
+/// True when received bytes go to the telegram decoder; otherwise they are cut into lines.
+bool IsTelegramFormat(MessageFormat format);
+/// How many ports of a type can run: 16 serial lines, 8 of every other type.
+int SlotLimit(PortType type);
+
+}  // namespace nordkeep

@@ -1,0 +1,155 @@
+#include "ports/Transport.h"
+
+#include <algorithm>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextClosingAtShutdown = 1024;
+constexpr int kTextAt = 1025;
+constexpr int kTextConnectionOfPort = 1026;
+constexpr int kTextWith = 1027;
+constexpr int kTextHasBeenClosed = 1028;
+constexpr int kTextConnected = 1029;
+constexpr int kTextConnectionError = 1030;
+
+// A slow peer needs this long to answer; an attempt is not given up before.
+constexpr std::int64_t kShortestAttemptMs = 10'000;
+
+class TcpClientTransport final : public Transport {
+ public:
+    TcpClientTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+        : clock_(parts.clock), log_(log), events_(std::move(events)), socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
+        socket_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+                            .connected = [this] { OnConnected(); },
+                            .closed = [this] { Close(false); },
+                            .error = [this](const Text& error) { OnError(error); }});
+    }
+
+    bool IsOpen() const override { return socket_->State() == SocketState::Connected; }
+
+    void Open() override {
+        if (IsStillTrying()) return;
+        events_.newStream();
+        socket_->Close();
+        socket_->SetRemotePort(log_.Line().PortNumber);
+        socket_->SetRemoteHost(log_.Line().PortSetting);
+        attemptAtMs_ = clock_.MonotonicMs();
+        if (!socket_->Connect()) return log_.OpenFailed(log_.Line().PortSetting, socket_->LastError());
+        if (!isAttemptLogged_) log_.Opened(log_.Line().PortSetting);
+        isAttemptLogged_ = true;
+    }
+
+    void Close(bool isShuttingDown) override {
+        if (socket_->State() == SocketState::Closed) return;
+        const Text port = log_.NameAndDescription();
+        if (isShuttingDown) {
+            log_.Information(kTextClosingAtShutdown, port + log_.GetLanguageText(kTextAt) + Peer());
+        } else {
+            log_.Information(kTextConnectionOfPort, port + log_.GetLanguageText(kTextWith) + Peer() + " " +
+                                                        log_.GetLanguageText(kTextHasBeenClosed));
+        }
+        isAttemptLogged_ = false;
+        socket_->Close();
+    }
+
+    Text Take() override { return socket_->GetData(); }
+
+    bool Send(TextView bytes) override { return IsOpen() && socket_->SendData(bytes); }
+
+ private:
+    Text Peer() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
+
+    bool IsStillTrying() const {
+        const SocketState state = socket_->State();
+        if (state != SocketState::Connecting && state != SocketState::Resolving) return false;
+        const std::int64_t limit = std::max<std::int64_t>(log_.Line().ReopenInterval * 1000LL, kShortestAttemptMs);
+        return clock_.MonotonicMs() - attemptAtMs_ < limit;
+    }
+
+    void OnConnected() {
+        log_.SetFailureLogged(false);
+        log_.Information(kTextConnected, log_.NameAndDescription() + log_.GetLanguageText(kTextAt) + Peer() +
+                                             " (MessageFormat = " + log_.FormatName() + ")");
+    }
+
+    void OnError(const Text& error) {
+        if (!log_.IsFailureLogged()) {
+            log_.SetFailureLogged(true);
+            log_.Failure(kTextConnectionError, log_.NameAndDescription() + " " + Peer() + " (" + error + ")");
+        }
+        socket_->Close();
+    }
+
+    const Clock& clock_;
+    PortLog& log_;
+    TransportEvents events_;
+    std::unique_ptr<Winsock> socket_;
+    std::int64_t attemptAtMs_ = 0;
+    bool isAttemptLogged_ = false;
+};
+
+/// A listener and one caller: who calls last is served, and pushes the one before off.
+class TcpServerTransport final : public Transport {
+ public:
+    TcpServerTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+        : log_(log),
+          events_(std::move(events)),
+          listener_(parts.sockets.NewSocket(SocketKind::Tcp)),
+          caller_(parts.sockets.NewSocket(SocketKind::Tcp)) {
+        listener_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnRequest(request); }});
+        caller_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+                            .closed = [this] { caller_->Close(); },
+                            .error = [this](const Text&) { caller_->Close(); }});
+    }
+
+    bool IsOpen() const override { return listener_->State() == SocketState::Listening; }
+
+    void Open() override {
+        events_.newStream();
+        listener_->Close();
+        listener_->SetLocalPort(log_.Line().PortNumber);
+        const Text& address = log_.Line().BindSocketToAddress;
+        const bool isBound = address.empty() || listener_->Bind(log_.Line().PortNumber, address);
+        if (isBound && listener_->Listen()) return log_.Opened(log_.Line().PortSetting);
+        log_.OpenFailed(log_.Line().PortSetting,
+                        "TCP " + std::to_string(log_.Line().PortNumber) + ": " + listener_->LastError());
+    }
+
+    void Close(bool) override {
+        caller_->Close();
+        listener_->Close();
+    }
+
+    Text Take() override { return caller_->GetData(); }
+
+    bool Send(TextView bytes) override {
+        return caller_->State() == SocketState::Connected && caller_->SendData(bytes);
+    }
+
+ private:
+    void OnRequest(SocketRequest request) {
+        caller_->Close();
+        events_.newStream();
+        caller_->Accept(request);
+    }
+
+    PortLog& log_;
+    TransportEvents events_;
+    std::unique_ptr<Winsock> listener_;
+    std::unique_ptr<Winsock> caller_;
+};
+
+}  // namespace
+
+std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, PortLog& log,
+                                                  TransportEvents events) {
+    return std::make_unique<TcpClientTransport>(parts, log, std::move(events));
+}
+
+std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
+                                                  TransportEvents events) {
+    return std::make_unique<TcpServerTransport>(parts, log, std::move(events));
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "pipeline/IncomingEvent.h"
+#include "platform/Text.h"
+
+#include <array>
+#include <optional>
+
+namespace nordkeep {
+
+/// Bytes of the line protocols.
+namespace bytes {
+inline constexpr char SOH = 1;
+inline constexpr char STX = 2;
+inline constexpr char ETX = 3;
+inline constexpr char ENQ = 5;
+inline constexpr char ACK = 6;
+inline constexpr char BEL = 7;
+inline constexpr char LF = 10;
+inline constexpr char FF = 12;
+inline constexpr char CR = 13;
+inline constexpr char DC4 = 20;
+inline constexpr char NAK = 21;
+}  // namespace bytes
+
+/// What a decoder finds at the front of the received text. It does nothing itself: the port drops
+/// `consumed` bytes, takes the event in, and sends the reply last.
+struct TelegramStep {
+    std::size_t consumed = 0;  // nothing consumed: wait for more
+    Text reply{};
+    bool isTraffic = false;  // proves that the line works, for the supervision of test telegrams
+    std::optional<IncomingEvent> event{};
+    /// Language texts that make the event's protocol label, joined by a blank; 0 ends the list. With none
+    /// the event carries its label itself.
+    std::array<int, 2> labelTexts{};
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ports/TelegramStep.h"
+#include "ports/TextCleaning.h"
+
+namespace nordkeep {
+
+struct TextTelegramSettings {
+    bool WrapWithSTXETX = true;       // a message stands between STX and ETX; otherwise it ends at a line feed
+    bool RequireNumericIdCode = true;  // the first word is the ID code only when it is numeric
+    int TextCrLfReplaceCharacter = 32;  // 0 to 255; stands for a line feed inside a message
+    TextCleaning cleaning{};
+};
+
+/// Decodes the front of what a line of format "Text" has received. Such a line is never answered.
+TelegramStep NextTextStep(TextView received, const TextTelegramSettings& settings, OleDate now);
+
+}  // namespace nordkeep

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/MSComm.h"
+#include "platform/Winsock.h"
+#include "ports/PortLog.h"
+
+#include <functional>
+#include <memory>
+
+namespace nordkeep {
+
+/// What a line tells its port.
+struct TransportEvents {
+    std::function<void()> dataWaiting{};  // can nest
+    std::function<void()> newStream{};    // what has been received so far belongs to a line that is gone
+};
+
+/// The line of a port: how it is opened, read and written. The port decides when.
+class Transport {
+ public:
+    virtual ~Transport() = default;
+    virtual bool IsOpen() const = 0;
+    /// One attempt to open, with its log line.
+    virtual void Open() = 0;
+    virtual void Close(bool isShuttingDown) = 0;
+    /// Everything that has arrived, on UDP one datagram; empty when nothing waits.
+    virtual Text Take() = 0;
+    /// False when nothing could be sent.
+    virtual bool Send(TextView bytes) = 0;
+};
+
+/// What transports are made from.
+struct TransportParts {
+    SocketFactory& sockets;
+    SerialFactory& serial;
+    const Settings& settings;
+    const Clock& clock;
+};
+
+/// The transport of a port; none for a type that has none.
+std::unique_ptr<Transport> MakeTransport(PortType type, const TransportParts& parts, PortLog& log,
+                                         TransportEvents events);
+
+std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log, TransportEvents events);
+std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, PortLog& log,
+                                                  TransportEvents events);
+std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
+                                                  TransportEvents events);
+std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events);
+
+}  // namespace nordkeep

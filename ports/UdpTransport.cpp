@@ -1,0 +1,72 @@
+#include "ports/Transport.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextClosingAtShutdown = 1024;
+constexpr int kTextConnectionError = 1030;
+constexpr int kTextAtUdp = 1130;
+constexpr int kTextSocketOfPort = 1131;
+constexpr int kTextWith = 1027;
+constexpr int kTextHasBeenClosed = 1028;
+
+class UdpTransport final : public Transport {
+ public:
+    UdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+        : log_(log), events_(std::move(events)), socket_(parts.sockets.NewSocket(SocketKind::Udp)) {
+        socket_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+                            .closed = [this] { Close(false); },
+                            .error = [this](const Text& error) { OnError(error); }});
+    }
+
+    bool IsOpen() const override { return socket_->State() == SocketState::Open; }
+
+    void Open() override {
+        events_.newStream();
+        const LineSettings& line = log_.Line();
+        socket_->Close();
+        socket_->SetRemotePort(line.PortNumber);
+        socket_->SetRemoteHost(line.PortSetting);
+        if (socket_->Bind(line.PortNumber, line.BindSocketToAddress)) return log_.Opened(Address());
+        log_.OpenFailed(Address(), socket_->LastError());
+    }
+
+    void Close(bool isShuttingDown) override {
+        if (socket_->State() == SocketState::Closed) return;
+        socket_->Close();
+        const Text port = log_.NameAndDescription();
+        if (isShuttingDown) {
+            log_.Information(kTextClosingAtShutdown, port + log_.GetLanguageText(kTextAtUdp) + Address());
+        } else {
+            log_.Information(kTextSocketOfPort, port + log_.GetLanguageText(kTextWith) + Address() + " " +
+                                                    log_.GetLanguageText(kTextHasBeenClosed));
+        }
+    }
+
+    Text Take() override { return socket_->GetData(); }
+
+    bool Send(TextView bytes) override { return IsOpen() && socket_->SendData(bytes); }
+
+ private:
+    Text Address() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
+
+    void OnError(const Text& error) {
+        if (!log_.IsFailureLogged()) {
+            log_.SetFailureLogged(true);
+            log_.Failure(kTextConnectionError, log_.NameAndDescription() + " " + Address() + " (" + error + ")");
+        }
+        socket_->Close();
+    }
+
+    PortLog& log_;
+    TransportEvents events_;
+    std::unique_ptr<Winsock> socket_;
+};
+
+}  // namespace
+
+std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events) {
+    return std::make_unique<UdpTransport>(parts, log, std::move(events));
+}
+
+}  // namespace nordkeep
