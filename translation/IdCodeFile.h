@@ -10,21 +10,21 @@ namespace nordkeep {
 
 /// One row of an .IDCode file, an object. The views point into the content that was read.
 struct IdCodeRow {
-  Text key{};  // the first field, upper case: ID code, and "/" with the caller's number when it has one
-  TextView objectName{};
-  TextView schedule{};
-  TextView mapName{};
-  TextView exportAlarmCode{};
-  TextView exportProtocol{};
-  TextView customer{};
-  bool matchCallerToAccept = true;
-  bool matchCallerForAliveTest = false;
-  TextView resetIdCode{};
-  TextView schedule2{};
+    Text key{};  // the first field, upper case: ID code, and "/" with the caller's number when it has one
+    TextView objectName{};
+    TextView schedule{};
+    TextView mapName{};
+    TextView exportAlarmCode{};
+    TextView exportProtocol{};
+    TextView customer{};
+    bool matchCallerToAccept = true;
+    bool matchCallerForAliveTest = false;
+    TextView resetIdCode{};
+    TextView schedule2{};
 
-  bool HasCaller() const { return key.find('/') != Text::npos; }
-  Text IdCode() const;
-  Text Caller() const;
+    bool HasCaller() const { return key.find('/') != Text::npos; }
+    Text IdCode() const;
+    Text Caller() const;
 };
 
 /// The content of an .IDCode file.
@@ -33,9 +33,9 @@ struct IdCodeRow {
 /// are directives where they stand first; a second one of a kind is an object, like every other line. What
 /// is longer than a line can be is cut.
 struct IdCodeFile {
-  TelegramFormat format{};
-  std::optional<int> zeroTrim{};  // none leaves it to the settings
-  std::vector<IdCodeRow> rows{};
+    TelegramFormat format{};
+    std::optional<int> zeroTrim{};  // none leaves it to the settings
+    std::vector<IdCodeRow> rows{};
 };
 IdCodeFile ReadIdCodeFile(TextView content);
 

@@ -10,15 +10,15 @@ namespace nordkeep {
 
 /// One line of a .LastEvents file: the state of supervision of an object, over a restart.
 struct LastEventsLine {
-  Text idCode{};
-  OleDate lastIncomingEvent{};
-  OleDate expiration{};
-  bool hasFailed = false;
-  int serviceMode = 0;
-  OleDate servicePeriodBegin{};
-  OleDate servicePeriodEnd{};
-  OleDate expiration2{};
-  bool hasFailed2 = false;
+    Text idCode{};
+    OleDate lastIncomingEvent{};
+    OleDate expiration{};
+    bool hasFailed = false;
+    int serviceMode = 0;
+    OleDate servicePeriodBegin{};
+    OleDate servicePeriodEnd{};
+    OleDate expiration2{};
+    bool hasFailed2 = false;
 };
 
 /// One line for each object that has a test in use, a last event or a service mode.

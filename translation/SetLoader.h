@@ -10,25 +10,25 @@ namespace nordkeep {
 /// those that left it keep their mark.
 class SetLoader {
  public:
-  SetLoader(const Translations::Needs& needs, cTranslate& set)
-      : needs_(needs), set_(set), now_(needs.clock.Now()) {}
+    SetLoader(const Translations::Needs& needs, cTranslate& set)
+        : needs_(needs), set_(set), now_(needs.clock.Now()) {}
 
-  void Load(bool loadLastEvents);
+    void Load(bool loadLastEvents);
 
  private:
-  bool LoadObjects();
-  void TakeRows(const std::vector<IdCodeRow>& rows);
-  void TakeRow(const IdCodeRow& row, cIDCode& object) const;
-  void TakeSchedule(cIDCode& object, int test, Text& schedule, TextView newSchedule) const;
-  void LoadTypes();
-  void LoadLastEvents();
-  void TakeLastEvents(const LastEventsLine& line, cIDCode& object);
-  void StartTests(cIDCode& object) const;
-  void StartTest(cIDCode& object, int test, bool isWanted) const;
+    bool LoadObjects();
+    void TakeRows(const std::vector<IdCodeRow>& rows);
+    void TakeRow(const IdCodeRow& row, cIDCode& object) const;
+    void TakeSchedule(cIDCode& object, int test, Text& schedule, TextView newSchedule) const;
+    void LoadTypes();
+    void LoadLastEvents();
+    void TakeLastEvents(const LastEventsLine& line, cIDCode& object);
+    void StartTests(cIDCode& object) const;
+    void StartTest(cIDCode& object, int test, bool isWanted) const;
 
-  const Translations::Needs& needs_;
-  cTranslate& set_;
-  OleDate now_;
+    const Translations::Needs& needs_;
+    cTranslate& set_;
+    OleDate now_;
 };
 
 }  // namespace nordkeep

@@ -37,7 +37,7 @@ constexpr std::array kRows = {
 }  // namespace
 
 std::span<const SettingRow<TranslationSettings>> TranslationSettingRows() {
-  return kRows;
+    return kRows;
 }
 
 }  // namespace nordkeep
