@@ -10,22 +10,35 @@
 
 namespace nordkeep {
 
+using Texts = std::vector<Text>;
+
+/// A time on the day of the tests.
+inline OleDate At(int hour, int minute = 0, int second = 0) {
+    return OleDate::FromCivil({2026, 3, 10, hour, minute, second});
+}
+
 /// Writes down, in one list, what a screen, the clients and the other receivers are told.
 class Witness : public ObjectViews, public ObjectReplica, public SilenceAlarm, public TelegramExport {
  public:
-    void UpdateObjectTreeEntry(cTranslate&, cIDCode& object) override { Note("row", object); }
-    void RecalcAliveTestView() override { seen.push_back("tree states"); }
-    void ClearTree() override { seen.push_back("tree cleared"); }
-    void RebuildTree() override { seen.push_back("tree built"); }
-    void SendObjectUpdate(const cTranslate&, const cIDCode& object) override { Note("update", object); }
-    void SendServiceMode(const cTranslate&, const cIDCode& object) override { Note("mode", object); }
-    void SendAliveTestReset(const cTranslate&, const cIDCode& object) override { Note("reset", object); }
+    void UpdateObjectTreeEntry(cTranslate&, cIDCode& object) override { Note("row " + object.m_IdCode); }
+    void RecalcAliveTestView() override { Note("tree states"); }
+    void ClearTree() override { Note("tree cleared"); }
+    void RebuildTree() override { Note("tree built"); }
+    void SendObjectUpdate(const cTranslate&, const cIDCode& object) override {
+        Note("update " + object.m_IdCode);
+    }
+    void SendServiceMode(const cTranslate&, const cIDCode& object) override {
+        Note("mode " + object.m_IdCode);
+    }
+    void SendAliveTestReset(const cTranslate&, const cIDCode& object) override {
+        Note("reset " + object.m_IdCode);
+    }
+    void ExportTelegram(const Text& code, const Text& protocol) override {
+        Note("export " + code + " " + protocol);
+    }
     void RaiseSilenceAlarm(cTranslate& set, cIDCode& object, int test, OleDate) override {
         alarms.push_back(set.m_FileName + " " + object.m_IdCode + " " + std::to_string(test));
         if (onAlarm) onAlarm();
-    }
-    void ExportTelegram(const Text& alarmCode, const Text& protocol) override {
-        seen.push_back("export " + alarmCode + " " + protocol);
     }
 
     std::vector<Text> seen{};
@@ -33,7 +46,7 @@ class Witness : public ObjectViews, public ObjectReplica, public SilenceAlarm, p
     std::function<void()> onAlarm{};
 
  private:
-    void Note(TextView what, const cIDCode& object) { seen.push_back(Text(what) + " " + object.m_IdCode); }
+    void Note(Text what) { seen.push_back(std::move(what)); }
 };
 
 /// A data folder with one port, and everything of translation and supervision built on it.
@@ -68,14 +81,14 @@ class TranslationFixture : public ::testing::Test {
     OleDate Expiration(TextView code, int test = 1) {
         return Object(code).GetNextAliveTestExpirationTime(test);
     }
-    std::vector<Text> Codes() const {
-        std::vector<Text> codes;
+    Texts Codes() const {
+        Texts codes;
         for (const auto& object : translations.Sets().at(0)->m_IdCodes) codes.push_back(object->m_IdCode);
         return codes;
     }
 
     TempFolder folder{};
-    ManualTime time{OleDate::FromCivil({2026, 3, 10, 10, 0, 0})};
+    ManualTime time{At(10)};
     Settings files{folder.Tree()};
     Language language{};
     SysLog log{folder.Tree(), time};
