@@ -58,7 +58,7 @@ TEST_F(TranslationsTest, WalksThePortsSetsInOrder) {
 }
 
 TEST_F(TranslationsTest, ReloadsInPlaceAndInFileOrder) {
-    LoadSet("FORMAT=1,4\nPADDING=8,48\n1;one;60\n2;two\n3/070;three;60\n4;four");
+    LoadSet("FORMAT=1,4\nPADDING=8,48\n1;one;60\n2;two;;;;;;;;R\n3/070;three;60\n4;four");
     Object("1").m_LastIncomingEvent = At(9);
     Object("2").m_LastIncomingEvent = At(8);
     Object("3").m_LastIncomingEvent = At(7);
@@ -76,6 +76,7 @@ TEST_F(TranslationsTest, ReloadsInPlaceAndInFileOrder) {
     EXPECT_EQ(Expiration("3"), At(11, 10));
     EXPECT_EQ(Object("5").m_ObjectName, "cinco") << "two rows of one code are one object";
     EXPECT_EQ(FindExactObject(*translations.Sets()[0], "2"), nullptr);
+    EXPECT_FALSE(FindObject(*translations.Sets()[0], {"R", {}, At(11)}, {.parksResets = true}).isParked);
     EXPECT_EQ(translations.Sets()[0]->m_IdCode_Format_Length, 0) << "a directive that left the file is over";
     EXPECT_EQ(translations.Sets()[0]->m_Padding_Count, 0);
     EXPECT_NE(FindTypeCode(*translations.Sets()[0], "AB"), nullptr);
@@ -177,7 +178,7 @@ TEST_F(TranslationsTest, CarriesSupervisionOverARestart) {
 
 TEST_F(TranslationsTest, ReadsRubbishWithoutHarm) {
     Text noise;
-    for (int i = 0; i < 200'000; ++i) noise += static_cast<char>(i * 2654435761u >> 13);
+    for (unsigned i = 0; i < 200'000; ++i) noise += static_cast<char>(i * 2654435761u >> 13);
     WriteSet("A", noise, noise);
     WriteSet("B", Text(100'000'000, 'x'), Text(1'000'000, ';'));
     for (const char* file : {"Data\\A.LastEvents", "Data\\A.ServiceIn"}) folder.Write(file, noise);
