@@ -3,11 +3,12 @@
 #include "tools/Telegrams.h"
 
 #include <string>
+#include <vector>
 
 namespace nordkeep::tools {
 
 struct SendOptions {
-    std::string target{};
+    std::vector<std::string> targets{};  // connection n goes to target n, and round again
     TelegramOptions telegram{};
     std::string raw{};     // bytes sent instead of a telegram
     long count = 1;        // over all connections together
