@@ -23,7 +23,8 @@ build() {
     preset=$1
     shift
     say "building ($preset)"
-    cmake --preset "$preset" >"build-$preset.log" 2>&1 || { cat "build-$preset.log"; fail "configuring"; }
-    rm -f "build-$preset.log"
+    log=$(mktemp)
+    cmake --preset "$preset" >"$log" 2>&1 || { cat "$log"; fail "configuring"; }
+    rm -f "$log"
     cmake --build --preset "$preset" "$@" || fail "building"
 }
