@@ -2,7 +2,7 @@
 
 #include "platform/Files.h"
 
-#include <string>
+#include <set>
 #include <vector>
 
 namespace nordkeep {
@@ -10,7 +10,8 @@ namespace nordkeep {
 /// Writes files so that they survive a power cut, with one synchronisation for many files.
 ///
 /// Write puts the bytes into the system's hands and keeps the file open; Synchronise then waits until all of
-/// them, and the folders of the new ones, are on the medium. Until Synchronise has returned nothing is promised.
+/// them, and the folders of the new ones, are on the medium. Until Synchronise has returned nothing is
+/// promised.
 class DurableWrites {
  public:
     DurableWrites() = default;
@@ -25,7 +26,7 @@ class DurableWrites {
     bool Write(const NativePath& path, TextView bytes, Opening opening);
     /// Waits for everything written since the last call. False, with LastError, when any of it may be lost.
     bool Synchronise();
-    bool IsEmpty() const { return open_.empty(); }
+    bool IsEmpty() const { return open_.empty() && newFolders_.empty() && !hasFailed_; }
     /// The system's description of the last failure.
     const Text& LastError() const { return lastError_; }
 
@@ -33,13 +34,17 @@ class DurableWrites {
     struct OpenFile {
         int descriptor = -1;
         NativePath path{};
-        bool isNew = false;
     };
 
+    int OpenExisting(const NativePath& path, bool& isNew);
+    int OpenNew(const NativePath& path);
     bool Fail(const char* operation, const NativePath& path);
-    bool SynchroniseFolders();
+    void SynchroniseFiles();
+    void SynchroniseFolders();
 
     std::vector<OpenFile> open_{};
+    std::set<NativePath> newFolders_{};  // folders with new files, whose entries are still to be synchronised
+    bool hasFailed_ = false;             // a synchronisation since the last call of Synchronise
     Text lastError_{};
 };
 

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runtime/SettingTable.h"
+
+namespace nordkeep {
+
+/// Settings of the intake itself that are read at start.
+struct IntakeSettings {
+    int SIADecodeErrorType = 0;  // type of the event made from a SIA block that cannot be decoded
+};
+
+std::span<const SettingRow<IntakeSettings>> IntakeSettingRows();
+
+/// The two settings that are read at each event, so that a change takes effect at once.
+struct PrioritySettings {
+    Text NonTextDefaultPrio{};
+    bool AlwaysApplyNonTextDefaultPrio = false;
+};
+
+std::span<const SettingRow<PrioritySettings>> PrioritySettingRows();
+
+}  // namespace nordkeep

@@ -1,0 +1,167 @@
+#include "platform/Files.h"
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/LocalTime.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace nordkeep {
+namespace {
+
+/// Larger files are none of this system's own; reading one would only use up the memory.
+constexpr off_t kLargestFile = off_t{1} << 30;
+
+std::optional<Text> ReadAll(int descriptor, std::size_t expected) {
+    // One byte more than expected, so that the end of the file is usually seen without a second round.
+    Text bytes(expected + 1, '\0');
+    std::size_t used = 0;
+    while (true) {
+        const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        used += static_cast<std::size_t>(count);
+        if (count == 0 || used > static_cast<std::size_t>(kLargestFile)) break;
+        if (used == bytes.size()) bytes.resize(bytes.size() * 2);
+    }
+    bytes.resize(used);
+    return bytes;
+}
+
+/// The file that a link leads to, so that a replacement changes the file and leaves the link.
+NativePath BehindLinks(const NativePath& path) {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
+    return CanonicalPath(path).value_or(path);
+}
+
+/// The name begins with a dot and ends with "~", which no mask of the system fits.
+NativePath TemporaryNameFor(const NativePath& path) {
+    const std::size_t leaf = path.rfind('/') + 1;
+    return path.substr(0, leaf) + "." + path.substr(leaf) + "." + std::to_string(::getpid()) + ".tmp~";
+}
+
+bool WriteTemporary(const NativePath& path, TextView bytes, std::optional<mode_t> mode) {
+    Descriptor file = OpenRegular(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
+    if (!file) return false;
+    if (mode && ::fchmod(file.Get(), *mode) != 0) return false;
+    return WriteAll(file.Get(), bytes) && file.Close();
+}
+
+Descriptor OpenForAppending(const NativePath& path) {
+    return OpenRegular(path.c_str(), O_WRONLY | O_APPEND | O_CREAT);
+}
+
+/// Appends in one write, so that lines of two programs never mix.
+bool AppendOnce(int descriptor, TextView bytes) {
+    return ::write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+}
+
+bool AppendToReadOnly(const NativePath& path, TextView bytes) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    const mode_t mode = status.st_mode & 07777;
+    if (::chmod(path.c_str(), mode | S_IWUSR) != 0) return false;
+    Descriptor file = OpenForAppending(path);
+    const bool isWritten = file && AppendOnce(file.Get(), bytes);
+    ::chmod(path.c_str(), mode);
+    return isWritten;
+}
+
+}  // namespace
+
+FileStamp StampOf(const NativePath& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    return {.inode = status.st_ino,
+            .size = status.st_size,
+            .modifiedNs = status.st_mtim.tv_sec * 1'000'000'000LL + status.st_mtim.tv_nsec};
+}
+
+OleDate FileTime(const NativePath& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    return LocalTime(status.st_mtim);
+}
+
+std::optional<Text> ReadFile(const NativePath& path) {
+    const Descriptor file = OpenRegular(path.c_str(), O_RDONLY);
+    struct stat status {};
+    if (!file || ::fstat(file.Get(), &status) != 0 || status.st_size > kLargestFile) return std::nullopt;
+    return ReadAll(file.Get(), static_cast<std::size_t>(status.st_size));
+}
+
+bool WriteFile(const NativePath& path, TextView bytes) {
+    Descriptor file = OpenRegular(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
+    return file && WriteAll(file.Get(), bytes) && file.Close();
+}
+
+// Renaming over is atomic: whoever reads, and whoever starts after a crash of the program, finds the old
+// content or the new one. It is not synchronised, since it runs at each event and nothing answers a sender
+// on the strength of it; after a power cut the content may be some seconds old, but whole.
+bool ReplaceFile(const NativePath& path, TextView bytes) {
+    const NativePath target = BehindLinks(path);
+    struct stat status {};
+    const bool exists = ::stat(target.c_str(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode)) return false;
+    const auto mode = exists ? std::optional<mode_t>(status.st_mode & 07777) : std::nullopt;
+    const NativePath temporary = TemporaryNameFor(target);
+    if (WriteTemporary(temporary, bytes, mode) && ::rename(temporary.c_str(), target.c_str()) == 0)
+        return true;
+    ::unlink(temporary.c_str());
+    return false;
+}
+
+bool AppendToFile(const NativePath& path, TextView bytes) {
+    const Descriptor file = OpenForAppending(path);
+    if (file) return AppendOnce(file.Get(), bytes);
+    return errno == EACCES && AppendToReadOnly(path, bytes);
+}
+
+bool RemoveFile(const NativePath& path) {
+    return ::unlink(path.c_str()) == 0;
+}
+
+bool RenameFile(const NativePath& from, const NativePath& to) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    // A file system without the flag: look first. Nobody else makes files under the names used here.
+    struct stat status {};
+    if (::lstat(to.c_str(), &status) == 0) return false;
+    return ::rename(from.c_str(), to.c_str()) == 0;
+}
+
+// By way of a temporary name, since a half copied template would never be copied again.
+bool CopyFile(const NativePath& from, const NativePath& to) {
+    const std::optional<Text> bytes = ReadFile(from);
+    return bytes && ReplaceFile(to, *bytes);
+}
+
+std::optional<NativePath> CanonicalPath(const NativePath& path) {
+    char* real = ::realpath(path.c_str(), nullptr);
+    if (real == nullptr) return std::nullopt;
+    NativePath result(real);
+    ::free(real);
+    return result;
+}
+
+bool AppendingFile::Open(const NativePath& path) {
+    Close();
+    descriptor_ = OpenForAppending(path).Release();
+    return IsOpen();
+}
+
+bool AppendingFile::Write(TextView bytes) {
+    return IsOpen() && AppendOnce(descriptor_, bytes);
+}
+
+void AppendingFile::Close() {
+    Descriptor(descriptor_).Close();
+    descriptor_ = -1;
+}
+
+}  // namespace nordkeep
