@@ -18,9 +18,9 @@ bool IsRepeatOf(const cAlarm& a, const cAlarm& n);
 
 /// What the record `n` does to an alarm that waits for a reset.
 enum class ResetMatch {
-  None,
-  ByType,    // ends the alarm
-  ByIdCode,  // ends the alarm as the event of another object, and takes over that object's texts
+    None,
+    ByType,    // ends the alarm
+    ByIdCode,  // ends the alarm as the event of another object, and takes over that object's texts
 };
 ResetMatch MatchReset(const cAlarm& a, const cAlarm& n);
 
@@ -31,37 +31,37 @@ ResetMatch MatchReset(const cAlarm& a, const cAlarm& n);
 /// a collision costs time only.
 class ActiveAlarms {
  public:
-  /// Takes the record's present status and fields into account; to be called whenever they may have changed.
-  /// `alarm` stays where it is until Remove.
-  void Update(EventSequence sequence, const cAlarm& alarm);
-  void Remove(EventSequence sequence);
-  void Clear();
+    /// Takes the record's present status and fields into account; to be called whenever they may have
+    /// changed. `alarm` stays where it is until Remove.
+    void Update(EventSequence sequence, const cAlarm& alarm);
+    void Remove(EventSequence sequence);
+    void Clear();
 
-  /// The first alarm in list order that `n` repeats.
-  std::optional<EventSequence> FirstRepeatPartner(const cAlarm& n) const;
-  /// All waiting alarms that `n` resets, in list order.
-  std::vector<EventSequence> ResetHits(const cAlarm& n) const;
-  /// Whether there is any such alarm.
-  bool HasResetHit(const cAlarm& n) const;
-  /// The last alarm in list order that `n` resets as the event of another object.
-  std::optional<EventSequence> LastHitByIdCode(const cAlarm& n) const;
+    /// The first alarm in list order that `n` repeats.
+    std::optional<EventSequence> FirstRepeatPartner(const cAlarm& n) const;
+    /// All waiting alarms that `n` resets, in list order.
+    std::vector<EventSequence> ResetHits(const cAlarm& n) const;
+    /// Whether there is any such alarm.
+    bool HasResetHit(const cAlarm& n) const;
+    /// The last alarm in list order that `n` resets as the event of another object.
+    std::optional<EventSequence> LastHitByIdCode(const cAlarm& n) const;
 
  private:
-  using Hash = std::uint64_t;
-  struct Indexed {
-    const cAlarm* alarm = nullptr;
-    std::vector<Hash> hashes{};
-  };
-  using Bucket = std::set<EventSequence>;
+    using Hash = std::uint64_t;
+    struct Indexed {
+        const cAlarm* alarm = nullptr;
+        std::vector<Hash> hashes{};
+    };
+    using Bucket = std::set<EventSequence>;
 
-  const Bucket& BucketOf(Hash hash) const;
-  /// Members of the bucket that `n` resets, added to `hits`; at most `limit`.
-  void CollectHits(Hash hash, const cAlarm& n, std::size_t limit, Bucket& hits) const;
-  Bucket CollectHits(const cAlarm& n, std::size_t limit) const;
-  void Unlink(EventSequence sequence, const std::vector<Hash>& hashes);
+    const Bucket& BucketOf(Hash hash) const;
+    /// Members of the bucket that `n` resets, added to `hits`; at most `limit`.
+    void CollectHits(Hash hash, const cAlarm& n, std::size_t limit, Bucket& hits) const;
+    Bucket CollectHits(const cAlarm& n, std::size_t limit) const;
+    void Unlink(EventSequence sequence, const std::vector<Hash>& hashes);
 
-  std::unordered_map<Hash, Bucket> buckets_{};
-  std::unordered_map<EventSequence, Indexed> indexed_{};
+    std::unordered_map<Hash, Bucket> buckets_{};
+    std::unordered_map<EventSequence, Indexed> indexed_{};
 };
 
 }  // namespace nordkeep

@@ -11,15 +11,15 @@ enum class NetworkEvent : int { OldEvent = 7, NewEvent = 8 };
 /// on a server, the server on a client.
 class AlarmReplica {
  public:
-  virtual ~AlarmReplica() = default;
-  /// True when this copy still has to write the event file.
-  virtual bool SendAlarm(cAlarm& alarm, NetworkEvent event) = 0;
+    virtual ~AlarmReplica() = default;
+    /// True when this copy still has to write the event file.
+    virtual bool SendAlarm(cAlarm& alarm, NetworkEvent event) = 0;
 };
 
 /// A copy that stands alone sends nothing and writes everything.
 class NoReplica final : public AlarmReplica {
  public:
-  bool SendAlarm(cAlarm&, NetworkEvent) override { return true; }
+    bool SendAlarm(cAlarm&, NetworkEvent) override { return true; }
 };
 
 }  // namespace nordkeep

@@ -11,9 +11,9 @@ namespace nordkeep {
 
 /// A template with the pictures in which it prints dates.
 struct AlarmFormat {
-  TextView text{};
-  TextView date{};
-  TextView time{};
+    TextView text{};
+    TextView date{};
+    TextView time{};
 };
 
 enum class HeaderMode { Values, Headings };
@@ -21,16 +21,16 @@ enum class HeaderMode { Values, Headings };
 /// Makes every text line that shows a record.
 class AlarmText {
  public:
-  AlarmText(const FileTree& dataFolder, const Language& language)
-      : dataFolder_(dataFolder), language_(language) {}
+    AlarmText(const FileTree& dataFolder, const Language& language)
+        : dataFolder_(dataFolder), language_(language) {}
 
-  /// The template with the record's values, or with the column headings, in place of the field names.
-  Text BuildAlarmText(const AlarmFormat& format, const cAlarm& alarm,
-                      HeaderMode mode = HeaderMode::Values) const;
+    /// The template with the record's values, or with the column headings, in place of the field names.
+    Text BuildAlarmText(const AlarmFormat& format, const cAlarm& alarm,
+                        HeaderMode mode = HeaderMode::Values) const;
 
  private:
-  const FileTree& dataFolder_;
-  const Language& language_;
+    const FileTree& dataFolder_;
+    const Language& language_;
 };
 
 /// A record for lines that are written without one: blank, with both its times set.

@@ -13,17 +13,17 @@ Text ArchiveLine(const cAlarm& alarm, const StoreSettings& settings, const Alarm
 /// are kept and go out, in their order, in front of the next one that can.
 class Archive {
  public:
-  explicit Archive(const FileTree& dataFolder) : dataFolder_(dataFolder) {}
+    explicit Archive(const FileTree& dataFolder) : dataFolder_(dataFolder) {}
 
-  /// False when the line has to wait.
-  bool Append(TextView line);
-  /// Tries the waiting lines again; true when none is left.
-  bool Flush();
-  bool HasBacklog() const { return !backlog_.empty(); }
+    /// False when the line has to wait.
+    bool Append(TextView line);
+    /// Tries the waiting lines again; true when none is left.
+    bool Flush();
+    bool HasBacklog() const { return !backlog_.empty(); }
 
  private:
-  const FileTree& dataFolder_;
-  Text backlog_{};
+    const FileTree& dataFolder_;
+    Text backlog_{};
 };
 
 }  // namespace nordkeep

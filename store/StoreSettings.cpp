@@ -23,6 +23,8 @@ const std::array kRows = {
 
 }  // namespace
 
-std::span<const SettingRow<StoreSettings>> StoreSettingRows() { return kRows; }
+std::span<const SettingRow<StoreSettings>> StoreSettingRows() {
+    return kRows;
+}
 
 }  // namespace nordkeep
