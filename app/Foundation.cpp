@@ -9,7 +9,6 @@ namespace nordkeep {
 namespace {
 
 constexpr int kTextAlreadyRunning = 1002;
-constexpr int kTextNoServer = 1061;
 constexpr int kTextCannotWriteTemp = 1063;
 constexpr int kTextServerQuestion = 1082;
 constexpr int kTextClientQuestion = 1083;
@@ -109,7 +108,8 @@ bool Foundation::ChooseLanguage() {
 
 Foundation::Outcome Foundation::RefuseSecondInstance() {
     const bool isShared = IsTrue(settings_.ReadIni("General", "IgnoreMultipleInstances", "0"));
-    if (lock_.Acquire(dataFolder_.Root()) || isShared) return std::nullopt;
+    lock_ = std::make_unique<FolderLock>(dataFolder_.Root());
+    if (isShared || lock_->Result() != FolderLock::Outcome::HeldByAnother) return std::nullopt;
     if (IsService()) {
         NoteForLog(language_.GetLanguageText(kTextFolderInUse), LogKind::Failure);
         return std::nullopt;
@@ -196,7 +196,8 @@ Foundation::Outcome Foundation::TestClientFolder() {
 
 Foundation::Outcome Foundation::ConnectToServer() {
     if (role_ != Role::Client) return std::nullopt;
-    TellFailure(language_.GetLanguageText(kTextNoServer));
+    TellFailure("This version cannot run as a client: empty ServerAddress in section NetWork of " +
+                FromUtf8(dataFolder_.Resolve("Settings\\Nordkeep.INI")));
     return kFailure;
 }
 

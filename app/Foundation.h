@@ -9,6 +9,7 @@
 #include "runtime/SysLog.h"
 #include "runtime/TrafficLog.h"
 
+#include <memory>
 #include <optional>
 
 namespace nordkeep {
@@ -72,7 +73,7 @@ class Foundation {
     Language language_{};
     SysLog log_;
     TrafficLog trafficLog_;
-    FolderLock lock_{};
+    std::unique_ptr<FolderLock> lock_{};
     NetworkSettings network_{};
     Role role_ = Role::StandAlone;
     std::vector<LogRow> notes_{};  // for the log, once it has a folder

@@ -102,6 +102,20 @@ void Dispatcher::SendToTorvex(Dispatch& dispatch) {
     if (isSent || isDone) alarm.m_SentToTorvex = -1;
 }
 
+void Dispatcher::SendWaitingToTorvex(OleDate now) {
+    const EventList& events = needs_.store.Events();
+    for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
+        cAlarm& alarm = *events.Find(at);
+        const OleDate due = alarm.m_TimeStamp.PlusSeconds(needs_.torvexSettings.DelayAndWaitForAck);
+        if (alarm.m_SentToTorvex != 0 || alarm.m_Status == kStatusRemoved || due >= now) continue;
+        const bool isSent = !IsToBePassedToTorvex(alarm) || needs_.torvex.Send(TorvexLine(alarm));
+        if (!isSent && needs_.torvexSettings.RetryFailedTransmissions) continue;
+        alarm.m_SentToTorvex = -1;
+        needs_.store.UpdateToDisk(alarm);
+        needs_.store.UpdateAlarmLists(alarm);
+    }
+}
+
 void Dispatcher::SendToComCall(Dispatch& dispatch) { needs_.outputs.SendToComCall(dispatch.alarm); }
 
 void Dispatcher::SendToMessageQueue(Dispatch& dispatch) { needs_.outputs.SendToMessageQueue(dispatch.alarm); }

@@ -37,8 +37,9 @@ class Dispatcher {
 
     void DispatchEvent(std::unique_ptr<cAlarm> alarm);
 
-    /// The text of an alarm for Torvex, with its line feed.
-    Text TorvexLine(const cAlarm& alarm) const;
+    /// Sends the alarms that still wait for it to Torvex: those whose delay has passed. To be called every few
+    /// seconds.
+    void SendWaitingToTorvex(OleDate now);
 
  private:
     /// The record, owned here until it is stored, and what the steps tell each other.
@@ -82,6 +83,8 @@ class Dispatcher {
     void PrintPage(Dispatch& dispatch);
     void NoteListsChanged(Dispatch& dispatch);
 
+    /// The text of an alarm for Torvex, with its line feed.
+    Text TorvexLine(const cAlarm& alarm) const;
     bool IsToBePassedToTorvex(const cAlarm& alarm) const;
 
     Needs needs_;

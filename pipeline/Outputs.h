@@ -20,4 +20,14 @@ class Outputs {
     virtual void PrintAlarm(const cAlarm& alarm) = 0;
 };
 
+/// For a copy without these outputs.
+class QuietOutputs final : public Outputs {
+ public:
+    void SendToComCall(const cAlarm&) override {}
+    void SendToMessageQueue(const cAlarm&) override {}
+    void PlaySound(SoundRequest) override {}
+    void RequestRelay() override {}
+    void PrintAlarm(const cAlarm&) override {}
+};
+
 }  // namespace nordkeep

@@ -28,11 +28,10 @@ TEST_F(Look, FindsEachComponentWithoutRegardToCase) {
 }
 
 TEST_F(Look, PrefersTheExactSpellingThenTheFirst) {
-    for (const char* name : {"abC", "aBc", "Abc"}) folder.Write(name, name);
+    folder.MakeFolders("DIR");
+    for (const char* name : {"abC", "aBc", "Abc", "DIR/abc", "DIR/ABC"}) ASSERT_TRUE(WriteFile(At(name), ""));
     EXPECT_EQ(folder.Resolve("abC"), At("abC"));
     EXPECT_EQ(folder.Resolve("ABC"), At("Abc"));
-    folder.Write("DIR\\abc", "");
-    folder.Write("DIR\\ABC", "");
     EXPECT_EQ(folder.Resolve("dir\\abc"), At("DIR/abc"));
 }
 
