@@ -55,7 +55,9 @@ class OleDate {
     friend std::strong_ordering operator<=>(const OleDate& a, const OleDate& b) {
         return a.Milliseconds() <=> b.Milliseconds();
     }
-    friend bool operator==(const OleDate& a, const OleDate& b) { return a.Milliseconds() == b.Milliseconds(); }
+    friend bool operator==(const OleDate& a, const OleDate& b) {
+        return a.Milliseconds() == b.Milliseconds();
+    }
 
  private:
     double days_ = 0;

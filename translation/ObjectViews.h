@@ -18,4 +18,13 @@ class ObjectViews {
     virtual void RebuildTree() = 0;
 };
 
+/// For a copy that shows no objects.
+class NoObjectViews final : public ObjectViews {
+ public:
+    void UpdateObjectTreeEntry(cTranslate&, cIDCode&) override {}
+    void RecalcAliveTestView() override {}
+    void ClearTree() override {}
+    void RebuildTree() override {}
+};
+
 }  // namespace nordkeep

@@ -1,0 +1,25 @@
+#include "platform/posix/SystemClock.h"
+
+#include "platform/posix/LocalTime.h"
+
+#include <time.h>
+
+namespace nordkeep {
+
+SystemClock::SystemClock() {
+    ::tzset();
+}
+
+OleDate SystemClock::Now() const {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return LocalTime(now);
+}
+
+std::int64_t SystemClock::MonotonicMs() const {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec * 1000LL + now.tv_nsec / 1'000'000;
+}
+
+}  // namespace nordkeep

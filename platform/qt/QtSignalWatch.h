@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Signals.h"
+
+#include <functional>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace nordkeep {
+
+/// Turns a caught signal into an event of the loop.
+class QtSignalWatch {
+ public:
+    QtSignalWatch(Signals& signals, std::function<void()> onSignal);
+    ~QtSignalWatch();
+
+ private:
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace nordkeep

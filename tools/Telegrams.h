@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+namespace nordkeep::tools {
+
+/// What to send; texts are bytes of the line.
+struct TelegramOptions {
+    std::string format = "robofon";  // robofon, text
+    std::string code = "10000103";   // ID code and type as the object's set cuts them
+    std::string text{};              // free text, text format only
+    char kind = 'P';                 // robofon: P or T
+    char classCode = '0';
+    int receiver = 1;                // 0 to 7
+    int line = 1;                    // 0 to 7
+    bool isFollowedBySpeech = false;
+    bool hasWrongCheck = false;
+    bool isUnwrapped = false;        // text: a line feed ends the message instead of STX and ETX
+};
+
+/// One telegram; empty for an unknown format.
+std::string MakeTelegram(const TelegramOptions& options, const std::string& code);
+/// True when a port answers this format.
+bool HasReply(const std::string& format);
+/// A telegram as a person reads it, control characters by name.
+std::string Readable(const std::string& bytes);
+/// The bytes of hexadecimal pairs, blanks between them allowed; stops at anything else.
+std::string FromHex(const std::string& text);
+
+}  // namespace nordkeep::tools

@@ -1,0 +1,104 @@
+#include "platform/Text.h"
+#include "tools/Sender.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+using nordkeep::tools::SendOptions;
+
+constexpr const char* kHelp =
+    "Usage: nordkeep-send [options] TARGET...\n"
+    "Sends telegrams to a port of Nordkeep and shows what it answers.\n\n"
+    "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
+    "                     for a port that calls out\n"
+    "  --format NAME      robofon (default) or text\n"
+    "  --code CODE        ID code and type, default 10000103\n"
+    "  --text TEXT        free text behind the code (text)\n"
+    "  --unwrapped        end a message with a line feed instead of STX and ETX (text)\n"
+    "  --class C          class of the telegram, default 0 (robofon)\n"
+    "  --short            a short telegram, kind T (robofon)\n"
+    "  --receiver N --line N   0 to 7, default 1 (robofon)\n"
+    "  --speech           a speech message follows (robofon)\n"
+    "  --wrong-check      spoil the check byte (robofon)\n"
+    "  --raw HEX          send these bytes instead\n"
+    "  --count N          telegrams in all, default 1\n"
+    "  --number-codes     count up the ID code from telegram to telegram\n"
+    "  --rate N           telegrams a second; default as fast as the replies come\n"
+    "  --connections N    connections side by side, default one for each target\n"
+    "  --timeout MS       wait for a reply, default 5000\n"
+    "  --quiet            print the summary only\n";
+
+/// Walks the arguments; an option that wants a value takes the next one.
+class Arguments {
+ public:
+    Arguments(int count, char** words) : count_(count), words_(words) {}
+
+    bool Read(SendOptions& options) {
+        while (++at_ < count_) {
+            if (!ReadFlag(options, words_[at_]) && !ReadValue(options, words_[at_])) return false;
+        }
+        const auto targets = static_cast<int>(options.targets.size());
+        options.connections = std::max(options.connections, targets);
+        return targets > 0;
+    }
+
+ private:
+    static bool ReadFlag(SendOptions& options, const std::string& word) {
+        if (word == "--short") return options.telegram.kind = 'T', true;
+        if (word == "--speech") return options.telegram.isFollowedBySpeech = true;
+        if (word == "--wrong-check") return options.telegram.hasWrongCheck = true;
+        if (word == "--unwrapped") return options.telegram.isUnwrapped = true;
+        if (word == "--number-codes") return options.numbersCodes = true;
+        if (word == "--quiet") return options.isQuiet = true;
+        if (word.starts_with("-")) return false;
+        options.targets.push_back(word);
+        return true;
+    }
+
+    bool ReadValue(SendOptions& options, const std::string& word) {
+        if (at_ + 1 >= count_) return false;
+        const std::string value = words_[++at_];
+        const int number = std::atoi(value.c_str());
+        if (word == "--format") return options.telegram.format = value, true;
+        if (word == "--code") return options.telegram.code = nordkeep::FromUtf8(value), true;
+        if (word == "--text") return options.telegram.text = nordkeep::FromUtf8(value), true;
+        if (word == "--class") return options.telegram.classCode = value.empty() ? '0' : value[0], true;
+        if (word == "--receiver") return options.telegram.receiver = number, true;
+        if (word == "--line") return options.telegram.line = number, true;
+        if (word == "--raw") return options.raw = nordkeep::tools::FromHex(value), true;
+        if (word == "--count") return options.count = number, true;
+        if (word == "--rate") return options.rate = std::atof(value.c_str()), true;
+        if (word == "--connections") return options.connections = number < 1 ? 1 : number, true;
+        if (word == "--timeout") return options.timeoutMs = number, true;
+        return false;
+    }
+
+    int count_;
+    char** words_;
+    int at_ = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    SendOptions options;
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+        std::fputs(kHelp, stdout);
+        return 0;
+    }
+    if (!Arguments(argc, argv).Read(options)) {
+        std::fputs(kHelp, stderr);
+        return 2;
+    }
+    if (options.raw.empty() && nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
+        std::fprintf(stderr, "nordkeep-send: unknown format \"%s\"\n", options.telegram.format.c_str());
+        return 2;
+    }
+    return nordkeep::tools::Send(options);
+}
