@@ -48,10 +48,14 @@ int FreePort() {
     return ntohs(address.sin_port);
 }
 
-RunningCopy::~RunningCopy() { Kill(); }
+RunningCopy::~RunningCopy() {
+    Kill();
+}
 
-void RunningCopy::AddPort(const std::string& name, const std::string& lines, const std::string& translate) const {
-    data_.Write("Settings\\" + name + ".ini", "[General]\r\n" + lines + "\r\n[Translate]\r\n" + translate + "\r\n");
+void RunningCopy::AddPort(const std::string& name, const std::string& lines,
+                          const std::string& translate) const {
+    data_.Write("Settings\\" + name + ".ini",
+                "[General]\r\n" + lines + "\r\n[Translate]\r\n" + translate + "\r\n");
 }
 
 void RunningCopy::WriteMainSettings(const std::string& lines) const {
@@ -97,15 +101,20 @@ void RunningCopy::Kill() {
     Wait();
 }
 
-std::string RunningCopy::Output() const { return output_.Read("output"); }
+std::string RunningCopy::Output() const {
+    return output_.Read("output");
+}
 
-bool RunningCopy::WaitForOutput(const std::string& text) const { return WaitForOutput(text, 1); }
+bool RunningCopy::WaitForOutput(const std::string& text) const {
+    return WaitForOutput(text, 1);
+}
 
 bool RunningCopy::WaitForOutput(const std::string& text, int times) const {
     return WaitFor([&] {
         const std::string output = Output();
         int found = 0;
-        for (std::size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1)) ++found;
+        for (std::size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1))
+            ++found;
         return found >= times;
     });
 }
@@ -122,7 +131,8 @@ Caller::Caller(int port) {
     const sockaddr_in address = Loopback(port);
     WaitFor([&] {
         descriptor_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        if (connect(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) return true;
+        if (connect(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+            return true;
         close(descriptor_);
         descriptor_ = -1;
         return false;

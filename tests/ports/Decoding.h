@@ -19,11 +19,12 @@ inline Decoded Decode(const Decoder& decoder, const std::vector<Text>& pieces, O
     Decoded result;
     for (const Text& piece : pieces) {
         result.rest += piece;
-        for (TelegramStep step = decoder(result.rest, now); step.consumed > 0; step = decoder(result.rest, now)) {
+        for (TelegramStep step = decoder(result.rest, now); step.consumed > 0;
+             step = decoder(result.rest, now)) {
             result.rest.erase(0, step.consumed);
             result.replies += step.reply;
             result.trafficNotes += step.isTraffic;
-            if (step.event) result.events.push_back(*step.event);
+            for (const DecodedEvent& decoded : step.events) result.events.push_back(decoded.event);
         }
     }
     return result;

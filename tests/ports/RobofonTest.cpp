@@ -1,5 +1,4 @@
 #include "ports/Robofon.h"
-
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>
@@ -38,14 +37,23 @@ TEST(Robofon, RefusesWhatIsNoTelegramAndRecovers) {
         std::size_t rest;
     };
     const Text noise("\0\xFFxyz\x03\x06", 7);
-    for (const Case& c : {Case{"wrong check", wrongCheck, 0, "\x15", 0}, Case{"wrong end", wrongEnd, 0, "\x15", 0},
-                          Case{"noise only", noise, 0, "", 0}, Case{"noise in front", noise + Full(), 1, "\x06", 0},
-                          Case{"line test", "\x07", 0, "\x06", 0},
-                          Case{"line test in noise", "ab\x07" "cd" + Full(), 1, "\x06\x06", 0},
-                          Case{"bad, then good", wrongCheck + Full(), 1, "\x15\x06", 0},
-                          Case{"good, then part", Full() + Full().substr(0, 25), 1, "\x06", 25},
-                          Case{"unknown kind", Telegram("  X2405171345" "\x29" "012340001"), 0, "\x06", 0},
-                          Case{"glued", Full() + Full() + "\x07" + Full(), 3, "\x06\x06\x06\x06", 0}}) {
+    for (const Case& c :
+         {Case{"wrong check", wrongCheck, 0, "\x15", 0}, Case{"wrong end", wrongEnd, 0, "\x15", 0},
+          Case{"noise only", noise, 0, "", 0}, Case{"noise in front", noise + Full(), 1, "\x06", 0},
+          Case{"line test", "\x07", 0, "\x06", 0},
+          Case{"line test in noise",
+               "ab\x07"
+               "cd" +
+                   Full(),
+               1, "\x06\x06", 0},
+          Case{"bad, then good", wrongCheck + Full(), 1, "\x15\x06", 0},
+          Case{"good, then part", Full() + Full().substr(0, 25), 1, "\x06", 25},
+          Case{"unknown kind",
+               Telegram("  X2405171345"
+                        "\x29"
+                        "012340001"),
+               0, "\x06", 0},
+          Case{"glued", Full() + Full() + "\x07" + Full(), 3, "\x06\x06\x06\x06", 0}}) {
         const Decoded decoded = Decode(WithSettings(), {c.stream}, kNow);
         EXPECT_EQ(decoded.events.size(), c.events) << c.name;
         EXPECT_EQ(decoded.replies, c.replies) << c.name;
@@ -66,22 +74,40 @@ TEST(Robofon, ReadsTheFieldsOfBothKinds) {
           Case{"blanks and case", Full("2405171345", '\x01', 'N', " ab12   "), "AB12||0:1|32|AB12", 2224},
           Case{"own", Full("2405171345", '\x01', 'S'), "12340001||0:1|0|12340001", 0},
           Case{"unknown class", Full("2405171345", '\x01', '3'), "12340001||0:1|0|12340001", 0},
-          Case{"short", Telegram("  TABCD    xx" "\x10" "0" "EF      "), "ABCDEF||1:0|1|ABCDEF", 2000},
-          Case{"short, second part only", Telegram("  TABCD    xx" "\x10" "5" "EF      "), "EF||1:0|6|EF", 2005},
-          Case{"bytes of all kinds", Full("2405171345", '\x80', '0', Text("\0\x02\x03\x07\xE5\xFF" "12", 8)),
-               Text("\0\x02\x03\x07\xC5\x9F" "12||0:0|1|\0\x02\x03\x07\xC5\x9F" "12", 24), 2000}}) {
+          Case{"short",
+               Telegram("  TABCD    xx"
+                        "\x10"
+                        "0"
+                        "EF      "),
+               "ABCDEF||1:0|1|ABCDEF", 2000},
+          Case{"short, second part only",
+               Telegram("  TABCD    xx"
+                        "\x10"
+                        "5"
+                        "EF      "),
+               "EF||1:0|6|EF", 2005},
+          Case{"bytes of all kinds",
+               Full("2405171345", '\x80', '0',
+                    Text("\0\x02\x03\x07\xE5\xFF"
+                         "12",
+                         8)),
+               Text("\0\x02\x03\x07\xC5\x9F"
+                    "12||0:0|1|\0\x02\x03\x07\xC5\x9F"
+                    "12",
+                    24),
+               2000}}) {
         const TelegramStep step = NextRobofonStep(c.telegram, {}, kNow);
-        ASSERT_TRUE(step.event) << c.name;
-        EXPECT_EQ(Summary(*step.event), c.summary) << c.name;
-        EXPECT_EQ(step.labelTexts[0], c.label) << c.name;
-        EXPECT_EQ(step.event->AlarmTime, kNow) << c.name;
+        ASSERT_EQ(step.events.size(), 1u) << c.name;
+        EXPECT_EQ(Summary(step.events[0].event), c.summary) << c.name;
+        EXPECT_EQ(step.events[0].labelTexts[0], c.label) << c.name;
+        EXPECT_EQ(step.events[0].event.AlarmTime, kNow) << c.name;
         EXPECT_TRUE(step.isTraffic) << c.name;
     }
 }
 
 TEST(Robofon, TakesTheTelegramsTimeOnlyWhenItIsOne) {
     const auto timeOf = [](const Text& digits) {
-        return NextRobofonStep(Full(digits), {.TimeStampFromRBM = true}, kNow).event->AlarmTime;
+        return NextRobofonStep(Full(digits), {.TimeStampFromRBM = true}, kNow).events.at(0).event.AlarmTime;
     };
     EXPECT_EQ(timeOf("2405171345"), OleDate::FromCivil({2024, 5, 17, 13, 45, 0}));
     EXPECT_EQ(timeOf("4901010000"), OleDate::FromCivil({2049, 1, 1}));
