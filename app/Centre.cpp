@@ -152,9 +152,12 @@ const Centre::Step Centre::kStartSteps[] = {
 };
 
 const Centre::Step Centre::kStopSteps[] = {
-    {"timers", &Centre::StopTimers},         {"waiting replies", &Centre::SettleReplies},
-    {"ports", &Centre::ClosePorts},          {"parked events", &Centre::DispatchParked},
-    {"last events", &Centre::SaveLastEvents}, {"view", &Centre::SaveView},
+    {"timers", &Centre::StopTimers},
+    {"waiting replies", &Centre::SettleReplies},
+    {"ports", &Centre::ClosePorts},
+    {"parked events", &Centre::DispatchParked},
+    {"last events", &Centre::SaveLastEvents},
+    {"view", &Centre::SaveView},
     {"stored events", &Centre::SettleReplies},
 };
 
@@ -165,7 +168,8 @@ void Centre::Start() {
 void Centre::CloseAndShutdownEverything() {
     if (conditions_.isShuttingDown) return;
     conditions_.isShuttingDown = true;
-    foundation_.Log().WriteSysLog(foundation_.Texts().GetLanguageText(kTextShuttingDown), LogKind::Information);
+    foundation_.Log().WriteSysLog(foundation_.Texts().GetLanguageText(kTextShuttingDown),
+                                  LogKind::Information);
     for (const Step& step : kStopSteps) (this->*step.run)();
     duties_.EndProgram();
 }
@@ -214,23 +218,33 @@ void Centre::LoadStoredEvents() {
     store_.LoadEvents();
 }
 
-void Centre::StartTimers() { duties_.StartTimers(); }
+void Centre::StartTimers() {
+    duties_.StartTimers();
+}
 
-void Centre::StopTimers() { duties_.StopAllButOpenTimer(); }
+void Centre::StopTimers() {
+    duties_.StopAllButOpenTimer();
+}
 
-void Centre::SettleReplies() { commit_.Commit(); }
+void Centre::SettleReplies() {
+    commit_.Commit();
+}
 
 void Centre::ClosePorts() {
     ports_.CloseAll();
     torvex_.Close();
 }
 
-void Centre::DispatchParked() { parked_.DispatchAll(); }
+void Centre::DispatchParked() {
+    parked_.DispatchAll();
+}
 
 void Centre::SaveLastEvents() {
     if (!IsClient()) translations_.SaveLastEvents();
 }
 
-void Centre::SaveView() { SaveViewState(foundation_.Files(), settings_.view); }
+void Centre::SaveView() {
+    SaveViewState(foundation_.Files(), settings_.view);
+}
 
 }  // namespace nordkeep

@@ -36,8 +36,8 @@ class Centre {
 
     /// Opens the ports, brings the stored events back and starts the timers.
     void Start();
-    /// A clean stop: nothing comes in any more, what has to survive is saved, and the program ends on the next
-    /// tick of the open timer.
+    /// A clean stop: nothing comes in any more, what has to survive is saved, and the program ends on the
+    /// next tick of the open timer.
     void CloseAndShutdownEverything();
 
  private:

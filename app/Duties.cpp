@@ -75,7 +75,9 @@ bool Duties::IsDue(int& counterMs, int intervalMs, int periodMs) const {
     return true;
 }
 
-void Duties::CloseIdleTrafficFile(const Tick& tick) { needs_.trafficLog.AddIdleTime(tick.intervalMs); }
+void Duties::CloseIdleTrafficFile(const Tick& tick) {
+    needs_.trafficLog.AddIdleTime(tick.intervalMs);
+}
 
 void Duties::OpenPorts(const Tick& tick) {
     needs_.conditions.isDispatchConfigured = needs_.torvex.IsConfigured();
@@ -112,7 +114,8 @@ void Duties::WriteTorvexCyclically(const Tick& tick) {
     const EngineSettings& s = needs_.settings;
     if (IsClient() || s.TorvexCyclicWritePeriod < 1) return;
     if (!IsDue(torvexWriteCounterMs_, tick.intervalMs, s.TorvexCyclicWritePeriod)) return;
-    needs_.torvex.Send(CyclicText(s.TorvexCyclicWriteString, {{}, "YYYY-MM-DD", "HH:NN:SS"}, tick.now) + "\n");
+    needs_.torvex.Send(CyclicText(s.TorvexCyclicWriteString, {{}, "YYYY-MM-DD", "HH:NN:SS"}, tick.now) +
+                       "\n");
 }
 
 void Duties::EndWhenAsked(const Tick&) {

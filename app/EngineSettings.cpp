@@ -17,17 +17,21 @@ const std::array kRows = {
     SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", "0", kCentre, &E::ContinousDebugFormatAsHex},
     SettingRow<E>{kGeneral, "CreateLogFile", "0", kCentre, &E::CreateLogFile},
     SettingRow<E>{kGeneral, "AlarmLogFileName", "Alarm.LOG", SettingScope::Workstation, &E::AlarmLogFileName},
-    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", "0", kCentre, &E::AlarmLogFileCyclicWritePeriod, 0},
+    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", "0", kCentre, &E::AlarmLogFileCyclicWritePeriod,
+                  0},
     SettingRow<E>{kGeneral, "AlarmLogFileCyclicWriteString", "", kCentre, &E::AlarmLogFileCyclicWriteString},
     SettingRow<E>{kGeneral, "TorvexCyclicWritePeriod", "0", kCentre, &E::TorvexCyclicWritePeriod, 0},
     SettingRow<E>{kGeneral, "TorvexCyclicWriteString", "", kCentre, &E::TorvexCyclicWriteString},
     SettingRow<E>{kGeneral, "TorvexCyclicLineFeedPeriod", "0", kCentre, &E::TorvexCyclicLineFeedPeriod, 0},
-    SettingRow<E>{kGeneral, "CyclicWriteTimePeriodInSeconds", "0", kCentre, &E::CyclicWriteTimePeriodInSeconds},
+    SettingRow<E>{kGeneral, "CyclicWriteTimePeriodInSeconds", "0", kCentre,
+                  &E::CyclicWriteTimePeriodInSeconds},
 };
 
 }  // namespace
 
-std::span<const SettingRow<EngineSettings>> EngineSettingRows() { return kRows; }
+std::span<const SettingRow<EngineSettings>> EngineSettingRows() {
+    return kRows;
+}
 
 EngineSettings LoadEngineSettings(const Settings& files) {
     constexpr int kDefaultSystemTimerMs = 100;

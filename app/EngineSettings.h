@@ -10,13 +10,13 @@ struct EngineSettings {
     int LogFileSavePeriod = 30;     // days; below 1 is off
     bool ContinousDebugToFile = false;
     bool ContinousDebugFormatAsHex = false;
-    bool CreateLogFile = false;     // an external program empties the alarm log
-    Text AlarmLogFileName{};        // its argument
+    bool CreateLogFile = false;             // an external program empties the alarm log
+    Text AlarmLogFileName{};                // its argument
     int AlarmLogFileCyclicWritePeriod = 0;  // ms, or seconds by CyclicWriteTimePeriodInSeconds; 0 is off
     Text AlarmLogFileCyclicWriteString{};
-    int TorvexCyclicWritePeriod = 0;        // as the period above
+    int TorvexCyclicWritePeriod = 0;  // as the period above
     Text TorvexCyclicWriteString{};
-    int TorvexCyclicLineFeedPeriod = 0;     // ticks of the open timer; 0 is off
+    int TorvexCyclicLineFeedPeriod = 0;  // ticks of the open timer; 0 is off
     bool CyclicWriteTimePeriodInSeconds = false;
 };
 

@@ -19,7 +19,9 @@ constexpr int kTextCannotWrite = 3609;
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
-NativePath FolderOf(const NativePath& file) { return file.substr(0, file.rfind('/')); }
+NativePath FolderOf(const NativePath& file) {
+    return file.substr(0, file.rfind('/'));
+}
 
 /// The folder that /PATH: names, made when missing; the program folder when it cannot be had.
 NativePath DataFolderOf(const CommandLine& commandLine, const NativePath& programFolder) {
@@ -101,7 +103,8 @@ bool Foundation::ChooseLanguage() {
         settings_.WriteIni("General", "Language", LanguageNumber(*chosen));
         return language_.Load(programFolder_, LanguageNumber(*chosen));
     }
-    if (choices.empty() || !language_.Load(programFolder_, LanguageNumber(choices.front().number))) return false;
+    if (choices.empty() || !language_.Load(programFolder_, LanguageNumber(choices.front().number)))
+        return false;
     NoteForLog(language_.GetLanguageText(kTextLanguageTaken) + choices.front().name, LogKind::Failure);
     return true;
 }

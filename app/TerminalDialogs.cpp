@@ -4,6 +4,8 @@
 
 namespace nordkeep {
 
-void TerminalDialogs::ShowMessage(const Text& text) { std::fprintf(stderr, "nordkeep: %s\n", ToUtf8(text).c_str()); }
+void TerminalDialogs::ShowMessage(const Text& text) {
+    std::fprintf(stderr, "nordkeep: %s\n", ToUtf8(text).c_str());
+}
 
 }  // namespace nordkeep

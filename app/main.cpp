@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
     const CommandLine commandLine = ParseCommandLine({argv + 1, argv + argc});
     if (AnswerInTerminal(commandLine)) return 0;
 
-    Signals signals;
+    Signals endSignals;
     const auto application = MakeCoreApplication(argc, argv);
     SystemClock clock;
     QtEventLoop loop;
@@ -61,7 +61,7 @@ int main(int argc, char** argv) {
     if (const auto status = foundation.Prepare()) return *status;
 
     Centre centre(foundation);
-    const QtSignalWatch watch(signals, [&centre] { centre.CloseAndShutdownEverything(); });
+    const QtSignalWatch watch(endSignals, [&centre] { centre.CloseAndShutdownEverything(); });
     centre.Start();
     return loop.Run();
 }

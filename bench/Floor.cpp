@@ -75,7 +75,8 @@ int main(int argc, char** argv) {
         for (std::size_t i = callers.size(); i-- > 0;) {
             if ((waiting[i + 1].revents & (POLLIN | POLLHUP)) == 0) continue;
             Caller& caller = callers[i];
-            const ssize_t count = read(caller.descriptor, caller.bytes + caller.count, kTelegram - caller.count);
+            const ssize_t count =
+                read(caller.descriptor, caller.bytes + caller.count, kTelegram - caller.count);
             if (count <= 0) {
                 close(caller.descriptor);
                 callers.erase(callers.begin() + static_cast<std::ptrdiff_t>(i));
@@ -86,7 +87,8 @@ int main(int argc, char** argv) {
             caller.count = 0;
             char reply = 21;
             if (IsGood(caller) && Store(folder, folderDescriptor, number++, caller)) {
-                static const char kLine[] = "5;24-03-05;07:08:09 ;2024-03-05;07:08:09;Robofon;1;Object;Type;10000103;\r\n";
+                static const char kLine[] =
+                    "5;24-03-05;07:08:09 ;2024-03-05;07:08:09;Robofon;1;Object;Type;10000103;\r\n";
                 if (write(log, kLine, sizeof kLine - 1) > 0) reply = 6;
             }
             if (write(caller.descriptor, &reply, 1) != 1) continue;

@@ -22,7 +22,9 @@ const std::array kRows = {
 
 }  // namespace
 
-std::span<const SettingRow<ViewState>> ViewStateRows() { return kRows; }
+std::span<const SettingRow<ViewState>> ViewStateRows() {
+    return kRows;
+}
 
 void SaveViewState(Settings& files, const ViewState& state) {
     for (const SettingRow<V>& row : kRows) {

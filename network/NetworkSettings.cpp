@@ -22,7 +22,9 @@ const std::array kRows = {
 
 }  // namespace
 
-std::span<const SettingRow<NetworkSettings>> NetworkSettingRows() { return kRows; }
+std::span<const SettingRow<NetworkSettings>> NetworkSettingRows() {
+    return kRows;
+}
 
 NetworkSettings LoadNetworkSettings(const Settings& files) {
     constexpr int kShortestKeepAliveMs = 1000;

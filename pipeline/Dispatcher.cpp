@@ -15,7 +15,9 @@ constexpr int kAlarmSoundBeep = 1;
 constexpr int kAlarmSoundOnce = 2;
 constexpr int kAlarmSoundRepeat = 3;
 
-long PriorityOf(const cAlarm& alarm) { return static_cast<long>(LeadingNumber(alarm.m_TranslatedPrio)); }
+long PriorityOf(const cAlarm& alarm) {
+    return static_cast<long>(LeadingNumber(alarm.m_TranslatedPrio));
+}
 
 }  // namespace
 
@@ -54,7 +56,8 @@ void Dispatcher::DispatchEvent(std::unique_ptr<cAlarm> alarm) {
         try {
             (this->*step.run)(dispatch);
         } catch (const std::exception& fault) {
-            needs_.log.WriteSysLog("DispatchEvent, " + Text(step.name) + ": " + fault.what(), LogKind::Failure);
+            needs_.log.WriteSysLog("DispatchEvent, " + Text(step.name) + ": " + fault.what(),
+                                   LogKind::Failure);
         }
     }
 }
@@ -97,8 +100,8 @@ void Dispatcher::SendToTorvex(Dispatch& dispatch) {
     cAlarm& alarm = dispatch.alarm;
     if (needs_.torvexSettings.DelayAndWaitForAck > 0) return;
     const bool isDone = !IsToBePassedToTorvex(alarm) || !needs_.torvexSettings.RetryFailedTransmissions;
-    const bool isSent = IsToBePassedToTorvex(alarm) && needs_.torvex.IsConnected() &&
-                        needs_.torvex.Send(TorvexLine(alarm));
+    const bool isSent =
+        IsToBePassedToTorvex(alarm) && needs_.torvex.IsConnected() && needs_.torvex.Send(TorvexLine(alarm));
     if (isSent || isDone) alarm.m_SentToTorvex = -1;
 }
 
@@ -116,9 +119,13 @@ void Dispatcher::SendWaitingToTorvex(OleDate now) {
     }
 }
 
-void Dispatcher::SendToComCall(Dispatch& dispatch) { needs_.outputs.SendToComCall(dispatch.alarm); }
+void Dispatcher::SendToComCall(Dispatch& dispatch) {
+    needs_.outputs.SendToComCall(dispatch.alarm);
+}
 
-void Dispatcher::SendToMessageQueue(Dispatch& dispatch) { needs_.outputs.SendToMessageQueue(dispatch.alarm); }
+void Dispatcher::SendToMessageQueue(Dispatch& dispatch) {
+    needs_.outputs.SendToMessageQueue(dispatch.alarm);
+}
 
 void Dispatcher::MarkSpeech(Dispatch& dispatch) {
     cAlarm& alarm = dispatch.alarm;
@@ -127,15 +134,17 @@ void Dispatcher::MarkSpeech(Dispatch& dispatch) {
     alarm.m_SIAStatus += needs_.language.GetLanguageText(kTextSpeechFollows);
 }
 
-void Dispatcher::Store(Dispatch& dispatch) { needs_.store.StoreNew(std::move(dispatch.owned)); }
+void Dispatcher::Store(Dispatch& dispatch) {
+    needs_.store.StoreNew(std::move(dispatch.owned));
+}
 
 void Dispatcher::WriteAlarmLog(Dispatch& dispatch) {
     const DispatchSettings& s = needs_.settings;
-    AppendToFile(needs_.dataFolder.Resolve(kAlarmLogSpool),
-                 needs_.text.BuildAlarmText(
-                     {s.AlarmLogFileFileFormat, s.AlarmLogFileDateFormat, s.AlarmLogFileTimeFormat},
-                     dispatch.alarm) +
-                     "\r\n");
+    AppendToFile(
+        needs_.dataFolder.Resolve(kAlarmLogSpool),
+        needs_.text.BuildAlarmText(
+            {s.AlarmLogFileFileFormat, s.AlarmLogFileDateFormat, s.AlarmLogFileTimeFormat}, dispatch.alarm) +
+            "\r\n");
 }
 
 void Dispatcher::WriteTypeLog(Dispatch& dispatch) {
@@ -162,18 +171,20 @@ void Dispatcher::WriteObjectLog(Dispatch& dispatch) {
     const DispatchSettings& s = needs_.settings;
     MakeFolder(needs_.dataFolder.Resolve("LogFiles\\Objects"));
     const Text name = FileSafeName(dispatch.alarm.m_TranslatedIDCode);
-    AppendToFile(needs_.dataFolder.Resolve("LogFiles\\Objects\\" + name + ".LOG"),
-                 needs_.text.BuildAlarmText(
-                     {s.ObjectLogFileFormat, s.ObjectLogFileDateFormat, s.ObjectLogFileTimeFormat},
-                     dispatch.alarm) +
-                     "\r\n");
+    AppendToFile(
+        needs_.dataFolder.Resolve("LogFiles\\Objects\\" + name + ".LOG"),
+        needs_.text.BuildAlarmText(
+            {s.ObjectLogFileFormat, s.ObjectLogFileDateFormat, s.ObjectLogFileTimeFormat}, dispatch.alarm) +
+            "\r\n");
 }
 
 void Dispatcher::OfferSelection(Dispatch& dispatch) {
     if (dispatch.alarm.m_Status != kStatusAcknowledged) needs_.desk.OfferSelection(dispatch.alarm);
 }
 
-void Dispatcher::KeepAsLatest(Dispatch& dispatch) { needs_.desk.KeepAsLatest(dispatch.alarm); }
+void Dispatcher::KeepAsLatest(Dispatch& dispatch) {
+    needs_.desk.KeepAsLatest(dispatch.alarm);
+}
 
 void Dispatcher::PopUp(Dispatch&) {
     if (needs_.deskSettings.AlarmPopup) needs_.desk.PopUp();
@@ -205,10 +216,14 @@ void Dispatcher::ShowPicture(Dispatch& dispatch) {
 void Dispatcher::PlaySound(Dispatch& dispatch) {
     if (!dispatch.wantsSound) return;
     switch (needs_.deskSettings.AlarmSound) {
-        case kAlarmSoundBeep: return needs_.desk.Beep();
-        case kAlarmSoundOnce: return needs_.outputs.PlaySound(SoundRequest::Once);
-        case kAlarmSoundRepeat: return needs_.outputs.PlaySound(SoundRequest::Repeat);
-        default: return;
+        case kAlarmSoundBeep:
+            return needs_.desk.Beep();
+        case kAlarmSoundOnce:
+            return needs_.outputs.PlaySound(SoundRequest::Once);
+        case kAlarmSoundRepeat:
+            return needs_.outputs.PlaySound(SoundRequest::Repeat);
+        default:
+            return;
     }
 }
 
@@ -222,8 +237,12 @@ void Dispatcher::PrintLine(Dispatch& dispatch) {
     if (needs_.deskSettings.PrinterPort > 0) needs_.outputs.PrintAlarm(dispatch.alarm);
 }
 
-void Dispatcher::PrintPage(Dispatch& dispatch) { needs_.desk.PrintAlarmPage(dispatch.alarm); }
+void Dispatcher::PrintPage(Dispatch& dispatch) {
+    needs_.desk.PrintAlarmPage(dispatch.alarm);
+}
 
-void Dispatcher::NoteListsChanged(Dispatch&) { needs_.desk.NoteListsChanged(); }
+void Dispatcher::NoteListsChanged(Dispatch&) {
+    needs_.desk.NoteListsChanged();
+}
 
 }  // namespace nordkeep

@@ -37,8 +37,8 @@ class Dispatcher {
 
     void DispatchEvent(std::unique_ptr<cAlarm> alarm);
 
-    /// Sends the alarms that still wait for it to Torvex: those whose delay has passed. To be called every few
-    /// seconds.
+    /// Sends the alarms that still wait for it to Torvex: those whose delay has passed. To be called every
+    /// few seconds.
     void SendWaitingToTorvex(OleDate now);
 
  private:

@@ -51,7 +51,8 @@ void PrepareSettingsFolder(const FileTree& programFolder, const FileTree& dataFo
     MakeFolder(dataFolder.Resolve("Settings"));
     CarryOldNamesForward(dataFolder);
     if (StampOf(dataFolder.Resolve(kMainFile)).Exists()) return;
-    for (const Template& row : kTemplates) CopyDefaultFiles(programFolder, row.extension, dataFolder, row.target);
+    for (const Template& row : kTemplates)
+        CopyDefaultFiles(programFolder, row.extension, dataFolder, row.target);
     // A template may bring an old name of its own.
     RenameSettings(dataFolder);
 }

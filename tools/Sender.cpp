@@ -140,6 +140,8 @@ class Run {
 
 }  // namespace
 
-int Send(const SendOptions& options) { return Run(options).Go(); }
+int Send(const SendOptions& options) {
+    return Run(options).Go();
+}
 
 }  // namespace nordkeep::tools

@@ -96,7 +96,8 @@ int main(int argc, char** argv) {
         std::fputs(kHelp, stderr);
         return 2;
     }
-    if (options.raw.empty() && nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
+    if (options.raw.empty() &&
+        nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
         std::fprintf(stderr, "nordkeep-send: unknown format \"%s\"\n", options.telegram.format.c_str());
         return 2;
     }

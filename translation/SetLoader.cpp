@@ -19,9 +19,9 @@ class ObjectPool {
         }
     }
 
-    /// An object with a caller is a new record each time; any other is found again by its code.
+    /// An object is found again by its whole key, so that one with a caller is a new record each time.
     cIDCode& ObjectOf(const IdCodeRow& row) {
-        const auto known = row.HasCaller() ? plain_.end() : plain_.find(row.key);
+        const auto known = plain_.find(row.key);
         const std::size_t place = known != plain_.end() ? known->second : Add(row);
         cIDCode& object = *objects_[place];
         if (object.m_IsToBeDeleted) order_.push_back(place);
