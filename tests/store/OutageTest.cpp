@@ -73,6 +73,24 @@ TEST(Outage, IsLoggedAndToldOnceAndNothingIsLost) {
     EXPECT_EQ(told.size(), 2u) << "the next outage is told again";
 }
 
+TEST(Outage, AFailedSynchronisationCountsForEverythingWrittenBefore) {
+    StoreWorld world;
+    Text replies;
+    Receive(world, AlarmAt(45356, "a"), replies);
+    Receive(world, AlarmAt(45356, "b"), replies);
+    BreakDisk(world);  // written, but the folder of the new files cannot be synchronised any more
+    world.commit.Begin();
+    world.commit.Commit();
+    world.commit.End([&replies](bool isStored) { replies += isStored ? "late " : "late- "; });
+    EXPECT_EQ(replies, "- - ");
+    EXPECT_EQ(world.store->UnsavedCount(), 2u);
+    MendDisk(world);
+    world.store->RetryFailedWrites();
+    world.commit.Commit();
+    EXPECT_EQ(replies, "- - late- ") << "a telegram in hand may have been part of it";
+    EXPECT_EQ(world.logged.back(), "again:2");
+}
+
 TEST(Outage, OneBadFileHoldsUpNoOther) {
     StoreWorld world;
     std::vector<cAlarm*> alarms;
