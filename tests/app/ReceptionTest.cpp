@@ -164,7 +164,7 @@ TEST_F(ReceptionTest, SendsNoAckForAnEventThatCannotBeStored) {
         rename(copy.Data().Resolve("Data\\Events").c_str(), (copy.Data().Path() + "/Data/Away").c_str()), 0);
     copy.Data().Write("Data\\Events", "");
     caller.Send(RobofonTelegram("10000101"));
-    EXPECT_TRUE(copy.WaitForOutput("cannot be stored"));
+    EXPECT_TRUE(copy.WaitForOutput("Could not store events"));
     caller.Send("\x07");
     EXPECT_EQ(caller.Receive(1), "\x06") << "the line test is answered, the event before it is not";
 }
