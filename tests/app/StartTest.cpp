@@ -8,7 +8,7 @@
 namespace nordkeep {
 namespace {
 
-std::string Run(const std::string& arguments, int* status = nullptr) {
+std::string RunProgram(const std::string& arguments, int* status = nullptr) {
     const std::string command = std::string(NORDKEEP_BIN_DIR) + "/nordkeep " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     std::string output;
@@ -20,8 +20,8 @@ std::string Run(const std::string& arguments, int* status = nullptr) {
 }
 
 TEST(Start, AnswersInATerminal) {
-    EXPECT_EQ(Run("--version"), "nordkeep " NORDKEEP_VERSION "\n");
-    EXPECT_NE(Run("--help").find("/RunAsService"), std::string::npos);
+    EXPECT_EQ(RunProgram("--version"), "nordkeep " NORDKEEP_VERSION "\n");
+    EXPECT_NE(RunProgram("--help").find("/RunAsService"), std::string::npos);
 }
 
 TEST(Start, MakesANewInstallationFromTheTemplates) {
@@ -56,7 +56,7 @@ TEST(Start, SecondCopyOnTheSameFolderEnds) {
     RunningCopy copy;
     copy.Start();
     int status = 0;
-    const std::string output = Run("\"/PATH:" + copy.Data().Path() + "\"", &status);
+    const std::string output = RunProgram("\"/PATH:" + copy.Data().Path() + "\"", &status);
     EXPECT_NE(output.find("already running"), std::string::npos) << output;
     EXPECT_EQ(status, 1);
     EXPECT_EQ(copy.Stop(), 0);
@@ -79,13 +79,13 @@ TEST(Start, InstallsAndRemovesTheService) {
     TempFolder data;
     data.Write("Settings\\Nordkeep.INI", "[General]\r\nLanguage=044\r\n");
     int status = 1;
-    EXPECT_EQ(Run("/I \"/PATH:" + data.Path() + "\"", &status), "Nordkeep service installation succeeded\n");
+    EXPECT_EQ(RunProgram("/I \"/PATH:" + data.Path() + "\"", &status), "Nordkeep service installation succeeded\n");
     EXPECT_EQ(status, 0);
     const Text unit = units.Read("nordkeep.service");
     EXPECT_NE(unit.find("\" /RunAsService \"/PATH:" + data.Path() + "\""), Text::npos) << unit;
-    EXPECT_EQ(Run("/U \"/PATH:" + data.Path() + "\"", &status),
+    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status),
               "Nordkeep service uninstalled successfully\n");
-    EXPECT_EQ(Run("/U \"/PATH:" + data.Path() + "\"", &status), "Nordkeep failed to uninstall as service\n");
+    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status), "Nordkeep failed to uninstall as service\n");
     EXPECT_EQ(status, 1);
     unsetenv("NORDKEEP_UNIT_FOLDER");
     EXPECT_FALSE(FolderExists(data.Resolve("LogFiles"))) << "a quiet end leaves nothing behind";
