@@ -63,9 +63,10 @@ void RunningCopy::WriteMainSettings(const std::string& lines) const {
 }
 
 void RunningCopy::Start(const std::vector<std::string>& switches) {
-    std::vector<std::string> words = {std::string(NORDKEEP_BIN_DIR) + "/nordkeep", "/RunAsService",
-                                      "/PATH:" + data_.Path()};
+    // The path stands last: its value would take in a word that is no switch.
+    std::vector<std::string> words = {std::string(NORDKEEP_BIN_DIR) + "/nordkeep", "/RunAsService"};
     words.insert(words.end(), switches.begin(), switches.end());
+    words.push_back("/PATH:" + data_.Path());
     const std::string output = output_.Path() + "/output";
     pid_ = fork();
     if (pid_ == 0) {
