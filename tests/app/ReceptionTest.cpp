@@ -114,7 +114,7 @@ TEST_F(ReceptionTest, ServesOnThroughNoiseCutAndGluedTelegrams) {
     EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 3; }));
     std::vector<Text> raw;
     for (const Text& file : copy.EventFiles()) raw.push_back(EventOf(file).m_RawAlarmCode);
-    EXPECT_TRUE(std::ranges::find(raw, Text("10000102 \0\x80\xFF end", 17)) != raw.end());
+    EXPECT_TRUE(std::ranges::find(raw, Text("10000102 \0\x80\xFF end", 16)) != raw.end());
 }
 
 TEST_F(ReceptionTest, PurgesAMegabyteOfNoiseWithoutAnEnd) {

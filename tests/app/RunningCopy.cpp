@@ -68,6 +68,8 @@ void RunningCopy::Start(const std::vector<std::string>& switches) {
     words.insert(words.end(), switches.begin(), switches.end());
     words.push_back("/PATH:" + data_.Path());
     const std::string output = output_.Path() + "/output";
+    // Emptied before the start, so that nobody waits for what an earlier run has written.
+    WriteFile(output, "");
     pid_ = fork();
     if (pid_ == 0) {
         const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
