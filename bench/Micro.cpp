@@ -40,7 +40,7 @@ void FindObjectAmong(benchmark::State& state) {
         set.m_IdCodes.push_back(std::make_unique<cIDCode>());
         set.m_IdCodes.back()->m_IdCode = Digits(i, 6);
     }
-    set.index.Rebuild(set.m_IdCodes, false);
+    set.index.Rebuild(set);
     const Text code = Digits(state.range(0) / 2, 6);
     for (auto _ : state) benchmark::DoNotOptimize(FindObject(set, {code, "", {}}, {}));
 }
