@@ -39,7 +39,9 @@ bool StartsWith(std::string_view text, std::string_view word) {
     return EqualsNoCase(text.substr(0, word.size()), word);
 }
 
-bool IsEnd(std::string_view rest) { return rest.empty() || rest.front() == ' ' || rest.front() == '/'; }
+bool IsEnd(std::string_view rest) {
+    return rest.empty() || rest.front() == ' ' || rest.front() == '/';
+}
 
 const SwitchRow* SwitchAt(std::string_view text) {
     for (const SwitchRow& row : kSwitches) {

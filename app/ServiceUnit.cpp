@@ -33,9 +33,11 @@ std::string ServiceUnitText(const std::string& program, const std::string& dataF
     const std::string folder = dataFolder.empty() ? program.substr(0, program.rfind('/')) : dataFolder;
     return std::string("[Unit]\nDescription=") + kDescription +
            "\nAfter=network.target\n"
-           "\n[Service]\nType=simple\nExecStart=" + command +
+           "\n[Service]\nType=simple\nExecStart=" +
+           command +
            "\nRestart=on-failure\nRestartSec=2\nTimeoutStopSec=20\n"
-           "ProtectSystem=strict\nReadWritePaths=" + Quoted(folder) +
+           "ProtectSystem=strict\nReadWritePaths=" +
+           Quoted(folder) +
            "\nNoNewPrivileges=yes\nPrivateTmp=yes\nProtectKernelModules=yes\nProtectKernelTunables=yes\n"
            "ProtectControlGroups=yes\nRestrictSUIDSGID=yes\nSupplementaryGroups=dialout lp\n"
            "\n[Install]\nWantedBy=multi-user.target\n";
@@ -45,6 +47,8 @@ bool InstallService(const std::string& program, const std::string& dataFolder) {
     return WriteFile(UnitPath(), ServiceUnitText(program, dataFolder));
 }
 
-bool UninstallService() { return RemoveFile(UnitPath()); }
+bool UninstallService() {
+    return RemoveFile(UnitPath());
+}
 
 }  // namespace nordkeep

@@ -3,7 +3,7 @@
 add_library(nordkeep_flags INTERFACE)
 target_compile_options(nordkeep_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 target_include_directories(nordkeep_flags INTERFACE ${CMAKE_SOURCE_DIR})
-target_compile_definitions(nordkeep_flags INTERFACE NORDKEEP_VERSION="${PROJECT_VERSION}")
+target_compile_definitions(nordkeep_flags INTERFACE NORDKEEP_VERSION="${PROJECT_VERSION}" QT_NO_KEYWORDS)
 
 if(NORDKEEP_WERROR)
   target_compile_options(nordkeep_flags INTERFACE -Werror)

@@ -15,9 +15,10 @@ constexpr const char* kLogFormat =
 using D = DispatchSettings;
 const std::array kDispatch = {
     SettingRow<D>{kGeneral, "SendNotTranslatedToOldAlarms", "0", kCentre, &D::SendNotTranslatedToOldAlarms},
-    SettingRow<D>{kGeneral, "AlarmFileFormat",
-                  "[Date];[Time];[ProtocolType];[TrPrio];[TrIDCode];[TrTypeCode];[AlarmCodeToStore];[Originator]",
-                  kCentre, &D::AlarmFileFormat},
+    SettingRow<D>{
+        kGeneral, "AlarmFileFormat",
+        "[Date];[Time];[ProtocolType];[TrPrio];[TrIDCode];[TrTypeCode];[AlarmCodeToStore];[Originator]",
+        kCentre, &D::AlarmFileFormat},
     SettingRow<D>{kGeneral, "AlarmDateFormat", "Short Date", kOwn, &D::AlarmDateFormat},
     SettingRow<D>{kGeneral, "AlarmTimeFormat", "Long Time", kOwn, &D::AlarmTimeFormat},
     SettingRow<D>{kGeneral, "AlarmLogFileFileFormat", kLogFormat, kCentre, &D::AlarmLogFileFileFormat},
@@ -56,17 +57,23 @@ const std::array kTorvexRows = {
     SettingRow<T>{kTorvex, "Address", "", kCentre, &T::Address},
     SettingRow<T>{kTorvex, "StatusToBePassedToTorvex", "0,1,2,3,4", kCentre, &T::StatusToBePassedToTorvex},
     SettingRow<T>{kTorvex, "Format",
-                  "1|[Date]|[Time]|[AlarmCodeToStore]|[ProtocolType]|[TrPrio]|[TrTypeCode]|[TrIDCode]", kCentre,
-                  &T::Format},
+                  "1|[Date]|[Time]|[AlarmCodeToStore]|[ProtocolType]|[TrPrio]|[TrTypeCode]|[TrIDCode]",
+                  kCentre, &T::Format},
     SettingRow<T>{kTorvex, "DelayAndWaitForAck", "", kCentre, &T::DelayAndWaitForAck},
     SettingRow<T>{kTorvex, "RetryFailedTransmissions", "", kCentre, &T::RetryFailedTransmissions},
 };
 
 }  // namespace
 
-std::span<const SettingRow<DispatchSettings>> DispatchSettingRows() { return kDispatch; }
-std::span<const SettingRow<DeskSettings>> DeskSettingRows() { return kDesk; }
-std::span<const SettingRow<TorvexSettings>> TorvexSettingRows() { return kTorvexRows; }
+std::span<const SettingRow<DispatchSettings>> DispatchSettingRows() {
+    return kDispatch;
+}
+std::span<const SettingRow<DeskSettings>> DeskSettingRows() {
+    return kDesk;
+}
+std::span<const SettingRow<TorvexSettings>> TorvexSettingRows() {
+    return kTorvexRows;
+}
 
 PriorityRange ParsePriorityRange(TextView text) {
     const auto number = [](TextView part) { return static_cast<long>(LeadingNumber(part)); };

@@ -4,6 +4,9 @@
 
 namespace nordkeep {
 
+/// The spool of the alarm log, below the data folder; an external program empties it.
+inline constexpr TextView kAlarmLogSpool = "AlarmLogFile.spl";
+
 /// What happens to an alarm record once it is complete. The formats are templates of BuildAlarmText.
 struct DispatchSettings {
     bool SendNotTranslatedToOldAlarms = false;

@@ -36,7 +36,9 @@ void ApplyPriority(cAlarm& alarm, const Text& prio) {
     if (!prio.empty()) alarm.m_TranslatedPrio = std::to_string(LeadingInt32(prio));
 }
 
-Text Marked(const Text& text) { return text.empty() ? Text() : " ^" + text + "^"; }
+Text Marked(const Text& text) {
+    return text.empty() ? Text() : " ^" + text + "^";
+}
 
 void TranslateSIA(IntakeRun& run, const cTranslate& set, const Settings& settings, const Language& language) {
     const IncomingEvent& event = run.event;
@@ -44,13 +46,15 @@ void TranslateSIA(IntakeRun& run, const cTranslate& set, const Settings& setting
     DataCode found;
     for (const BlockRow& row : kBlocks) {
         if (row.type != event.SIABlockType) continue;
-        if (row.section) found = FindDataCode(settings, set, *row.section, alarm.m_TypeCode).value_or(DataCode());
+        if (row.section)
+            found = FindDataCode(settings, set, *row.section, alarm.m_TypeCode).value_or(DataCode());
         alarm.m_SIAStatus = language.GetLanguageText(row.statusText);
     }
     alarm.m_TranslatedTypeCode = found.name;
     alarm.m_ResetTypeCode = TrimBlanksLeft(found.resetOrClass);
     alarm.m_SIAModifier = ReadableModifiers(settings, set, event.SIAModifier) + Marked(event.SIAPrefixText);
-    const TextView address = TextView(event.DefaultAlarmCode).substr(std::min<std::size_t>(2, event.DefaultAlarmCode.size()));
+    const TextView address =
+        TextView(event.DefaultAlarmCode).substr(std::min<std::size_t>(2, event.DefaultAlarmCode.size()));
     alarm.m_SIAAddress =
         ZoneText(settings, alarm.m_IdCode, alarm.m_TypeCode, address) + Marked(event.SIASuffixText);
     ApplyPriority(alarm, found.prio);
@@ -124,11 +128,13 @@ void TranslateByTypeCodes(IntakeRun& run, const cTranslate& set) {
 
 }  // namespace
 
-void TranslateEventText(IntakeRun& run, const cTranslate& set, const Settings& settings, const Language& language) {
+void TranslateEventText(IntakeRun& run, const cTranslate& set, const Settings& settings,
+                        const Language& language) {
     const int number = run.event.TranslationNumberToUse;
     const bool hasDataCodes = !run.IsOwn() && !run.HasGivenType();
     if (hasDataCodes && number == kTranslateSIA) return TranslateSIA(run, set, settings, language);
-    if (hasDataCodes && number == kTranslateContactID && TranslateContactID(run, set, settings, language)) return;
+    if (hasDataCodes && number == kTranslateContactID && TranslateContactID(run, set, settings, language))
+        return;
     TranslateByTypeCodes(run, set);
 }
 

@@ -55,7 +55,7 @@ void NamePortOfOwnEvent(IntakeRun& run) {
 
 void AwaitReset(cAlarm& alarm) {
     const bool hasReset = !alarm.m_ResetTypeCode.empty() || !alarm.m_ResetIdCode.empty();
-    if (alarm.m_Status == kStatusNew && hasReset) alarm.m_Status = kStatusNewAwaitsReset;
+    if (alarm.m_Status == kStatusNew && hasReset) alarm.m_Status = kStatusNewWaiting;
 }
 
 }  // namespace

@@ -57,7 +57,8 @@ class Intake final : public EventIntake, public SilenceAlarm {
     void FeedAliveTests(IntakeRun& run);
     void FeedTest2(IntakeRun& run);
     void RaiseRestore(IntakeRun& run, cTranslate& set, cIDCode& object);
-    void RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const cIDCode& object, const Text& type);
+    void RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const cIDCode& object,
+                               const Text& type);
     void ShowObject(cTranslate& set, cIDCode& object);
     void HandOver(IntakeRun& run);
 

@@ -20,7 +20,8 @@ Text RestoreTypeOf(const EventPort& port, int translationNumber) {
 void Intake::NoteObjectHeard(IntakeRun& run, cTranslate& set, cIDCode& object) {
     object.m_LastIncomingEvent = needs_.clock.Now();
     const Text ownType = std::to_string(needs_.translationSettings.aliveTest2Type);
-    if (!run.event.PortObject || !object.m_AliveTestIntervalHasExceeded || run.alarm->m_TypeCode == ownType) return;
+    if (!run.event.PortObject || !object.m_AliveTestIntervalHasExceeded || run.alarm->m_TypeCode == ownType)
+        return;
     // Cleared first, so that the restore does not raise another.
     object.m_AliveTestIntervalHasExceeded = false;
     RaiseRestore(run, set, object);
@@ -47,7 +48,8 @@ void Intake::RaiseRestore(IntakeRun& run, cTranslate& set, cIDCode& object) {
                          .ForcedTypeCode = type});
 }
 
-void Intake::RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const cIDCode& object, const Text& type) {
+void Intake::RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const cIDCode& object,
+                                   const Text& type) {
     HandleIncomingEvent({.AlarmTime = run.event.AlarmTime,
                          .ProtocolType = run.event.ProtocolType,
                          .DefaultType = LeadingInt16(type),
@@ -61,7 +63,8 @@ void Intake::RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const 
 void Intake::FeedAliveTests(IntakeRun& run) {
     if (!run.IsFound() || !run.event.PortObject) return;
     const int feeding = needs_.translationSettings.aliveTest2ResetTimerPrio;
-    const bool feedsTest2 = feeding != kNoSuchPriority && LeadingNumber(run.alarm->m_TranslatedPrio) == feeding &&
+    const bool feedsTest2 = feeding != kNoSuchPriority &&
+                            LeadingNumber(run.alarm->m_TranslatedPrio) == feeding &&
                             run.object->AliveTestIsToBeUsed(2);
     if (feedsTest2) {
         FeedTest2(run);

@@ -19,7 +19,11 @@ const std::array kPriority = {
 
 }  // namespace
 
-std::span<const SettingRow<IntakeSettings>> IntakeSettingRows() { return kIntake; }
-std::span<const SettingRow<PrioritySettings>> PrioritySettingRows() { return kPriority; }
+std::span<const SettingRow<IntakeSettings>> IntakeSettingRows() {
+    return kIntake;
+}
+std::span<const SettingRow<PrioritySettings>> PrioritySettingRows() {
+    return kPriority;
+}
 
 }  // namespace nordkeep

@@ -56,14 +56,18 @@ void UseSenderAsCode(IntakeRun& run) {
     alarm.m_AlarmCode = run.code = event.Originator;
 }
 
-Text WithBlankBehind(TextView text) { return text.empty() ? Text() : Text(text) + " "; }
+Text WithBlankBehind(TextView text) {
+    return text.empty() ? Text() : Text(text) + " ";
+}
 
 Text SIAText(const IncomingEvent& event) {
     const Text front = WithBlankBehind(TrimBlanks(event.ExtraText)) + event.SIAPrefixText;
     return WithBlankBehind(TrimBlanks(front)) + event.SIASuffixText;
 }
 
-Text Marked(const Text& text) { return text.empty() ? Text() : "^" + text + "^"; }
+Text Marked(const Text& text) {
+    return text.empty() ? Text() : "^" + text + "^";
+}
 
 Text SIACodeToStore(const IncomingEvent& event) {
     Text stored = "#" + event.ObjectID + "\\" + event.SIABlockType + event.SIAModifier;
@@ -121,7 +125,8 @@ void FillConfirmation(IntakeRun& run, const Text& label) {
     alarm.m_TranslatedTypeCode = field(3);
     alarm.m_TranslatedIDCode = field(4);
     alarm.m_ExtraText = label;
-    if (event.PortObject) alarm.m_TranslatedPrio = std::to_string(event.PortObject->m_DefaultTorvexAckSMSPrio);
+    if (event.PortObject)
+        alarm.m_TranslatedPrio = std::to_string(event.PortObject->m_DefaultTorvexAckSMSPrio);
     alarm.m_Originator = event.Originator;
 }
 

@@ -13,7 +13,8 @@ struct RecordDefaults {
 /// Fills a new record from the event as it came in, before any translation.
 void BuildRecord(IntakeRun& run, const RecordDefaults& defaults);
 
-/// A confirmation message carries its texts itself and is not translated. `label` stands in for its free text.
+/// A confirmation message carries its texts itself and is not translated. `label` stands in for its free
+/// text.
 void FillConfirmation(IntakeRun& run, const Text& label);
 
 }  // namespace nordkeep

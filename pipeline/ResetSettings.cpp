@@ -13,7 +13,8 @@ const std::array kRows = {
                               &ResetSettings::AutoAckRepeatedEvents},
     SettingRow<ResetSettings>{kGeneral, "AutoCloseResetEvents", "0", kCentre,
                               &ResetSettings::AutoCloseResetEvents},
-    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEvents", "0", kCentre, &ResetSettings::AutoAckResetEvents},
+    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEvents", "0", kCentre,
+                              &ResetSettings::AutoAckResetEvents},
     SettingRow<ResetSettings>{kGeneral, "AutoAckResetEventsTimeout", "0", kCentre,
                               &ResetSettings::AutoAckResetEventsTimeout, 1},
     SettingRow<ResetSettings>{kGeneral, "UnAssociatedResetEventsTimeout", "0", kCentre,
@@ -22,7 +23,9 @@ const std::array kRows = {
 
 }  // namespace
 
-std::span<const SettingRow<ResetSettings>> ResetSettingRows() { return kRows; }
+std::span<const SettingRow<ResetSettings>> ResetSettingRows() {
+    return kRows;
+}
 
 ResetSettings LoadResetSettings(const Settings& files) {
     ResetSettings settings = LoadSettings(files, ResetSettingRows());

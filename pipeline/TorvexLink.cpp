@@ -48,6 +48,8 @@ void TorvexLink::Close() {
     data_->Close();
 }
 
-bool TorvexLink::Send(TextView line) { return IsConnected() && data_->SendData(line); }
+bool TorvexLink::Send(TextView line) {
+    return IsConnected() && data_->SendData(line);
+}
 
 }  // namespace nordkeep

@@ -8,8 +8,8 @@
 
 namespace nordkeep {
 
-/// The line to the dispatcher: either the system listens, and who calls last is served, or it connects out and
-/// tries again by itself. What comes in on the line is read and thrown away.
+/// The line to the dispatcher: either the system listens, and who calls last is served, or it connects out
+/// and tries again by itself. What comes in on the line is read and thrown away.
 class TorvexLink {
  public:
     TorvexLink(const TorvexSettings& settings, SocketFactory& sockets, EventLoop& loop);

@@ -12,7 +12,8 @@ class XmlFieldMap {
  public:
     virtual ~XmlFieldMap() = default;
     /// `section` names the section of the port's settings file that says which field comes from where.
-    virtual void ApplyXmlFieldMap(const EventPort& port, cAlarm& alarm, TextView section, TextView document) = 0;
+    virtual void ApplyXmlFieldMap(const EventPort& port, cAlarm& alarm, TextView section,
+                                  TextView document) = 0;
 };
 
 }  // namespace nordkeep

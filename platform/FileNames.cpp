@@ -25,7 +25,9 @@ bool MatchesFrom(TextView name, TextView mask) {
 
 }  // namespace
 
-bool MatchesMask(TextView name, TextView mask) { return mask == "*.*" || MatchesFrom(name, mask); }
+bool MatchesMask(TextView name, TextView mask) {
+    return mask == "*.*" || MatchesFrom(name, mask);
+}
 
 bool IsSafeComponent(TextView name) {
     const bool hasSeparator = name.find_first_of(TextView("\\/\0", 3)) != TextView::npos;

@@ -39,8 +39,9 @@ OleDate OleDate::FromCivil(const CivilTime& civil, int milliseconds) {
     using namespace std::chrono;
     const std::int64_t month = static_cast<std::int64_t>(civil.month) - 1;
     const std::int64_t carriedYears = FloorDiv(month, 12);
-    const auto firstOfMonth = sys_days{year{static_cast<int>(civil.year + carriedYears)} /
-                                       std::chrono::month{static_cast<unsigned>(month - carriedYears * 12 + 1)} / 1};
+    const auto firstOfMonth =
+        sys_days{year{static_cast<int>(civil.year + carriedYears)} /
+                 std::chrono::month{static_cast<unsigned>(month - carriedYears * 12 + 1)} / 1};
     const std::int64_t day = (firstOfMonth - kDayZero).count() + civil.day - 1;
     const std::int64_t seconds = civil.hour * 3600LL + civil.minute * 60LL + civil.second;
     return FromMilliseconds(day * kDay + seconds * 1000 + milliseconds);
@@ -50,7 +51,9 @@ OleDate OleDate::PlusMilliseconds(std::int64_t milliseconds) const {
     return FromMilliseconds(Milliseconds() + milliseconds);
 }
 
-OleDate OleDate::Midnight() const { return FromMilliseconds(FloorDiv(Milliseconds(), kDay) * kDay); }
+OleDate OleDate::Midnight() const {
+    return FromMilliseconds(FloorDiv(Milliseconds(), kDay) * kDay);
+}
 
 int OleDate::SecondOfDay() const {
     const std::int64_t ms = Milliseconds();

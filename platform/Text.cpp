@@ -72,7 +72,9 @@ char ToCodePage(char32_t code, char unmappable) {
 
 }  // namespace
 
-char UpperCase(char character) { return kUpper[static_cast<unsigned char>(character)]; }
+char UpperCase(char character) {
+    return kUpper[static_cast<unsigned char>(character)];
+}
 
 Text UpperCase(TextView text) {
     Text upper(text);
@@ -90,7 +92,9 @@ int CompareNoCase(TextView a, TextView b) {
     return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
-bool EqualsNoCase(TextView a, TextView b) { return a.size() == b.size() && CompareNoCase(a, b) == 0; }
+bool EqualsNoCase(TextView a, TextView b) {
+    return a.size() == b.size() && CompareNoCase(a, b) == 0;
+}
 
 std::size_t FindNoCase(TextView text, TextView part, std::size_t from) {
     if (from > text.size()) return TextView::npos;

@@ -18,7 +18,8 @@ Decoder MakeDecoder(MessageFormat format, const Settings& files, const Text& por
             return Bind(&NextRobofonStep, LoadSettings(files, RobofonSettingRows(), portName));
         case MessageFormat::PlainText:
             return Bind(&NextTextStep, LoadTextTelegramSettings(files, portName));
-        default: return {};
+        default:
+            return {};
     }
 }
 

@@ -9,7 +9,9 @@ constexpr int kTextSettingsChanged = 1146;
 constexpr int kTextPurged = 1135;
 constexpr int kTextBadSetting = 3605;
 
-Text SettingsFile(const Text& portName) { return "Settings\\" + portName + ".ini"; }
+Text SettingsFile(const Text& portName) {
+    return "Settings\\" + portName + ".ini";
+}
 
 }  // namespace
 
@@ -19,7 +21,7 @@ cPort::cPort(const PortParts& parts, Text portName)
 }
 
 bool cPort::InitializePort() {
-    const Text& name = eventPort_.PortName;
+    const Text name = eventPort_.PortName;
     line_ = LoadLineSettings(parts_.settings, name);
     eventPort_ = LoadSettings(parts_.settings, EventPortRows(), name);
     eventPort_.PortName = eventPort_.binding.portName = name;
@@ -56,7 +58,8 @@ bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
             if (noClientsCountdownMs_ == 0) return false;
         }
     }
-    return !line_.ClosePortIfTorvexIsLost || !conditions.isDispatchConfigured || conditions.isDispatchConnected;
+    return !line_.ClosePortIfTorvexIsLost || !conditions.isDispatchConfigured ||
+           conditions.isDispatchConnected;
 }
 
 void cPort::Tick(int tickMs, const PortConditions& conditions) {
@@ -82,8 +85,8 @@ void cPort::ReadPortDisable() {
     settingsStamp_ = stamp;
     portDisable_ = parts_.settings.ReadPortIni("General", "PortDisable", "0", eventPort_.PortName);
     parts_.log.WriteSysLog(eventPort_.PortName + ": " + line_.PortDescription + " " +
-                               parts_.language.GetLanguageText(kTextSettingsChanged) + " (PortDisable=" +
-                               portDisable_ + ")",
+                               parts_.language.GetLanguageText(kTextSettingsChanged) +
+                               " (PortDisable=" + portDisable_ + ")",
                            LogKind::Information);
 }
 

@@ -43,8 +43,8 @@ class cPort {
     int PortIndex() const { return portIndex_; }
     std::optional<PortType> Type() const { return type_; }
 
-    /// One tick of the open timer: opens when it is to be open, closes when not, and does what the port has to
-    /// do periodically. Does nothing when it is called from inside itself.
+    /// One tick of the open timer: opens when it is to be open, closes when not, and does what the port has
+    /// to do periodically. Does nothing when it is called from inside itself.
     void Tick(int tickMs, const PortConditions& conditions);
     bool IsOpen() const { return transport_ && transport_->IsOpen(); }
     void ClosePort(bool isShuttingDown);
@@ -70,8 +70,7 @@ class cPort {
     void TakeChunks();
     void ServeReceived();
     void HandleStep(TelegramStep step);
-    void TakeIn(IncomingEvent event, Text reply);
-    Text LabelOf(const TelegramStep& step) const;
+    Text LabelOf(const DecodedEvent& decoded) const;
 
     PortParts parts_;
     EventPort eventPort_{};

@@ -57,9 +57,9 @@ void cPort::ServeReceived() {
     });
 }
 
-Text cPort::LabelOf(const TelegramStep& step) const {
-    Text label = step.event->ProtocolType;
-    for (const int number : step.labelTexts) {
+Text cPort::LabelOf(const DecodedEvent& decoded) const {
+    Text label = decoded.event.ProtocolType;
+    for (const int number : decoded.labelTexts) {
         if (number == 0) break;
         if (!label.empty()) label += ' ';
         label += parts_.language.GetLanguageText(number);
@@ -69,16 +69,15 @@ Text cPort::LabelOf(const TelegramStep& step) const {
 
 void cPort::HandleStep(TelegramStep step) {
     if (step.isTraffic) NoteTraffic();
-    if (!step.event) return replies_.SendInOrder(std::move(step.reply));
-    step.event->ProtocolType = LabelOf(step);
-    step.event->PortObject = &eventPort_;
-    TakeIn(std::move(*step.event), std::move(step.reply));
-}
-
-void cPort::TakeIn(IncomingEvent event, Text reply) {
-    const ReplyQueue::Ticket ticket = replies_.Hold(std::move(reply));
+    for (const DecoderNote& note : step.notes) portLog_->Information(note.text, note.tail);
+    if (step.events.empty()) return replies_.SendInOrder(std::move(step.reply));
+    const ReplyQueue::Ticket ticket = replies_.Hold(std::move(step.reply));
     parts_.commit.Begin();
-    parts_.intake.HandleIncomingEvent(event);
+    for (DecodedEvent& decoded : step.events) {
+        decoded.event.ProtocolType = LabelOf(decoded);
+        decoded.event.PortObject = &eventPort_;
+        parts_.intake.HandleIncomingEvent(decoded.event);
+    }
     parts_.commit.End([this, ticket](bool isStored) { replies_.Settle(ticket, isStored); });
 }
 

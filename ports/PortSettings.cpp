@@ -20,9 +20,10 @@ const std::array kLine = {
                              &LineSettings::ClosePortIfTorvexIsLost},
     SettingRow<LineSettings>{kGeneral, "ClosePortWhenNoNetworkClientsAreConnected", "-1", kPort,
                              &LineSettings::ClosePortWhenNoNetworkClientsAreConnected, -1, 2'000'000},
-    SettingRow<LineSettings>{kGeneral, "ReopenInterval", "0", kPort, &LineSettings::ReopenInterval, 0, 2'000'000},
-    SettingRow<LineSettings>{kGeneral, "AutoPurgeBufferTime", "5", kPort, &LineSettings::AutoPurgeBufferTime, 0,
+    SettingRow<LineSettings>{kGeneral, "ReopenInterval", "0", kPort, &LineSettings::ReopenInterval, 0,
                              2'000'000},
+    SettingRow<LineSettings>{kGeneral, "AutoPurgeBufferTime", "5", kPort, &LineSettings::AutoPurgeBufferTime,
+                             0, 2'000'000},
 };
 
 const std::array kSupervision = {
@@ -36,8 +37,10 @@ const std::array kSupervision = {
 
 const std::array kEventPort = {
     SettingRow<EventPort>{kGeneral, "DefaultPrio", "-1", kPort, &EventPort::m_DefaultPrio, -32768, 32767},
-    SettingRow<EventPort>{kGeneral, "DefaultSIAPrioN", "0", kPort, &EventPort::m_DefaultSIAPrioN, -32768, 32767},
-    SettingRow<EventPort>{kGeneral, "DefaultSIAPrioO", "0", kPort, &EventPort::m_DefaultSIAPrioO, -32768, 32767},
+    SettingRow<EventPort>{kGeneral, "DefaultSIAPrioN", "0", kPort, &EventPort::m_DefaultSIAPrioN, -32768,
+                          32767},
+    SettingRow<EventPort>{kGeneral, "DefaultSIAPrioO", "0", kPort, &EventPort::m_DefaultSIAPrioO, -32768,
+                          32767},
     SettingRow<EventPort>{kGeneral, "DefaultTorvexAckSMSPrio", "1", kPort,
                           &EventPort::m_DefaultTorvexAckSMSPrio, -32768, 32767},
     SettingRow<EventPort>{kGeneral, "UseSenderAsIDCode", "0", kPort, &EventPort::m_UseSenderAsIDCode},
@@ -76,12 +79,24 @@ const std::array kCleaning = {
 
 }  // namespace
 
-std::span<const SettingRow<LineSettings>> LineSettingRows() { return kLine; }
-std::span<const SettingRow<SupervisionSettings>> SupervisionSettingRows() { return kSupervision; }
-std::span<const SettingRow<EventPort>> EventPortRows() { return kEventPort; }
-std::span<const SettingRow<RobofonSettings>> RobofonSettingRows() { return kRobofon; }
-std::span<const SettingRow<TextTelegramSettings>> TextTelegramSettingRows() { return kTextTelegram; }
-std::span<const SettingRow<TextCleaning>> TextCleaningRows() { return kCleaning; }
+std::span<const SettingRow<LineSettings>> LineSettingRows() {
+    return kLine;
+}
+std::span<const SettingRow<SupervisionSettings>> SupervisionSettingRows() {
+    return kSupervision;
+}
+std::span<const SettingRow<EventPort>> EventPortRows() {
+    return kEventPort;
+}
+std::span<const SettingRow<RobofonSettings>> RobofonSettingRows() {
+    return kRobofon;
+}
+std::span<const SettingRow<TextTelegramSettings>> TextTelegramSettingRows() {
+    return kTextTelegram;
+}
+std::span<const SettingRow<TextCleaning>> TextCleaningRows() {
+    return kCleaning;
+}
 
 LineSettings LoadLineSettings(const Settings& files, const Text& portName) {
     LineSettings line = LoadSettings(files, LineSettingRows(), portName);
@@ -91,7 +106,8 @@ LineSettings LoadLineSettings(const Settings& files, const Text& portName) {
     return line;
 }
 
-SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& portName, MessageFormat format) {
+SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& portName,
+                                            MessageFormat format) {
     SupervisionSettings settings = LoadSettings(files, SupervisionSettingRows(), portName);
     // A modem is asked at longer intervals than these, so a shorter limit would report every pause.
     constexpr int kShortestOfModem = 20;

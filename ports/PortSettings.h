@@ -39,7 +39,8 @@ std::span<const SettingRow<TextCleaning>> TextCleaningRows();
 
 LineSettings LoadLineSettings(const Settings& files, const Text& portName);
 /// The codes default to the keys of the same name of the whole centre.
-SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& portName, MessageFormat format);
+SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& portName,
+                                            MessageFormat format);
 TextTelegramSettings LoadTextTelegramSettings(const Settings& files, const Text& portName);
 
 }  // namespace nordkeep

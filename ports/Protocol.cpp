@@ -6,7 +6,8 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::array<TextView, 8> kPortTypes = {"RS232", "TCPC", "TCPS", "FILE", "UDP", "HTTP", "POP3", "SMTP"};
+constexpr std::array<TextView, 8> kPortTypes = {"RS232", "TCPC", "TCPS", "FILE",
+                                                "UDP",   "HTTP", "POP3", "SMTP"};
 
 struct FormatRow {
     TextView name;
@@ -28,7 +29,9 @@ constexpr std::array<FormatRow, 14> kFormats = {{{"Robofon (RBM600)", true},
                                                  {"Nordkeep File", false},
                                                  {"Sur-Gard (MLR2-DG)", true}}};
 
-const FormatRow& RowOf(MessageFormat format) { return kFormats[static_cast<std::size_t>(format)]; }
+const FormatRow& RowOf(MessageFormat format) {
+    return kFormats[static_cast<std::size_t>(format)];
+}
 
 }  // namespace
 
@@ -45,10 +48,16 @@ std::optional<MessageFormat> ParseMessageFormat(int number) {
     return static_cast<MessageFormat>(number);
 }
 
-TextView NameOf(MessageFormat format) { return RowOf(format).name; }
+TextView NameOf(MessageFormat format) {
+    return RowOf(format).name;
+}
 
-bool IsTelegramFormat(MessageFormat format) { return RowOf(format).isTelegramFormat; }
+bool IsTelegramFormat(MessageFormat format) {
+    return RowOf(format).isTelegramFormat;
+}
 
-int SlotLimit(PortType type) { return type == PortType::RS232 ? 16 : 8; }
+int SlotLimit(PortType type) {
+    return type == PortType::RS232 ? 16 : 8;
+}
 
 }  // namespace nordkeep

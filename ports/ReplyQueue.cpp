@@ -30,6 +30,8 @@ void ReplyQueue::SendReady() {
     if (!together.empty()) send_(together);
 }
 
-void ReplyQueue::Clear() { replies_.clear(); }
+void ReplyQueue::Clear() {
+    replies_.clear();
+}
 
 }  // namespace nordkeep

@@ -4,6 +4,7 @@
 #include "runtime/Fields.h"
 
 #include <array>
+#include <optional>
 
 namespace nordkeep {
 namespace {
@@ -24,30 +25,20 @@ struct ClassRow {
     Protocol protocol;
 };
 
-constexpr std::array<ClassRow, 20> kClasses = {{{'0', 2000, Protocol::Robofon},
-                                                {'1', 2001, Protocol::Futura},
-                                                {'2', 2002, Protocol::L400},
-                                                {'4', 2004, Protocol::LFS4},
-                                                {'5', 2005, Protocol::Ericsson},
-                                                {'6', 2006, Protocol::Multidrop},
-                                                {'7', 2007, Protocol::SIA},
-                                                {'8', 2008, Protocol::AntennaRBM},
-                                                {'9', 2009, Protocol::P100},
-                                                {'A', 2010, Protocol::Electrolux},
-                                                {'B', 2011, Protocol::ContactID},
-                                                {'C', 2012, Protocol::L400Speak},
-                                                {'D', 2013, Protocol::EricssonTT},
-                                                {'E', 2014, Protocol::Pensionar},
-                                                {'F', 2015, Protocol::Stentofon},
-                                                {'G', 2205, Protocol::LA100},
-                                                {'H', 2216, Protocol::STT},
-                                                {'I', 2218, Protocol::Scancom},
-                                                {'K', 2223, Protocol::Linjefel},
-                                                {'N', 2224, Protocol::AdemcoExpress}}};
+constexpr std::array<ClassRow, 20> kClasses = {
+    {{'0', 2000, Protocol::Robofon},    {'1', 2001, Protocol::Futura},       {'2', 2002, Protocol::L400},
+     {'4', 2004, Protocol::LFS4},       {'5', 2005, Protocol::Ericsson},     {'6', 2006, Protocol::Multidrop},
+     {'7', 2007, Protocol::SIA},        {'8', 2008, Protocol::AntennaRBM},   {'9', 2009, Protocol::P100},
+     {'A', 2010, Protocol::Electrolux}, {'B', 2011, Protocol::ContactID},    {'C', 2012, Protocol::L400Speak},
+     {'D', 2013, Protocol::EricssonTT}, {'E', 2014, Protocol::Pensionar},    {'F', 2015, Protocol::Stentofon},
+     {'G', 2205, Protocol::LA100},      {'H', 2216, Protocol::STT},          {'I', 2218, Protocol::Scancom},
+     {'K', 2223, Protocol::Linjefel},   {'N', 2224, Protocol::AdemcoExpress}}};
 
 constexpr char kOwnClass = 'S';
 
-char At(TextView telegram, long position) { return telegram[static_cast<std::size_t>(position - 1)]; }
+char At(TextView telegram, long position) {
+    return telegram[static_cast<std::size_t>(position - 1)];
+}
 
 Text IdPart(TextView telegram, long start) {
     return UpperCase(TrimBlanks(Substring(telegram, start, kIdLength)));
@@ -82,13 +73,12 @@ OleDate TelegramTime(TextView telegram, OleDate now) {
     return date.Civil() == time ? date : now;
 }
 
-void SetProtocol(TelegramStep& step, char classCode) {
-    IncomingEvent& event = *step.event;
-    if (classCode == kOwnClass) event.ProtocolType = kOwnProtocol;
+void SetProtocol(DecodedEvent& decoded, char classCode) {
+    if (classCode == kOwnClass) decoded.event.ProtocolType = kOwnProtocol;
     for (const ClassRow& row : kClasses) {
         if (row.code != classCode) continue;
-        step.labelTexts[0] = row.labelText;
-        event.TranslationNumberToUse = static_cast<int>(row.protocol);
+        decoded.labelTexts[0] = row.labelText;
+        decoded.event.TranslationNumberToUse = static_cast<int>(row.protocol);
     }
 }
 
@@ -97,12 +87,13 @@ void Decode(TelegramStep& step, TextView telegram, const RobofonSettings& settin
     if (!idCode) return;
     const bool hasTime = settings.TimeStampFromRBM && At(telegram, kKindAt) == 'P';
     const char status = At(telegram, kStatusAt);
-    step.event = IncomingEvent{.AlarmTime = hasTime ? TelegramTime(telegram, now) : now,
-                               .DefaultAlarmCode = *idCode,
-                               .LineCardNumber = ReceiverLine(status),
-                               .MessageIsFollowedBySpeech = (static_cast<unsigned char>(status) & 8) != 0,
-                               .RawAlarmCode = *idCode};
-    SetProtocol(step, At(telegram, kClassAt));
+    DecodedEvent& decoded = step.events.emplace_back();
+    decoded.event = {.AlarmTime = hasTime ? TelegramTime(telegram, now) : now,
+                     .DefaultAlarmCode = *idCode,
+                     .LineCardNumber = ReceiverLine(status),
+                     .MessageIsFollowedBySpeech = (static_cast<unsigned char>(status) & 8) != 0,
+                     .RawAlarmCode = *idCode};
+    SetProtocol(decoded, At(telegram, kClassAt));
 }
 
 /// Everything in front of the next STX, up to and including the first BEL, which is a line test.

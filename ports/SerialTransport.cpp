@@ -31,7 +31,8 @@ class SerialTransport final : public Transport {
     void Close(bool) override {
         if (!line_->PortOpen()) return;
         line_->SetPortOpen(false);
-        log_.Information(kTextPort, " '" + log_.Line().PortDescription + "' " + log_.GetLanguageText(kTextClosed));
+        log_.Information(kTextPort,
+                         " '" + log_.Line().PortDescription + "' " + log_.GetLanguageText(kTextClosed));
     }
 
     Text Take() override { return line_->InBufferCount() == 0 ? Text() : line_->Input(); }
@@ -63,7 +64,8 @@ class SerialTransport final : public Transport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log, TransportEvents events) {
+std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log,
+                                               TransportEvents events) {
     return std::make_unique<SerialTransport>(parts, log, std::move(events));
 }
 

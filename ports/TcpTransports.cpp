@@ -19,7 +19,10 @@ constexpr std::int64_t kShortestAttemptMs = 10'000;
 class TcpClientTransport final : public Transport {
  public:
     TcpClientTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
-        : clock_(parts.clock), log_(log), events_(std::move(events)), socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
+        : clock_(parts.clock),
+          log_(log),
+          events_(std::move(events)),
+          socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
         socket_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
                             .connected = [this] { OnConnected(); },
                             .closed = [this] { Close(false); },
@@ -63,7 +66,8 @@ class TcpClientTransport final : public Transport {
     bool IsStillTrying() const {
         const SocketState state = socket_->State();
         if (state != SocketState::Connecting && state != SocketState::Resolving) return false;
-        const std::int64_t limit = std::max<std::int64_t>(log_.Line().ReopenInterval * 1000LL, kShortestAttemptMs);
+        const std::int64_t limit =
+            std::max<std::int64_t>(log_.Line().ReopenInterval * 1000LL, kShortestAttemptMs);
         return clock_.MonotonicMs() - attemptAtMs_ < limit;
     }
 

@@ -4,7 +4,7 @@
 #include "platform/Text.h"
 
 #include <array>
-#include <optional>
+#include <vector>
 
 namespace nordkeep {
 
@@ -23,16 +23,28 @@ inline constexpr char DC4 = 20;
 inline constexpr char NAK = 21;
 }  // namespace bytes
 
+/// One event of a telegram.
+struct DecodedEvent {
+    IncomingEvent event{};
+    /// Language texts that make the event's protocol label, joined by a blank; 0 ends the list. With none
+    /// the event carries its label itself.
+    std::array<int, 2> labelTexts{};
+};
+
+/// A line for the system log: a language text and what follows it.
+struct DecoderNote {
+    int text = 0;
+    Text tail{};
+};
+
 /// What a decoder finds at the front of the received text. It does nothing itself: the port drops
-/// `consumed` bytes, takes the event in, and sends the reply last.
+/// `consumed` bytes, takes the events in, and sends the reply last.
 struct TelegramStep {
     std::size_t consumed = 0;  // nothing consumed: wait for more
     Text reply{};
     bool isTraffic = false;  // proves that the line works, for the supervision of test telegrams
-    std::optional<IncomingEvent> event{};
-    /// Language texts that make the event's protocol label, joined by a blank; 0 ends the list. With none
-    /// the event carries its label itself.
-    std::array<int, 2> labelTexts{};
+    std::vector<DecodedEvent> events{};
+    std::vector<DecoderNote> notes{};
 };
 
 }  // namespace nordkeep

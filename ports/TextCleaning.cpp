@@ -12,14 +12,8 @@ using Letter = std::pair<unsigned char, unsigned char>;
 constexpr std::array<Letter, 6> kDos7 = {
     {{'[', 0xC4}, {']', 0xC5}, {'\\', 0xD6}, {'{', 0xE4}, {'}', 0xE5}, {'|', 0xF6}}};
 
-constexpr std::array<Letter, 8> kDos8 = {{{142, 0xC4},
-                                          {143, 0xC5},
-                                          {153, 0xD6},
-                                          {132, 0xE4},
-                                          {134, 0xE5},
-                                          {148, 0xF6},
-                                          {248, 0xB0},
-                                          {129, 0xFC}}};
+constexpr std::array<Letter, 8> kDos8 = {
+    {{142, 0xC4}, {143, 0xC5}, {153, 0xD6}, {132, 0xE4}, {134, 0xE5}, {148, 0xF6}, {248, 0xB0}, {129, 0xFC}}};
 
 template <std::size_t N>
 Text Mapped(TextView text, const std::array<Letter, N>& letters) {
@@ -35,9 +29,13 @@ Text Mapped(TextView text, const std::array<Letter, N>& letters) {
 
 }  // namespace
 
-Text Dos7ToLatin1(TextView text) { return Mapped(text, kDos7); }
+Text Dos7ToLatin1(TextView text) {
+    return Mapped(text, kDos7);
+}
 
-Text Dos8ToLatin1(TextView text) { return Mapped(text, kDos8); }
+Text Dos8ToLatin1(TextView text) {
+    return Mapped(text, kDos8);
+}
 
 Text CollapseSpaces(TextView text) {
     Text collapsed;

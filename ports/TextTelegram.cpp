@@ -29,7 +29,7 @@ IncomingEvent MakeEvent(const Text& message, const TextTelegramSettings& setting
     const TextView firstWord = TextView(message).substr(0, blank);
     const bool hasCode = IsNumeric(firstWord) || !settings.RequireNumericIdCode;
     const TextView code = hasCode ? firstWord : TextView();
-    const TextView rest = !hasCode                  ? TextView(message)
+    const TextView rest = !hasCode              ? TextView(message)
                           : blank == Text::npos ? TextView()
                                                 : TextView(message).substr(blank + 1);
     return {.AlarmTime = now,
@@ -40,12 +40,12 @@ IncomingEvent MakeEvent(const Text& message, const TextTelegramSettings& setting
             .RawAlarmCode = message};
 }
 
-TelegramStep MessageStep(TextView raw, std::size_t consumed, const TextTelegramSettings& settings, OleDate now) {
+TelegramStep MessageStep(TextView raw, std::size_t consumed, const TextTelegramSettings& settings,
+                         OleDate now) {
     const Text bare = WithoutLayout(raw);
-    const Text message =
-        AdjustBlanks(ConvertLetters(TrimBlanks(bare), settings.cleaning), settings.cleaning);
+    const Text message = AdjustBlanks(ConvertLetters(TrimBlanks(bare), settings.cleaning), settings.cleaning);
     TelegramStep step{.consumed = consumed, .isTraffic = true};
-    if (!message.empty()) step.event = MakeEvent(message, settings, now);
+    if (!message.empty()) step.events.push_back({MakeEvent(message, settings, now)});
     return step;
 }
 

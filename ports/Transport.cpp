@@ -5,11 +5,16 @@ namespace nordkeep {
 std::unique_ptr<Transport> MakeTransport(PortType type, const TransportParts& parts, PortLog& log,
                                          TransportEvents events) {
     switch (type) {
-        case PortType::RS232: return MakeSerialTransport(parts, log, std::move(events));
-        case PortType::TCPC: return MakeTcpClientTransport(parts, log, std::move(events));
-        case PortType::TCPS: return MakeTcpServerTransport(parts, log, std::move(events));
-        case PortType::UDP: return MakeUdpTransport(parts, log, std::move(events));
-        default: return nullptr;
+        case PortType::RS232:
+            return MakeSerialTransport(parts, log, std::move(events));
+        case PortType::TCPC:
+            return MakeTcpClientTransport(parts, log, std::move(events));
+        case PortType::TCPS:
+            return MakeTcpServerTransport(parts, log, std::move(events));
+        case PortType::UDP:
+            return MakeUdpTransport(parts, log, std::move(events));
+        default:
+            return nullptr;
     }
 }
 

@@ -42,11 +42,13 @@ struct TransportParts {
 std::unique_ptr<Transport> MakeTransport(PortType type, const TransportParts& parts, PortLog& log,
                                          TransportEvents events);
 
-std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log, TransportEvents events);
+std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log,
+                                               TransportEvents events);
 std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, PortLog& log,
                                                   TransportEvents events);
 std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
                                                   TransportEvents events);
-std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events);
+std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
+                                            TransportEvents events);
 
 }  // namespace nordkeep

@@ -53,7 +53,8 @@ class UdpTransport final : public Transport {
     void OnError(const Text& error) {
         if (!log_.IsFailureLogged()) {
             log_.SetFailureLogged(true);
-            log_.Failure(kTextConnectionError, log_.NameAndDescription() + " " + Address() + " (" + error + ")");
+            log_.Failure(kTextConnectionError,
+                         log_.NameAndDescription() + " " + Address() + " (" + error + ")");
         }
         socket_->Close();
     }
@@ -65,7 +66,8 @@ class UdpTransport final : public Transport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events) {
+std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
+                                            TransportEvents events) {
     return std::make_unique<UdpTransport>(parts, log, std::move(events));
 }
 

@@ -8,7 +8,9 @@
 namespace nordkeep {
 namespace {
 
-bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool IsLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
 
 /// Walks a picture once; remembers whether the last letters were hours, since M behind them is minutes.
 class PictureWriter {
@@ -56,13 +58,20 @@ class PictureWriter {
 
     bool Field(char letter, std::size_t run) {
         switch (letter) {
-            case 'Y': return Year(run);
-            case 'M': return Number(isBehindHours_ ? civil_.minute : civil_.month, run);
-            case 'D': return Number(civil_.day, run);
-            case 'H': return Number(civil_.hour, run);
-            case 'N': return Number(civil_.minute, run);
-            case 'S': return Number(civil_.second, run);
-            default: return false;
+            case 'Y':
+                return Year(run);
+            case 'M':
+                return Number(isBehindHours_ ? civil_.minute : civil_.month, run);
+            case 'D':
+                return Number(civil_.day, run);
+            case 'H':
+                return Number(civil_.hour, run);
+            case 'N':
+                return Number(civil_.minute, run);
+            case 'S':
+                return Number(civil_.second, run);
+            default:
+                return false;
         }
     }
 
@@ -125,7 +134,9 @@ Text GeneralDate(OleDate date) {
     return FormatDate(date, isMidnight ? "YYYY-MM-DD" : "YYYY-MM-DD HH:NN:SS");
 }
 
-Text CompactTime(OleDate date) { return FormatDate(date, "YYYYMMDDHHNNSS"); }
+Text CompactTime(OleDate date) {
+    return FormatDate(date, "YYYYMMDDHHNNSS");
+}
 
 OleDate ParseCompactTime(TextView digits) {
     const CivilTime t{.year = DigitsAt(digits, 1, 4),

@@ -6,7 +6,9 @@
 namespace nordkeep {
 namespace {
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
 
 int Saturated(std::int64_t number, std::int64_t low, std::int64_t high) {
     return static_cast<int>(std::clamp(number, low, high));
@@ -41,16 +43,22 @@ std::int64_t LeadingNumber(TextView text) {
     return isNegative ? -number : number;
 }
 
-int LeadingInt16(TextView text) { return Saturated(LeadingNumber(text), -32768, 32767); }
+int LeadingInt16(TextView text) {
+    return Saturated(LeadingNumber(text), -32768, 32767);
+}
 
 int LeadingInt32(TextView text) {
     return Saturated(LeadingNumber(text), std::numeric_limits<std::int32_t>::min(),
                      std::numeric_limits<std::int32_t>::max());
 }
 
-bool IsTrue(TextView text) { return LeadingNumber(text) != 0; }
+bool IsTrue(TextView text) {
+    return LeadingNumber(text) != 0;
+}
 
-bool IsNumeric(TextView text) { return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit); }
+bool IsNumeric(TextView text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
 
 TextView Substring(TextView text, long start, long length) {
     if (start < 1 || length < 1 || static_cast<std::size_t>(start) > text.size()) return {};

@@ -10,8 +10,8 @@ constexpr TextView kByteOrderMark = "\xEF\xBB\xBF";
 constexpr TextView kLineEnd = "\r\n";
 
 TextView WithoutQuotes(TextView value) {
-    const bool isQuoted = value.size() >= 2 && value.front() == value.back() &&
-                          (value.front() == '"' || value.front() == '\'');
+    const bool isQuoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
     return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 
@@ -66,7 +66,8 @@ void IniText::ReadLine(TextView line, std::size_t lineStart, std::size_t behindL
     if (trimmed.front() == ';' || trimmed.front() == '[' || equals == TextView::npos) return;
     const TextView key = TrimBlanksAndTabs(line.substr(0, equals));
     section.byKey.try_emplace(UpperCase(key), section.entries.size());
-    section.entries.push_back({Text(key), lineStart, lineStart + line.size(), CutValue(line.substr(equals + 1))});
+    section.entries.push_back(
+        {Text(key), lineStart, lineStart + line.size(), CutValue(line.substr(equals + 1))});
 }
 
 const IniText::Section* IniText::Find(TextView section) const {

@@ -24,8 +24,8 @@ class IniText {
     std::optional<Text> Value(TextView section, TextView key) const;
     /// Keys of a section in file order, spelled as in the file.
     std::vector<Text> Keys(TextView section) const;
-    /// The same file with one value changed or added; every other byte stays. A new key stands behind the last
-    /// line of its section that is not blank, a new section at the end. New lines end in CR LF.
+    /// The same file with one value changed or added; every other byte stays. A new key stands behind the
+    /// last line of its section that is not blank, a new section at the end. New lines end in CR LF.
     Text WithValue(TextView section, TextView key, TextView value) const;
 
  private:

@@ -45,6 +45,8 @@ std::vector<LanguageChoice> ListLanguages(const FileTree& programFolder) {
     return choices;
 }
 
-Text LanguageNumber(int number) { return Digits(number, 3); }
+Text LanguageNumber(int number) {
+    return Digits(number, 3);
+}
 
 }  // namespace nordkeep

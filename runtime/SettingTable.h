@@ -26,13 +26,14 @@ struct SettingRow {
     int high = INT_MAX;
 };
 
-/// Sets one field from the text of its key.
+/// Sets one field from the text of its key. Not inlined: the compiler would warn of the kinds of field that a
+/// struct does not have.
 template <class Struct>
-void StoreSetting(Struct& settings, const SettingRow<Struct>& row, const Text& value) {
-    if (const auto* text = std::get_if<Text Struct::*>(&row.field)) settings.**text = value;
-    if (const auto* flag = std::get_if<bool Struct::*>(&row.field)) settings.**flag = IsTrue(value);
+[[gnu::noinline]] void StoreSetting(Struct& settings, const SettingRow<Struct>& row, const Text& value) {
+    if (const auto* text = std::get_if<Text Struct::*>(&row.field)) settings.** text = value;
+    if (const auto* flag = std::get_if<bool Struct::*>(&row.field)) settings.** flag = IsTrue(value);
     if (const auto* number = std::get_if<int Struct::*>(&row.field)) {
-        settings.**number = std::clamp(LeadingInt32(value), row.low, row.high);
+        settings.** number = std::clamp(LeadingInt32(value), row.low, row.high);
     }
 }
 
@@ -42,7 +43,7 @@ Struct LoadSettings(const Settings& files, std::span<const SettingRow<Struct>> r
     Struct settings{};
     for (const SettingRow<Struct>& row : rows) {
         const Text value =
-            row.scope == SettingScope::Port     ? files.ReadPortIni(row.section, row.key, row.byDefault, portName)
+            row.scope == SettingScope::Port ? files.ReadPortIni(row.section, row.key, row.byDefault, portName)
             : row.scope == SettingScope::Centre ? files.ReadMainIni(row.section, row.key, row.byDefault)
                                                 : files.ReadIni(row.section, row.key, row.byDefault);
         StoreSetting(settings, row, value);

@@ -11,8 +11,8 @@ enum class TrafficDirection : int { Received = 1, Sent = 2 };
 
 /// How received and sent bytes are written to the traffic file.
 struct TrafficLogSettings {
-    bool isOn = false;     // ContinousDebugToFile
-    bool isHex = false;    // ContinousDebugFormatAsHex
+    bool isOn = false;   // ContinousDebugToFile
+    bool isHex = false;  // ContinousDebugFormatAsHex
 };
 
 /// The bytes of a telegram as a person reads them: control characters as "<STX>", or two hexadecimal digits

@@ -7,8 +7,8 @@ struct cAlarm;
 /// Event types of the network that a changed record is told with.
 enum class NetworkEvent : int { OldEvent = 7, NewEvent = 8 };
 
-/// Where a changed record goes besides the event file. Chosen once from the role: nothing alone, the clients on
-/// a server, the server on a client.
+/// Where a changed record goes besides the event file. Chosen once from the role: nothing alone, the clients
+/// on a server, the server on a client.
 class AlarmReplica {
  public:
     virtual ~AlarmReplica() = default;

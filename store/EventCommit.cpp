@@ -1,8 +1,9 @@
 #include "store/EventCommit.h"
 
 namespace nordkeep {
-
-void EventCommit::Begin() { openTelegrams_.push_back(true); }
+void EventCommit::Begin() {
+    openTelegrams_.push_back(true);
+}
 
 void EventCommit::End(Completion completion) {
     const bool isStored = openTelegrams_.back();
@@ -13,13 +14,13 @@ void EventCommit::End(Completion completion) {
 
 bool EventCommit::Write(const NativePath& path, TextView bytes, DurableWrites::Opening opening) {
     Request();
-    if (writes_.Write(path, bytes, opening)) return true;
-    NoteFailure();
-    onFailure_(writes_.LastError());
-    return false;
+    const bool isWritten = writes_.Write(path, bytes, opening);
+    if (!isWritten) NoteFailure();
+    return isWritten;
 }
 
 void EventCommit::NoteFailure() {
+    Request();
     if (!openTelegrams_.empty()) openTelegrams_.back() = false;
 }
 
@@ -29,13 +30,24 @@ void EventCommit::Request() {
     requestCommit_();
 }
 
+void EventCommit::Synchronise() {
+    const bool isSafe = writes_.Synchronise();
+    if (!isSafe) {
+        // Nobody can tell which of the files are lost, nor, with a telegram in hand, which of them are its
+        // own.
+        for (Waiting& waiting : waiting_) waiting.isStored = false;
+        openTelegrams_.assign(openTelegrams_.size(), false);
+    }
+    if (listener_) listener_->Synchronised(isSafe, writes_.LastError());
+}
+
 void EventCommit::Commit() {
     isRequested_ = false;
-    const bool isSafe = writes_.Synchronise();
+    Synchronise();
     // A completion can send, and so lead to the next telegram: it must find this turn's list already empty.
     const std::vector<Waiting> finished = std::exchange(waiting_, {});
-    if (!isSafe) onFailure_(writes_.LastError());
-    for (const Waiting& waiting : finished) waiting.completion(isSafe && waiting.isStored);
+    for (const Waiting& waiting : finished) waiting.completion(waiting.isStored);
+    if (listener_) listener_->Committed();
 }
 
 }  // namespace nordkeep

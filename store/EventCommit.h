@@ -8,6 +8,17 @@
 
 namespace nordkeep {
 
+/// Told by an EventCommit what became of the writes.
+class CommitListener {
+ public:
+    virtual ~CommitListener() = default;
+    /// Whether everything written since the last call is safe, and if not, the system's words for the reason.
+    /// No reply has gone yet.
+    virtual void Synchronised(bool isSafe, const Text& reason) = 0;
+    /// At the end of Commit, all replies have gone: the place for what leads to new events.
+    virtual void Committed() = 0;
+};
+
 /// Makes written event files durable, many with one synchronisation, and then lets replies go.
 ///
 /// Whoever answers a sender brackets the intake of a telegram with Begin and End. What is written in between
@@ -19,14 +30,20 @@ class EventCommit {
     using Completion = std::function<void(bool isStored)>;
 
     /// `requestCommit` arranges for Commit to be called at the end of the present turn of the loop.
-    /// `onFailure` gets a description of each failed write or synchronisation.
-    EventCommit(std::function<void()> requestCommit, std::function<void(const Text&)> onFailure)
-        : requestCommit_(std::move(requestCommit)), onFailure_(std::move(onFailure)) {}
+    explicit EventCommit(std::function<void()> requestCommit) : requestCommit_(std::move(requestCommit)) {}
+
+    /// One listener, which outlives this object or is taken away with nullptr.
+    void SetListener(CommitListener* listener) { listener_ = listener; }
 
     void Begin();
     void End(Completion completion);
 
+    /// False when the file could not be written; the telegram in hand then counts as not stored.
     bool Write(const NativePath& path, TextView bytes, DurableWrites::Opening opening);
+    /// The system's words for the last failed write.
+    const Text& LastError() const { return writes_.LastError(); }
+    /// Asks for a Commit at the end of this turn.
+    void Request();
     /// Something of the telegram in hand could not be stored for a reason other than a failed write.
     void NoteFailure();
     /// Synchronises and runs the completions in the order of their End.
@@ -38,10 +55,10 @@ class EventCommit {
         Completion completion;
     };
 
-    void Request();
+    void Synchronise();
 
     std::function<void()> requestCommit_;
-    std::function<void(const Text&)> onFailure_;
+    CommitListener* listener_ = nullptr;
     DurableWrites writes_{};
     std::vector<bool> openTelegrams_{};  // innermost last; true while nothing of it has failed
     std::vector<Waiting> waiting_{};

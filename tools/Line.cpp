@@ -18,15 +18,24 @@ namespace {
 
 speed_t SpeedOf(int baud) {
     switch (baud) {
-        case 300: return B300;
-        case 1200: return B1200;
-        case 2400: return B2400;
-        case 4800: return B4800;
-        case 19200: return B19200;
-        case 38400: return B38400;
-        case 57600: return B57600;
-        case 115200: return B115200;
-        default: return B9600;
+        case 300:
+            return B300;
+        case 1200:
+            return B1200;
+        case 2400:
+            return B2400;
+        case 4800:
+            return B4800;
+        case 19200:
+            return B19200;
+        case 38400:
+            return B38400;
+        case 57600:
+            return B57600;
+        case 115200:
+            return B115200;
+        default:
+            return B9600;
     }
 }
 
@@ -52,7 +61,8 @@ bool Line::Open(const std::string& target) {
     const std::string rest = colon == std::string::npos ? "" : target.substr(colon + 1);
     const std::size_t last = rest.rfind(':');
     if ((kind == "tcp" || kind == "udp") && last != std::string::npos) {
-        return OpenSocket(rest.substr(0, last), rest.substr(last + 1), kind == "tcp" ? SOCK_STREAM : SOCK_DGRAM);
+        return OpenSocket(rest.substr(0, last), rest.substr(last + 1),
+                          kind == "tcp" ? SOCK_STREAM : SOCK_DGRAM);
     }
     if (kind == "serial" && !rest.empty()) {
         const std::size_t comma = rest.find(',');

@@ -30,9 +30,9 @@ class Run {
     explicit Run(const SendOptions& options) : options_(options) {}
 
     int Go() {
-        for (int i = 0; i < options_.connections; ++i) {
+        for (std::size_t i = 0; i < static_cast<std::size_t>(options_.connections); ++i) {
             lanes_.push_back(std::make_unique<Lane>());
-            if (lanes_.back()->line.Open(options_.target)) continue;
+            if (lanes_.back()->line.Open(options_.targets[i % options_.targets.size()])) continue;
             std::fprintf(stderr, "nordkeep-send: %s\n", lanes_.back()->line.Error().c_str());
             return 2;
         }
@@ -140,6 +140,8 @@ class Run {
 
 }  // namespace
 
-int Send(const SendOptions& options) { return Run(options).Go(); }
+int Send(const SendOptions& options) {
+    return Run(options).Go();
+}
 
 }  // namespace nordkeep::tools

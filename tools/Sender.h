@@ -3,19 +3,20 @@
 #include "tools/Telegrams.h"
 
 #include <string>
+#include <vector>
 
 namespace nordkeep::tools {
 
 struct SendOptions {
-    std::string target{};
+    std::vector<std::string> targets{};  // connection n goes to target n, and round again
     TelegramOptions telegram{};
-    std::string raw{};     // bytes sent instead of a telegram
-    long count = 1;        // over all connections together
-    double rate = 0;       // telegrams a second over all connections; 0 as fast as replies come
+    std::string raw{};  // bytes sent instead of a telegram
+    long count = 1;     // over all connections together
+    double rate = 0;    // telegrams a second over all connections; 0 as fast as replies come
     int connections = 1;
-    int timeoutMs = 5000;  // wait for a reply
+    int timeoutMs = 5000;       // wait for a reply
     bool numbersCodes = false;  // the last digits of the code count up
-    bool isQuiet = false;  // only the summary
+    bool isQuiet = false;       // only the summary
 };
 
 /// Sends and prints what came back; the result is the program's exit status: 0 when everything that has a

@@ -33,8 +33,10 @@ std::string Robofon(const TelegramOptions& options, const std::string& code) {
     const bool isShort = options.kind == 'T' && options.classCode != '5';
     const std::string first = isShort ? Padded(code, 8) + "  " : TimeDigits();
     const std::string id = isShort ? Padded(code.size() > 8 ? code.substr(8) : "", 8) : Padded(code, 8);
-    const int status = (options.receiver & 7) << 4 | (options.isFollowedBySpeech ? 8 : 0) | (options.line & 7);
-    std::string body = std::string("  ") + options.kind + first + static_cast<char>(status) + options.classCode;
+    const int status =
+        (options.receiver & 7) << 4 | (options.isFollowedBySpeech ? 8 : 0) | (options.line & 7);
+    std::string body =
+        std::string("  ") + options.kind + first + static_cast<char>(status) + options.classCode;
     body += id + '\x03';
     char check = Xor(body);
     if (options.hasWrongCheck) check = static_cast<char>(check ^ 0x55);
@@ -54,7 +56,9 @@ std::string MakeTelegram(const TelegramOptions& options, const std::string& code
     return {};
 }
 
-bool HasReply(const std::string& format) { return format != "text"; }
+bool HasReply(const std::string& format) {
+    return format != "text";
+}
 
 std::string Readable(const std::string& bytes) {
     static const char* const kNames[32] = {"NUL", "SOH", "STX", "ETX", "EOT", "ENQ", "ACK", "BEL",

@@ -11,11 +11,11 @@ struct TelegramOptions {
     std::string text{};              // free text, text format only
     char kind = 'P';                 // robofon: P or T
     char classCode = '0';
-    int receiver = 1;                // 0 to 7
-    int line = 1;                    // 0 to 7
+    int receiver = 1;  // 0 to 7
+    int line = 1;      // 0 to 7
     bool isFollowedBySpeech = false;
     bool hasWrongCheck = false;
-    bool isUnwrapped = false;        // text: a line feed ends the message instead of STX and ETX
+    bool isUnwrapped = false;  // text: a line feed ends the message instead of STX and ETX
 };
 
 /// One telegram; empty for an unknown format.

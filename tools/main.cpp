@@ -1,6 +1,7 @@
 #include "platform/Text.h"
 #include "tools/Sender.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -11,7 +12,7 @@ namespace {
 using nordkeep::tools::SendOptions;
 
 constexpr const char* kHelp =
-    "Usage: nordkeep-send [options] TARGET\n"
+    "Usage: nordkeep-send [options] TARGET...\n"
     "Sends telegrams to a port of Nordkeep and shows what it answers.\n\n"
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
@@ -28,7 +29,7 @@ constexpr const char* kHelp =
     "  --count N          telegrams in all, default 1\n"
     "  --number-codes     count up the ID code from telegram to telegram\n"
     "  --rate N           telegrams a second; default as fast as the replies come\n"
-    "  --connections N    connections side by side, default 1\n"
+    "  --connections N    connections side by side, default one for each target\n"
     "  --timeout MS       wait for a reply, default 5000\n"
     "  --quiet            print the summary only\n";
 
@@ -41,7 +42,9 @@ class Arguments {
         while (++at_ < count_) {
             if (!ReadFlag(options, words_[at_]) && !ReadValue(options, words_[at_])) return false;
         }
-        return !options.target.empty();
+        const auto targets = static_cast<int>(options.targets.size());
+        options.connections = std::max(options.connections, targets);
+        return targets > 0;
     }
 
  private:
@@ -52,8 +55,8 @@ class Arguments {
         if (word == "--unwrapped") return options.telegram.isUnwrapped = true;
         if (word == "--number-codes") return options.numbersCodes = true;
         if (word == "--quiet") return options.isQuiet = true;
-        if (word.starts_with("-") || !options.target.empty()) return false;
-        options.target = word;
+        if (word.starts_with("-")) return false;
+        options.targets.push_back(word);
         return true;
     }
 
@@ -93,7 +96,8 @@ int main(int argc, char** argv) {
         std::fputs(kHelp, stderr);
         return 2;
     }
-    if (options.raw.empty() && nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
+    if (options.raw.empty() &&
+        nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
         std::fprintf(stderr, "nordkeep-send: unknown format \"%s\"\n", options.telegram.format.c_str());
         return 2;
     }

@@ -19,43 +19,48 @@ namespace nordkeep {
 /// a scan that a reload interrupts starts over.
 class AliveScan {
  public:
-  struct Needs {
-    Translations& translations;
-    ServicePeriods& periods;
-    SilenceAlarm& alarm;
-    TelegramExport& telegramExport;
-    ObjectViews& views;
-    ObjectReplica& replica;
-    const Clock& clock;
-    const TranslationSettings& settings;
-    const AliveTestTimers& timers;
-  };
-  explicit AliveScan(const Needs& needs) : needs_(needs) {}
+    struct Needs {
+        Translations& translations;
+        ServicePeriods& periods;
+        SilenceAlarm& alarm;
+        TelegramExport& telegramExport;
+        ObjectViews& views;
+        ObjectReplica& replica;
+        const Clock& clock;
+        const TranslationSettings& settings;
+        const AliveTestTimers& timers;
+    };
+    explicit AliveScan(const Needs& needs) : needs_(needs) {}
 
-  /// Counts the time of a tick, goes on with a running scan, or begins one with the tick's time as the time
-  /// of the whole scan. True when a new round has begun.
-  bool Tick(int elapsedMs, OleDate now);
-  /// Goes on with a running scan; may be called as often as the loop has time.
-  void Continue();
-  bool IsRunning() const { return isRunning_; }
+    /// Counts the time of a tick, goes on with a running scan, or begins one with the tick's time as the time
+    /// of the whole scan. True when a new round has begun.
+    bool Tick(int elapsedMs, OleDate now);
+    /// Goes on with a running scan; may be called as often as the loop has time.
+    void Continue();
+    bool IsRunning() const { return isRunning_; }
 
-  /// An operator's command, here or at a client: both tests start anew and count as not failed.
-  void ResetTests(cTranslate& set, cIDCode& object, OleDate now);
+    /// An operator's command, here or at a client: both tests start anew and count as not failed.
+    void ResetTests(cTranslate& set, cIDCode& object, OleDate now);
 
  private:
-  void Begin(OleDate now);
-  bool HasTimeLeft();
-  void ScanObject(cTranslate& set, cIDCode& object);
-  void ScanTest(cTranslate& set, cIDCode& object, int test);
-  void Fail(cTranslate& set, cIDCode& object, int test);
+    void Begin(OleDate now);
+    void StartOver();
+    bool HasBeenReloaded() const;
+    void ScanNext();
+    void ScanObject(cTranslate& set, cIDCode& object);
+    void ScanTest(cTranslate& set, cIDCode& object, int test);
+    void Fail(cTranslate& set, cIDCode& object, int test);
+    void LogChange(TextView verb, const cIDCode& object, int test, TextView preposition) const;
 
-  Needs needs_;
-  int elapsedMs_ = 0;
-  bool isRunning_ = false;
-  OleDate now_{};
-  std::uint64_t generation_ = 0;
-  std::size_t nextSet_ = 0;
-  std::size_t nextObject_ = 0;
+    Needs needs_;
+    int elapsedMs_ = 0;
+    bool isRunning_ = false;
+    bool isInSlice_ = false;
+    bool hasFailures_ = false;
+    OleDate now_{};
+    std::uint64_t generation_ = 0;
+    std::size_t nextSet_ = 0;
+    std::size_t nextObject_ = 0;
 };
 
 }  // namespace nordkeep

@@ -9,21 +9,21 @@ namespace nordkeep {
 /// Restarts alive tests at the pace of this copy, and tells of it in the system log with AliveTestDebug.
 class AliveTestTimers {
  public:
-  AliveTestTimers(const TranslationSettings& settings, AliveTestPace pace, SysLog& log)
-      : settings_(settings), pace_(pace), log_(log) {}
+    AliveTestTimers(const TranslationSettings& settings, AliveTestPace pace, SysLog& log)
+        : settings_(settings), pace_(pace), log_(log) {}
 
-  AliveTestPace Pace() const { return pace_; }
-  /// Reschedules a test after a sign of life at `heard`. `cause` completes "AliveTest was ..." in the log.
-  void Restart(cIDCode& object, int test, OleDate heard, TextView cause) const;
-  /// "<AliveTest or AliveTest2> was <cause> '<ID code>' to <expiration>".
-  void LogExpiration(const cIDCode& object, int test, TextView cause) const;
-  /// Writes a line when AliveTestDebug is on.
-  void LogDebug(TextView text) const;
+    AliveTestPace Pace() const { return pace_; }
+    /// Reschedules a test after a sign of life at `heard`. `cause` completes "AliveTest was ..." in the log.
+    void Restart(cIDCode& object, int test, OleDate heard, TextView cause) const;
+    /// "<AliveTest or AliveTest2> was <cause> '<ID code>' to <expiration>".
+    void LogExpiration(const cIDCode& object, int test, TextView cause) const;
+    /// Writes a line when AliveTestDebug is on.
+    void LogDebug(TextView text) const;
 
  private:
-  const TranslationSettings& settings_;
-  AliveTestPace pace_;
-  SysLog& log_;
+    const TranslationSettings& settings_;
+    AliveTestPace pace_;
+    SysLog& log_;
 };
 
 /// The cause that the intake gives to Restart.

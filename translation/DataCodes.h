@@ -12,9 +12,9 @@ enum class DataCodeSection { Event, Environmental };
 
 /// What a data code file says of a code.
 struct DataCode {
-  Text name{};
-  Text resetOrClass{};  // upper case: type code that resets it, or the class letter of a Contact ID code
-  Text prio{};          // without blanks around; empty leaves the priority alone
+    Text name{};
+    Text resetOrClass{};  // upper case: type code that resets it, or the class letter of a Contact ID code
+    Text prio{};          // without blanks around; empty leaves the priority alone
 };
 
 /// A code that the file does not have stands for itself, as its name. None when there is nothing at all: an

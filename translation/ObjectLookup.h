@@ -12,24 +12,24 @@ namespace nordkeep {
 
 /// What of the settings and the language bears on finding an object.
 struct LookupRules {
-  bool matchCallers = false;  // MatchCLIDIfExisting
-  Text hiddenNumber{};        // the word that stands for a caller who hides the number
-  bool parksResets = false;   // resets whose alarm has not arrived yet are parked
+    bool matchCallers = false;  // MatchCLIDIfExisting
+    Text hiddenNumber{};        // the word that stands for a caller who hides the number
+    bool parksResets = false;   // resets whose alarm has not arrived yet are parked
 };
 LookupRules MakeLookupRules(const TranslationSettings& settings, const Language& language);
 
 /// What an event brings: its ID code as received, the caller's number or empty, and the clock at intake.
 struct ObjectQuery {
-  TextView idCode{};
-  TextView originator{};
-  OleDate now{};
+    TextView idCode{};
+    TextView originator{};
+    OleDate now{};
 };
 
 /// What a walk through the objects of a set finds. The object stays with the set; it is not to be kept.
 struct ObjectMatch {
-  cIDCode* object = nullptr;  // the first that matches
-  bool isParked = false;      // an object walked is reset by this ID code
-  bool isInService = false;   // and one of these objects is in service
+    cIDCode* object = nullptr;  // the first that matches
+    bool isParked = false;      // an object walked is reset by this ID code
+    bool isInService = false;   // and one of these objects is in service
 };
 
 /// Walks the objects in order up to the first match (that one included); cost does not grow with their
@@ -44,9 +44,9 @@ const cTypeCode* FindTypeCode(const cTranslate& set, TextView typeCode);
 
 /// An object that a call keeps alive, and the protocol number under which its set is bound.
 struct CallerMatch {
-  cTranslate* set = nullptr;
-  cIDCode* object = nullptr;
-  int translationNumber = 0;
+    cTranslate* set = nullptr;
+    cIDCode* object = nullptr;
+    int translationNumber = 0;
 };
 
 /// The first object that takes calls from this number as a sign of life: the own port first, then all ports

@@ -15,9 +15,9 @@ inline constexpr int kProtocolCount = 41;
 /// The translation sets of one port: for each protocol number an ordered list. The sets belong to
 /// Translations, which renews the lists at every reload.
 struct PortBinding {
-  Text portName{};
-  std::array<std::vector<cTranslate*>, kProtocolCount> sets{};
-  std::array<Text, kProtocolCount> protocolNames{};  // empty for a number without a set
+    Text portName{};
+    std::array<std::vector<cTranslate*>, kProtocolCount> sets{};
+    std::array<Text, kProtocolCount> protocolNames{};  // empty for a number without a set
 };
 
 }  // namespace nordkeep

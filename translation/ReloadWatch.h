@@ -11,17 +11,17 @@ namespace nordkeep {
 /// periods from another system. Not for a client.
 class ReloadWatch {
  public:
-  ReloadWatch(Translations& translations, ServicePeriods& periods, const TranslationSettings& settings)
-      : translations_(translations), periods_(periods), settings_(settings) {}
+    ReloadWatch(Translations& translations, ServicePeriods& periods, const TranslationSettings& settings)
+        : translations_(translations), periods_(periods), settings_(settings) {}
 
-  /// Counts the time of a tick. True when the sets are to be reloaded now.
-  bool Tick(int elapsedMs);
+    /// Counts the time of a tick. True when the sets are to be reloaded now.
+    bool Tick(int elapsedMs);
 
  private:
-  Translations& translations_;
-  ServicePeriods& periods_;
-  const TranslationSettings& settings_;
-  std::int64_t elapsedMs_ = 0;
+    Translations& translations_;
+    ServicePeriods& periods_;
+    const TranslationSettings& settings_;
+    std::int64_t elapsedMs_ = 0;
 };
 
 }  // namespace nordkeep

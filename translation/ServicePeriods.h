@@ -17,9 +17,9 @@ enum class ServiceMode : int { InUse = 0, LogUntilEnd = 1, LogInPeriod = 2, LogO
 
 /// A service mode with its times; a time that the mode does not use is never.
 struct ServicePeriod {
-  int mode = 0;
-  OleDate begin{};
-  OleDate end{};
+    int mode = 0;
+    OleDate begin{};
+    OleDate end{};
 };
 
 /// What the commands of an operator mean.
@@ -39,26 +39,26 @@ bool StoreServicePeriod(cTranslate& set, cIDCode& object, const ServicePeriod& p
 /// files.
 class ServicePeriods {
  public:
-  struct Needs {
-    const FileTree& dataFolder;
-    ObjectViews& views;
-    ObjectReplica& replica;
-    const TranslationSettings& settings;
-  };
-  explicit ServicePeriods(const Needs& needs) : needs_(needs) {}
+    struct Needs {
+        const FileTree& dataFolder;
+        ObjectViews& views;
+        ObjectReplica& replica;
+        const TranslationSettings& settings;
+    };
+    explicit ServicePeriods(const Needs& needs) : needs_(needs) {}
 
-  /// A command of an operator, here or at a client. False, with nothing done, for an unknown mode.
-  bool Set(cTranslate& set, cIDCode& object, const ServicePeriod& period);
-  /// Puts the object back in use when its period is over. True when it was.
-  bool EndWhenOver(cTranslate& set, cIDCode& object, OleDate now);
-  /// Takes in what the other system has left for this set.
-  void TakeIn(cTranslate& set);
+    /// A command of an operator, here or at a client. False, with nothing done, for an unknown mode.
+    bool Set(cTranslate& set, cIDCode& object, const ServicePeriod& period);
+    /// Puts the object back in use when its period is over. True when it was.
+    bool EndWhenOver(cTranslate& set, cIDCode& object, OleDate now);
+    /// Takes in what the other system has left for this set.
+    void TakeIn(cTranslate& set);
 
  private:
-  bool Change(cTranslate& set, cIDCode& object, const ServicePeriod& period);
-  void WriteOut(const cTranslate& set, const cIDCode& object) const;
+    bool Change(cTranslate& set, cIDCode& object, const ServicePeriod& period);
+    void WriteOut(const cTranslate& set, const cIDCode& object) const;
 
-  Needs needs_;
+    Needs needs_;
 };
 
 }  // namespace nordkeep

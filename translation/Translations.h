@@ -29,58 +29,60 @@ TextView ProtocolKey(int translationNumber);
 /// handlers.
 class Translations {
  public:
-  struct Needs {
-    const FileTree& dataFolder;
-    const Settings& files;
-    const Language& language;
-    const Clock& clock;
-    SysLog& log;
-    ObjectViews& views;
-    const TranslationSettings& settings;
-    const AliveTestTimers& timers;
-  };
-  explicit Translations(const Needs& needs) : needs_(needs) {}
+    struct Needs {
+        const FileTree& dataFolder;
+        const Settings& files;
+        const Language& language;
+        const Clock& clock;
+        SysLog& log;
+        ObjectViews& views;
+        const TranslationSettings& settings;
+        const AliveTestTimers& timers;
+    };
+    explicit Translations(const Needs& needs) : needs_(needs) {}
 
-  /// The sets in the order in which ports first named them; without the null translation.
-  const std::vector<std::unique_ptr<cTranslate>>& Sets() const { return sets_; }
-  /// The set of this name, whatever its case; none when there is none.
-  cTranslate* Find(TextView name) const;
-  /// The empty set that serves events without a port.
-  cTranslate& NullTranslation() { return null_; }
-  /// Changes whenever sets or objects have been added, removed or moved.
-  std::uint64_t Generation() const { return generation_; }
+    /// The sets in the order in which ports first named them; without the null translation.
+    const std::vector<std::unique_ptr<cTranslate>>& Sets() const { return sets_; }
+    /// The set of this name, whatever its case; none when there is none.
+    cTranslate* Find(TextView name) const;
+    /// The empty set that serves events without a port.
+    cTranslate& NullTranslation() { return null_; }
+    /// Changes whenever sets or objects have been added, removed or moved.
+    std::uint64_t Generation() const { return generation_; }
 
-  /// The set of this name, loaded when it is new or marked for reload. None for a name that cannot be a file.
-  cTranslate* FindOrReloadTranslation(TextView name, bool loadLastEvents);
-  /// Renews all lists of a port from its settings.
-  void ReLoadPortTranslations(PortBinding& port, bool loadLastEvents);
-  /// Reads all sets of all ports again; objects that left their file, and sets that no port names, go. The
-  /// saved last events are read when wanted and deleted in any case.
-  void ReloadAllTranslations(bool loadLastEvents, std::span<PortBinding* const> ports);
+    /// The set of this name, loaded when it is new or marked for reload. None for a name that cannot be a
+    /// file.
+    cTranslate* FindOrReloadTranslation(TextView name, bool loadLastEvents);
+    /// Renews all lists of a port from its settings.
+    void ReLoadPortTranslations(PortBinding& port, bool loadLastEvents);
+    /// Reads all sets of all ports again; objects that left their file, and sets that no port names, go. The
+    /// saved last events are read when wanted and deleted in any case.
+    void ReloadAllTranslations(bool loadLastEvents, std::span<PortBinding* const> ports);
 
-  /// The set behind `current` in the port's list for this number: the first when `current` is none, none at
-  /// the end. Without a port it is the null translation and then none.
-  cTranslate* GetNextTranslation(const PortBinding* port, int translationNumber, const cTranslate* current);
+    /// The set behind `current` in the port's list for this number: the first when `current` is none, none at
+    /// the end. Without a port it is the null translation and then none.
+    cTranslate* GetNextTranslation(const PortBinding* port, int translationNumber, const cTranslate* current);
 
-  /// True when the .IDCode or .TypeCode file of a loaded set has another time than when it was read.
-  bool HaveFilesChanged() const;
+    /// True when the .IDCode or .TypeCode file of a loaded set has another time than when it was read.
+    bool HaveFilesChanged() const;
 
-  /// Writes the state of supervision of all sets, at a clean stop; not for a client.
-  void SaveLastEvents() const;
+    /// Writes the state of supervision of all sets, at a clean stop; not for a client. False when any is
+    /// lost.
+    bool SaveLastEvents() const;
 
-  /// For the mirror of a client: takes over a set, or removes all.
-  cTranslate& Add(std::unique_ptr<cTranslate> set);
-  void Clear();
+    /// For the mirror of a client: takes over a set, or removes all.
+    cTranslate& Add(std::unique_ptr<cTranslate> set);
+    void Clear();
 
  private:
-  void MarkAll();
-  void RemoveMarked();
-  void DeleteLastEvents() const;
+    void MarkAll();
+    void RemoveMarked();
+    void DeleteLastEvents() const;
 
-  Needs needs_;
-  cTranslate null_{};
-  std::vector<std::unique_ptr<cTranslate>> sets_{};
-  std::uint64_t generation_ = 0;
+    Needs needs_;
+    cTranslate null_{};
+    std::vector<std::unique_ptr<cTranslate>> sets_{};
+    std::uint64_t generation_ = 0;
 };
 
 }  // namespace nordkeep

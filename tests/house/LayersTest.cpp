@@ -25,10 +25,12 @@ const std::map<std::string, Folders> kMayInclude = {
     {"ports", {"pipeline", "store", "translation", "runtime", "platform"}},
     {"network", {"pipeline", "store", "translation", "runtime", "platform"}},
     {"console", {"network", "ports", "pipeline", "store", "translation", "runtime", "platform"}},
-    {"console/views", {"console", "platform/qt", "network", "ports", "pipeline", "store", "translation",
-                       "runtime", "platform"}},
-    {"app", {"console/views", "console", "network", "ports", "pipeline", "store", "translation", "runtime",
-             "platform", "platform/qt", "platform/posix"}},
+    {"console/views",
+     {"console", "platform/qt", "network", "ports", "pipeline", "store", "translation", "runtime",
+      "platform"}},
+    {"app",
+     {"console/views", "console", "network", "ports", "pipeline", "store", "translation", "runtime",
+      "platform", "platform/qt", "platform/posix"}},
 };
 const Folders kMayUseQt = {"platform/qt", "console/views", "app"};
 const Folders kMayUseTheSystem = {"platform/posix", "platform/qt", "app"};
@@ -56,7 +58,9 @@ std::vector<Include> IncludesOf(const std::string& folder) {
     return includes;
 }
 
-std::string FolderOf(const std::string& include) { return fs::path(include).parent_path().string(); }
+std::string FolderOf(const std::string& include) {
+    return fs::path(include).parent_path().string();
+}
 
 TEST(Layers, EveryIncludeFollowsAnArrow) {
     std::size_t seen = 0;
@@ -73,7 +77,8 @@ TEST(Layers, EveryIncludeFollowsAnArrow) {
 }
 
 TEST(Layers, QtAndTheSystemStayInTheirFolders) {
-    const std::regex systemHeader(R"(^(sys/|netinet/|arpa/|unistd\.h|fcntl\.h|termios\.h|signal\.h|poll\.h))");
+    const std::regex systemHeader(
+        R"(^(sys/|netinet/|arpa/|unistd\.h|fcntl\.h|termios\.h|signal\.h|poll\.h))");
     for (const auto& [folder, allowed] : kMayInclude) {
         for (const Include& include : IncludesOf(folder)) {
             if (include.isOwn) continue;

@@ -48,7 +48,8 @@ TEST(ParseDateTime, RefusesWhatIsNoDate) {
     EXPECT_EQ(ParseDateTime("2024-05-10 07:08:09"), At(2024, 5, 10, 7, 8, 9));
     EXPECT_EQ(ParseDateTime("2024-05-10T07:08:09.123"), At(2024, 5, 10, 7, 8, 9));
     EXPECT_EQ(ParseDateTime("2024-05-10"), At(2024, 5, 10));
-    for (const char* text : {"", "1", "2024-13-01", "2024-02-30", "2024-05-10 25:00:00", "2024-05-10 7:8:9"}) {
+    for (const char* text :
+         {"", "1", "2024-13-01", "2024-02-30", "2024-05-10 25:00:00", "2024-05-10 7:8:9"}) {
         EXPECT_EQ(ParseDateTime(text), std::nullopt) << text;
     }
 }

@@ -14,10 +14,10 @@ TEST(GetField, CountsFromZeroAndYieldsEmptyForAMissingField) {
         const char* delimiter;
         const char* expected;
     };
-    for (const Case& c : {Case{"a,b", 2, ",", ""}, Case{"a,b", 1, ",", "b"}, Case{"", 0, ",", ""},
-                          Case{"a,", 1, ",", ""}, Case{"a,b", -1, ",", ""}, Case{",b", 0, ",", ""},
-                          Case{"a::b", 1, "::", ":b"}, Case{"aXbxc", 1, "x", "c"}, Case{"abc", 0, "", "abc"},
-                          Case{"abc", 1, "", ""}}) {
+    for (const Case& c :
+         {Case{"a,b", 2, ",", ""}, Case{"a,b", 1, ",", "b"}, Case{"", 0, ",", ""}, Case{"a,", 1, ",", ""},
+          Case{"a,b", -1, ",", ""}, Case{",b", 0, ",", ""}, Case{"a::b", 1, "::", ":b"},
+          Case{"aXbxc", 1, "x", "c"}, Case{"abc", 0, "", "abc"}, Case{"abc", 1, "", ""}}) {
         EXPECT_EQ(GetField(c.text, c.number, c.delimiter), c.expected) << c.text << " " << c.number;
     }
 }
@@ -27,9 +27,10 @@ TEST(LeadingNumber, ReadsTheFrontOfTheTextOnly) {
         const char* text;
         std::int64_t expected;
     };
-    for (const Case& c : {Case{"12 34", 12}, Case{" \t-5x", -5}, Case{"- 5", 0}, Case{"1.9", 1}, Case{"+7", 7},
-                          Case{"", 0}, Case{"abc", 0}, Case{"0x10", 0}, Case{"1e3", 1}, Case{"--1", 0},
-                          Case{"99999999999999999999", std::numeric_limits<std::int64_t>::max()}}) {
+    for (const Case& c :
+         {Case{"12 34", 12}, Case{" \t-5x", -5}, Case{"- 5", 0}, Case{"1.9", 1}, Case{"+7", 7}, Case{"", 0},
+          Case{"abc", 0}, Case{"0x10", 0}, Case{"1e3", 1}, Case{"--1", 0},
+          Case{"99999999999999999999", std::numeric_limits<std::int64_t>::max()}}) {
         EXPECT_EQ(LeadingNumber(c.text), c.expected) << c.text;
     }
     EXPECT_EQ(LeadingInt16("40000"), 32767);

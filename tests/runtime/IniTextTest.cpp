@@ -25,12 +25,13 @@ TEST(IniText, FindsValuesTheWayProfileFunctionsDo) {
         const char* key;
         std::optional<Text> expected;
     };
-    for (const Case& c : {Case{"GENERAL", "spaced key", "value  ; kept"}, Case{"General", "Quoted", "  inner  "},
-                          Case{"General", "Half", "\"open"}, Case{"General", "Equals", "a=b"},
-                          Case{"General", "Empty", ""}, Case{"General", "#Hash", "2"},
-                          Case{"General", "Commented", std::nullopt}, Case{"General", "Twice", "first"},
-                          Case{"other", "KEY", "other"}, Case{"General", "Late", std::nullopt},
-                          Case{"Last", "Key", "last"}, Case{"Missing", "Key", std::nullopt}}) {
+    for (const Case& c :
+         {Case{"GENERAL", "spaced key", "value  ; kept"}, Case{"General", "Quoted", "  inner  "},
+          Case{"General", "Half", "\"open"}, Case{"General", "Equals", "a=b"}, Case{"General", "Empty", ""},
+          Case{"General", "#Hash", "2"}, Case{"General", "Commented", std::nullopt},
+          Case{"General", "Twice", "first"}, Case{"other", "KEY", "other"},
+          Case{"General", "Late", std::nullopt}, Case{"Last", "Key", "last"},
+          Case{"Missing", "Key", std::nullopt}}) {
         EXPECT_EQ(ini.Value(c.section, c.key), c.expected) << c.section << " " << c.key;
     }
     EXPECT_EQ(IniText("[A]\nK=" + Text(3000, 'x')).Value("A", "K")->size(), 2047u);
@@ -38,7 +39,8 @@ TEST(IniText, FindsValuesTheWayProfileFunctionsDo) {
 
 TEST(IniText, ChangesOneValueAndNoOtherByte) {
     const Text before = "; head\n[A]\nKey = old ; x\nOther=1\n\n\n[B]\r\nKey=2";
-    EXPECT_EQ(IniText(before).WithValue("a", "KEY", "new"), "; head\n[A]\nKey=new\nOther=1\n\n\n[B]\r\nKey=2");
+    EXPECT_EQ(IniText(before).WithValue("a", "KEY", "new"),
+              "; head\n[A]\nKey=new\nOther=1\n\n\n[B]\r\nKey=2");
     EXPECT_EQ(IniText(before).WithValue("A", "Added", "3"),
               "; head\n[A]\nKey = old ; x\nOther=1\nAdded=3\r\n\n\n[B]\r\nKey=2");
     EXPECT_EQ(IniText(before).WithValue("B", "Added", "3"), before + "\r\nAdded=3\r\n");
@@ -48,7 +50,8 @@ TEST(IniText, ChangesOneValueAndNoOtherByte) {
 }
 
 TEST(ServerText, IsReadByItsOwnRules) {
-    const Text text = "[Empty]\r\n[General]\r\nKey=a=b\r\nLongKey=no\r\nBlank =x\r\nQuoted=\"q\"\r\n[End]\r\nLast=1";
+    const Text text =
+        "[Empty]\r\n[General]\r\nKey=a=b\r\nLongKey=no\r\nBlank =x\r\nQuoted=\"q\"\r\n[End]\r\nLast=1";
     EXPECT_EQ(ReadIniFromText(text, "general", "key", ""), "a");
     EXPECT_EQ(ReadIniFromText(text, "General", "Blank", "none"), "none");
     EXPECT_EQ(ReadIniFromText(text, "General", "Quoted", ""), "\"q\"");

@@ -1,0 +1,259 @@
+#include "app/Centre.h"
+
+#include "platform/Process.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextPortsDisabledQuestion = 1147;
+constexpr int kTextPortsDisabled = 1148;
+constexpr int kTextStarted = 3500;
+constexpr int kTextDataFolder = 3501;
+constexpr int kTextStandAlone = 3502;
+constexpr int kTextServer = 3503;
+constexpr int kTextClient = 3504;
+constexpr int kTextService = 3505;
+constexpr int kTextShuttingDown = 3506;
+constexpr int kTextCannotStore = 3518;
+
+int ModeText(const Foundation& foundation) {
+    if (foundation.CopyRole() == Role::Client) return kTextClient;
+    return foundation.CopyRole() == Role::Server ? kTextServer : kTextStandAlone;
+}
+
+AliveTestPace PaceOf(const CommandLine& commandLine) {
+    return commandLine.speedUpAliveTest ? AliveTestPace::Seconds : AliveTestPace::Minutes;
+}
+
+}  // namespace
+
+CentreSettings::CentreSettings(const Settings& files)
+    : engine(LoadEngineSettings(files)),
+      store(LoadSettings(files, StoreSettingRows())),
+      translation(LoadSettings(files, TranslationSettingRows())),
+      intake(LoadSettings(files, IntakeSettingRows())),
+      resets(LoadResetSettings(files)),
+      dispatch(LoadSettings(files, DispatchSettingRows())),
+      desk(LoadSettings(files, DeskSettingRows())),
+      torvex(LoadSettings(files, TorvexSettingRows())),
+      view(LoadSettings(files, ViewStateRows())) {}
+
+Centre::Centre(Foundation& f)
+    : foundation_(f),
+      settings_(f.Files()),
+      commit_([this] { foundation_.Platform().loop.Post([this] { commit_.Commit(); }); }),
+      lookup_(MakeLookupRules(settings_.translation, f.Texts())),
+      timers_(settings_.translation, PaceOf(f.Switches()), f.Log()),
+      store_({.dataFolder = f.DataFolder(),
+              .files = f.Files(),
+              .language = f.Texts(),
+              .clock = f.Platform().clock,
+              .log = f.Log(),
+              .commit = commit_,
+              .replica = alarmReplica_,
+              .views = lists_,
+              .role = f.CopyRole(),
+              .randomSeed = StartSeed()},
+             settings_.store),
+      translations_({.dataFolder = f.DataFolder(),
+                     .files = f.Files(),
+                     .language = f.Texts(),
+                     .clock = f.Platform().clock,
+                     .log = f.Log(),
+                     .views = objectViews_,
+                     .settings = settings_.translation,
+                     .timers = timers_}),
+      servicePeriods_({.dataFolder = f.DataFolder(),
+                       .views = objectViews_,
+                       .replica = objectReplica_,
+                       .settings = settings_.translation}),
+      torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
+      resets_(store_, f.Platform().clock, settings_.resets),
+      dispatcher_({.dataFolder = f.DataFolder(),
+                   .language = f.Texts(),
+                   .clock = f.Platform().clock,
+                   .log = f.Log(),
+                   .text = store_.Texts(),
+                   .settings = settings_.dispatch,
+                   .deskSettings = settings_.desk,
+                   .torvexSettings = settings_.torvex,
+                   .store = store_,
+                   .resets = resets_,
+                   .torvex = torvex_,
+                   .desk = desk_,
+                   .outputs = outputs_}),
+      parked_(resets_, dispatcher_, settings_.resets),
+      intake_({.dataFolder = f.DataFolder(),
+               .files = f.Files(),
+               .language = f.Texts(),
+               .clock = f.Platform().clock,
+               .settings = settings_.intake,
+               .translationSettings = settings_.translation,
+               .lookup = lookup_,
+               .timers = timers_,
+               .translations = translations_,
+               .views = objectViews_,
+               .replica = objectReplica_,
+               .store = store_,
+               .resets = resets_,
+               .parked = parked_,
+               .dispatcher = dispatcher_}),
+      aliveScan_({.translations = translations_,
+                  .periods = servicePeriods_,
+                  .alarm = intake_,
+                  .telegramExport = telegramExport_,
+                  .views = objectViews_,
+                  .replica = objectReplica_,
+                  .clock = f.Platform().clock,
+                  .settings = settings_.translation,
+                  .timers = timers_}),
+      reloadWatch_(translations_, servicePeriods_, settings_.translation),
+      portParts_({.dataFolder = f.DataFolder(),
+                  .settings = f.Files(),
+                  .language = f.Texts(),
+                  .log = f.Log(),
+                  .trafficLog = f.Traffic(),
+                  .clock = f.Platform().clock,
+                  .loop = f.Platform().loop,
+                  .sockets = f.Platform().sockets,
+                  .serial = f.Platform().serial,
+                  .intake = intake_,
+                  .commit = commit_}),
+      duties_({.dataFolder = f.DataFolder(),
+               .programFolder = f.ProgramFolder(),
+               .clock = f.Platform().clock,
+               .loop = f.Platform().loop,
+               .role = f.CopyRole(),
+               .trafficLog = f.Traffic(),
+               .settings = settings_.engine,
+               .dispatchSettings = settings_.dispatch,
+               .torvexSettings = settings_.torvex,
+               .resetSettings = settings_.resets,
+               .text = store_.Texts(),
+               .store = store_,
+               .torvex = torvex_,
+               .dispatcher = dispatcher_,
+               .resets = resets_,
+               .parked = parked_,
+               .translations = translations_,
+               .aliveScan = aliveScan_,
+               .reloadWatch = reloadWatch_,
+               .ports = ports_,
+               .conditions = conditions_}) {}
+
+const Centre::Step Centre::kStartSteps[] = {
+    {"ports switched off", &Centre::DecideOnPorts},
+    {"start lines", &Centre::WriteStartLines},
+    {"ports", &Centre::MakePorts},
+    {"translations", &Centre::LoadTranslations},
+    // Open before the events are read: what callers send meanwhile waits in the system.
+    {"open ports", &Centre::OpenPorts},
+    {"stored events", &Centre::LoadStoredEvents},
+    {"timers", &Centre::StartTimers},
+};
+
+const Centre::Step Centre::kStopSteps[] = {
+    {"timers", &Centre::StopTimers},
+    {"waiting replies", &Centre::SettleReplies},
+    {"ports", &Centre::ClosePorts},
+    {"parked events", &Centre::DispatchParked},
+    {"last events", &Centre::SaveLastEvents},
+    {"view", &Centre::SaveView},
+    {"stored events", &Centre::SettleReplies},
+};
+
+void Centre::Start() {
+    store_.SetOutageListener([this](const Text& reason) { RaiseStorageAlarm(reason); });
+    for (const Step& step : kStartSteps) (this->*step.run)();
+}
+
+void Centre::CloseAndShutdownEverything() {
+    if (conditions_.isShuttingDown) return;
+    conditions_.isShuttingDown = true;
+    foundation_.Log().WriteSysLog(foundation_.Texts().GetLanguageText(kTextShuttingDown),
+                                  LogKind::Information);
+    for (const Step& step : kStopSteps) (this->*step.run)();
+    duties_.EndProgram();
+}
+
+// Operators see it although it cannot be stored either.
+void Centre::RaiseStorageAlarm(const Text& reason) {
+    intake_.HandleIncomingEvent({.AlarmTime = foundation_.Platform().clock.Now(),
+                                 .ProtocolType = kOwnProtocol,
+                                 .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
+}
+
+void Centre::DecideOnPorts() {
+    const PlatformParts& platform = foundation_.Platform();
+    const CommandLine& switches = foundation_.Switches();
+    const auto text = [&](int number) { return foundation_.Texts().GetLanguageText(number); };
+    if (switches.forceDisablePorts) {
+        conditions_.arePortsDisabled = true;
+        foundation_.TellFailure(text(kTextPortsDisabled));
+    } else if (switches.askForDisablePorts && !foundation_.IsService()) {
+        conditions_.arePortsDisabled = platform.dialogs.AskYesNo(text(kTextPortsDisabledQuestion));
+    }
+    conditions_.isServer = foundation_.CopyRole() == Role::Server;
+    foundation_.Traffic().Configure(
+        {settings_.engine.ContinousDebugToFile, settings_.engine.ContinousDebugFormatAsHex},
+        foundation_.CopyRole());
+}
+
+void Centre::WriteStartLines() {
+    const auto text = [&](int number) { return foundation_.Texts().GetLanguageText(number); };
+    SysLog& log = foundation_.Log();
+    log.WriteSysLog(text(kTextStarted) + NORDKEEP_VERSION, LogKind::Information);
+    log.WriteSysLog(text(kTextDataFolder) + FromUtf8(foundation_.DataFolder().Root()), LogKind::Information);
+    const Text service = foundation_.IsService() ? ", " + text(kTextService) : Text();
+    log.WriteSysLog(text(ModeText(foundation_)) + service, LogKind::Information);
+}
+
+void Centre::MakePorts() {
+    if (!IsClient()) ports_.Discover(portParts_);
+}
+
+void Centre::LoadTranslations() {
+    if (!IsClient()) translations_.ReloadAllTranslations(true, ports_.Bindings());
+}
+
+void Centre::OpenPorts() {
+    if (!IsClient()) torvex_.Start();
+    ports_.Tick(0, conditions_);
+}
+
+void Centre::LoadStoredEvents() {
+    if (IsClient()) return;
+    MakeFolder(foundation_.DataFolder().Resolve("Data\\Events"));
+    store_.LoadEvents();
+}
+
+void Centre::StartTimers() {
+    duties_.StartTimers();
+}
+
+void Centre::StopTimers() {
+    duties_.StopAllButOpenTimer();
+}
+
+void Centre::SettleReplies() {
+    commit_.Commit();
+}
+
+void Centre::ClosePorts() {
+    ports_.CloseAll();
+    torvex_.Close();
+}
+
+void Centre::DispatchParked() {
+    parked_.DispatchAll();
+}
+
+void Centre::SaveLastEvents() {
+    if (!IsClient()) translations_.SaveLastEvents();
+}
+
+void Centre::SaveView() {
+    SaveViewState(foundation_.Files(), settings_.view);
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,177 @@
+#include "app/Duties.h"
+
+#include "platform/Process.h"
+#include "runtime/LogPurge.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kOpenTimerMs = 1000;
+constexpr int kKeepAliveTimerMs = 10'000;
+constexpr int kAlarmLogCopyMs = 30'000;
+constexpr int kTorvexRetryMs = 10'000;
+constexpr int kWriteRetryMs = 5000;
+
+}  // namespace
+
+const Duties::Duty Duties::kOpenDuties[] = {
+    {"traffic file", &Duties::CloseIdleTrafficFile},
+    {"ports", &Duties::OpenPorts},
+    {"interval", &Duties::SetOpenInterval},
+    {"alive scan", &Duties::ScanAliveTests},
+    {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
+    {"Torvex, cyclic", &Duties::WriteTorvexCyclically},
+    {"end of the program", &Duties::EndWhenAsked},
+    {"Torvex, line feeds", &Duties::FeedTorvexLines},
+    {"alarm log copy", &Duties::CopyAlarmLog},
+};
+
+const Duties::Duty Duties::kSystemDuties[] = {
+    {"alive scan, slices", &Duties::ContinueAliveScan}, {"reload", &Duties::ReloadTranslations},
+    {"Torvex, retries", &Duties::RetryTorvex},          {"parked events", &Duties::DispatchParked},
+    {"writes, retries", &Duties::RetryWrites},
+};
+
+const Duties::Duty Duties::kDayDuties[] = {
+    {"old logs", &Duties::PurgeLogs},
+    {"old alarms", &Duties::PruneAlarms},
+};
+
+Duties::Duties(const Needs& needs)
+    : needs_(needs),
+      openTimer_(needs.loop.NewTimer([this] { RunAll(kOpenDuties, openTimer_->IntervalMs()); })),
+      systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
+      keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
+      today_(needs.clock.Now().Midnight()) {}
+
+void Duties::StartTimers() {
+    openTimer_->Start(kOpenTimerMs);
+    systemTimer_->Start(needs_.settings.SystemTimerInterval);
+    keepAliveTimer_->Start(kKeepAliveTimerMs);
+}
+
+void Duties::StopAllButOpenTimer() {
+    systemTimer_->Stop();
+    keepAliveTimer_->Stop();
+}
+
+template <std::size_t N>
+void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
+    const Tick tick{needs_.clock.Now(), intervalMs};
+    for (const Duty& duty : duties) (this->*duty.run)(tick);
+}
+
+void Duties::KeepAliveTick() {
+    const OleDate today = needs_.clock.Now().Midnight();
+    if (today == today_) return;
+    today_ = today;
+    RunAll(kDayDuties, kKeepAliveTimerMs);
+}
+
+bool Duties::IsDue(int& counterMs, int intervalMs, int periodMs) const {
+    counterMs += intervalMs;
+    if (counterMs < periodMs) return false;
+    counterMs = 0;
+    return true;
+}
+
+void Duties::CloseIdleTrafficFile(const Tick& tick) {
+    needs_.trafficLog.AddIdleTime(tick.intervalMs);
+}
+
+void Duties::OpenPorts(const Tick& tick) {
+    needs_.conditions.isDispatchConfigured = needs_.torvex.IsConfigured();
+    needs_.conditions.isDispatchConnected = needs_.torvex.IsConnected();
+    if (!needs_.conditions.isShuttingDown) needs_.ports.Tick(tick.intervalMs, needs_.conditions);
+}
+
+void Duties::SetOpenInterval(const Tick&) {
+    if (openTimer_->IntervalMs() != kOpenTimerMs) openTimer_->Start(kOpenTimerMs);
+}
+
+void Duties::ScanAliveTests(const Tick& tick) {
+    if (IsClient() || needs_.conditions.isShuttingDown) return;
+    const bool isNewRound = needs_.aliveScan.Tick(tick.intervalMs, tick.now);
+    // While resets are parked, an alarm may still be waiting for its own.
+    if (isNewRound && needs_.parked.IsEmpty()) needs_.resets.AcknowledgeDelayed(tick.now);
+}
+
+Text Duties::CyclicText(const Text& format, const AlarmFormat& pictures, OleDate now) const {
+    return needs_.text.BuildAlarmText({format, pictures.date, pictures.time}, BlankAlarm(now));
+}
+
+void Duties::WriteAlarmLogCyclically(const Tick& tick) {
+    const EngineSettings& s = needs_.settings;
+    const int period = s.AlarmLogFileCyclicWritePeriod;
+    if (period < 1 || !IsDue(alarmLogCounterMs_, tick.intervalMs, period)) return;
+    const DispatchSettings& d = needs_.dispatchSettings;
+    const Text line = CyclicText(s.AlarmLogFileCyclicWriteString,
+                                 {{}, d.AlarmLogFileDateFormat, d.AlarmLogFileTimeFormat}, tick.now);
+    AppendToFile(needs_.dataFolder.Resolve(kAlarmLogSpool), line + "\r\n");
+}
+
+void Duties::WriteTorvexCyclically(const Tick& tick) {
+    const EngineSettings& s = needs_.settings;
+    if (IsClient() || s.TorvexCyclicWritePeriod < 1) return;
+    if (!IsDue(torvexWriteCounterMs_, tick.intervalMs, s.TorvexCyclicWritePeriod)) return;
+    needs_.torvex.Send(CyclicText(s.TorvexCyclicWriteString, {{}, "YYYY-MM-DD", "HH:NN:SS"}, tick.now) +
+                       "\n");
+}
+
+void Duties::EndWhenAsked(const Tick&) {
+    if (!isToEnd_) return;
+    openTimer_->Stop();
+    needs_.loop.Quit(0);
+}
+
+void Duties::FeedTorvexLines(const Tick&) {
+    const int period = needs_.settings.TorvexCyclicLineFeedPeriod;
+    if (IsClient() || period < 1 || ++torvexLineFeedTicks_ < period) return;
+    torvexLineFeedTicks_ = 0;
+    needs_.torvex.Send("\n");
+}
+
+void Duties::CopyAlarmLog(const Tick& tick) {
+    if (!needs_.settings.CreateLogFile || isToEnd_) return;
+    alarmLogCopyCountdownMs_ -= tick.intervalMs;
+    if (alarmLogCopyCountdownMs_ >= 1) return;
+    alarmLogCopyCountdownMs_ = kAlarmLogCopyMs;
+    const std::vector<std::string> arguments = {ToUtf8(needs_.settings.AlarmLogFileName)};
+    if (!StartDetached(needs_.programFolder.Resolve("NKCopy.exe"), arguments)) {
+        StartDetached(needs_.programFolder.Resolve("NKCopy"), arguments);
+    }
+}
+
+void Duties::ContinueAliveScan(const Tick&) {
+    if (needs_.aliveScan.IsRunning()) needs_.aliveScan.Continue();
+}
+
+void Duties::ReloadTranslations(const Tick& tick) {
+    if (IsClient() || !needs_.reloadWatch.Tick(tick.intervalMs)) return;
+    needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
+}
+
+void Duties::RetryTorvex(const Tick& tick) {
+    const TorvexSettings& s = needs_.torvexSettings;
+    if (IsClient() || (s.DelayAndWaitForAck < 1 && !s.RetryFailedTransmissions)) return;
+    if (!IsDue(torvexRetryCounterMs_, tick.intervalMs, kTorvexRetryMs)) return;
+    needs_.dispatcher.SendWaitingToTorvex(tick.now);
+}
+
+void Duties::DispatchParked(const Tick& tick) {
+    if (!IsClient()) needs_.parked.Tick(tick.now);
+}
+
+void Duties::RetryWrites(const Tick& tick) {
+    if (IsDue(writeRetryCounterMs_, tick.intervalMs, kWriteRetryMs)) needs_.store.RetryFailedWrites();
+}
+
+void Duties::PurgeLogs(const Tick& tick) {
+    PurgeOldLogs(needs_.dataFolder, needs_.role, needs_.settings.LogFileSavePeriod, tick.now);
+}
+
+void Duties::PruneAlarms(const Tick&) {
+    if (!IsClient()) needs_.store.PruneOldAlarms();
+}
+
+}  // namespace nordkeep

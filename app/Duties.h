@@ -1,0 +1,105 @@
+#pragma once
+
+#include "app/EngineSettings.h"
+#include "pipeline/Dispatcher.h"
+#include "pipeline/ParkedEvents.h"
+#include "platform/EventLoop.h"
+#include "ports/PortList.h"
+#include "runtime/TrafficLog.h"
+#include "translation/AliveScan.h"
+#include "translation/ReloadWatch.h"
+
+#include <memory>
+
+namespace nordkeep {
+
+/// Everything periodic, on the timers of the program. A tick runs a table of duties in fixed order; each duty
+/// counts the ticks it has seen, so a period is never read from the clock.
+class Duties {
+ public:
+    struct Needs {
+        const FileTree& dataFolder;
+        const FileTree& programFolder;
+        const Clock& clock;
+        EventLoop& loop;
+        Role role;
+        TrafficLog& trafficLog;
+        const EngineSettings& settings;
+        const DispatchSettings& dispatchSettings;
+        const TorvexSettings& torvexSettings;
+        const ResetSettings& resetSettings;
+        const AlarmText& text;
+        EventStore& store;
+        TorvexLink& torvex;
+        Dispatcher& dispatcher;
+        Resets& resets;
+        ParkedEvents& parked;
+        Translations& translations;
+        AliveScan& aliveScan;
+        ReloadWatch& reloadWatch;
+        PortList& ports;
+        PortConditions& conditions;
+    };
+    explicit Duties(const Needs& needs);
+
+    void StartTimers();
+    void StopAllButOpenTimer();
+    /// The program ends on the next tick of the open timer.
+    void EndProgram() { isToEnd_ = true; }
+
+ private:
+    /// The tick in hand.
+    struct Tick {
+        OleDate now;
+        int intervalMs;
+    };
+    struct Duty {
+        const char* name;
+        void (Duties::*run)(const Tick&);
+    };
+    static const Duty kOpenDuties[];
+    static const Duty kSystemDuties[];
+    static const Duty kDayDuties[];
+
+    template <std::size_t N>
+    void RunAll(const Duty (&duties)[N], int intervalMs);
+    void KeepAliveTick();
+
+    void CloseIdleTrafficFile(const Tick& tick);
+    void OpenPorts(const Tick& tick);
+    void SetOpenInterval(const Tick& tick);
+    void ScanAliveTests(const Tick& tick);
+    void WriteAlarmLogCyclically(const Tick& tick);
+    void WriteTorvexCyclically(const Tick& tick);
+    void EndWhenAsked(const Tick& tick);
+    void FeedTorvexLines(const Tick& tick);
+    void CopyAlarmLog(const Tick& tick);
+
+    void ContinueAliveScan(const Tick& tick);
+    void ReloadTranslations(const Tick& tick);
+    void RetryTorvex(const Tick& tick);
+    void DispatchParked(const Tick& tick);
+    void RetryWrites(const Tick& tick);
+
+    void PurgeLogs(const Tick& tick);
+    void PruneAlarms(const Tick& tick);
+
+    bool IsClient() const { return needs_.role == Role::Client; }
+    bool IsDue(int& counterMs, int intervalMs, int periodMs) const;
+    Text CyclicText(const Text& format, const AlarmFormat& pictures, OleDate now) const;
+
+    Needs needs_;
+    std::unique_ptr<Timer> openTimer_;
+    std::unique_ptr<Timer> systemTimer_;
+    std::unique_ptr<Timer> keepAliveTimer_;
+    bool isToEnd_ = false;
+    OleDate today_{};
+    int alarmLogCounterMs_ = 0;
+    int torvexWriteCounterMs_ = 0;
+    int torvexLineFeedTicks_ = 0;
+    int torvexRetryCounterMs_ = 0;
+    int writeRetryCounterMs_ = 0;
+    int alarmLogCopyCountdownMs_ = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,49 @@
+#include "app/EngineSettings.h"
+
+#include <array>
+
+namespace nordkeep {
+namespace {
+
+constexpr const char* kGeneral = "General";
+constexpr SettingScope kCentre = SettingScope::Centre;
+constexpr int kMostSeconds = 2'000'000;
+using E = EngineSettings;
+
+const std::array kRows = {
+    SettingRow<E>{kGeneral, "SystemTimerInterval", "100", kCentre, &E::SystemTimerInterval},
+    SettingRow<E>{kGeneral, "LogFileSavePeriod", "30", kCentre, &E::LogFileSavePeriod},
+    SettingRow<E>{kGeneral, "ContinousDebugToFile", "0", kCentre, &E::ContinousDebugToFile},
+    SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", "0", kCentre, &E::ContinousDebugFormatAsHex},
+    SettingRow<E>{kGeneral, "CreateLogFile", "0", kCentre, &E::CreateLogFile},
+    SettingRow<E>{kGeneral, "AlarmLogFileName", "Alarm.LOG", SettingScope::Workstation, &E::AlarmLogFileName},
+    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", "0", kCentre, &E::AlarmLogFileCyclicWritePeriod,
+                  0},
+    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWriteString", "", kCentre, &E::AlarmLogFileCyclicWriteString},
+    SettingRow<E>{kGeneral, "TorvexCyclicWritePeriod", "0", kCentre, &E::TorvexCyclicWritePeriod, 0},
+    SettingRow<E>{kGeneral, "TorvexCyclicWriteString", "", kCentre, &E::TorvexCyclicWriteString},
+    SettingRow<E>{kGeneral, "TorvexCyclicLineFeedPeriod", "0", kCentre, &E::TorvexCyclicLineFeedPeriod, 0},
+    SettingRow<E>{kGeneral, "CyclicWriteTimePeriodInSeconds", "0", kCentre,
+                  &E::CyclicWriteTimePeriodInSeconds},
+};
+
+}  // namespace
+
+std::span<const SettingRow<EngineSettings>> EngineSettingRows() {
+    return kRows;
+}
+
+EngineSettings LoadEngineSettings(const Settings& files) {
+    constexpr int kDefaultSystemTimerMs = 100;
+    EngineSettings settings = LoadSettings(files, EngineSettingRows());
+    const int interval = settings.SystemTimerInterval;
+    if (interval < 10 || interval > 65535) settings.SystemTimerInterval = kDefaultSystemTimerMs;
+    if (settings.CyclicWriteTimePeriodInSeconds) {
+        for (int* period : {&settings.AlarmLogFileCyclicWritePeriod, &settings.TorvexCyclicWritePeriod}) {
+            *period = std::min(*period, kMostSeconds) * 1000;
+        }
+    }
+    return settings;
+}
+
+}  // namespace nordkeep

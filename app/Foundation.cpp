@@ -1,0 +1,207 @@
+#include "app/Foundation.h"
+
+#include "app/ServiceUnit.h"
+#include "runtime/DefaultFiles.h"
+
+#include <cstdio>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextAlreadyRunning = 1002;
+constexpr int kTextCannotWriteTemp = 1063;
+constexpr int kTextServerQuestion = 1082;
+constexpr int kTextClientQuestion = 1083;
+constexpr int kTextLanguageTaken = 3606;
+constexpr int kTextFolderInUse = 3607;
+constexpr int kTextCannotWrite = 3609;
+
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+
+NativePath FolderOf(const NativePath& file) {
+    return file.substr(0, file.rfind('/'));
+}
+
+/// The folder that /PATH: names, made when missing; the program folder when it cannot be had.
+NativePath DataFolderOf(const CommandLine& commandLine, const NativePath& programFolder) {
+    if (!commandLine.path || commandLine.path->empty()) return programFolder;
+    MakeFolder(*commandLine.path);
+    if (const auto folder = CanonicalPath(*commandLine.path); folder && FolderExists(*folder)) return *folder;
+    std::fprintf(stderr, "nordkeep: cannot use the folder \"%s\", using \"%s\"\n", commandLine.path->c_str(),
+                 programFolder.c_str());
+    return programFolder;
+}
+
+void Print(const std::string& text) {
+    std::printf("%s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+const Foundation::Step Foundation::kSteps[] = {
+    {"delay", &Foundation::Delay},
+    {"settings folder", &Foundation::MakeSettings},
+    {"language", &Foundation::LoadLanguage},
+    {"second instance", &Foundation::RefuseSecondInstance},
+    {"uninstall the service", &Foundation::Uninstall},
+    {"install the service", &Foundation::Install},
+    {"network settings", &Foundation::ReadNetworkSettings},
+    {"role", &Foundation::ChooseRole},
+    {"folders", &Foundation::MakeFolders},
+    {"client's folder", &Foundation::TestClientFolder},
+    {"client's connection", &Foundation::ConnectToServer},
+};
+
+Foundation::Foundation(const PlatformParts& platform, const CommandLine& commandLine)
+    : platform_(platform),
+      commandLine_(commandLine),
+      programFolder_(FolderOf(platform.programFile)),
+      dataFolder_(DataFolderOf(commandLine, programFolder_.Root())),
+      settings_(dataFolder_),
+      log_(dataFolder_, platform.clock),
+      trafficLog_(dataFolder_, platform.clock) {}
+
+std::optional<int> Foundation::Prepare() {
+    for (const Step& step : kSteps) {
+        if (const Outcome outcome = (this->*step.run)()) return outcome;
+    }
+    return std::nullopt;
+}
+
+void Foundation::TellFailure(const Text& text) {
+    log_.WriteSysLog(text, LogKind::Failure);
+    platform_.dialogs.ShowMessage(text);
+}
+
+Foundation::Outcome Foundation::Delay() {
+    if (commandLine_.delaySeconds > 0) platform_.loop.SleepAndPump(commandLine_.delaySeconds * 1000);
+    return std::nullopt;
+}
+
+Foundation::Outcome Foundation::MakeSettings() {
+    PrepareSettingsFolder(programFolder_, dataFolder_);
+    return std::nullopt;
+}
+
+Foundation::Outcome Foundation::LoadLanguage() {
+    if (language_.Load(programFolder_, settings_.ReadIni("General", "Language", ""))) return std::nullopt;
+    if (ChooseLanguage()) return std::nullopt;
+    TellFailure("No language file NK_Lang.NNN can be read in the program folder " +
+                FromUtf8(programFolder_.Root()));
+    return kFailure;
+}
+
+// Without a screen the first language there is counts as chosen, so that a service with a lost settings file
+// still receives alarms; it is not written down as anybody's choice.
+bool Foundation::ChooseLanguage() {
+    const std::vector<LanguageChoice> choices = ListLanguages(programFolder_);
+    if (platform_.hasScreen && !IsService()) {
+        const auto chosen = platform_.dialogs.ChooseLanguage(choices);
+        if (!chosen) return false;
+        settings_.WriteIni("General", "Language", LanguageNumber(*chosen));
+        return language_.Load(programFolder_, LanguageNumber(*chosen));
+    }
+    if (choices.empty() || !language_.Load(programFolder_, LanguageNumber(choices.front().number)))
+        return false;
+    NoteForLog(language_.GetLanguageText(kTextLanguageTaken) + choices.front().name, LogKind::Failure);
+    return true;
+}
+
+Foundation::Outcome Foundation::RefuseSecondInstance() {
+    const bool isShared = IsTrue(settings_.ReadIni("General", "IgnoreMultipleInstances", "0"));
+    lock_ = std::make_unique<FolderLock>(dataFolder_.Root());
+    if (isShared || lock_->Result() != FolderLock::Outcome::HeldByAnother) return std::nullopt;
+    if (IsService()) {
+        NoteForLog(language_.GetLanguageText(kTextFolderInUse), LogKind::Failure);
+        return std::nullopt;
+    }
+    platform_.dialogs.ShowMessage(language_.GetLanguageText(kTextAlreadyRunning));
+    return kFailure;
+}
+
+Foundation::Outcome Foundation::Uninstall() {
+    if (!commandLine_.uninstall) return std::nullopt;
+    const bool isDone = UninstallService();
+    Print(std::string(kServiceName) +
+          (isDone ? " service uninstalled successfully" : " failed to uninstall as service"));
+    return isDone ? kSuccess : kFailure;
+}
+
+Foundation::Outcome Foundation::Install() {
+    if (!commandLine_.install) return std::nullopt;
+    const bool isDone = InstallService(platform_.programFile, commandLine_.path ? dataFolder_.Root() : "");
+    Print(std::string(kServiceName) +
+          (isDone ? " service installation succeeded" : " failed to install as service"));
+    return isDone ? kSuccess : kFailure;
+}
+
+Foundation::Outcome Foundation::ReadNetworkSettings() {
+    network_ = LoadNetworkSettings(settings_);
+    return std::nullopt;
+}
+
+Foundation::Outcome Foundation::ChooseRole() {
+    const bool canBoth = !network_.ServerAddress.empty() && !network_.ClientAddresses.empty();
+    if (canBoth && network_.AskForNetworkModeAtStartup && !IsService()) {
+        AskForRole();
+    } else if (!network_.ServerAddress.empty() && !IsService()) {
+        role_ = Role::Client;
+    } else if (!network_.ClientAddresses.empty()) {
+        role_ = Role::Server;
+    }
+    log_.SetRole(role_);
+    return std::nullopt;
+}
+
+void Foundation::AskForRole() {
+    if (platform_.dialogs.AskYesNo(language_.GetLanguageText(kTextServerQuestion))) {
+        role_ = Role::Server;
+        network_.ServerAddress.clear();
+    } else if (platform_.dialogs.AskYesNo(language_.GetLanguageText(kTextClientQuestion))) {
+        role_ = Role::Client;
+        network_.ClientAddresses.clear();
+    } else {
+        network_.ServerAddress.clear();
+        network_.ClientAddresses.clear();
+    }
+}
+
+Foundation::Outcome Foundation::MakeFolders() {
+    static constexpr const char* kOfClient[] = {"LogFiles_Client", "AlarmFiles_Client", "Settings\\Temp"};
+    static constexpr const char* kOfOthers[] = {"Data",        "LogFiles", "AlarmFiles",
+                                                "Information", "Comments", "Maps"};
+    const auto make = [this](const char* folder) { MakeFolder(dataFolder_.Resolve(folder)); };
+    if (role_ == Role::Client) {
+        for (const char* folder : kOfClient) make(folder);
+    } else {
+        for (const char* folder : kOfOthers) make(folder);
+    }
+    for (const LogRow& note : notes_) log_.WriteSysLog(note.text, note.kind);
+    notes_.clear();
+    const NativePath probe = dataFolder_.Resolve("Settings\\Nordkeep.Test.$$$");
+    if (!WriteFile(probe, "")) {
+        log_.WriteSysLog(language_.GetLanguageText(kTextCannotWrite) + FromUtf8(dataFolder_.Root()),
+                         LogKind::Failure);
+    }
+    RemoveFile(probe);
+    return std::nullopt;
+}
+
+Foundation::Outcome Foundation::TestClientFolder() {
+    if (role_ != Role::Client) return std::nullopt;
+    const NativePath probe = dataFolder_.Resolve("Settings\\Temp\\Test.$$$");
+    if (WriteFile(probe, "") && RemoveFile(probe)) return std::nullopt;
+    TellFailure(language_.GetLanguageText(kTextCannotWriteTemp));
+    return kFailure;
+}
+
+Foundation::Outcome Foundation::ConnectToServer() {
+    if (role_ != Role::Client) return std::nullopt;
+    TellFailure("This version cannot run as a client: empty ServerAddress in section NetWork of " +
+                FromUtf8(dataFolder_.Resolve("Settings\\Nordkeep.INI")));
+    return kFailure;
+}
+
+}  // namespace nordkeep

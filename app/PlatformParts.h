@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "platform/EventLoop.h"
+#include "platform/Files.h"
+#include "platform/MSComm.h"
+#include "platform/Winsock.h"
+
+namespace nordkeep {
+
+/// What the program stands on, realised once in main.
+struct PlatformParts {
+    Clock& clock;
+    EventLoop& loop;
+    SocketFactory& sockets;
+    SerialFactory& serial;
+    Dialogs& dialogs;
+    NativePath programFile{};
+    bool hasScreen = false;
+};
+
+}  // namespace nordkeep

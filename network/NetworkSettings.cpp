@@ -1,0 +1,37 @@
+#include "network/NetworkSettings.h"
+
+#include <array>
+
+namespace nordkeep {
+namespace {
+
+constexpr const char* kNetWork = "NetWork";
+constexpr SettingScope kOwn = SettingScope::Workstation;
+using N = NetworkSettings;
+
+const std::array kRows = {
+    SettingRow<N>{kNetWork, "ServerAddress", "", kOwn, &N::ServerAddress},
+    SettingRow<N>{kNetWork, "ClientAddresses", "", kOwn, &N::ClientAddresses},
+    SettingRow<N>{kNetWork, "NetworkPort", "17666", kOwn, &N::NetworkPort, 0, 65535},
+    SettingRow<N>{kNetWork, "NetworkKeepAliveInterval", "5000", kOwn, &N::NetworkKeepAliveInterval, 0},
+    SettingRow<N>{kNetWork, "NetworkReconnectInterval", "60000", kOwn, &N::NetworkReconnectInterval},
+    SettingRow<N>{kNetWork, "NetworkTimeout", "5000", kOwn, &N::NetworkTimeout, 100},
+    SettingRow<N>{kNetWork, "AskForNetworkModeAtStartup", "0", kOwn, &N::AskForNetworkModeAtStartup},
+    SettingRow<N>{kNetWork, "LogTraffic", "0", kOwn, &N::LogTraffic},
+};
+
+}  // namespace
+
+std::span<const SettingRow<NetworkSettings>> NetworkSettingRows() {
+    return kRows;
+}
+
+NetworkSettings LoadNetworkSettings(const Settings& files) {
+    constexpr int kShortestKeepAliveMs = 1000;
+    NetworkSettings settings = LoadSettings(files, NetworkSettingRows());
+    int& interval = settings.NetworkKeepAliveInterval;
+    if (interval > 0 && interval < kShortestKeepAliveMs) interval = kShortestKeepAliveMs;
+    return settings;
+}
+
+}  // namespace nordkeep

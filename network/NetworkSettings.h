@@ -1,0 +1,22 @@
+#pragma once
+
+#include "runtime/SettingTable.h"
+
+namespace nordkeep {
+
+/// How this copy works together with others; the workstation's own settings, section NetWork.
+struct NetworkSettings {
+    Text ServerAddress{};    // not empty: this copy is a client of that server
+    Text ClientAddresses{};  // not empty: this copy serves these clients
+    int NetworkPort = 17666;
+    int NetworkKeepAliveInterval = 5000;   // ms; 0 is off, else at least 1000
+    int NetworkReconnectInterval = 60000;  // ms
+    int NetworkTimeout = 5000;             // ms, at least 100
+    bool AskForNetworkModeAtStartup = false;
+    bool LogTraffic = false;
+};
+
+std::span<const SettingRow<NetworkSettings>> NetworkSettingRows();
+NetworkSettings LoadNetworkSettings(const Settings& files);
+
+}  // namespace nordkeep

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Files.h"
+
+#include <string>
+#include <vector>
+
+namespace nordkeep {
+
+/// Starts a program that runs on by itself and is never waited for. False when it cannot be started at all.
+bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments);
+
+/// A number that differs at every start of the program.
+std::uint64_t StartSeed();
+
+}  // namespace nordkeep

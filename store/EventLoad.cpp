@@ -1,0 +1,182 @@
+#include "store/EventLoad.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace nordkeep {
+namespace {
+
+constexpr TextView kOldFile = "Data\\Events.DAT";
+constexpr TextView kConvertedFile = "Data\\Events.OLD";
+constexpr int kTextDropped = 3510;
+constexpr int kTextTooOld = 3511;
+constexpr int kTextUnreadable = 3513;
+constexpr std::size_t kFilesForOnePercent = 500;
+constexpr std::size_t kMostPercent = 99;
+// More names than this are no help to anybody.
+constexpr std::size_t kMostNames = 500;
+
+bool IsEarlier(const ArrivalOrder::Item& a, const ArrivalOrder::Item& b) {
+    return a.arrivedMs != b.arrivedMs ? a.arrivedMs < b.arrivedMs : a.order < b.order;
+}
+
+bool IsLater(const ArrivalOrder::Item& a, const ArrivalOrder::Item& b) {
+    return IsEarlier(b, a);
+}
+
+Text JoinNames(const std::vector<Text>& names) {
+    Text joined = " (";
+    for (std::size_t i = 0; i < names.size() && i < kMostNames; ++i) joined += (i ? ", " : "") + names[i];
+    return joined + (names.size() > kMostNames ? ", ...)" : ")");
+}
+
+}  // namespace
+
+std::unique_ptr<cAlarm> ArrivalOrder::Insert(std::unique_ptr<cAlarm> alarm) {
+    const std::int64_t arrivedMs = alarm->m_ArrivedTime.Milliseconds();
+    items_.push_back({arrivedMs, inserted_++, std::move(alarm)});
+    if (limit_ == 0) return nullptr;
+    std::push_heap(items_.begin(), items_.end(), IsLater);
+    if (items_.size() <= limit_) return nullptr;
+    std::pop_heap(items_.begin(), items_.end(), IsLater);
+    std::unique_ptr<cAlarm> oldest = std::move(items_.back().alarm);
+    items_.pop_back();
+    return oldest;
+}
+
+std::vector<ArrivalOrder::Item> ArrivalOrder::Take() {
+    std::sort(items_.begin(), items_.end(), IsEarlier);
+    return std::exchange(items_, {});
+}
+
+EventLoad::EventLoad(EventStore& store)
+    : store_(store),
+      parts_(store.parts_),
+      today_(parts_.clock.Now().Midnight()),
+      tests_(store.settings_.MaxTestAlarms),
+      ordinary_(store.settings_.MaxAlarms) {}
+
+void EventLoad::Run() {
+    EmptyList();
+    std::vector<EventFileName> files = store_.folder_.List();
+    if (ConvertOldFile()) files = store_.folder_.List();
+    parts_.views.BeginBulkLoad();
+    ReadFiles(files);
+    for (auto& [number, alarm] : unsaved_) TakeIn(std::move(alarm));
+    FillList();
+    parts_.views.EndBulkLoad();
+    parts_.views.RecalcStatusBars();
+    LogCounts();
+}
+
+// What has not reached the disk must not be lost by reading the disk.
+void EventLoad::EmptyList() {
+    EventList& events = store_.events_;
+    for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
+        std::unique_ptr<cAlarm> alarm = events.TakeOut(at);
+        parts_.views.RemoveAlarmRow(*alarm);
+        alarm->m_ListItem = nullptr;
+        const std::int32_t number = alarm->m_FilePointer;
+        if (number < 0 || store_.unsaved_.contains(number)) unsaved_[number] = std::move(alarm);
+    }
+}
+
+bool EventLoad::ConvertOldFile() {
+    const NativePath oldFile = parts_.dataFolder.Resolve(kOldFile);
+    const std::optional<Text> content = ReadFile(oldFile);
+    if (!content) return false;
+    ConvertRecords(*content);
+    const NativePath converted = parts_.dataFolder.Resolve(kConvertedFile);
+    RemoveFile(converted);
+    RenameFile(oldFile, converted);
+    return true;
+}
+
+void EventLoad::ConvertRecords(TextView content) {
+    std::int64_t position = 1;
+    while (position <= static_cast<std::int64_t>(content.size())) {
+        auto alarm = std::make_unique<cAlarm>();
+        const std::optional<std::int32_t> length = ReadFromDisk(content, position, *alarm);
+        if (!length || *length < 1) {
+            unreadable_.emplace_back("Events.DAT");
+            return;
+        }
+        if (alarm->m_Status != kStatusRemoved) Convert(std::move(alarm));
+        position += *length;
+    }
+}
+
+void EventLoad::Convert(std::unique_ptr<cAlarm> alarm) {
+    const std::optional<std::int32_t> number = store_.GetFreeEventFileNumber();
+    alarm->m_FilePointer = number ? *number : --store_.lastWithoutFile_;
+    if (store_.WriteToDisk(*alarm, DurableWrites::Opening::CreateNew)) return;
+    unsaved_[alarm->m_FilePointer] = std::move(alarm);
+}
+
+void EventLoad::ReadFiles(const std::vector<EventFileName>& files) {
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (std::unique_ptr<cAlarm> alarm = ReadOne(files[i])) TakeIn(std::move(alarm));
+        if ((i + 1) % kFilesForOnePercent != 0) continue;
+        parts_.views.ShowLoadProgress(
+            static_cast<int>(std::min((i + 1) / kFilesForOnePercent, kMostPercent)));
+    }
+}
+
+std::unique_ptr<cAlarm> EventLoad::ReadOne(const EventFileName& file) {
+    if (const auto newer = unsaved_.extract(file.number)) return std::move(newer.mapped());
+    const std::optional<Text> content = file.isSpare ? std::nullopt : ReadFile(file.path);
+    auto alarm = std::make_unique<cAlarm>();
+    if (!content || IsBlankFile(*content) || !ReadFromDisk(*content, 1, *alarm)) {
+        if (!FolderExists(file.path)) unreadable_.push_back(file.name);
+        return nullptr;
+    }
+    alarm->m_FilePointer = file.number;
+    return alarm;
+}
+
+void EventLoad::TakeIn(std::unique_ptr<cAlarm> alarm) {
+    if (alarm->m_Status != kStatusRemoved && store_.IsTooOld(*alarm, today_)) {
+        store_.ArchiveToFile(*alarm);
+        alarm->m_Status = kStatusRemoved;
+        ++tooOld_;
+    }
+    if (alarm->m_Status == kStatusRemoved) return store_.DeleteFromDisk(*alarm);
+    ArrivalOrder& list = store_.IsTestAlarm(*alarm) ? tests_ : ordinary_;
+    if (const std::unique_ptr<cAlarm> oldest = list.Insert(std::move(alarm))) Drop(*oldest);
+}
+
+void EventLoad::Drop(cAlarm& alarm) {
+    store_.ArchiveToFile(alarm);
+    alarm.m_Status = kStatusRemoved;
+    store_.UpdateToDisk(alarm);
+    ++dropped_;
+}
+
+void EventLoad::FillList() {
+    std::vector<ArrivalOrder::Item> ordinary = ordinary_.Take();
+    std::vector<ArrivalOrder::Item> tests = tests_.Take();
+    std::vector<ArrivalOrder::Item> all;
+    all.reserve(ordinary.size() + tests.size());
+    // Of one time the test alarm stands behind.
+    std::merge(std::make_move_iterator(ordinary.begin()), std::make_move_iterator(ordinary.end()),
+               std::make_move_iterator(tests.begin()), std::make_move_iterator(tests.end()),
+               std::back_inserter(all),
+               [](const auto& a, const auto& b) { return a.arrivedMs < b.arrivedMs; });
+    for (ArrivalOrder::Item& item : all) {
+        parts_.views.UpdateAlarmLists(store_.Append(std::move(item.alarm)));
+    }
+}
+
+void EventLoad::LogCounts() {
+    store_.LogCount(kTextDropped, dropped_, LogKind::Information);
+    store_.LogCount(kTextTooOld, tooOld_, LogKind::Information);
+    if (!unreadable_.empty()) {
+        store_.LogCount(kTextUnreadable, unreadable_.size(), LogKind::Failure, JoinNames(unreadable_));
+    }
+}
+
+void EventStore::LoadEvents() {
+    if (parts_.role != Role::Client) EventLoad(*this).Run();
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "store/EventStore.h"
+
+namespace nordkeep {
+
+/// Records in the order of their arrival, those of one time in the order in which they came. Above its limit
+/// the oldest leaves, which can be the one that has just come.
+///
+/// The result is that of inserting each record at its place; the sorting is done once at the end.
+class ArrivalOrder {
+ public:
+    struct Item {
+        std::int64_t arrivedMs = 0;
+        std::size_t order = 0;
+        std::unique_ptr<cAlarm> alarm{};
+    };
+
+    /// A limit below 1 is none.
+    explicit ArrivalOrder(int limit) : limit_(limit < 1 ? 0 : static_cast<std::size_t>(limit)) {}
+
+    /// Gives the record that had to leave, if any.
+    std::unique_ptr<cAlarm> Insert(std::unique_ptr<cAlarm> alarm);
+    /// Everything in order; nothing is left behind.
+    std::vector<Item> Take();
+
+ private:
+    std::size_t limit_;
+    std::size_t inserted_ = 0;
+    std::vector<Item> items_{};  // with a limit a heap, the oldest in front
+};
+
+/// One run of LoadEvents.
+class EventLoad {
+ public:
+    explicit EventLoad(EventStore& store);
+    void Run();
+
+ private:
+    void EmptyList();
+    bool ConvertOldFile();
+    void ConvertRecords(TextView content);
+    void Convert(std::unique_ptr<cAlarm> alarm);
+    void ReadFiles(const std::vector<EventFileName>& files);
+    std::unique_ptr<cAlarm> ReadOne(const EventFileName& file);
+    void TakeIn(std::unique_ptr<cAlarm> alarm);
+    void Drop(cAlarm& alarm);
+    void FillList();
+    void LogCounts();
+
+    EventStore& store_;
+    const StoreParts& parts_;
+    OleDate today_;
+    ArrivalOrder tests_;
+    ArrivalOrder ordinary_;
+    std::map<std::int32_t, std::unique_ptr<cAlarm>> unsaved_{};  // newer in memory than in their files
+    std::vector<Text> unreadable_{};
+    std::size_t dropped_ = 0;
+    std::size_t tooOld_ = 0;
+};
+
+}  // namespace nordkeep

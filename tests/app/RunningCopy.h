@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "tests/doubles/TempFolder.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace nordkeep {
+
+/// Waits up to half a minute for something to become true.
+bool WaitFor(const std::function<bool()>& condition);
+/// A TCP or UDP port of the loopback address that nobody uses at this moment.
+int FreePort();
+
+/// The built program, started as a service on a data folder of its own.
+class RunningCopy {
+ public:
+    RunningCopy() = default;
+    ~RunningCopy();
+
+    const TempFolder& Data() const { return data_; }
+    /// Writes a settings file for a port; `lines` follow the section header General.
+    void AddPort(const std::string& name, const std::string& lines, const std::string& translate = {}) const;
+    /// A main settings file with the English language, and `lines` in section General.
+    void WriteMainSettings(const std::string& lines = {}) const;
+
+    /// Starts the program and waits until the log says that it has.
+    void Start(const std::vector<std::string>& switches = {});
+    /// SIGTERM; the exit status. SIGKILL gives -1.
+    int Stop();
+    void Kill();
+    int Pid() const { return pid_; }
+    /// What the program has written to standard output and standard error.
+    std::string Output() const;
+    bool WaitForOutput(const std::string& text) const;
+    bool WaitForOutput(const std::string& text, int times) const;
+
+    /// The event files, as records in the order of arrival.
+    std::vector<Text> EventFiles() const;
+
+ private:
+    int Wait();
+
+    TempFolder data_{};
+    TempFolder output_{};
+    int pid_ = -1;
+};
+
+/// A blocking TCP connection to a port of the loopback address.
+class Caller {
+ public:
+    explicit Caller(int port);
+    ~Caller();
+    Caller(const Caller&) = delete;
+    Caller& operator=(const Caller&) = delete;
+
+    bool IsConnected() const { return descriptor_ >= 0; }
+    void Send(TextView bytes) const;
+    /// Waits up to half a minute for so many bytes; fewer when the other side closes.
+    Text Receive(std::size_t count) const;
+    /// True when the other side closes within half a minute.
+    bool IsClosedByPeer() const;
+
+ private:
+    int descriptor_ = -1;
+};
+
+/// A telegram of format 0 with this code in class "0".
+Text RobofonTelegram(const Text& code, char classCode = '0');
+
+}  // namespace nordkeep
