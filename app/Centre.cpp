@@ -178,9 +178,10 @@ void Centre::CloseAndShutdownEverything() {
 
 // Operators see it although it cannot be stored either.
 void Centre::RaiseStorageAlarm(const Text& reason) {
-    intake_.HandleIncomingEvent({.AlarmTime = foundation_.Platform().clock.Now(),
-                                 .ProtocolType = kOwnProtocol,
-                                 .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
+    intake_.HandleIncomingEvent(
+        {.AlarmTime = foundation_.Platform().clock.Now(),
+         .ProtocolType = kOwnProtocol,
+         .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
 }
 
 void Centre::DecideOnPorts() {

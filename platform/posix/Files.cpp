@@ -116,6 +116,15 @@ bool ReplaceFile(const NativePath& path, TextView bytes) {
     return false;
 }
 
+bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes) {
+    const Descriptor file = OpenRegular(path.c_str(), O_WRONLY);
+    struct stat status {};
+    if (!file || ::fstat(file.Get(), &status) != 0) return false;
+    if (static_cast<std::size_t>(status.st_size) < offset + bytes.size()) return false;
+    const ssize_t written = ::pwrite(file.Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    return written == static_cast<ssize_t>(bytes.size());
+}
+
 bool AppendToFile(const NativePath& path, TextView bytes) {
     const Descriptor file = OpenForAppending(path);
     if (file) return AppendOnce(file.Get(), bytes);
