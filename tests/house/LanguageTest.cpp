@@ -32,8 +32,8 @@ Texts ReadLanguage(const std::string& number) {
 /// status columns of tables.
 std::set<int> NumbersInSources() {
     std::set<int> numbers;
-    const std::regex constant(R"(k\w*Text\w* = (\d+);)");
-    const std::regex column(R"([ ,{](1049|105[0-2]|2[0-2]\d\d)\b)");
+    const std::regex constant(R"(k\w*Text\w* = (\d{3,4});)");
+    const std::regex column(R"([,{]\s*(1049|105[0-2]|2[0-2]\d\d)[,}])");
     const std::regex heading(R"(\b(9[1-4]\d|98\d)\b)");
     for (const char* folder :
          {"runtime", "store", "translation", "pipeline", "ports", "network", "console", "app"}) {
