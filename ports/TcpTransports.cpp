@@ -16,6 +16,21 @@ constexpr int kTextConnectionError = 1030;
 // A slow peer needs this long to answer; an attempt is not given up before.
 constexpr std::int64_t kShortestAttemptMs = 10'000;
 
+// What a peer may leave unread of our replies before it counts as gone.
+constexpr std::size_t kMostUnsent = 1 << 20;
+constexpr int kTextRepliesUnread = 3611;
+
+/// False, with the connection closed, when the peer does not read what it is sent.
+bool SendOn(Winsock& socket, TextView bytes, PortLog& log) {
+    if (socket.State() != SocketState::Connected) return false;
+    if (socket.UnsentBytes() > kMostUnsent) {
+        log.Failure(kTextRepliesUnread, log.NameAndDescription());
+        socket.Close();
+        return false;
+    }
+    return socket.SendData(bytes);
+}
+
 class TcpClientTransport final : public Transport {
  public:
     TcpClientTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
@@ -58,7 +73,7 @@ class TcpClientTransport final : public Transport {
 
     Text Take() override { return socket_->GetData(); }
 
-    bool Send(TextView bytes) override { return IsOpen() && socket_->SendData(bytes); }
+    bool Send(TextView bytes) override { return SendOn(*socket_, bytes, log_); }
 
  private:
     Text Peer() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
@@ -127,9 +142,7 @@ class TcpServerTransport final : public Transport {
 
     Text Take() override { return caller_->GetData(); }
 
-    bool Send(TextView bytes) override {
-        return caller_->State() == SocketState::Connected && caller_->SendData(bytes);
-    }
+    bool Send(TextView bytes) override { return SendOn(*caller_, bytes, log_); }
 
  private:
     void OnRequest(SocketRequest request) {

@@ -25,7 +25,7 @@ class PortTest : public ::testing::Test {
         language.LoadFrom(
             "1041=Opened\n1096=Failed\n1146=Changed\n1135=Purged\n1039=No slot\n1040=Port\n"
             "3604=Too much\n3605=Unknown\n1028=closed\n1035=Port\n3610=Vanished \n"
-            "1025= at \n1026=Lost \n1027= with \n1029=Connected \n1030=Error \n");
+            "3611=Unread \n1025= at \n1026=Lost \n1027= with \n1029=Connected \n1030=Error \n");
         log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
     }
 
@@ -119,6 +119,14 @@ TEST_F(PortTest, ServesAFloodInTurns) {
     caller.Arrive(Telegram());
     time.Pump();
     EXPECT_EQ(intake.events.size(), 201u);
+}
+
+TEST_F(PortTest, ClosesACallerWhoReadsNoReplies) {
+    FakeWinsock& caller = ConnectCaller();
+    caller.unsentBytes = (1 << 20) + 1;
+    caller.Arrive("\x07");
+    EXPECT_EQ(caller.state, SocketState::Closed);
+    EXPECT_EQ(LinesWith("Unread Port1"), 1u);
 }
 
 TEST_F(PortTest, PurgesAHalfTelegramAfterSilence) {
