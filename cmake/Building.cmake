@@ -8,6 +8,10 @@ target_compile_definitions(nordkeep_flags INTERFACE NORDKEEP_VERSION="${PROJECT_
 if(NORDKEEP_WERROR)
   target_compile_options(nordkeep_flags INTERFACE -Werror)
 endif()
+if(NORDKEEP_FUZZ)
+  # Coverage for libFuzzer in every library; the fuzz programs alone link its main.
+  target_compile_options(nordkeep_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 if(NORDKEEP_SANITIZE)
   target_compile_options(nordkeep_flags INTERFACE -fsanitize=${NORDKEEP_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(nordkeep_flags INTERFACE -fsanitize=${NORDKEEP_SANITIZE})
