@@ -31,7 +31,9 @@ struct SocketEvents {
     std::function<void(SocketRequest)> connectionRequest{};
     std::function<void()> dataArrival{};
     std::function<void()> connected{};
-    /// The peer has closed; not told for an own Close.
+    /// The peer has closed; not told for an own Close. It comes behind the tasks of that turn of the loop,
+    /// and until then the state is Connected: a reply still reaches a peer that has closed only its sending
+    /// half.
     std::function<void()> closed{};
     /// The text is the system's description of the error. A peer's close is no error.
     std::function<void(const Text&)> error{};

@@ -111,7 +111,8 @@ bool ReplaceFile(const NativePath& path, TextView bytes) {
     if (exists && !S_ISREG(status.st_mode)) return false;
     const mode_t mode = status.st_mode & 07777;
     const NativePath temporary = TemporaryNameFor(target);
-    if (WriteTemporary(temporary, bytes, exists ? &mode : nullptr) && ::rename(temporary.c_str(), target.c_str()) == 0)
+    if (WriteTemporary(temporary, bytes, exists ? &mode : nullptr) &&
+        ::rename(temporary.c_str(), target.c_str()) == 0)
         return true;
     ::unlink(temporary.c_str());
     return false;
