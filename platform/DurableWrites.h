@@ -39,10 +39,7 @@ class DurableWrites {
     int OpenExisting(const NativePath& path, bool& isNew);
     int OpenNew(const NativePath& path);
     bool Fail(const char* operation, const NativePath& path);
-    void NoteLoss(const NativePath& path);
     void SynchroniseFiles();
-    void SynchroniseEach();
-    void SynchroniseFileSystems();
     void SynchroniseFolders();
 
     std::vector<OpenFile> open_{};

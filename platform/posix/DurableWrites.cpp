@@ -15,11 +15,6 @@ namespace {
 /// A burst of telegrams must not use up the descriptors that sockets and lines need.
 constexpr std::size_t kMostOpen = 256;
 
-/// Each synchronisation of a file costs the medium a flush of its own. From this many files on, as when a
-/// receiver delivers what it has saved up, one for the whole file system is quicker even when other programs
-/// have written to it too.
-constexpr std::size_t kMany = 32;
-
 NativePath FolderOf(const NativePath& path) {
     const std::size_t slash = path.rfind('/');
     return slash == NativePath::npos ? "." : path.substr(0, slash + 1);
@@ -63,39 +58,18 @@ bool DurableWrites::Synchronise() {
 }
 
 void DurableWrites::SynchroniseFiles() {
-    if (open_.size() < kMany) {
-        SynchroniseEach();
-    } else {
-        SynchroniseFileSystems();
-    }
-    for (const OpenFile& file : std::exchange(open_, {})) ::close(file.descriptor);
-}
-
-void DurableWrites::SynchroniseEach() {
     // The data of all files is set going first, so that the journal entry which the first synchronisation
     // waits for covers the others too, and these find little left to do.
     if (open_.size() > 1) {
         for (const OpenFile& file : open_) ::sync_file_range(file.descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
     }
-    for (const OpenFile& file : open_) {
-        if (::fsync(file.descriptor) != 0) NoteLoss(file.path);
+    for (const OpenFile& file : std::exchange(open_, {})) {
+        if (::fsync(file.descriptor) != 0) {
+            Fail("synchronise", file.path);
+            hasFailed_ = true;
+        }
+        ::close(file.descriptor);
     }
-}
-
-void DurableWrites::SynchroniseFileSystems() {
-    std::set<dev_t> done;
-    for (const OpenFile& file : open_) {
-        // The descriptor opened first on a file system is told of every failure since.
-        struct stat status {};
-        const bool isKnown = ::fstat(file.descriptor, &status) == 0;
-        if (isKnown && !done.insert(status.st_dev).second) continue;
-        if (::syncfs(file.descriptor) != 0) NoteLoss(file.path);
-    }
-}
-
-void DurableWrites::NoteLoss(const NativePath& path) {
-    Fail("synchronise", path);
-    hasFailed_ = true;
 }
 
 void DurableWrites::SynchroniseFolders() {
@@ -103,7 +77,8 @@ void DurableWrites::SynchroniseFolders() {
         const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         // Some file systems synchronise no folders, and say so; there the files alone have to do.
         if (folder && (::fsync(folder.Get()) == 0 || errno == EINVAL)) continue;
-        NoteLoss(path);
+        Fail("synchronise", path);
+        hasFailed_ = true;
     }
 }
 
