@@ -27,8 +27,12 @@ class UdpTransport final : public Transport {
         socket_->Close();
         socket_->SetRemotePort(line.PortNumber);
         socket_->SetRemoteHost(line.PortSetting);
-        if (socket_->Bind(line.PortNumber, line.BindSocketToAddress)) return log_.Opened(Address());
-        log_.OpenFailed(Address(), socket_->LastError());
+        if (!socket_->Bind(line.PortNumber, line.BindSocketToAddress)) {
+            return log_.OpenFailed(Address(), socket_->LastError());
+        }
+        // Where to send before anybody has sent here; without a host there is no such place.
+        if (!line.PortSetting.empty() && line.PortSetting != "0") socket_->Connect();
+        log_.Opened(Address());
     }
 
     void Close(bool isShuttingDown) override {
