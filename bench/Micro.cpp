@@ -46,6 +46,24 @@ void FindObjectAmong(benchmark::State& state) {
 }
 BENCHMARK(FindObjectAmong)->Arg(10)->Arg(1000)->Arg(100'000);
 
+void ScanObjects(benchmark::State& state) {
+    std::vector<std::unique_ptr<cIDCode>> objects;
+    const OleDate now = OleDate::FromCivil({2024, 3, 5, 7, 8, 9});
+    for (int i = 0; i < state.range(0); ++i) {
+        objects.push_back(std::make_unique<cIDCode>());
+        objects.back()->m_AliveTestIntervalOrTimeStamps = "60";
+        objects.back()->SetNextAliveTestExpirationTime(1, now.PlusMinutes(1));
+    }
+    for (auto _ : state) {
+        int failed = 0;
+        for (const auto& object : objects) {
+            failed += object->AliveTestIsToBeUsed(1) && object->AliveTestHasExpired(1, now);
+        }
+        benchmark::DoNotOptimize(failed);
+    }
+}
+BENCHMARK(ScanObjects)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
 void FormatAlarmLine(benchmark::State& state) {
     const TempFolder folder;
     const Language language;
