@@ -21,4 +21,7 @@ std::optional<XmlElement> FindXmlElement(TextView text, TextView name, XmlNames 
 /// What such an element holds; empty when there is none.
 Text GetXmlElement(TextView text, TextView name, XmlNames names);
 
+/// The number of a type element: 0 for an empty one, -1 (none) for what 16 bits cannot hold.
+int TypeNumber(TextView text);
+
 }  // namespace nordkeep
