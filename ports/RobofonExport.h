@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 
 namespace nordkeep {
 
@@ -15,6 +16,7 @@ struct RobofonExportSettings {
     int RBM600ExportRetries = 5;                // a telegram is sent once more than this
     int RBM600ExportTimeout = 1000;             // milliseconds; only whole seconds count
     Text PortDescription{};
+    Text droppedText{};  // what the log says of a telegram that nobody acknowledges
 };
 
 std::span<const SettingRow<RobofonExportSettings>> RobofonExportSettingRows();
@@ -45,12 +47,14 @@ class RobofonExport {
     std::size_t Size() const { return queue_.size(); }
 
  private:
-    DecoderNote Dropped();
-    void DropUnanswered(TelegramStep& step, std::int64_t nowMs);
+    void DropFirst();
+    void DropUnanswered(std::int64_t nowMs);
+    bool IsDue(const c26ByteTelegram& telegram, std::int64_t nowMs) const;
+    void SendNext(TelegramStep& step, const ServiceTick& tick);
 
     RobofonExportSettings settings_;
     std::deque<c26ByteTelegram> queue_{};
-    std::vector<DecoderNote> notes_{};
+    std::vector<DecoderNote> dropped_{};  // not yet reported
     std::optional<std::int64_t> lastTestMs_{};
 };
 

@@ -25,7 +25,9 @@ class SiaWait {
         std::int64_t waitedMs = 0;
     };
 
-    std::deque<cMRL5SIAEvent> waiting_{};
+    std::vector<DecodedEvent> DecodeFirst(const SiaSettings& settings, OleDate now);
+
+    std::deque<cMRL5SIAEvent> waiting_{};  // in order of arrival
 };
 
 }  // namespace nordkeep
