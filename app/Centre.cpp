@@ -14,6 +14,7 @@ constexpr int kTextServer = 3503;
 constexpr int kTextClient = 3504;
 constexpr int kTextService = 3505;
 constexpr int kTextShuttingDown = 3506;
+constexpr int kTextCannotStore = 3518;
 
 int ModeText(const Foundation& foundation) {
     if (foundation.CopyRole() == Role::Client) return kTextClient;
@@ -162,6 +163,7 @@ const Centre::Step Centre::kStopSteps[] = {
 };
 
 void Centre::Start() {
+    store_.SetOutageListener([this](const Text& reason) { RaiseStorageAlarm(reason); });
     for (const Step& step : kStartSteps) (this->*step.run)();
 }
 
@@ -172,6 +174,14 @@ void Centre::CloseAndShutdownEverything() {
                                   LogKind::Information);
     for (const Step& step : kStopSteps) (this->*step.run)();
     duties_.EndProgram();
+}
+
+// Operators see it although it cannot be stored either.
+void Centre::RaiseStorageAlarm(const Text& reason) {
+    intake_.HandleIncomingEvent(
+        {.AlarmTime = foundation_.Platform().clock.Now(),
+         .ProtocolType = kOwnProtocol,
+         .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
 }
 
 void Centre::DecideOnPorts() {

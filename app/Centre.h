@@ -63,6 +63,7 @@ class Centre {
     void SaveLastEvents();
     void SaveView();
 
+    void RaiseStorageAlarm(const Text& reason);
     bool IsClient() const { return foundation_.CopyRole() == Role::Client; }
 
     Foundation& foundation_;

@@ -35,6 +35,8 @@ bool WriteFile(const NativePath& path, TextView bytes);
 /// Writes a temporary file beside it and renames it over the file, so that a reader and a crash see either
 /// the old or the new content; the mode of an existing file stays. False when anything failed.
 bool ReplaceFile(const NativePath& path, TextView bytes);
+/// Writes over bytes in the middle of a file, which keeps its length. False when it has not that many bytes.
+bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes);
 /// Appends with one write, making the file when missing. An existing read-only mark is cleared for the write
 /// and set again behind it.
 bool AppendToFile(const NativePath& path, TextView bytes);

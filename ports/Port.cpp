@@ -21,7 +21,7 @@ cPort::cPort(const PortParts& parts, Text portName)
 }
 
 bool cPort::InitializePort() {
-    const Text& name = eventPort_.PortName;
+    const Text name = eventPort_.PortName;
     line_ = LoadLineSettings(parts_.settings, name);
     eventPort_ = LoadSettings(parts_.settings, EventPortRows(), name);
     eventPort_.PortName = eventPort_.binding.portName = name;

@@ -108,6 +108,20 @@ Text IniText::WithValue(TextView section, TextView key, TextView value) const {
     return changed.insert(at, added);
 }
 
+std::optional<TextView> IniText::Overwrite(TextView section, TextView key, TextView value) {
+    const auto found = bySection_.find(UpperCase(section));
+    if (found == bySection_.end()) return std::nullopt;
+    Section& in = sections_[found->second];
+    const auto entry = in.byKey.find(UpperCase(key));
+    if (entry == in.byKey.end()) return std::nullopt;
+    Entry& old = in.entries[entry->second];
+    const Text line = old.key + "=" + Text(value);
+    if (line.size() != old.lineEnd - old.lineStart) return std::nullopt;
+    content_.replace(old.lineStart, line.size(), line);
+    old.value = CutValue(value);
+    return TextView(content_).substr(old.lineStart, line.size());
+}
+
 Text ReadIniFromText(TextView text, TextView section, TextView key, TextView byDefault) {
     const TextView body = BodyInText(text, section);
     Text wanted(kLineEnd);

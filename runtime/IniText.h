@@ -28,6 +28,10 @@ class IniText {
     /// last line of its section that is not blank, a new section at the end. New lines end in CR LF.
     Text WithValue(TextView section, TextView key, TextView value) const;
 
+    /// Changes a value whose line keeps its length, here and now, and gives the place of the new line in the
+    /// content. None, with nothing changed, when the key is missing or the length would change.
+    std::optional<TextView> Overwrite(TextView section, TextView key, TextView value);
+
  private:
     struct Entry {
         Text key{};

@@ -37,10 +37,25 @@ Text Settings::ReadPortIni(TextView section, TextView key, TextView byDefault, T
 
 bool Settings::WriteIni(TextView section, TextView key, TextView value, TextView fileName) {
     const NativePath path = dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName);
+    TextOf(path);
+    if (OverwriteValue(path, section, key, value)) return true;
     Text changed = TextOf(path).WithValue(section, key, value);
     if (!ReplaceFile(path, changed)) return false;
     cache_[path] = {StampOf(path), IniText(std::move(changed))};
     return true;
+}
+
+// The alarm number is written at every event. A few bytes in the middle of a file that keeps its length
+// cannot lose the file in a crash, and cost a tenth of a new file.
+bool Settings::OverwriteValue(const NativePath& path, TextView section, TextView key, TextView value) {
+    Cached& cached = cache_[path];
+    const auto line = cached.text.Overwrite(section, key, value);
+    if (!line) return false;
+    const auto offset = static_cast<std::size_t>(line->data() - cached.text.Content().data());
+    const bool isWritten = OverwriteFile(path, offset, *line);
+    cached.stamp = StampOf(path);
+    if (!isWritten) cache_.erase(path);
+    return isWritten;
 }
 
 std::vector<Text> Settings::ListKeys(TextView section, TextView fileName) const {

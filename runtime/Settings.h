@@ -38,6 +38,7 @@ class Settings {
     };
 
     const IniText& TextOf(const NativePath& path) const;
+    bool OverwriteValue(const NativePath& path, TextView section, TextView key, TextView value);
 
     const FileTree& dataFolder_;
     std::optional<Text> serverText_{};

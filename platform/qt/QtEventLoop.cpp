@@ -1,52 +1,36 @@
 #include "platform/qt/QtEventLoop.h"
 
 #include "platform/qt/QtTimer.h"
+#include "platform/qt/TaskQueue.h"
 
+#include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QBasicTimer>
 #include <QtCore/QCoreApplication>
-#include <QtCore/QEvent>
+
+#include <utility>
 
 namespace nordkeep {
 namespace {
 
-const auto kTask = static_cast<QEvent::Type>(QEvent::registerEventType());
-
-class TaskEvent : public QEvent {
- public:
-    explicit TaskEvent(std::function<void()> task) : QEvent(kTask), task_(std::move(task)) {}
-    std::function<void()> Take() { return std::move(task_); }
-
- private:
-    std::function<void()> task_;
-};
-
 /// Ends a wait: its event makes the loop return.
-class Alarm : public QObject {
+class WakeUp : public QObject {
  public:
-    explicit Alarm(int ms) { timer_.start(ms, Qt::PreciseTimer, this); }
-    bool HasRung() const { return hasRung_; }
+    explicit WakeUp(int ms) { timer_.start(ms, Qt::PreciseTimer, this); }
+    bool HasCome() const { return hasCome_; }
 
  private:
     void timerEvent(QTimerEvent*) override {
         timer_.stop();
-        hasRung_ = true;
+        hasCome_ = true;
     }
 
     QBasicTimer timer_{};
-    bool hasRung_ = false;
+    bool hasCome_ = false;
 };
 
 }  // namespace
 
-class QtEventLoop::TaskRunner : public QObject {
-    bool event(QEvent* event) override {
-        if (event->type() != kTask) return QObject::event(event);
-        static_cast<TaskEvent*>(event)->Take()();
-        return true;
-    }
-};
-
-QtEventLoop::QtEventLoop() : tasks_(std::make_unique<TaskRunner>()) {}
+QtEventLoop::QtEventLoop() : tasks_(std::make_unique<TaskQueue>()) {}
 QtEventLoop::~QtEventLoop() = default;
 
 int QtEventLoop::Run() {
@@ -63,16 +47,26 @@ void QtEventLoop::Pump() {
     // What the first round finds ready on a socket is told by an event of the second.
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
+    WakeOuterWait();
 }
 
 void QtEventLoop::SleepAndPump(int ms) {
     if (ms <= 0) return Pump();
-    const Alarm alarm(ms);
-    while (!alarm.HasRung()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    ++waits_;
+    WakeUp wakeUp(ms);
+    while (!wakeUp.HasCome()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    --waits_;
+    WakeOuterWait();
+}
+
+// The time of an outer wait can have come while this one ran: it is on its way into the toolkit's own
+// waiting, from which nothing would wake it again.
+void QtEventLoop::WakeOuterWait() {
+    if (waits_ > 0) QAbstractEventDispatcher::instance()->wakeUp();
 }
 
 void QtEventLoop::Post(std::function<void()> task) {
-    QCoreApplication::postEvent(tasks_.get(), new TaskEvent(std::move(task)), Qt::LowEventPriority);
+    tasks_->Add(std::move(task));
 }
 
 std::unique_ptr<Timer> QtEventLoop::NewTimer(std::function<void()> onTick) {

@@ -4,6 +4,8 @@
 
 namespace nordkeep {
 
+class TaskQueue;
+
 /// The event loop of the toolkit. The application object must live as long as it.
 class QtEventLoop : public EventLoop {
  public:
@@ -18,9 +20,10 @@ class QtEventLoop : public EventLoop {
     std::unique_ptr<Timer> NewTimer(std::function<void()> onTick) override;
 
  private:
-    class TaskRunner;
+    void WakeOuterWait();
 
-    std::unique_ptr<TaskRunner> tasks_;
+    std::unique_ptr<TaskQueue> tasks_;
+    int waits_ = 0;  // on the stack
     bool hasQuit_ = false;
     int status_ = 0;
 };

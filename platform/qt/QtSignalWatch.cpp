@@ -4,10 +4,10 @@
 
 namespace nordkeep {
 
-QtSignalWatch::QtSignalWatch(Signals& signals, std::function<void()> onSignal)
-    : notifier_(std::make_unique<QSocketNotifier>(signals.Descriptor(), QSocketNotifier::Read)) {
-    const auto take = [&signals, onSignal = std::move(onSignal)] {
-        if (signals.Take()) onSignal();
+QtSignalWatch::QtSignalWatch(Signals& caught, std::function<void()> onSignal)
+    : notifier_(std::make_unique<QSocketNotifier>(caught.Descriptor(), QSocketNotifier::Read)) {
+    const auto take = [&caught, onSignal = std::move(onSignal)] {
+        if (caught.Take()) onSignal();
     };
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), take);
 }

@@ -12,7 +12,7 @@ namespace nordkeep {
 /// Turns a caught signal into an event of the loop.
 class QtSignalWatch {
  public:
-    QtSignalWatch(Signals& signals, std::function<void()> onSignal);
+    QtSignalWatch(Signals& caught, std::function<void()> onSignal);
     ~QtSignalWatch();
 
  private:

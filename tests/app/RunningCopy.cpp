@@ -63,10 +63,13 @@ void RunningCopy::WriteMainSettings(const std::string& lines) const {
 }
 
 void RunningCopy::Start(const std::vector<std::string>& switches) {
-    std::vector<std::string> words = {std::string(NORDKEEP_BIN_DIR) + "/nordkeep", "/RunAsService",
-                                      "/PATH:" + data_.Path()};
+    // The path stands last: its value would take in a word that is no switch.
+    std::vector<std::string> words = {std::string(NORDKEEP_BIN_DIR) + "/nordkeep", "/RunAsService"};
     words.insert(words.end(), switches.begin(), switches.end());
+    words.push_back("/PATH:" + data_.Path());
     const std::string output = output_.Path() + "/output";
+    // Emptied before the start, so that nobody waits for what an earlier run has written.
+    WriteFile(output, "");
     pid_ = fork();
     if (pid_ == 0) {
         const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -79,7 +82,7 @@ void RunningCopy::Start(const std::vector<std::string>& switches) {
         execv(pointers[0], pointers.data());
         _exit(127);
     }
-    WaitForOutput("Stand-alone");
+    WaitForOutput(NORDKEEP_VERSION);
 }
 
 int RunningCopy::Wait() {

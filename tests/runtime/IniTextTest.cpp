@@ -49,6 +49,16 @@ TEST(IniText, ChangesOneValueAndNoOtherByte) {
     EXPECT_EQ(IniText("[A]").WithValue("A", "K", "v"), "[A]\r\nK=v\r\n");
 }
 
+TEST(IniText, OverwritesAValueOnlyWhenItsLineKeepsItsLength) {
+    IniText ini("[A]\r\nNumber=0099\r\n[B]\r\nKey=x");
+    EXPECT_EQ(ini.Overwrite("A", "Number", "100"), std::nullopt);
+    EXPECT_EQ(ini.Overwrite("A", "Missing", "0100"), std::nullopt);
+    EXPECT_EQ(ini.Overwrite("a", "NUMBER", "0100"), "Number=0100");
+    EXPECT_EQ(ini.Value("A", "Number"), "0100");
+    EXPECT_EQ(ini.Content(), "[A]\r\nNumber=0100\r\n[B]\r\nKey=x");
+    EXPECT_EQ(IniText("[A]\nNumber = 9\n").Overwrite("A", "Number", "8"), std::nullopt);
+}
+
 TEST(ServerText, IsReadByItsOwnRules) {
     const Text text =
         "[Empty]\r\n[General]\r\nKey=a=b\r\nLongKey=no\r\nBlank =x\r\nQuoted=\"q\"\r\n[End]\r\nLast=1";

@@ -1,0 +1,77 @@
+// Costs of single steps on the road of a telegram.
+
+#include "ports/Robofon.h"
+#include "store/AlarmText.h"
+#include "store/EventFile.h"
+#include "tests/doubles/TempFolder.h"
+#include "translation/ObjectLookup.h"
+
+#include <benchmark/benchmark.h>
+
+namespace nordkeep {
+namespace {
+
+Text Telegram() {
+    const Text inner = Text("  P2405171345\x11" "010000103") + '\x03';
+    return '\x02' + inner + XorOf(inner);
+}
+
+cAlarm SampleAlarm() {
+    cAlarm alarm;
+    alarm.m_TimeStamp = alarm.m_ArrivedTime = OleDate::FromCivil({2024, 3, 5, 7, 8, 9});
+    alarm.m_AlarmCodeToStore = alarm.m_AlarmCode = alarm.m_RawAlarmCode = "10000103";
+    alarm.m_ProtocolType = "Robofon";
+    alarm.m_TranslatedPrio = "1";
+    alarm.m_TranslatedTypeCode = "Intrusion";
+    alarm.m_TranslatedIDCode = "The bakery";
+    alarm.m_PortDescription = "Receiver (1:1)";
+    return alarm;
+}
+
+void DecodeRobofon(benchmark::State& state) {
+    const Text telegram = Telegram();
+    for (auto _ : state) benchmark::DoNotOptimize(NextRobofonStep(telegram, {}, {}));
+}
+BENCHMARK(DecodeRobofon);
+
+void FindObjectAmong(benchmark::State& state) {
+    cTranslate set;
+    for (int i = 0; i < state.range(0); ++i) {
+        set.m_IdCodes.push_back(std::make_unique<cIDCode>());
+        set.m_IdCodes.back()->m_IdCode = Digits(i, 6);
+    }
+    set.index.Rebuild(set);
+    const Text code = Digits(state.range(0) / 2, 6);
+    for (auto _ : state) benchmark::DoNotOptimize(FindObject(set, {code, "", {}}, {}));
+}
+BENCHMARK(FindObjectAmong)->Arg(10)->Arg(1000)->Arg(100'000);
+
+void FormatAlarmLine(benchmark::State& state) {
+    const TempFolder folder;
+    const Language language;
+    const AlarmText text(folder.Tree(), language);
+    const cAlarm alarm = SampleAlarm();
+    const AlarmFormat format{
+        "[Date];[Time];[ProtocolType];[TrPrio];[TrIDCode];[TrTypeCode];[AlarmCodeToStore];[Originator]",
+        "Short Date", "Long Time"};
+    for (auto _ : state) benchmark::DoNotOptimize(text.BuildAlarmText(format, alarm));
+}
+BENCHMARK(FormatAlarmLine);
+
+void MakeEventFile(benchmark::State& state) {
+    const cAlarm alarm = SampleAlarm();
+    for (auto _ : state) benchmark::DoNotOptimize(EventBytes(alarm, 0, 0));
+}
+BENCHMARK(MakeEventFile);
+
+void ReadEventFile(benchmark::State& state) {
+    const Text bytes = EventBytes(SampleAlarm(), 0, 0);
+    for (auto _ : state) {
+        cAlarm alarm;
+        benchmark::DoNotOptimize(ReadFromDisk(bytes, 1, alarm));
+    }
+}
+BENCHMARK(ReadEventFile);
+
+}  // namespace
+}  // namespace nordkeep

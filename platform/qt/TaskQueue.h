@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QtCore/QObject>
+
+#include <functional>
+
+namespace nordkeep {
+
+/// When a task runs among those that wait for the same turn of the loop.
+enum class TaskOrder {
+    Usual,       // in the order of their coming
+    Behind,      // behind the usual ones, so behind the handlers of all sockets that are ready
+    BehindThose  // last
+};
+
+/// Runs tasks from events of the loop. A task added while a turn's tasks run is one of the next turn, and the
+/// sockets and timers are looked at in between.
+class TaskQueue : public QObject {
+ public:
+    void Add(std::function<void()> task, TaskOrder order = TaskOrder::Usual);
+    /// Drops what has not run yet.
+    void Clear();
+
+ private:
+    bool event(QEvent* event) override;
+};
+
+}  // namespace nordkeep

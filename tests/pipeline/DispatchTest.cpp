@@ -1,0 +1,68 @@
+#include "tests/pipeline/PipelineTest.h"
+
+namespace nordkeep {
+namespace {
+
+class DispatchTest : public PipelineTest {};
+
+TEST_F(DispatchTest, WritesTypeAndObjectLogsUnderSafeNames) {
+    WriteSettings("CreateTypeLogFiles=1\r\nCreateObjectLogFiles=1\r\n");
+    WriteSet("FORMAT=1,4,0,0,5,4\r\n1001;Shop: \"A/B\" .;\r\n", "../x;1;Odd;\r\n");
+    Start();
+    TakeIn("1001../x");
+    EXPECT_EQ(folder.Read("LogFiles\\Town\\.._x\\20240305_070809.LOG"),
+              "24-03-05;07:08:09;Robofon;1;Shop: \"A/B\" .;Odd;1001../x\r\n");
+    EXPECT_EQ(folder.Read("LogFiles\\Objects\\Shop_ _A_B_.LOG"),
+              "2024-03-05|07:08:09|1001../x|Robofon|1|Odd|Shop: \"A/B\" .\r\n");
+}
+
+TEST_F(DispatchTest, UnknownObjectsGoToTheOldAlarmsWhenTheyShall) {
+    WriteSettings("SendNotTranslatedToOldAlarms=1\r\n");
+    WriteSet("FORMAT=1,4,0,0,5,2\r\n1001;Shop;\r\n");
+    Start();
+    EXPECT_EQ(TakeIn("999901").m_Status, kStatusAcknowledged);
+    EXPECT_EQ(TakeIn("100101").m_Status, kStatusNew);
+}
+
+TEST_F(DispatchTest, TorvexStateFollowsDelayAndRetries) {
+    WriteSet("FORMAT=1,4,0,0,5,2\r\n1001;Shop;\r\n", "05;-1;Quiet;\r\n");
+    struct Case {
+        const char* torvex;
+        const char* code;
+        int sent;
+    };
+    for (const Case& c : {Case{"", "100101", -1}, Case{"RetryFailedTransmissions=1\r\n", "100101", 0},
+                          Case{"RetryFailedTransmissions=1\r\n", "100105", -1},
+                          Case{"DelayAndWaitForAck=5\r\n", "100101", 0}}) {
+        WriteSettings("\r\n[Torvex]\r\n" + Text(c.torvex));
+        Start();
+        EXPECT_EQ(TakeIn(c.code).m_SentToTorvex, c.sent) << c.torvex << c.code;
+    }
+}
+
+TEST_F(DispatchTest, StepsRunOnWhenOneCannotWrite) {
+    WriteSettings("CreateObjectLogFiles=1\r\n");
+    folder.Write("LogFiles\\Objects", "a file where the folder belongs");
+    folder.MakeFolders("AlarmLogFile.spl");
+    WriteSet("FORMAT=1,4,0,0,5,2\r\n1001;Shop;\r\n");
+    Start();
+    const cAlarm& alarm = TakeIn("100101");
+    EXPECT_EQ(Stored(alarm).m_TranslatedIDCode, "Shop");
+    EXPECT_EQ(running->lists.UnackedCount(), 1u);
+}
+
+TEST(PriorityRange, ReadsBothEnds) {
+    struct Case {
+        const char* text;
+        long priority;
+        bool holds;
+    };
+    for (const Case& c :
+         {Case{"-1", 7, true}, Case{"3-5", 2, false}, Case{"3-5", 3, true}, Case{"3-5", 5, true},
+          Case{"4", 4, true}, Case{"4", 5, false}, Case{"", 0, true}, Case{"", 1, false}}) {
+        EXPECT_EQ(ParsePriorityRange(c.text).Holds(c.priority), c.holds) << c.text << " " << c.priority;
+    }
+}
+
+}  // namespace
+}  // namespace nordkeep

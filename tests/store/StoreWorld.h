@@ -1,0 +1,96 @@
+#pragma once
+
+#include "store/EventStore.h"
+#include "tests/doubles/ManualTime.h"
+#include "tests/doubles/TempFolder.h"
+
+#include <memory>
+#include <vector>
+
+namespace nordkeep {
+
+/// The lists as the store tells them: the alarm texts of the rows that stand there.
+class RecordingViews final : public AlarmViews {
+ public:
+    void UpdateAlarmLists(cAlarm& alarm) override { rows[alarm.m_FilePointer] = alarm.m_AlarmCodeToStore; }
+    void RemoveAlarmRow(cAlarm& alarm) override { rows.erase(alarm.m_FilePointer); }
+    void BeginBulkLoad() override { calls += "begin "; }
+    void ShowLoadProgress(int percent) override { calls += std::to_string(percent) + " "; }
+    void EndBulkLoad() override { calls += "end "; }
+    void RecalcStatusBars() override { calls += "bars "; }
+
+    std::map<std::int32_t, Text> rows{};
+    Text calls{};
+};
+
+/// What was sent to other copies: event type, status and whether the record was marked as stored.
+class RecordingReplica final : public AlarmReplica {
+ public:
+    bool SendAlarm(cAlarm& alarm, NetworkEvent event) override {
+        sent += std::to_string(static_cast<int>(event)) + ":" + std::to_string(alarm.m_Status) +
+                (alarm.m_IsStored ? "s " : "n ");
+        return writesFiles;
+    }
+    bool writesFiles = true;
+    Text sent{};
+};
+
+inline cAlarm AlarmAt(double days, Text text = "x", Text prio = "1") {
+    cAlarm alarm;
+    alarm.m_ArrivedTime = OleDate::FromDays(days);
+    alarm.m_AlarmCodeToStore = std::move(text);
+    alarm.m_TranslatedPrio = std::move(prio);
+    return alarm;
+}
+
+/// A store on a temporary data folder, at noon of day 45356.
+struct StoreWorld {
+    explicit StoreWorld(StoreSettings chosen = {}, Role role = Role::StandAlone)
+        : settings(std::move(chosen)) {
+        folder.MakeFolders("Data\\Events");
+        folder.MakeFolders("Settings");
+        folder.MakeFolders("LogFiles");
+        language.LoadFrom("3510=dropped:\n3511=old:\n3512=pruned:\n3513=bad:\n3518=failed:\n3519=again:\n");
+        log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
+        store = std::make_unique<EventStore>(
+            StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, role, 1}, settings);
+    }
+
+    /// Writes an event file as an earlier run would have left it.
+    void Put(std::int32_t number, const cAlarm& alarm) const {
+        folder.Write("Data\\Events\\" + EventFileNameOf(number), EventBytes(alarm, 0, 0));
+    }
+    cAlarm& StoreNew(const cAlarm& alarm) { return store->StoreNew(std::make_unique<cAlarm>(alarm)); }
+    /// The file of a record as a restart would read it; none when it is missing or torn.
+    std::optional<cAlarm> OnDisk(std::int32_t number) const {
+        cAlarm alarm;
+        const Text bytes = folder.Read("Data\\Events\\" + EventFileNameOf(number));
+        return ReadFromDisk(bytes, 1, alarm) ? std::optional(alarm) : std::nullopt;
+    }
+    std::size_t FileCount() const { return ListFiles(folder.Resolve("Data\\Events")).size(); }
+    /// The alarm texts of all records in list order.
+    Text Order() const {
+        Text order;
+        const EventList& events = store->Events();
+        for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
+            order += events.Find(at)->m_AlarmCodeToStore + " ";
+        }
+        return order;
+    }
+    Text Archived() const { return folder.Read("Data\\Archive.TXT"); }
+
+    StoreSettings settings;
+    TempFolder folder{};
+    ManualTime time{OleDate::FromDays(45356.5)};
+    Settings files{folder.Tree()};
+    Language language{};
+    SysLog log{folder.Tree(), time};
+    RecordingReplica replica{};
+    RecordingViews views{};
+    std::size_t requestedCommits = 0;
+    EventCommit commit{[this] { ++requestedCommits; }};
+    std::vector<Text> logged{};
+    std::unique_ptr<EventStore> store{};
+};
+
+}  // namespace nordkeep
