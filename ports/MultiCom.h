@@ -12,9 +12,15 @@ struct MultiComSettings {
 
 std::span<const SettingRow<MultiComSettings>> MultiComSettingRows();
 
-/// The events of an XML document that an RSM-02 frame has brought. `frame` has what the frame itself says:
-/// time, caller, receiver line, speech.
-std::vector<DecodedEvent> DecodeMultiCom(TextView document, const IncomingEvent& frame,
-                                         const MultiComSettings& settings, const SiaSettings& sia);
+/// An XML document that RSM-02 frames have brought.
+struct MultiComTelegram {
+    Text text{};             // all that the frames brought
+    Text document{};         // the same without what stands behind it
+    IncomingEvent common{};  // what the frames say themselves: time, caller, receiver line, speech
+    OleDate now{};
+};
+
+std::vector<DecodedEvent> DecodeMultiCom(const MultiComTelegram& telegram, const MultiComSettings& settings,
+                                         const SiaSettings& sia);
 
 }  // namespace nordkeep
