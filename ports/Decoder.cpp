@@ -1,26 +1,15 @@
 #include "ports/Decoder.h"
 
+#include "ports/LineFormat.h"
+
 namespace nordkeep {
-namespace {
-
-template <class FormatSettings>
-Decoder Bind(TelegramStep (*next)(TextView, const FormatSettings&, OleDate), FormatSettings settings) {
-    return [next, settings = std::move(settings)](TextView received, OleDate now) {
-        return next(received, settings, now);
-    };
-}
-
-}  // namespace
 
 Decoder MakeDecoder(MessageFormat format, const Settings& files, const Text& portName) {
-    switch (format) {
-        case MessageFormat::Robofon:
-            return Bind(&NextRobofonStep, LoadSettings(files, RobofonSettingRows(), portName));
-        case MessageFormat::PlainText:
-            return Bind(&NextTextStep, LoadTextTelegramSettings(files, portName));
-        default:
-            return {};
-    }
+    const Language withoutTexts;
+    const std::shared_ptr<LineFormat> line =
+        MakeLineFormat(format, {.files = files, .language = withoutTexts, .portName = portName});
+    if (!line) return {};
+    return [line](TextView received, OleDate now) { return line->Next(received, now); };
 }
 
 }  // namespace nordkeep
