@@ -42,6 +42,7 @@ Centre::Centre(Foundation& f)
     : foundation_(f),
       settings_(f.Files()),
       commit_([this] { foundation_.Platform().loop.Post([this] { commit_.Commit(); }); }),
+      fieldMap_(f.Files()),
       lookup_(MakeLookupRules(settings_.translation, f.Texts())),
       timers_(settings_.translation, PaceOf(f.Switches()), f.Log()),
       store_({.dataFolder = f.DataFolder(),
@@ -97,28 +98,33 @@ Centre::Centre(Foundation& f)
                .store = store_,
                .resets = resets_,
                .parked = parked_,
-               .dispatcher = dispatcher_}),
+               .dispatcher = dispatcher_,
+               .fieldMap = &fieldMap_}),
       aliveScan_({.translations = translations_,
                   .periods = servicePeriods_,
                   .alarm = intake_,
-                  .telegramExport = telegramExport_,
+                  .telegramExport = exports_,
                   .views = objectViews_,
                   .replica = objectReplica_,
                   .clock = f.Platform().clock,
                   .settings = settings_.translation,
                   .timers = timers_}),
       reloadWatch_(translations_, servicePeriods_, settings_.translation),
-      portParts_({.dataFolder = f.DataFolder(),
-                  .settings = f.Files(),
-                  .language = f.Texts(),
-                  .log = f.Log(),
-                  .trafficLog = f.Traffic(),
-                  .clock = f.Platform().clock,
-                  .loop = f.Platform().loop,
-                  .sockets = f.Platform().sockets,
-                  .serial = f.Platform().serial,
-                  .intake = intake_,
-                  .commit = commit_}),
+      portParts_(
+          {.dataFolder = f.DataFolder(),
+           .settings = f.Files(),
+           .language = f.Texts(),
+           .log = f.Log(),
+           .trafficLog = f.Traffic(),
+           .clock = f.Platform().clock,
+           .loop = f.Platform().loop,
+           .sockets = f.Platform().sockets,
+           .serial = f.Platform().serial,
+           .intake = intake_,
+           .commit = commit_,
+           .findCaller = [this](const PortBinding& ownPort,
+                                TextView number) { return FindCaller(ownPort, ports_.Bindings(), number); },
+           .exports = &exports_}),
       duties_({.dataFolder = f.DataFolder(),
                .programFolder = f.ProgramFolder(),
                .clock = f.Platform().clock,
@@ -154,6 +160,7 @@ const Centre::Step Centre::kStartSteps[] = {
 
 const Centre::Step Centre::kStopSteps[] = {
     {"timers", &Centre::StopTimers},
+    {"formats", &Centre::FinishFormats},
     {"waiting replies", &Centre::SettleReplies},
     {"ports", &Centre::ClosePorts},
     {"parked events", &Centre::DispatchParked},
@@ -234,6 +241,10 @@ void Centre::StartTimers() {
 
 void Centre::StopTimers() {
     duties_.StopAllButOpenTimer();
+}
+
+void Centre::FinishFormats() {
+    ports_.FinishAll();
 }
 
 void Centre::SettleReplies() {

@@ -7,6 +7,7 @@
 #include "console/ViewState.h"
 #include "pipeline/Intake.h"
 #include "pipeline/ParkedEvents.h"
+#include "ports/FieldMap.h"
 #include "ports/PortList.h"
 #include "translation/AliveScan.h"
 #include "translation/ReloadWatch.h"
@@ -57,6 +58,7 @@ class Centre {
     void StartTimers();
 
     void StopTimers();
+    void FinishFormats();
     void SettleReplies();
     void ClosePorts();
     void DispatchParked();
@@ -72,7 +74,8 @@ class Centre {
     NoReplica alarmReplica_{};
     NoObjectReplica objectReplica_{};
     NoObjectViews objectViews_{};
-    NoTelegramExport telegramExport_{};
+    ExportQueues exports_{};
+    FieldMap fieldMap_;
     AlarmLists lists_{};
     QuietDesk desk_{};
     QuietOutputs outputs_{};

@@ -37,6 +37,8 @@ class SerialTransport final : public Transport {
 
     Text Take() override { return line_->InBufferCount() == 0 ? Text() : line_->Input(); }
 
+    bool CanSend() const override { return line_->PortOpen(); }
+
     bool Send(TextView bytes) override { return line_->PortOpen() && line_->Output(bytes); }
 
  private:

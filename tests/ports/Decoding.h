@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/Decoder.h"
+#include "ports/LineFormat.h"
 #include "runtime/Dates.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,9 @@
 #include <vector>
 
 namespace nordkeep {
+
+/// What looks at the front of the received text.
+using Decoder = std::function<TelegramStep(TextView received, OleDate now)>;
 
 /// Bytes as a person reads them: what is not printable ASCII as \xNN.
 inline Text Shown(TextView bytes) {
