@@ -138,6 +138,10 @@ class Decoding {
 
 }  // namespace
 
+std::span<const SettingRow<SiaSettings>> SiaSettingRows() {
+    return kRows;
+}
+
 SiaSettings LoadSiaSettings(const Settings& files) {
     SiaSettings settings = LoadSettings<SiaSettings>(files, kRows);
     settings.SIADecodeErrorType = LoadSettings(files, IntakeSettingRows()).SIADecodeErrorType;

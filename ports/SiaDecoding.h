@@ -12,6 +12,7 @@ struct SiaSettings {
     int WaitForMLR2SIAASCIIBlockTimeout = 0;   // seconds that an event waits for its text; 0 or less: none
 };
 
+std::span<const SettingRow<SiaSettings>> SiaSettingRows();
 SiaSettings LoadSiaSettings(const Settings& files);
 
 /// The two ways in which receivers write blocks.
