@@ -61,8 +61,9 @@ Text cPort::LabelOf(const DecodedEvent& decoded) const {
     Text label = decoded.event.ProtocolType;
     for (const int number : decoded.labelTexts) {
         if (number == 0) break;
-        if (!label.empty()) label += ' ';
-        label += parts_.language.GetLanguageText(number);
+        const Text text = parts_.language.GetLanguageText(number);
+        if (!label.empty() && !text.empty()) label += ' ';
+        label += text;
     }
     return label;
 }

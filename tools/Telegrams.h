@@ -6,7 +6,7 @@ namespace nordkeep::tools {
 
 /// What to send; texts are bytes of the line.
 struct TelegramOptions {
-    std::string format = "robofon";  // robofon, text
+    std::string format = "robofon";  // one of FormatNames
     std::string code = "10000103";   // ID code and type as the object's set cuts them
     std::string text{};              // free text, text format only
     char kind = 'P';                 // robofon: P or T
@@ -22,6 +22,10 @@ struct TelegramOptions {
 std::string MakeTelegram(const TelegramOptions& options, const std::string& code);
 /// True when a port answers this format.
 bool HasReply(const std::string& format);
+/// True for an answer that says the event is stored.
+bool IsAcknowledged(const std::string& format, const std::string& reply);
+/// True when the port hangs up behind its answer.
+bool ClosesBehindReply(const std::string& format);
 /// A telegram as a person reads it, control characters by name.
 std::string Readable(const std::string& bytes);
 /// The bytes of hexadecimal pairs, blanks between them allowed; stops at anything else.
