@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+
+#include <deque>
+
+namespace nordkeep {
+
+/// Answers as the test has said beforehand, no when it has not, and keeps what was shown.
+class FakeDialogs : public Dialogs {
+ public:
+    std::vector<Text> messages{};
+    std::vector<Text> questions{};
+    std::vector<LanguageChoice> offered{};
+    std::deque<bool> answers{};
+    std::optional<int> language{};
+
+    void ShowMessage(const Text& text) override { messages.push_back(text); }
+    bool AskYesNo(const Text& question) override {
+        questions.push_back(question);
+        if (answers.empty()) return false;
+        const bool answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override {
+        offered = choices;
+        return language;
+    }
+};
+
+}  // namespace nordkeep
