@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/EventLoop.h"
+#include "runtime/Language.h"
+#include "runtime/SysLog.h"
+
+namespace nordkeep {
+
+/// Notices when the event loop stands still: a timer of its own that comes late tells how long nothing else
+/// was served either, and the marks tell what took the time. A handler that waits in a nested loop stalls
+/// nothing, and is not told.
+class StallWatch {
+ public:
+    StallWatch(const Clock& clock, EventLoop& loop, SysLog& log, const Language& language);
+
+    void Start();
+    void Stop() { timer_->Stop(); }
+
+    /// What the loop is doing, from here to the end of the scope. The name must live as long.
+    class Mark {
+     public:
+        Mark(StallWatch& watch, TextView name)
+            : watch_(watch), name_(name), beganAtMs_(watch.clock_.MonotonicMs()) {}
+        ~Mark() { watch_.NoteEnd(name_, beganAtMs_); }
+        Mark(const Mark&) = delete;
+        Mark& operator=(const Mark&) = delete;
+
+     private:
+        StallWatch& watch_;
+        TextView name_;
+        std::int64_t beganAtMs_;
+    };
+
+ private:
+    void NoteEnd(TextView name, std::int64_t beganAtMs);
+    void Beat();
+
+    const Clock& clock_;
+    SysLog& log_;
+    const Language& language_;
+    std::unique_ptr<Timer> timer_;
+    std::int64_t lastBeatMs_ = 0;
+    std::int64_t longestMs_ = 0;  // since the last beat
+    Text longest_{};
+};
+
+}  // namespace nordkeep
