@@ -8,14 +8,14 @@
 
 namespace nordkeep {
 
-/// Prints each alarm on a line printer, as fast as the printer takes it. What waits is limited; an alarm that
-/// cannot be printed costs one line in the log.
+/// Prints alarms on a line printer, as fast as the printer takes them. What waits is limited, and each alarm
+/// that cannot be printed costs one line in the log.
 class LinePrinter {
  public:
     LinePrinter(NativePath device, PrinterPort& port, SysLog& log, const Language& language);
 
-    /// Hands a text to the printer; the code names the alarm in the log. 0 when it is taken.
-    int SendPRN(TextView text, const Text& alarmCode);
+    /// Prints the text as it is, without a line end of its own; the code names the alarm in the log.
+    void SendPRN(TextView text, const Text& alarmCode);
     /// Goes on with what the printer was too busy for.
     void Tick();
     /// What still waits is given up.
@@ -29,6 +29,7 @@ class LinePrinter {
     };
 
     bool WriteOn();
+    void DropFront();
     void NoteFailure(const Text& alarmCode);
 
     NativePath device_;

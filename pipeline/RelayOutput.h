@@ -10,8 +10,8 @@ namespace nordkeep {
 
 /// The relay that alarms operate: on the control lines of a serial line of its own.
 struct RelayWiring {
-    int port = -1;   // COM number; below 1: no relay
-    Text device{};   // the device file of that line
+    int port = -1;  // COM number; below 1: no relay
+    Text device{};  // the device file of that line
     bool isRaisedForAlarms = true;
     int holdSeconds = 10;
 };
@@ -30,7 +30,7 @@ class RelayOutput {
 
  private:
     bool IsDrawn() const { return ticksLeft_ > 0; }
-    void Operate();
+    void Operate(int intervalMs);
     bool SetLevel();
 
     RelayWiring wiring_;

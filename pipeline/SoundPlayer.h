@@ -37,9 +37,9 @@ class SoundPlayer {
     enum class State { Idle = 0, RepeatRequested = 1, Repeating = 2, OnceRequested = 3, PlayingOnce = 4 };
 
     void Play();
+    void WatchOnce(SoundMode mode);
     void WatchRepeating(int intervalMs, SoundMode mode);
-    void NoteFailure();
-    void NoteSuccess();
+    void NoteEnd(SoundMode mode);
 
     Needs needs_;
     AlarmSound sound_;

@@ -26,7 +26,7 @@ class ChildProcess {
  private:
     void Reap();
 
-    int running_ = 0;             // process id, 0 for none
+    int running_ = 0;  // process id, 0 for none
     bool hasSucceeded_ = false;
     std::vector<int> stopped_{};  // told to end, and not gone yet
 };

@@ -7,6 +7,7 @@
 #include "ports/ReceivedText.h"
 #include "ports/ReplyQueue.h"
 #include "ports/Transport.h"
+#include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
 #include "store/EventCommit.h"
 
@@ -25,6 +26,7 @@ struct PortParts {
     SerialFactory& serial;
     EventIntake& intake;
     EventCommit& commit;
+    StallWatch& stalls;
 };
 
 /// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the

@@ -20,28 +20,31 @@ class StallWatch {
     /// What the loop is doing, from here to the end of the scope. The name must live as long.
     class Mark {
      public:
-        Mark(StallWatch& watch, TextView name)
-            : watch_(watch), name_(name), beganAtMs_(watch.clock_.MonotonicMs()) {}
-        ~Mark() { watch_.NoteEnd(name_, beganAtMs_); }
+        Mark(StallWatch& watch, TextView name);
+        ~Mark();
         Mark(const Mark&) = delete;
         Mark& operator=(const Mark&) = delete;
 
      private:
+        friend class StallWatch;
+
         StallWatch& watch_;
         TextView name_;
         std::int64_t beganAtMs_;
+        const Mark* outer_;
     };
 
  private:
-    void NoteEnd(TextView name, std::int64_t beganAtMs);
     void Beat();
+    void Tell(std::int64_t stallMs) const;
 
     const Clock& clock_;
     SysLog& log_;
     const Language& language_;
     std::unique_ptr<Timer> timer_;
     std::int64_t lastBeatMs_ = 0;
-    std::int64_t longestMs_ = 0;  // since the last beat
+    const Mark* innermost_ = nullptr;
+    std::int64_t longestMs_ = 0;  // of the marks that have ended since the last beat
     Text longest_{};
 };
 
