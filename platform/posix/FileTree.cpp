@@ -51,7 +51,7 @@ bool HasDrive(TextView path) {
 
 FileTree::FileTree(NativePath root) : root_(std::move(root)), names_(std::make_shared<FolderNames>()) {
     while (root_.size() > 1 && root_.ends_with('/')) root_.pop_back();
-    if (root_.empty()) root_ = ".";
+    if (root_.empty()) root_.push_back('.');
 }
 
 NativePath FileTree::Resolve(TextView path) const {

@@ -45,7 +45,8 @@ NativePath TemporaryNameFor(const NativePath& path) {
     return path.substr(0, leaf) + "." + path.substr(leaf) + "." + std::to_string(::getpid()) + ".tmp~";
 }
 
-bool WriteTemporary(const NativePath& path, TextView bytes, std::optional<mode_t> mode) {
+/// `mode` is that of the file to be replaced; none for a new one.
+bool WriteTemporary(const NativePath& path, TextView bytes, const mode_t* mode) {
     Descriptor file = OpenRegular(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
     if (!file) return false;
     if (mode && ::fchmod(file.Get(), *mode) != 0) return false;
@@ -108,9 +109,9 @@ bool ReplaceFile(const NativePath& path, TextView bytes) {
     struct stat status {};
     const bool exists = ::stat(target.c_str(), &status) == 0;
     if (exists && !S_ISREG(status.st_mode)) return false;
-    const auto mode = exists ? std::optional<mode_t>(status.st_mode & 07777) : std::nullopt;
+    const mode_t mode = status.st_mode & 07777;
     const NativePath temporary = TemporaryNameFor(target);
-    if (WriteTemporary(temporary, bytes, mode) && ::rename(temporary.c_str(), target.c_str()) == 0)
+    if (WriteTemporary(temporary, bytes, exists ? &mode : nullptr) && ::rename(temporary.c_str(), target.c_str()) == 0)
         return true;
     ::unlink(temporary.c_str());
     return false;

@@ -183,7 +183,7 @@ TEST_F(ReceptionTest, WorksOverUdpAndAnswersTheSender) {
 
 TEST_F(ReceptionTest, ServesASerialLineThatVanishesAndComesBack) {
     const auto openPair = [&](const std::string& link) {
-        const int master = posix_openpt(O_RDWR | O_NOCTTY);
+        const int master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
         grantpt(master);
         unlockpt(master);
         unlink(link.c_str());

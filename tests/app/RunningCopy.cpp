@@ -82,7 +82,7 @@ void RunningCopy::Start(const std::vector<std::string>& switches) {
         execv(pointers[0], pointers.data());
         _exit(127);
     }
-    WaitForOutput("Stand-alone");
+    WaitForOutput(NORDKEEP_VERSION);
 }
 
 int RunningCopy::Wait() {

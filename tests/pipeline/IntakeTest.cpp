@@ -100,7 +100,7 @@ TEST_F(IntakeTest, PadsWithTheFirstSetForAll) {
 
 TEST_F(IntakeTest, DecodesSIAByItsDataCodes) {
     WriteSet(
-        "001234;Villa;\r\n", "BA;9;wrong way;\r\n",
+        "FORMAT=1,6,0,0,7,2\r\n001234;Villa;\r\n", "BA;9;wrong way;\r\n",
         "[Event]\r\nBA=Burglary; br; 2\r\n[Environmental]\r\nKA=Heat\r\n[Modifiers]\r\nri=\"area \"\r\n");
     folder.Write("Information\\SIA\\001234\\Zones.SIA",
                  "[BA]\r\n01=Hall window\r\n[General]\r\n02=Kitchen\r\n");

@@ -3,7 +3,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr const char* kTown = "FORMAT=1,4,0,0,5,2\r\n1001;Bakery;\r\n1002;Pump;;;;;Owner;;;1001\r\n";
+constexpr const char* kTown = "FORMAT=1,4,0,0,5,2\r\n1001;Bakery;\r\n1002;Pump;;;;;Owner;;;1001\r\n1003;Shop;\r\n";
 constexpr const char* kTypes = "01;1;Fire;02\r\n02;3;Fire restored;\r\n03;2;Fault;\r\n";
 
 class ResetsTest : public PipelineTest {
@@ -30,7 +30,7 @@ TEST_F(ResetsTest, ResetEndsItsAlarmAsTheSettingsSay) {
                                kStatusAcknowledged}}) {
         StartWith(c.settings);
         const cAlarm& alarm = TakeIn("100101");
-        const cAlarm& other = TakeIn("100201");
+        const cAlarm& other = TakeIn("100301");
         const cAlarm& reset = TakeIn("100102");
         EXPECT_EQ(Stored(alarm).m_Status, c.alarm) << c.settings;
         EXPECT_EQ(Stored(reset).m_Status, c.reset) << c.settings;

@@ -114,15 +114,15 @@ TEST_F(Look, ManyFoldersDoNotPileUp) {
 
 TEST_F(Look, ANewFileInALargeFolderCostsNoListing) {
     folder.MakeFolders("big");
-    for (int i = 0; i < 5000; ++i) ASSERT_TRUE(WriteFile(At("big/file" + std::to_string(i)), ""));
+    for (int i = 0; i < 20000; ++i) ASSERT_TRUE(WriteFile(At("big/file" + std::to_string(i)), ""));
     folder.Resolve("big\\missing");
     const auto begin = std::chrono::steady_clock::now();
     for (int i = 0; i < 1000; ++i) {
         const NativePath path = folder.Resolve("big\\new" + std::to_string(i));
         ASSERT_TRUE(WriteFile(path, ""));
     }
-    // Reading the folder each time would take several seconds.
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1500));
+    // Reading the folder each time would take ten seconds and more.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(4));
 }
 
 TEST(SafeNames, FromData) {

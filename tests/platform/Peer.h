@@ -49,6 +49,11 @@ class Peer {
     bool IsThere() const { return descriptor_ >= 0; }
 
     void Send(TextView bytes) { ::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL); }
+    /// The number of bytes that the system takes at once.
+    std::size_t TrySend(TextView bytes) {
+        const ssize_t sent = ::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        return sent < 0 ? 0 : static_cast<std::size_t>(sent);
+    }
     void SendTo(int port, TextView bytes) {
         const sockaddr_in to = Address(port);
         ::sendto(descriptor_, bytes.data(), bytes.size(), 0, reinterpret_cast<const sockaddr*>(&to),

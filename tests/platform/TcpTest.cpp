@@ -51,6 +51,22 @@ TEST_F(TcpServer, TakesACallerAndTalks) {
     EXPECT_EQ(listener->State(), SocketState::Listening);
 }
 
+TEST_F(TcpServer, ALargeTransferIsSlowedDownNotLost) {
+    Peer peer = Call();
+    const std::size_t size = 12 << 20;
+    const Text part(100000, 'x');
+    std::size_t unsent = size;
+    EXPECT_TRUE(Until([&] {
+        while (unsent > 0) {
+            const std::size_t taken = peer.TrySend(TextView(part).substr(0, unsent));
+            unsent -= taken;
+            if (taken == 0) break;
+        }
+        return received.size() == size;
+    }));
+    EXPECT_EQ(received.size(), size);
+}
+
 TEST_F(TcpServer, ArrivalsNestWhileTheHandlerWaits) {
     Peer peer = Call();
     bool isNested = false;
