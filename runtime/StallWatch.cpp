@@ -19,7 +19,8 @@ StallWatch::Mark::Mark(StallWatch& watch, TextView name)
 
 StallWatch::Mark::~Mark() {
     watch_.innermost_ = outer_;
-    const std::int64_t tookMs = watch_.clock_.MonotonicMs() - beganAtMs_;
+    // What lies before the last beat was waited for in a nested loop.
+    const std::int64_t tookMs = watch_.clock_.MonotonicMs() - std::max(beganAtMs_, watch_.lastBeatMs_);
     if (tookMs <= watch_.longestMs_) return;
     watch_.longestMs_ = tookMs;
     watch_.longest_ = name_;
@@ -38,7 +39,7 @@ void StallWatch::Beat() {
     const std::int64_t now = clock_.MonotonicMs();
     const std::int64_t gapMs = now - std::exchange(lastBeatMs_, now);
     // Of the gap the timer's own interval may have been an ordinary wait; a mark knows it better.
-    const std::int64_t stallMs = std::max(gapMs - kBeatMs, std::min(longestMs_, gapMs));
+    const std::int64_t stallMs = std::max(gapMs - kBeatMs, longestMs_);
     if (stallMs > kLongestStallMs) Tell(stallMs);
     longestMs_ = 0;
 }
