@@ -92,6 +92,16 @@ TEST(Layers, QtAndTheSystemStayInTheirFolders) {
     }
 }
 
+TEST(Layers, ThreadsAndTheirBrokerStayInOneFolder) {
+    const std::regex guarded(R"(^(thread|mutex|condition_variable|future|pthread\.h|amqp.*\.h)$)");
+    for (const auto& [folder, allowed] : kMayInclude) {
+        for (const Include& include : IncludesOf(folder)) {
+            EXPECT_TRUE(folder == "platform/amqp" || !std::regex_match(include.text, guarded))
+                << folder << "/" << include.file << " includes <" << include.text << ">";
+        }
+    }
+}
+
 TEST(Layers, NoFolderIsLeftOut) {
     for (const auto& entry : fs::recursive_directory_iterator(NORDKEEP_SOURCE_DIR)) {
         const std::string relative = fs::relative(entry.path(), NORDKEEP_SOURCE_DIR).string();
