@@ -35,12 +35,13 @@ std::int32_t FileService::FileTimeStamp(TextView path) const {
 
 Text FileService::ScanForFiles(TextView pattern) const {
     const ScanPattern parts = SplitScanPattern(pattern);
-    const auto folder = paths_.FindFolder(parts.folder, PathKind::BelowDataFolder);
+    const auto folder = paths_.FindFolder(parts.folder);
     if (!folder || parts.mask.find('\0') != TextView::npos) return {};
     Text names;
     for (const Text& name : ListFiles(*folder)) {
-        if (!FitsScan(name, parts.mask)) continue;
-        if (paths_.IsUsersFile(*folder, *folder + "/" + ToUtf8(name))) continue;
+        const NativePath path = *folder + "/" + ToUtf8(name);
+        if (!FitsScan(name, parts.mask) || paths_.IsUsersFile(*folder, path)) continue;
+        if (FileTimeUnlinked(path).IsNever()) continue;  // a link
         if (names.size() + name.size() + 1 > kLongestShortString) break;
         names.append(name).append("|");
     }

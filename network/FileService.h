@@ -27,8 +27,8 @@ class FileService {
     SharedPaths paths_;
 };
 
-/// A write to such a path changes a translation set, which is then to be loaded again: a file of Settings\
-/// with the ending .IDCode or .TypeCode.
+/// A write to such a path changes a translation set, which is then to be loaded again: a file with the ending
+/// .IDCode or .TypeCode in the folder Settings.
 bool IsTranslationFile(TextView path);
 
 }  // namespace nordkeep

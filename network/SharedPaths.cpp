@@ -57,10 +57,10 @@ TextView WithoutDrive(TextView path) {
 
 }  // namespace
 
-bool SharedPaths::IsShared(const NativePath& folder, PathKind kind, bool isAbsolute) const {
+bool SharedPaths::IsShared(const NativePath& folder, bool isAbsolute) const {
     const std::optional<NativePath> root = CanonicalPath(dataFolder_.Root());
     if (root && LiesIn(folder, *root)) return true;
-    if (kind != PathKind::Read || !isAbsolute) return false;
+    if (!isAbsolute) return false;
     const std::vector<Text> named = Split(readableFolders_, ';');
     return std::ranges::any_of(named, [&](const Text& name) {
         if (TrimBlanks(name).empty()) return false;
@@ -69,13 +69,11 @@ bool SharedPaths::IsShared(const NativePath& folder, PathKind kind, bool isAbsol
     });
 }
 
-std::optional<NativePath> SharedPaths::FindFolder(TextView path, PathKind kind) const {
-    if (path.find('\0') != TextView::npos) return std::nullopt;
-    const bool isAbsolute = IsAbsolute(path, kind);
+std::optional<NativePath> SharedPaths::FindFolder(TextView path) const {
     const std::optional<NativePath> root = CanonicalPath(dataFolder_.Root());
-    if (!root) return std::nullopt;
-    const auto folder = isAbsolute ? Walk("/", WithoutDrive(path)) : Walk(*root, path);
-    return folder && IsShared(*folder, kind, isAbsolute) ? folder : std::nullopt;
+    if (!root || path.find('\0') != TextView::npos) return std::nullopt;
+    const auto folder = Walk(*root, path);
+    return folder && IsShared(*folder, false) ? folder : std::nullopt;
 }
 
 std::optional<SharedPlace> SharedPaths::Find(TextView path, PathKind kind) const {
@@ -87,7 +85,7 @@ std::optional<SharedPlace> SharedPaths::Find(TextView path, PathKind kind) const
     const std::optional<NativePath> root = CanonicalPath(dataFolder_.Root());
     if (!root) return std::nullopt;
     const auto folder = Walk(isAbsolute ? "/" : *root, path.substr(0, path.size() - name.size()));
-    if (!folder || !IsShared(*folder, kind, isAbsolute)) return std::nullopt;
+    if (!folder || !IsShared(*folder, isAbsolute)) return std::nullopt;
     const SharedPlace place{.folder = *folder, .path = FileTree(*folder).Resolve(name)};
     return IsUsersFile(place.folder, place.path) ? std::nullopt : std::optional(place);
 }

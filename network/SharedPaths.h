@@ -28,13 +28,13 @@ class SharedPaths {
     /// None for a path that leaves the boundary, whose folder does not exist, or whose last component is no
     /// name.
     std::optional<SharedPlace> Find(TextView path, PathKind kind) const;
-    /// The same for a folder itself; its path is canonical, and `folder` is left empty.
-    std::optional<NativePath> FindFolder(TextView path, PathKind kind) const;
+    /// The canonical path of a folder below the data folder.
+    std::optional<NativePath> FindFolder(TextView path) const;
     /// The names and passwords of the users, by whatever name.
     bool IsUsersFile(const NativePath& folder, const NativePath& path) const;
 
  private:
-    bool IsShared(const NativePath& folder, PathKind kind, bool isAbsolute) const;
+    bool IsShared(const NativePath& folder, bool isAbsolute) const;
 
     const FileTree& dataFolder_;
     Text readableFolders_;
