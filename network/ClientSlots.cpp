@@ -98,6 +98,7 @@ void ClientSlots::OnCall(SocketRequest request) {
 
 void ClientSlots::OnClosed(int slot) {
     OnData(slot);  // what came together with the close
+    if (At(slot).socket->State() == SocketState::Closed) return;
     Log(slot, Line(kTextDisconnected, AddressOf(slot)), LogKind::Information);
     At(slot).socket->Close();
     At(slot).buffer.Clear();
