@@ -12,7 +12,10 @@ namespace nordkeep {
 namespace {
 
 Text Telegram() {
-    const Text inner = Text("  P2405171345\x11" "010000103") + '\x03';
+    const Text inner = Text(
+                           "  P2405171345\x11"
+                           "010000103") +
+                       '\x03';
     return '\x02' + inner + XorOf(inner);
 }
 

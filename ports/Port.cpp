@@ -16,7 +16,8 @@ Text SettingsFile(const Text& portName) {
 }  // namespace
 
 cPort::cPort(const PortParts& parts, Text portName)
-    : parts_(parts), replies_([this](TextView reply) { SendBytes(reply); }) {
+    : parts_(parts),
+      replies_([this](TextView reply) { SendBytes(reply); }, [this] { transport_->HangUpWhenSent(); }) {
     eventPort_.PortName = std::move(portName);
 }
 
@@ -34,9 +35,13 @@ bool cPort::InitializePort() {
         const TransportParts transportParts{parts_.sockets, parts_.serial, parts_.settings, parts_.clock};
         transport_ = MakeTransport(*type, transportParts, *portLog_,
                                    {[this] { OnDataWaiting(); }, [this] { OnNewStream(); }});
-        decoder_ = MakeDecoder(format_, parts_.settings, name);
+        lineFormat_ = MakeLineFormat(format_, {.files = parts_.settings,
+                                               .language = parts_.language,
+                                               .portName = name,
+                                               .findCaller = OwnCallerLookup(),
+                                               .exports = parts_.exports});
     }
-    if (!transport_ || !decoder_) {
+    if (!transport_ || !lineFormat_) {
         transport_.reset();
         portLog_->Failure(kTextBadSetting, name + " (PortType=" + line_.PortType + ", MessageFormat=" +
                                                std::to_string(line_.MessageFormat) + ")");
@@ -46,6 +51,11 @@ bool cPort::InitializePort() {
     supervision_ = LoadSupervisionSettings(parts_.settings, name, format_);
     lastTrafficMs_ = parts_.clock.MonotonicMs();
     return true;
+}
+
+CallerLookup cPort::OwnCallerLookup() const {
+    if (!parts_.findCaller) return {};
+    return [this](TextView number) { return parts_.findCaller(eventPort_.binding, number); };
 }
 
 bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
@@ -116,9 +126,21 @@ void cPort::SendBytes(TextView bytes) {
     parts_.trafficLog.WriteTrafficLog(bytes, TrafficDirection::Sent, line_.PortDescription);
 }
 
-void cPort::ServicePort(int) {
+void cPort::ServicePort(int tickMs) {
     PurgeHalfTelegram();
+    ServiceFormat(tickMs);
     SuperviseTestTelegrams();
+}
+
+void cPort::ServiceFormat(int tickMs) {
+    HandleStep(lineFormat_->Service({.now = parts_.clock.Now(),
+                                     .monotonicMs = parts_.clock.MonotonicMs(),
+                                     .tickMs = tickMs,
+                                     .canSend = transport_->CanSend()}));
+}
+
+void cPort::Finish() {
+    if (lineFormat_) HandleStep(lineFormat_->Finish(parts_.clock.Now()));
 }
 
 // Compares seconds of the day, so a half telegram from before midnight stays until the clock has passed its

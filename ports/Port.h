@@ -2,11 +2,12 @@
 
 #include "pipeline/EventIntake.h"
 #include "platform/EventLoop.h"
-#include "ports/Decoder.h"
+#include "ports/LineFormat.h"
 #include "ports/PortConditions.h"
 #include "ports/ReceivedText.h"
 #include "ports/ReplyQueue.h"
 #include "ports/Transport.h"
+#include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
 #include "store/EventCommit.h"
 
@@ -25,6 +26,10 @@ struct PortParts {
     SerialFactory& serial;
     EventIntake& intake;
     EventCommit& commit;
+    StallWatch& stalls;
+    /// Finds the object that takes calls from a number as a sign of life; none: every caller is unknown.
+    std::function<std::optional<CallerMatch>(const PortBinding& ownPort, TextView number)> findCaller{};
+    ExportQueues* exports = nullptr;  // none: nothing is exported
 };
 
 /// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the
@@ -48,6 +53,8 @@ class cPort {
     void Tick(int tickMs, const PortConditions& conditions);
     bool IsOpen() const { return transport_ && transport_->IsOpen(); }
     void ClosePort(bool isShuttingDown);
+    /// Takes in what a format still holds back, when the program ends.
+    void Finish();
     void SendBytes(TextView bytes);
 
     const Text& PortName() const { return eventPort_.PortName; }
@@ -55,11 +62,13 @@ class cPort {
     const EventPort& Event() const { return eventPort_; }
 
  private:
+    CallerLookup OwnCallerLookup() const;
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
     void ReadPortDisable();
     void OpenPort(int tickMs);
     void ServicePort(int tickMs);
+    void ServiceFormat(int tickMs);
     void PurgeHalfTelegram();
     void SuperviseTestTelegrams();
     void RaiseTestTelegramEvent(const Text& code);
@@ -82,7 +91,7 @@ class cPort {
 
     std::optional<PortLog> portLog_{};
     std::unique_ptr<Transport> transport_{};
-    Decoder decoder_{};
+    std::unique_ptr<LineFormat> lineFormat_{};
     ReplyQueue replies_;
     ReceivedText received_{};
 

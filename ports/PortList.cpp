@@ -47,11 +47,15 @@ void PortList::Tick(int tickMs, const PortConditions& conditions) {
     for (const auto& port : ports_) port->Tick(tickMs, conditions);
 }
 
+void PortList::FinishAll() {
+    for (const auto& port : ports_) port->Finish();
+}
+
 void PortList::CloseAll() {
     for (const auto& port : ports_) port->ClosePort(true);
 }
 
-std::vector<PortBinding*> PortList::Bindings() {
+std::vector<PortBinding*> PortList::Bindings() const {
     std::vector<PortBinding*> bindings;
     for (const auto& port : ports_) bindings.push_back(&port->Event().binding);
     return bindings;

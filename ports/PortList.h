@@ -13,9 +13,11 @@ class PortList {
     /// Makes and initialises a port for every Settings\Port*.ini whose type is not "NONE".
     void Discover(const PortParts& parts);
     void Tick(int tickMs, const PortConditions& conditions);
+    /// Takes in what formats still hold back, at the end of the program.
+    void FinishAll();
     void CloseAll();
 
-    std::vector<PortBinding*> Bindings();
+    std::vector<PortBinding*> Bindings() const;
     const std::vector<std::unique_ptr<cPort>>& Ports() const { return ports_; }
 
  private:

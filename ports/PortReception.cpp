@@ -38,8 +38,9 @@ void cPort::TakeChunks() {
 }
 
 void cPort::ServeReceived() {
+    const StallWatch::Mark mark(parts_.stalls, PortName());
     for (int i = 0; i < kTelegramsInOneTurn; ++i) {
-        TelegramStep step = decoder_(received_.Front(), parts_.clock.Now());
+        TelegramStep step = lineFormat_->Next(received_.Front(), parts_.clock.Now());
         if (step.consumed == 0) {
             if (received_.Size() <= kMostReceived) return;
             portLog_->Failure(kTextTooMuch, portLog_->NameAndDescription());
@@ -61,8 +62,9 @@ Text cPort::LabelOf(const DecodedEvent& decoded) const {
     Text label = decoded.event.ProtocolType;
     for (const int number : decoded.labelTexts) {
         if (number == 0) break;
-        if (!label.empty()) label += ' ';
-        label += parts_.language.GetLanguageText(number);
+        const Text text = parts_.language.GetLanguageText(number);
+        if (!label.empty() && !text.empty()) label += ' ';
+        label += text;
     }
     return label;
 }
@@ -70,8 +72,9 @@ Text cPort::LabelOf(const DecodedEvent& decoded) const {
 void cPort::HandleStep(TelegramStep step) {
     if (step.isTraffic) NoteTraffic();
     for (const DecoderNote& note : step.notes) portLog_->Information(note.text, note.tail);
-    if (step.events.empty()) return replies_.SendInOrder(std::move(step.reply));
-    const ReplyQueue::Ticket ticket = replies_.Hold(std::move(step.reply));
+    const auto then = step.closesLine ? ReplyQueue::Then::HangUp : ReplyQueue::Then::GoOn;
+    if (step.events.empty()) return replies_.SendInOrder(std::move(step.reply), then);
+    const ReplyQueue::Ticket ticket = replies_.Hold(std::move(step.reply), then);
     parts_.commit.Begin();
     for (DecodedEvent& decoded : step.events) {
         decoded.event.ProtocolType = LabelOf(decoded);

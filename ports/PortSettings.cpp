@@ -65,8 +65,6 @@ const std::array kTextTelegram = {
                                      &TextTelegramSettings::WrapWithSTXETX},
     SettingRow<TextTelegramSettings>{kGeneral, "RequireNumericIdCode", "1", kPort,
                                      &TextTelegramSettings::RequireNumericIdCode},
-    SettingRow<TextTelegramSettings>{kGeneral, "TextCrLfReplaceCharacter", "32", kPort,
-                                     &TextTelegramSettings::TextCrLfReplaceCharacter},
 };
 
 const std::array kCleaning = {
@@ -75,6 +73,8 @@ const std::array kCleaning = {
     SettingRow<TextCleaning>{kGeneral, "DOS8bitASCIItoISOLatin1", "0", kPort,
                              &TextCleaning::DOS8bitASCIItoISOLatin1},
     SettingRow<TextCleaning>{kGeneral, "AdjustTabAndSpace", "0", kPort, &TextCleaning::AdjustTabAndSpace},
+    SettingRow<TextCleaning>{kGeneral, "TextCrLfReplaceCharacter", "32", kPort,
+                             &TextCleaning::TextCrLfReplaceCharacter},
 };
 
 }  // namespace
@@ -125,11 +125,19 @@ SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& p
 
 TextTelegramSettings LoadTextTelegramSettings(const Settings& files, const Text& portName) {
     TextTelegramSettings settings = LoadSettings(files, TextTelegramSettingRows(), portName);
-    constexpr int kBlank = 32;
-    const int replacement = settings.TextCrLfReplaceCharacter;
-    if (replacement < 0 || replacement > 255) settings.TextCrLfReplaceCharacter = kBlank;
-    settings.cleaning = LoadSettings(files, TextCleaningRows(), portName);
+    settings.cleaning = LoadTextCleaning(files, portName);
     return settings;
+}
+
+TextCleaning LoadTextCleaning(const Settings& files, const Text& portName) {
+    TextCleaning cleaning = LoadSettings(files, TextCleaningRows(), portName);
+    constexpr int kBlank = 32;
+    cleaning.TextCrLfReplaceCharacter = CharacterOr(cleaning.TextCrLfReplaceCharacter, kBlank);
+    return cleaning;
+}
+
+int CharacterOr(int code, int byDefault) {
+    return code < 0 || code > 255 ? byDefault : code;
 }
 
 }  // namespace nordkeep

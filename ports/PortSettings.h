@@ -42,5 +42,8 @@ LineSettings LoadLineSettings(const Settings& files, const Text& portName);
 SupervisionSettings LoadSupervisionSettings(const Settings& files, const Text& portName,
                                             MessageFormat format);
 TextTelegramSettings LoadTextTelegramSettings(const Settings& files, const Text& portName);
+TextCleaning LoadTextCleaning(const Settings& files, const Text& portName);
+/// A character code of a settings file; the default for what is none of 0 to 255.
+int CharacterOr(int code, int byDefault);
 
 }  // namespace nordkeep

@@ -25,16 +25,18 @@ enum class MessageFormat : int {
     SurGardMLR2 = 13
 };
 
-/// Protocol numbers that decoders name: which translation sets of the port apply to an event.
+/// Protocol numbers: which translation sets of the port apply to an event.
 enum class Protocol : int {
     Nordkeep = 0,
     Robofon = 1,
     Futura = 2,
     L400 = 3,
+    Franklin = 4,
     LFS4 = 5,
     Ericsson = 6,
     Multidrop = 7,
     SIA = 8,
+    Antenna = 9,
     P100 = 10,
     Electrolux = 11,
     ContactID = 12,
@@ -42,13 +44,30 @@ enum class Protocol : int {
     EricssonTT = 14,
     Pensionar = 15,
     Stentofon = 16,
+    SMS = 17,
+    Googol = 18,
     LA100 = 19,
+    SOSAccess = 20,
     PlainText = 21,
+    Ademco = 22,
+    CLID = 23,
+    SOSXMLMini = 24,
     AntennaRBM = 25,
     STT = 26,
+    L400RBM = 27,
     Scancom = 28,
+    TMA2 = 29,
+    AptusXMLMini = 30,
     Linjefel = 31,
-    AdemcoExpress = 32
+    AdemcoExpress = 32,
+    SOSXMLv4 = 33,
+    VirtualReceiver = 34,
+    TM2TAM2 = 35,
+    HEP100 = 36,
+    HEP100Raw = 37,
+    FILE = 38,
+    MAIL = 39,
+    MultiComXML = 40
 };
 
 /// The type that a word of a settings file names, in any case; none for any other word.

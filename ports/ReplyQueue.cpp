@@ -2,14 +2,14 @@
 
 namespace nordkeep {
 
-void ReplyQueue::SendInOrder(Text reply) {
-    if (reply.empty()) return;
-    replies_.push_back({nextTicket_++, std::move(reply), State::Ready});
+void ReplyQueue::SendInOrder(Text reply, Then then) {
+    if (reply.empty() && then == Then::GoOn) return;
+    replies_.push_back({nextTicket_++, std::move(reply), State::Ready, then});
     SendReady();
 }
 
-ReplyQueue::Ticket ReplyQueue::Hold(Text reply) {
-    replies_.push_back({nextTicket_, std::move(reply), State::Waiting});
+ReplyQueue::Ticket ReplyQueue::Hold(Text reply, Then then) {
+    replies_.push_back({nextTicket_, std::move(reply), State::Waiting, then});
     return nextTicket_++;
 }
 
@@ -23,11 +23,17 @@ void ReplyQueue::Settle(Ticket ticket, bool isStored) {
 
 void ReplyQueue::SendReady() {
     Text together;
-    while (!replies_.empty() && replies_.front().state != State::Waiting) {
+    bool hangsUp = false;
+    while (!replies_.empty() && replies_.front().state != State::Waiting && !hangsUp) {
         if (replies_.front().state == State::Ready) together += replies_.front().bytes;
+        // Also without its reply: a closed line tells the sender to try again.
+        hangsUp = replies_.front().then == Then::HangUp;
         replies_.pop_front();
     }
     if (!together.empty()) send_(together);
+    if (!hangsUp) return;
+    Clear();
+    hangUp_();
 }
 
 void ReplyQueue::Clear() {

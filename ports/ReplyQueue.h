@@ -14,11 +14,15 @@ class ReplyQueue {
  public:
     using Ticket = std::uint64_t;
 
-    explicit ReplyQueue(std::function<void(TextView)> send) : send_(std::move(send)) {}
+    enum class Then { GoOn, HangUp };
 
-    void SendInOrder(Text reply);
+    explicit ReplyQueue(
+        std::function<void(TextView)> send, std::function<void()> hangUp = [] {})
+        : send_(std::move(send)), hangUp_(std::move(hangUp)) {}
+
+    void SendInOrder(Text reply, Then then = Then::GoOn);
     /// Holds a reply back until Settle.
-    Ticket Hold(Text reply);
+    Ticket Hold(Text reply, Then then = Then::GoOn);
     /// Lets a held reply go, or drops it when its event could not be stored. A ticket from before Clear is
     /// ignored.
     void Settle(Ticket ticket, bool isStored);
@@ -31,11 +35,13 @@ class ReplyQueue {
         Ticket ticket;
         Text bytes;
         State state;
+        Then then;
     };
 
     void SendReady();
 
     std::function<void(TextView)> send_;
+    std::function<void()> hangUp_;
     std::deque<Reply> replies_{};
     Ticket nextTicket_ = 1;
 };

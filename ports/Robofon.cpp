@@ -1,6 +1,7 @@
 #include "ports/Robofon.h"
 
 #include "ports/Protocol.h"
+#include "ports/TelegramFields.h"
 #include "runtime/Fields.h"
 
 #include <array>
@@ -62,15 +63,7 @@ OleDate TelegramTime(TextView telegram, OleDate now) {
     const TextView digits = Substring(telegram, kTimeAt, 10);
     if (!IsNumeric(digits)) return now;
     const auto pair = [&](long index) { return LeadingInt32(Substring(digits, 1 + 2 * index, 2)); };
-    const int year = pair(0);
-    const CivilTime time{.year = year < 50 ? 2000 + year : 1900 + year,
-                         .month = pair(1),
-                         .day = pair(2),
-                         .hour = pair(3),
-                         .minute = pair(4),
-                         .second = 0};
-    const OleDate date = OleDate::FromCivil(time);
-    return date.Civil() == time ? date : now;
+    return TelegramDate({pair(0), pair(1), pair(2), pair(3), pair(4), 0}, now);
 }
 
 void SetProtocol(DecodedEvent& decoded, char classCode) {
@@ -96,14 +89,6 @@ void Decode(TelegramStep& step, TextView telegram, const RobofonSettings& settin
     SetProtocol(decoded, At(telegram, kClassAt));
 }
 
-/// Everything in front of the next STX, up to and including the first BEL, which is a line test.
-TelegramStep SkipToStart(TextView received) {
-    const std::size_t end = received.find_first_of(TextView("\x02\x07", 2));
-    if (end == TextView::npos) return {.consumed = received.size()};
-    if (received[end] == bytes::STX) return {.consumed = end};
-    return {.consumed = end + 1, .reply = Text(1, bytes::ACK), .isTraffic = true};
-}
-
 }  // namespace
 
 char XorOf(TextView bytes) {
@@ -114,7 +99,7 @@ char XorOf(TextView bytes) {
 
 TelegramStep NextRobofonStep(TextView received, const RobofonSettings& settings, OleDate now) {
     if (received.empty()) return {};
-    if (received.front() != bytes::STX) return SkipToStart(received);
+    if (received.front() != bytes::STX) return SkipToStart(received, TextView(&bytes::STX, 1));
     if (received.size() < kRobofonLength) return {};
     const TextView telegram = received.substr(0, kRobofonLength);
     TelegramStep step{.consumed = kRobofonLength};

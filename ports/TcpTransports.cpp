@@ -73,6 +73,8 @@ class TcpClientTransport final : public Transport {
 
     Text Take() override { return socket_->GetData(); }
 
+    bool CanSend() const override { return IsOpen(); }
+
     bool Send(TextView bytes) override { return SendOn(*socket_, bytes, log_); }
 
  private:
@@ -142,7 +144,12 @@ class TcpServerTransport final : public Transport {
 
     Text Take() override { return caller_->GetData(); }
 
+    bool CanSend() const override { return caller_->State() == SocketState::Connected; }
+
     bool Send(TextView bytes) override { return SendOn(*caller_, bytes, log_); }
+
+    // Closing hands over what is still unsent first.
+    void HangUpWhenSent() override { caller_->Close(); }
 
  private:
     void OnRequest(SocketRequest request) {

@@ -45,6 +45,7 @@ struct TelegramStep {
     bool isTraffic = false;  // proves that the line works, for the supervision of test telegrams
     std::vector<DecodedEvent> events{};
     std::vector<DecoderNote> notes{};
+    bool closesLine = false;  // the sender expects a TCP line to be closed behind the reply
 };
 
 }  // namespace nordkeep

@@ -59,4 +59,11 @@ Text AdjustBlanks(TextView text, const TextCleaning& cleaning) {
     return CollapseSpaces(adjusted);
 }
 
+Text CleanText(TextView text, const TextCleaning& cleaning) {
+    Text cleaned = ConvertLetters(text, cleaning);
+    std::erase(cleaned, '\r');
+    std::replace(cleaned.begin(), cleaned.end(), '\n', static_cast<char>(cleaning.TextCrLfReplaceCharacter));
+    return AdjustBlanks(TrimBlanks(cleaned), cleaning);
+}
+
 }  // namespace nordkeep

@@ -16,11 +16,14 @@ struct TextCleaning {
     bool DOS7bitASCIItoISOLatin1 = false;
     bool DOS8bitASCIItoISOLatin1 = false;
     bool AdjustTabAndSpace = false;
+    int TextCrLfReplaceCharacter = 32;  // 0 to 255; stands for a line feed inside a message
 };
 
 /// The DOS conversions that are on.
 Text ConvertLetters(TextView text, const TextCleaning& cleaning);
 /// Tabs to blanks and runs of blanks to one, when that is on.
 Text AdjustBlanks(TextView text, const TextCleaning& cleaning);
+/// All of it: letters, no carriage returns, line feeds replaced, no blanks at the ends, blanks adjusted.
+Text CleanText(TextView text, const TextCleaning& cleaning);
 
 }  // namespace nordkeep

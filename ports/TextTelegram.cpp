@@ -1,7 +1,7 @@
 #include "ports/TextTelegram.h"
 
 #include "ports/Protocol.h"
-#include "runtime/Fields.h"
+#include "ports/TelegramFields.h"
 
 #include <algorithm>
 
@@ -25,17 +25,12 @@ Text OnOneLine(TextView text, int lineFeedBecomes) {
 }
 
 IncomingEvent MakeEvent(const Text& message, const TextTelegramSettings& settings, OleDate now) {
-    const std::size_t blank = message.find(' ');
-    const TextView firstWord = TextView(message).substr(0, blank);
-    const bool hasCode = IsNumeric(firstWord) || !settings.RequireNumericIdCode;
-    const TextView code = hasCode ? firstWord : TextView();
-    const TextView rest = !hasCode              ? TextView(message)
-                          : blank == Text::npos ? TextView()
-                                                : TextView(message).substr(blank + 1);
+    const CodeAndText parts = SplitCode(message, !settings.RequireNumericIdCode);
+    const int lineFeedBecomes = settings.cleaning.TextCrLfReplaceCharacter;
     return {.AlarmTime = now,
             .ProtocolType = kLabel,
-            .DefaultAlarmCode = OnOneLine(code, settings.TextCrLfReplaceCharacter),
-            .ExtraText = OnOneLine(rest, settings.TextCrLfReplaceCharacter),
+            .DefaultAlarmCode = OnOneLine(parts.code, lineFeedBecomes),
+            .ExtraText = OnOneLine(parts.text, lineFeedBecomes),
             .TranslationNumberToUse = static_cast<int>(Protocol::PlainText),
             .RawAlarmCode = message};
 }

@@ -7,8 +7,7 @@ namespace nordkeep {
 
 struct TextTelegramSettings {
     bool WrapWithSTXETX = true;  // a message stands between STX and ETX; otherwise it ends at a line feed
-    bool RequireNumericIdCode = true;   // the first word is the ID code only when it is numeric
-    int TextCrLfReplaceCharacter = 32;  // 0 to 255; stands for a line feed inside a message
+    bool RequireNumericIdCode = true;  // the first word is the ID code only when it is numeric
     TextCleaning cleaning{};
 };
 

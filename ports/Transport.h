@@ -26,8 +26,12 @@ class Transport {
     virtual void Close(bool isShuttingDown) = 0;
     /// Everything that has arrived, on UDP one datagram; empty when nothing waits.
     virtual Text Take() = 0;
+    /// True when somebody is at the other end, as far as the line can tell.
+    virtual bool CanSend() const = 0;
     /// False when nothing could be sent.
     virtual bool Send(TextView bytes) = 0;
+    /// Hangs up once everything sent so far has left; only a line that is called does that.
+    virtual void HangUpWhenSent() {}
 };
 
 /// What transports are made from.

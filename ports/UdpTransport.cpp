@@ -49,6 +49,8 @@ class UdpTransport final : public Transport {
 
     Text Take() override { return socket_->GetData(); }
 
+    bool CanSend() const override { return IsOpen(); }
+
     bool Send(TextView bytes) override { return IsOpen() && socket_->SendData(bytes); }
 
  private:

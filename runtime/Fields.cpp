@@ -105,6 +105,12 @@ std::vector<TextView> Lines(TextView text) {
     return lines;
 }
 
+TextView ZeroTrimCode(TextView code, bool isOn) {
+    if (!isOn || code.empty()) return code;
+    const std::size_t first = code.find_first_not_of('0');
+    return first == TextView::npos ? TextView("0") : code.substr(first);
+}
+
 Text FitWidth(TextView text, std::size_t width) {
     Text fitted(text.substr(0, width));
     fitted.resize(width, ' ');

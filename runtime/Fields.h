@@ -34,6 +34,9 @@ Text ReplaceAll(TextView text, TextView from, TextView to);
 std::vector<Text> Split(TextView text, char separator);
 /// The lines of a text file: they end in CR LF, LF or CR, and a last line without an end counts.
 std::vector<TextView> Lines(TextView text);
+/// The code without its leading zeros when `isOn`; "0" for a code of zeros only. A view of `code` or a
+/// constant.
+TextView ZeroTrimCode(TextView code, bool isOn);
 /// Cut, or filled with blanks behind, to exactly `width` characters.
 Text FitWidth(TextView text, std::size_t width);
 

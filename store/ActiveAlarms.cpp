@@ -1,5 +1,7 @@
 #include "store/ActiveAlarms.h"
 
+#include "runtime/Fields.h"
+
 #include <algorithm>
 #include <initializer_list>
 
@@ -10,12 +12,6 @@ namespace {
 constexpr int kSIA = 8;
 constexpr int kContactID = 12;
 constexpr TextView kRestoreQualifier = "3";
-
-TextView Trimmed(TextView code, int zeroTrim) {
-    if (zeroTrim == 0 || code.empty()) return code;
-    const std::size_t first = code.find_first_not_of('0');
-    return first == TextView::npos ? code.substr(code.size() - 1) : code.substr(first);
-}
 
 /// What a hash stands for; the same texts in another role must not meet.
 enum class KeyKind : std::uint64_t {
@@ -50,7 +46,7 @@ KeyKind RepeatKindOf(const cAlarm& n) {
 }
 
 void AddRepeatHashes(const cAlarm& a, TextView code, std::vector<std::uint64_t>& hashes) {
-    const TextView trimmed = Trimmed(code, a.m_ZeroTrim);
+    const TextView trimmed = ZeroTrimCode(code, a.m_ZeroTrim != 0);
     for (const KeyKind kind : {KeyKind::Repeat, KeyKind::RepeatSIA, KeyKind::RepeatContactID}) {
         hashes.push_back(RepeatHash(kind, trimmed, a));
     }
@@ -92,9 +88,10 @@ ResetMatch MatchBySender(const cAlarm& a, const cAlarm& n) {
 }  // namespace
 
 bool IsRepeatOf(const cAlarm& a, const cAlarm& n) {
-    const TextView code = Trimmed(n.m_IdCode, n.m_ZeroTrim);
-    const bool isSameCode = Trimmed(a.m_IdCode, a.m_ZeroTrim) == code ||
-                            (!a.m_ResetIdCode.empty() && Trimmed(a.m_ResetIdCode, a.m_ZeroTrim) == code);
+    const TextView code = ZeroTrimCode(n.m_IdCode, n.m_ZeroTrim != 0);
+    const bool isSameCode =
+        ZeroTrimCode(a.m_IdCode, a.m_ZeroTrim != 0) == code ||
+        (!a.m_ResetIdCode.empty() && ZeroTrimCode(a.m_ResetIdCode, a.m_ZeroTrim != 0) == code);
     const bool isSameKind = a.m_TranslationFile == n.m_TranslationFile &&
                             a.m_ProtocolType == n.m_ProtocolType && a.m_TypeCode == n.m_TypeCode;
     if (!IsActive(a) || !isSameCode || !isSameKind) return false;
@@ -162,7 +159,8 @@ const ActiveAlarms::Bucket& ActiveAlarms::BucketOf(Hash hash) const {
 }
 
 std::optional<EventSequence> ActiveAlarms::FirstRepeatPartner(const cAlarm& n) const {
-    const Bucket& bucket = BucketOf(RepeatHash(RepeatKindOf(n), Trimmed(n.m_IdCode, n.m_ZeroTrim), n));
+    const Bucket& bucket =
+        BucketOf(RepeatHash(RepeatKindOf(n), ZeroTrimCode(n.m_IdCode, n.m_ZeroTrim != 0), n));
     const auto found = std::find_if(bucket.begin(), bucket.end(), [&](EventSequence sequence) {
         return IsRepeatOf(*indexed_.at(sequence).alarm, n);
     });

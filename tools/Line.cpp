@@ -55,7 +55,15 @@ bool Line::Fail(const std::string& what) {
     return false;
 }
 
+bool Line::Reopen() {
+    if (descriptor_ >= 0) close(descriptor_);
+    descriptor_ = -1;
+    isLost_ = false;
+    return Open(std::string(target_));
+}
+
 bool Line::Open(const std::string& target) {
+    target_ = target;
     const std::size_t colon = target.find(':');
     const std::string kind = target.substr(0, colon);
     const std::string rest = colon == std::string::npos ? "" : target.substr(colon + 1);

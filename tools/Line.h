@@ -15,6 +15,8 @@ class Line {
 
     /// False, with Error, when it cannot be opened.
     bool Open(const std::string& target);
+    /// Opens the target of the last Open again.
+    bool Reopen();
     bool Send(const std::string& bytes);
     /// What has arrived; empty when nothing waits. Lost is set when the other side has closed.
     std::string Receive();
@@ -28,6 +30,7 @@ class Line {
     bool WaitForCall(const std::string& port);
     bool Fail(const std::string& what);
 
+    std::string target_{};
     int descriptor_ = -1;
     bool isLost_ = false;
     std::string error_{};

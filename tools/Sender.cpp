@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace nordkeep::tools {
@@ -22,6 +23,7 @@ constexpr char kAck = 6;
 struct Lane {
     Line line{};
     bool isWaiting = false;
+    bool isSpent = false;  // the port hangs up behind its answer
     Steady::time_point sentAt{};
 };
 
@@ -62,6 +64,8 @@ class Run {
     }
 
     std::string NextTelegram() const {
+        if (!options_.play.empty())
+            return options_.play[static_cast<std::size_t>(sent_) % options_.play.size()];
         if (!options_.raw.empty()) return options_.raw;
         std::string code = options_.telegram.code;
         if (options_.numbersCodes) {
@@ -75,32 +79,52 @@ class Run {
     }
 
     void SendOn(Lane& lane) {
-        const std::string telegram = NextTelegram();
+        if (std::exchange(lane.isSpent, false) && !lane.line.Reopen()) return Break(lane.line.Error());
+        std::string telegram;
+        for (int i = 0; i < options_.glue; ++i) telegram += NextTelegram();
+        if (options_.isCut) telegram.resize(telegram.size() / 2);
         if (!options_.isQuiet) std::printf("-> %s\n", Readable(telegram).c_str());
         lane.sentAt = Steady::now();
-        if (!lane.line.Send(telegram)) return Break(lane.line.Error());
+        if (!SendBytes(lane.line, telegram)) return Break(lane.line.Error());
         ++sent_;
-        lane.isWaiting = HasReply(options_.telegram.format) || !options_.raw.empty();
+        const bool isOwn = options_.raw.empty() && options_.play.empty();
+        lane.isWaiting = !isOwn || HasReply(options_.telegram.format);
         if (lane.isWaiting) ++expected_;
+    }
+
+    bool SendBytes(Line& line, const std::string& bytes) const {
+        if (options_.slowMs <= 0) return line.Send(bytes);
+        for (const char c : bytes) {
+            if (!line.Send(std::string(1, c))) return false;
+            poll(nullptr, 0, options_.slowMs);
+        }
+        return true;
     }
 
     void WaitForInput() const {
         std::vector<pollfd> inputs;
-        for (const auto& lane : lanes_) inputs.push_back({lane->line.Descriptor(), POLLIN, 0});
+        for (const auto& lane : lanes_) {
+            if (!lane->line.IsLost()) inputs.push_back({lane->line.Descriptor(), POLLIN, 0});
+        }
         const bool isIdle = !IsAnyWaiting();
         poll(inputs.data(), inputs.size(), isIdle && options_.rate <= 0 ? 0 : 1);
     }
 
     void Listen(Lane& lane) {
         const std::string reply = lane.line.Receive();
-        if (lane.line.IsLost()) return Break("the connection was closed");
+        if (lane.line.IsLost() && !lane.isSpent) {
+            return Break("the connection was closed");
+        }
         if (!reply.empty() && !options_.isQuiet) std::printf("<- %s\n", Readable(reply).c_str());
         if (!lane.isWaiting) return;
         const Ms elapsed = Steady::now() - lane.sentAt;
         if (!reply.empty()) {
             lane.isWaiting = false;
+            lane.isSpent = ClosesBehindReply(options_.telegram.format);
             times_.push_back(elapsed.count());
-            if (reply.find(kAck) != std::string::npos) ++acknowledged_;
+            const bool isOwn = options_.raw.empty() && options_.play.empty();
+            acknowledged_ += isOwn ? IsAcknowledged(options_.telegram.format, reply)
+                                   : reply.find(kAck) != std::string::npos;
         } else if (elapsed.count() > options_.timeoutMs) {
             lane.isWaiting = false;
             std::printf("no reply within %d ms\n", options_.timeoutMs);

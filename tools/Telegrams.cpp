@@ -1,6 +1,7 @@
 #include "tools/Telegrams.h"
 
 #include "platform/Text.h"
+#include "ports/Crc16.h"
 
 #include <cctype>
 #include <ctime>
@@ -43,21 +44,124 @@ std::string Robofon(const TelegramOptions& options, const std::string& code) {
     return '\x02' + body + check;
 }
 
+std::string WithText(const TelegramOptions& options, const std::string& code) {
+    return options.text.empty() ? code : code + " " + options.text;
+}
+
 std::string PlainText(const TelegramOptions& options, const std::string& code) {
-    const std::string message = options.text.empty() ? code : code + " " + options.text;
+    const std::string message = WithText(options, code);
     return options.isUnwrapped ? message + "\n" : '\x02' + message + '\x03';
+}
+
+/// Year, month, day, hour, minute and second, a byte each.
+std::string TimeBytes() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    std::string bytes;
+    for (const int number :
+         {local.tm_year % 100, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec}) {
+        bytes += static_cast<char>(number);
+    }
+    return bytes;
+}
+
+char Spoiled(char check, const TelegramOptions& options) {
+    return options.hasWrongCheck ? static_cast<char>(check ^ 0x55) : check;
+}
+
+std::string Googol(const TelegramOptions& options, const std::string& code) {
+    constexpr char kEventKind = '0';
+    constexpr char kSmsClass = 33;
+    const std::string text = WithText(options, code);
+    std::string frame = std::string("\x01") + kEventKind + static_cast<char>(options.sequence) + '\0' + '\0';
+    frame += static_cast<char>(11 + text.size());
+    frame +=
+        TimeBytes() + std::string(3, '\0') + kSmsClass + (options.isFollowedBySpeech ? '\1' : '\0') + text;
+    const unsigned check = CRC16(frame);
+    return frame + static_cast<char>(check >> 8) + Spoiled(static_cast<char>(check & 0xFF), options);
+}
+
+std::string Rsm02(const TelegramOptions& options, const std::string& code) {
+    constexpr char kWholeText = 0x30;  // first and last fragment
+    std::string body = std::string(2, '\0') + static_cast<char>(15 + code.size()) + 'P';
+    body += TimeBytes().substr(0, 5) + static_cast<char>(options.line) + options.classCode;
+    body += static_cast<char>(kWholeText | (options.isFollowedBySpeech ? 1 : 0));
+    body += '\0' + code;
+    unsigned sum = 0;
+    for (const char c : body) sum += static_cast<unsigned char>(c);
+    return '\x02' + body + static_cast<char>(sum >> 8) + Spoiled(static_cast<char>(sum & 0xFF), options) +
+           '\x03';
+}
+
+std::string SurGardSia(const TelegramOptions& options, const std::string& code) {
+    const std::string blocks = options.text.empty() ? "Nri1BA01" : options.text;
+    return "S011[#" + code + "|" + blocks + "]\x14";
+}
+
+std::string SurGardContactID(const TelegramOptions&, const std::string& code) {
+    return "5011 18" + code + "\x14";
+}
+
+std::string Element(const std::string& name, const std::string& value) {
+    return "<" + name + ">" + value + "</" + name + ">";
+}
+
+std::string SosAccess(const TelegramOptions& options, const std::string& code) {
+    return Element("AlarmRequest", Element("Reference", "1") + Element("Authentication", "nordkeep-send") +
+                                       Element("TransmitterCode", code) +
+                                       Element("EventCode", options.text.empty() ? "BA" : options.text));
+}
+
+struct FormatRow {
+    const char* name;
+    std::string (*make)(const TelegramOptions&, const std::string&);
+    const char* acknowledgement;  // found in an answer that says the event is stored; none: no answer comes
+    bool closesBehindReply;
+};
+
+constexpr FormatRow kFormats[] = {
+    {"robofon", &Robofon, "\x06", false},
+    {"text", &PlainText, nullptr, false},
+    {"googol", &Googol, "\x06", false},
+    {"rsm02", &Rsm02, "\x06", false},
+    {"sia", &SurGardSia, "\x06", false},
+    {"contactid", &SurGardContactID, "\x06", false},
+    {"sosaccess", &SosAccess, "<status>0</status>", true},
+};
+
+const FormatRow* FindFormat(const std::string& name) {
+    for (const FormatRow& row : kFormats) {
+        if (name == row.name) return &row;
+    }
+    return nullptr;
 }
 
 }  // namespace
 
+std::string FormatNames() {
+    std::string names;
+    for (const FormatRow& row : kFormats) names += (names.empty() ? "" : " ") + std::string(row.name);
+    return names;
+}
+
 std::string MakeTelegram(const TelegramOptions& options, const std::string& code) {
-    if (options.format == "robofon") return Robofon(options, code);
-    if (options.format == "text") return PlainText(options, code);
-    return {};
+    const FormatRow* format = FindFormat(options.format);
+    return format ? format->make(options, code) : std::string();
 }
 
 bool HasReply(const std::string& format) {
-    return format != "text";
+    const FormatRow* row = FindFormat(format);
+    return row && row->acknowledgement;
+}
+
+bool IsAcknowledged(const std::string& format, const std::string& reply) {
+    return HasReply(format) && reply.find(FindFormat(format)->acknowledgement) != std::string::npos;
+}
+
+bool ClosesBehindReply(const std::string& format) {
+    const FormatRow* row = FindFormat(format);
+    return row && row->closesBehindReply;
 }
 
 std::string Readable(const std::string& bytes) {

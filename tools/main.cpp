@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 
 namespace {
 
@@ -16,9 +17,10 @@ constexpr const char* kHelp =
     "Sends telegrams to a port of Nordkeep and shows what it answers.\n\n"
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
-    "  --format NAME      robofon (default) or text\n"
+    "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess\n"
     "  --code CODE        ID code and type, default 10000103\n"
-    "  --text TEXT        free text behind the code (text)\n"
+    "  --text TEXT        free text behind the code (text, googol), the blocks (sia),\n"
+    "                     the event code (sosaccess)\n"
     "  --unwrapped        end a message with a line feed instead of STX and ETX (text)\n"
     "  --class C          class of the telegram, default 0 (robofon)\n"
     "  --short            a short telegram, kind T (robofon)\n"
@@ -26,6 +28,10 @@ constexpr const char* kHelp =
     "  --speech           a speech message follows (robofon)\n"
     "  --wrong-check      spoil the check byte (robofon)\n"
     "  --raw HEX          send these bytes instead\n"
+    "  --play FILE        send the telegrams of a file, one line of hexadecimal bytes each\n"
+    "  --glue N           N telegrams in one write\n"
+    "  --cut              only the first half of each telegram\n"
+    "  --slow MS          pause between the bytes\n"
     "  --count N          telegrams in all, default 1\n"
     "  --number-codes     count up the ID code from telegram to telegram\n"
     "  --rate N           telegrams a second; default as fast as the replies come\n"
@@ -54,10 +60,21 @@ class Arguments {
         if (word == "--wrong-check") return options.telegram.hasWrongCheck = true;
         if (word == "--unwrapped") return options.telegram.isUnwrapped = true;
         if (word == "--number-codes") return options.numbersCodes = true;
+        if (word == "--cut") return options.isCut = true;
         if (word == "--quiet") return options.isQuiet = true;
         if (word.starts_with("-")) return false;
         options.targets.push_back(word);
         return true;
+    }
+
+    static bool ReadPlay(SendOptions& options, const std::string& path) {
+        std::ifstream file(path);
+        for (std::string line; std::getline(file, line);) {
+            const std::string bytes = line.starts_with("#") ? "" : nordkeep::tools::FromHex(line);
+            if (!bytes.empty()) options.play.push_back(bytes);
+        }
+        options.count = static_cast<long>(options.play.size());
+        return !options.play.empty();
     }
 
     bool ReadValue(SendOptions& options, const std::string& word) {
@@ -71,6 +88,9 @@ class Arguments {
         if (word == "--receiver") return options.telegram.receiver = number, true;
         if (word == "--line") return options.telegram.line = number, true;
         if (word == "--raw") return options.raw = nordkeep::tools::FromHex(value), true;
+        if (word == "--play") return ReadPlay(options, value);
+        if (word == "--glue") return options.glue = number < 1 ? 1 : number, true;
+        if (word == "--slow") return options.slowMs = number, true;
         if (word == "--count") return options.count = number, true;
         if (word == "--rate") return options.rate = std::atof(value.c_str()), true;
         if (word == "--connections") return options.connections = number < 1 ? 1 : number, true;

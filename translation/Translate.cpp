@@ -73,12 +73,6 @@ void cIDCode::CalculateNextAliveTestTime(int test, OleDate heard, AliveTestPace 
     SetNextAliveTestExpirationTime(test, NextDeadline(Schedule(test), heard, pace));
 }
 
-TextView ZeroTrimCode(TextView code, bool isOn) {
-    if (!isOn || code.empty()) return code;
-    const std::size_t first = code.find_first_not_of('0');
-    return first == TextView::npos ? TextView("0") : code.substr(first);
-}
-
 bool IsInService(const cIDCode& object, OleDate now) {
     switch (object.m_ServiceMode) {
         case 1:

@@ -2,6 +2,7 @@
 
 #include "platform/OleDate.h"
 #include "platform/Text.h"
+#include "runtime/Fields.h"
 #include "translation/AliveTestSchedule.h"
 #include "translation/ObjectIndex.h"
 
@@ -98,10 +99,6 @@ struct cTranslate : TelegramFormat {
 
     bool IsZeroTrimmed() const { return m_ZeroTrim != 0; }
 };
-
-/// The code without its leading zeros when `isOn`; "0" for a code of zeros only. A view of `code` or a
-/// constant.
-TextView ZeroTrimCode(TextView code, bool isOn);
 
 /// True when events of the object are only logged at this moment.
 bool IsInService(const cIDCode& object, OleDate now);

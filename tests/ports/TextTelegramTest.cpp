@@ -110,7 +110,7 @@ TEST(TextTelegram, GivesTheSameEventsHoweverTheStreamIsCut) {
 }
 
 TEST(ReplacementCharacter, StandsForALineFeedInBothParts) {
-    const TextTelegramSettings settings{.TextCrLfReplaceCharacter = '/'};
+    const TextTelegramSettings settings{.cleaning = {.TextCrLfReplaceCharacter = '/'}};
     EXPECT_EQ(Summaries(Decode(WithSettings(settings), {"\x02"
                                                         "12 a\nb\x03"})),
               std::vector<Text>{"12|a/b||21|12 a\nb"});
