@@ -46,6 +46,7 @@ Centre::Centre(Foundation& f)
       stalls_(f.Platform().clock, f.Platform().loop, f.Log(), f.Texts()),
       status_(f.Platform().serviceManager, f.Platform().loop, f.Texts()),
       commit_([this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); }),
+      network_(f),
       fieldMap_(f.Files()),
       lookup_(MakeLookupRules(settings_.translation, f.Texts())),
       timers_(settings_.translation, PaceOf(f.Switches()), f.Log()),
@@ -55,7 +56,7 @@ Centre::Centre(Foundation& f)
               .clock = f.Platform().clock,
               .log = f.Log(),
               .commit = commit_,
-              .replica = alarmReplica_,
+              .replica = network_.Alarms(),
               .views = lists_,
               .role = f.CopyRole(),
               .randomSeed = StartSeed()},
@@ -70,7 +71,7 @@ Centre::Centre(Foundation& f)
                      .timers = timers_}),
       servicePeriods_({.dataFolder = f.DataFolder(),
                        .views = objectViews_,
-                       .replica = objectReplica_,
+                       .replica = network_.Objects(),
                        .settings = settings_.translation}),
       torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
       outputs_({.dataFolder = f.DataFolder(),
@@ -113,7 +114,7 @@ Centre::Centre(Foundation& f)
                .timers = timers_,
                .translations = translations_,
                .views = objectViews_,
-               .replica = objectReplica_,
+               .replica = network_.Objects(),
                .store = store_,
                .resets = resets_,
                .parked = parked_,
@@ -124,7 +125,7 @@ Centre::Centre(Foundation& f)
                   .alarm = intake_,
                   .telegramExport = exports_,
                   .views = objectViews_,
-                  .replica = objectReplica_,
+                  .replica = network_.Objects(),
                   .clock = f.Platform().clock,
                   .settings = settings_.translation,
                   .timers = timers_}),
@@ -169,7 +170,8 @@ Centre::Centre(Foundation& f)
                .conditions = conditions_,
                .lists = lists_,
                .stalls = stalls_,
-               .status = status_}) {}
+               .status = status_,
+               .network = network_}) {}
 
 const Centre::Step Centre::kStartSteps[] = {
     {"ports switched off", &Centre::DecideOnPorts},
@@ -179,6 +181,7 @@ const Centre::Step Centre::kStartSteps[] = {
     // Open before the events are read: what callers send meanwhile waits in the system.
     {"open ports", &Centre::OpenPorts},
     {"stored events", &Centre::LoadStoredEvents},
+    {"state of the server", &Centre::BringInState},
     {"timers", &Centre::StartTimers},
     {"service manager", &Centre::TellReady},
 };
@@ -186,6 +189,7 @@ const Centre::Step Centre::kStartSteps[] = {
 const Centre::Step Centre::kStopSteps[] = {
     {"service manager", &Centre::TellStopping},
     {"timers", &Centre::StopTimers},
+    {"client's scratch files", &Centre::RemoveScratchFiles},
     {"formats", &Centre::FinishFormats},
     {"waiting replies", &Centre::SettleReplies},
     {"ports", &Centre::ClosePorts},
@@ -194,9 +198,20 @@ const Centre::Step Centre::kStopSteps[] = {
     {"last events", &Centre::SaveLastEvents},
     {"view", &Centre::SaveView},
     {"stored events", &Centre::SettleReplies},
+    {"network", &Centre::CloseNetwork},
 };
 
 void Centre::Start() {
+    network_.Attach({.store = store_,
+                     .views = lists_,
+                     .translations = translations_,
+                     .objectViews = objectViews_,
+                     .servicePeriods = servicePeriods_,
+                     .timers = timers_,
+                     .torvex = torvex_,
+                     .ports = [this] { return PortsInTree(); },
+                     .requestReload = [this] { duties_.RequestReload(); },
+                     .endProgram = [this] { EndOnFailure(); }});
     store_.SetOutageListener([this](const Text& reason) { RaiseStorageAlarm(reason); });
     for (const Step& step : kStartSteps) (this->*step.run)();
 }
@@ -216,6 +231,20 @@ void Centre::RaiseStorageAlarm(const Text& reason) {
         {.AlarmTime = foundation_.Platform().clock.Now(),
          .ProtocolType = kOwnProtocol,
          .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
+}
+
+void Centre::EndOnFailure() {
+    duties_.SetExitStatus(1);
+    CloseAndShutdownEverything();
+}
+
+std::vector<PortInTree> Centre::PortsInTree() const {
+    std::vector<PortInTree> tree;
+    for (const auto& port : ports_.Ports()) {
+        const cPort& known = *port;
+        tree.push_back({known.Event().m_PortDescription, &known.Event().binding});
+    }
+    return tree;
 }
 
 void Centre::DecideOnPorts() {
@@ -262,6 +291,10 @@ void Centre::LoadStoredEvents() {
     store_.LoadEvents();
 }
 
+void Centre::BringInState() {
+    network_.BringInState();
+}
+
 void Centre::StartTimers() {
     duties_.StartTimers();
     stalls_.Start();
@@ -304,6 +337,17 @@ void Centre::CloseOutputs() {
 
 void Centre::SaveLastEvents() {
     if (!IsClient()) translations_.SaveLastEvents();
+}
+
+void Centre::CloseNetwork() {
+    network_.Close();
+}
+
+void Centre::RemoveScratchFiles() {
+    if (!IsClient()) return;
+    const NativePath folder = foundation_.DataFolder().Resolve("Settings\\Temp");
+    for (const Text& name : ListFiles(folder)) RemoveFile(folder + "/" + ToUtf8(name));
+    RemoveFolder(folder);
 }
 
 void Centre::SaveView() {

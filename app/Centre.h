@@ -3,6 +3,7 @@
 #include "app/Duties.h"
 #include "app/EngineSettings.h"
 #include "app/Foundation.h"
+#include "app/NetworkRole.h"
 #include "console/AlarmLists.h"
 #include "console/ViewState.h"
 #include "pipeline/AlarmOutputs.h"
@@ -58,6 +59,7 @@ class Centre {
     void LoadTranslations();
     void OpenPorts();
     void LoadStoredEvents();
+    void BringInState();
     void StartTimers();
     void TellReady();
 
@@ -70,8 +72,12 @@ class Centre {
     void CloseOutputs();
     void SaveLastEvents();
     void SaveView();
+    void CloseNetwork();
+    void RemoveScratchFiles();
 
     void RaiseStorageAlarm(const Text& reason);
+    void EndOnFailure();
+    std::vector<PortInTree> PortsInTree() const;
     bool IsClient() const { return foundation_.CopyRole() == Role::Client; }
 
     Foundation& foundation_;
@@ -79,8 +85,7 @@ class Centre {
     StallWatch stalls_;
     ServiceStatus status_;
     EventCommit commit_;
-    NoReplica alarmReplica_{};
-    NoObjectReplica objectReplica_{};
+    NetworkRole network_;
     NoObjectViews objectViews_{};
     ExportQueues exports_{};
     FieldMap fieldMap_;

@@ -4,11 +4,13 @@
 #include "runtime/LogPurge.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
 
 constexpr int kOpenTimerMs = 1000;
+constexpr int kDisplayTimerMs = 250;
 constexpr int kKeepAliveTimerMs = 10'000;
 constexpr int kAlarmLogCopyMs = 30'000;
 constexpr int kTorvexRetryMs = 10'000;
@@ -24,6 +26,7 @@ const Duties::Duty Duties::kOpenDuties[] = {
     {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
     {"Torvex, cyclic", &Duties::WriteTorvexCyclically},
     {"end of the program", &Duties::EndWhenAsked},
+    {"clients", &Duties::SuperviseClients},
     {"ComCall", &Duties::TendComCall},
     {"Torvex, line feeds", &Duties::FeedTorvexLines},
     {"alarm log copy", &Duties::CopyAlarmLog},
@@ -51,17 +54,20 @@ Duties::Duties(const Needs& needs)
       openTimer_(needs.loop.NewTimer([this] { RunAll(kOpenDuties, openTimer_->IntervalMs()); })),
       systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
       keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
+      displayTimer_(needs.loop.NewTimer([this] { needs_.network.TickClient(kDisplayTimerMs); })),
       today_(needs.clock.Now().Midnight()) {}
 
 void Duties::StartTimers() {
     openTimer_->Start(kOpenTimerMs);
     systemTimer_->Start(needs_.settings.SystemTimerInterval);
     keepAliveTimer_->Start(kKeepAliveTimerMs);
+    displayTimer_->Start(kDisplayTimerMs);
 }
 
 void Duties::StopAllButOpenTimer() {
     systemTimer_->Stop();
     keepAliveTimer_->Stop();
+    displayTimer_->Stop();
 }
 
 template <std::size_t N>
@@ -92,6 +98,7 @@ void Duties::CloseIdleTrafficFile(const Tick& tick) {
 }
 
 void Duties::OpenPorts(const Tick& tick) {
+    needs_.conditions.isAnyClientConnected = needs_.network.IsAnyClientConnected();
     needs_.conditions.isDispatchConfigured = needs_.torvex.IsConfigured();
     needs_.conditions.isDispatchConnected = needs_.torvex.IsConnected();
     if (!needs_.conditions.isShuttingDown) needs_.ports.Tick(tick.intervalMs, needs_.conditions);
@@ -133,12 +140,16 @@ void Duties::WriteTorvexCyclically(const Tick& tick) {
 void Duties::EndWhenAsked(const Tick&) {
     if (!isToEnd_) return;
     openTimer_->Stop();
-    needs_.loop.Quit(0);
+    needs_.loop.Quit(exitStatus_);
 }
 
 void Duties::TendComCall(const Tick& tick) {
     if (IsClient() || needs_.conditions.isShuttingDown) return;
     needs_.outputs.ComCall().Tick(tick.intervalMs);
+}
+
+void Duties::SuperviseClients(const Tick& tick) {
+    needs_.network.Supervise(tick.intervalMs);
 }
 
 void Duties::FeedTorvexLines(const Tick&) {
@@ -184,8 +195,11 @@ void Duties::ContinueAliveScan(const Tick&) {
 }
 
 void Duties::ReloadTranslations(const Tick& tick) {
-    if (IsClient() || !needs_.reloadWatch.Tick(tick.intervalMs)) return;
+    if (IsClient()) return;
+    const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
+    if (!std::exchange(isReloadRequested_, false) && !isDue) return;
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
+    needs_.network.SendReload();
 }
 
 void Duties::RetryTorvex(const Tick& tick) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/EngineSettings.h"
+#include "app/NetworkRole.h"
 #include "app/ServiceStatus.h"
 #include "console/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
@@ -47,6 +48,7 @@ class Duties {
         const AlarmLists& lists;
         StallWatch& stalls;
         ServiceStatus& status;
+        NetworkRole& network;
     };
     explicit Duties(const Needs& needs);
 
@@ -55,6 +57,10 @@ class Duties {
     ServiceStatus::Figures Figures() const;
     /// The program ends on the next tick of the open timer.
     void EndProgram() { isToEnd_ = true; }
+    /// The status with which it ends; 0 unless set.
+    void SetExitStatus(int status) { exitStatus_ = status; }
+    /// The translations are read again on the next tick of the system timer.
+    void RequestReload() { isReloadRequested_ = true; }
 
  private:
     /// The tick in hand.
@@ -81,6 +87,7 @@ class Duties {
     void WriteAlarmLogCyclically(const Tick& tick);
     void WriteTorvexCyclically(const Tick& tick);
     void EndWhenAsked(const Tick& tick);
+    void SuperviseClients(const Tick& tick);
     void TendComCall(const Tick& tick);
     void FeedTorvexLines(const Tick& tick);
     void CopyAlarmLog(const Tick& tick);
@@ -106,7 +113,10 @@ class Duties {
     std::unique_ptr<Timer> openTimer_;
     std::unique_ptr<Timer> systemTimer_;
     std::unique_ptr<Timer> keepAliveTimer_;
+    std::unique_ptr<Timer> displayTimer_;
     bool isToEnd_ = false;
+    int exitStatus_ = 0;
+    bool isReloadRequested_ = false;
     OleDate today_{};
     int alarmLogCounterMs_ = 0;
     int torvexWriteCounterMs_ = 0;

@@ -1,6 +1,7 @@
 #include "app/Foundation.h"
 
 #include "app/ServiceUnit.h"
+#include "network/ClientSession.h"
 #include "runtime/DefaultFiles.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ constexpr int kTextAlreadyRunning = 1002;
 constexpr int kTextCannotWriteTemp = 1063;
 constexpr int kTextServerQuestion = 1082;
 constexpr int kTextClientQuestion = 1083;
+constexpr int kTextCannotListen = 3514;
 constexpr int kTextLanguageTaken = 3606;
 constexpr int kTextFolderInUse = 3607;
 constexpr int kTextCannotWrite = 3609;
@@ -56,6 +58,8 @@ const Foundation::Step Foundation::kSteps[] = {
     {"role", &Foundation::ChooseRole},
     {"folders", &Foundation::MakeFolders},
     {"client's folder", &Foundation::TestClientFolder},
+    // Before anything of the centre exists, so that a second server on the port ends here.
+    {"clients", &Foundation::ListenForClients},
     {"client's connection", &Foundation::ConnectToServer},
 };
 
@@ -66,7 +70,8 @@ Foundation::Foundation(const PlatformParts& platform, const CommandLine& command
       dataFolder_(DataFolderOf(commandLine, programFolder_.Root())),
       settings_(dataFolder_),
       log_(dataFolder_, platform.clock),
-      trafficLog_(dataFolder_, platform.clock) {}
+      trafficLog_(dataFolder_, platform.clock),
+      networkTraffic_(dataFolder_, platform.clock) {}
 
 std::optional<int> Foundation::Prepare() {
     for (const Step& step : kSteps) {
@@ -214,10 +219,37 @@ Foundation::Outcome Foundation::TestClientFolder() {
     return kFailure;
 }
 
+Foundation::Outcome Foundation::ListenForClients() {
+    networkTraffic_.Configure(network_.LogTraffic, role_);
+    if (role_ != Role::Server) return std::nullopt;
+    clients_ = std::make_unique<ClientSlots>(ClientSlots::Needs{.sockets = platform_.sockets,
+                                                                .loop = platform_.loop,
+                                                                .clock = platform_.clock,
+                                                                .language = language_,
+                                                                .log = log_,
+                                                                .traffic = networkTraffic_,
+                                                                .settings = network_});
+    if (clients_->Listen()) return std::nullopt;
+    TellFailure(language_.GetLanguageText(kTextCannotListen) + std::to_string(network_.NetworkPort) + " (" +
+                clients_->LastError() + ")");
+    return kFailure;
+}
+
 Foundation::Outcome Foundation::ConnectToServer() {
     if (role_ != Role::Client) return std::nullopt;
-    TellFailure("This version cannot run as a client: empty ServerAddress in section NetWork of " +
-                FromUtf8(dataFolder_.Resolve("Settings\\Nordkeep.INI")));
+    server_ = std::make_unique<ServerLink>(ServerLink::Needs{.sockets = platform_.sockets,
+                                                             .loop = platform_.loop,
+                                                             .clock = platform_.clock,
+                                                             .language = language_,
+                                                             .log = log_,
+                                                             .traffic = networkTraffic_,
+                                                             .settings = network_});
+    ClientStart start = StartClient(*server_, language_, log_);
+    if (start.failure.empty()) {
+        settings_.UseServerText(std::move(start.serverSettings));
+        return std::nullopt;
+    }
+    platform_.dialogs.ShowMessage(start.failure);
     return kFailure;
 }
 

@@ -2,7 +2,10 @@
 
 #include "app/CommandLine.h"
 #include "app/PlatformParts.h"
+#include "network/ClientSlots.h"
 #include "network/NetworkSettings.h"
+#include "network/NetworkTraffic.h"
+#include "network/ServerLink.h"
 #include "platform/FolderLock.h"
 #include "runtime/Language.h"
 #include "runtime/Settings.h"
@@ -37,6 +40,11 @@ class Foundation {
     Role CopyRole() const { return role_; }
     bool IsService() const { return commandLine_.runAsService; }
     const NetworkSettings& Network() const { return network_; }
+    /// The connections of the clients; none on any copy but a server.
+    ClientSlots* Clients() { return clients_.get(); }
+    const ClientSlots* Clients() const { return clients_.get(); }
+    /// The connection to the server; none on any copy but a client.
+    ServerLink* Server() { return server_.get(); }
 
     /// Tells a failure that ends the start: a message and a line in the log.
     void TellFailure(const Text& text);
@@ -59,6 +67,7 @@ class Foundation {
     Outcome ChooseRole();
     Outcome MakeFolders();
     Outcome TestClientFolder();
+    Outcome ListenForClients();
     Outcome ConnectToServer();
 
     void NoteDamagedSettings();
@@ -77,6 +86,9 @@ class Foundation {
     std::unique_ptr<FolderLock> lock_{};
     NetworkSettings network_{};
     Role role_ = Role::StandAlone;
+    NetworkTraffic networkTraffic_;
+    std::unique_ptr<ClientSlots> clients_{};
+    std::unique_ptr<ServerLink> server_{};
     std::vector<LogRow> notes_{};  // for the log, once it has a folder
 };
 

@@ -51,7 +51,8 @@ class Winsock {
     virtual void SetRemotePort(int port) = 0;
     virtual void SetRemoteHost(const Text& host) = 0;
     virtual int LocalPort() const = 0;
-    /// Dotted quad of the peer, kept until the next connection; empty before the first.
+    /// Dotted quad of the peer, kept until the next connection; empty before the first. On a listening socket
+    /// it is the caller, inside ConnectionRequest.
     virtual Text RemoteHostIP() const = 0;
 
     /// Ends what the socket does; data handed to SendData before still leaves. State is Closed at once.

@@ -40,6 +40,14 @@ Text DottedQuad(const QHostAddress& address) {
     return FromQString(isIPv4 ? QHostAddress(number).toString() : address.toString());
 }
 
+/// Whoever is at the other end of a connection that no toolkit socket has taken yet.
+Text CallerOf(int descriptor) {
+    sockaddr_storage peer{};
+    socklen_t size = sizeof peer;
+    auto* const address = reinterpret_cast<sockaddr*>(&peer);
+    return ::getpeername(descriptor, address, &size) == 0 ? DottedQuad(QHostAddress(address)) : Text();
+}
+
 bool IsPort(int port) {
     return port >= 0 && port <= 65535;
 }
@@ -50,6 +58,7 @@ void QtTcpSocket::Listener::incomingConnection(qintptr descriptor) {
     const std::shared_ptr<WaitingCallers> callers = slot_.callers_;
     const SocketRequest request = callers->Add(static_cast<int>(descriptor));
     const auto onRequest = slot_.events_.connectionRequest;
+    slot_.remoteIp_ = CallerOf(static_cast<int>(descriptor));
     if (onRequest) onRequest(request);
     callers->Refuse(request);
 }

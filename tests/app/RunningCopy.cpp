@@ -63,26 +63,34 @@ void RunningCopy::WriteMainSettings(const std::string& lines) const {
 }
 
 void RunningCopy::Start(const std::vector<std::string>& switches) {
-    // The path stands last: its value would take in a word that is no switch.
-    std::vector<std::string> words = {std::string(NORDKEEP_BIN_DIR) + "/nordkeep", "/RunAsService"};
+    std::vector<std::string> words = {"/RunAsService"};
     words.insert(words.end(), switches.begin(), switches.end());
+    Launch(std::move(words));
+    WaitForOutput(NORDKEEP_VERSION);
+}
+
+void RunningCopy::StartWithScreen() {
+    Launch({});
+}
+
+void RunningCopy::Launch(std::vector<std::string> words) {
+    words.insert(words.begin(), std::string(NORDKEEP_BIN_DIR) + "/nordkeep");
+    // The path stands last: its value would take in a word that is no switch.
     words.push_back("/PATH:" + data_.Path());
     const std::string output = output_.Path() + "/output";
     // Emptied before the start, so that nobody waits for what an earlier run has written.
     WriteFile(output, "");
     pid_ = fork();
-    if (pid_ == 0) {
-        const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dup2(log, STDOUT_FILENO);
-        dup2(log, STDERR_FILENO);
-        unsetenv("DISPLAY");
-        std::vector<char*> pointers;
-        for (std::string& word : words) pointers.push_back(word.data());
-        pointers.push_back(nullptr);
-        execv(pointers[0], pointers.data());
-        _exit(127);
-    }
-    WaitForOutput(NORDKEEP_VERSION);
+    if (pid_ != 0) return;
+    const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+    dup2(log, STDOUT_FILENO);
+    dup2(log, STDERR_FILENO);
+    unsetenv("DISPLAY");
+    std::vector<char*> pointers;
+    for (std::string& word : words) pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    execv(pointers[0], pointers.data());
+    _exit(127);
 }
 
 int RunningCopy::Wait() {

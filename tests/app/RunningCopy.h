@@ -28,6 +28,8 @@ class RunningCopy {
 
     /// Starts the program and waits until the log says that it has.
     void Start(const std::vector<std::string>& switches = {});
+    /// Starts it as a workstation instead of a service, and waits for nothing.
+    void StartWithScreen();
     /// SIGTERM; the exit status. SIGKILL gives -1.
     int Stop();
     void Kill();
@@ -41,6 +43,7 @@ class RunningCopy {
     std::vector<Text> EventFiles() const;
 
  private:
+    void Launch(std::vector<std::string> words);
     int Wait();
 
     TempFolder data_{};
