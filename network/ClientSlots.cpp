@@ -39,6 +39,7 @@ ClientSlots::ClientSlots(const Needs& needs)
         At(slot).socket = needs_.sockets.NewSocket(SocketKind::Tcp);
         At(slot).socket->SetEvents(EventsOf(slot));
     }
+    refusal_ = needs_.sockets.NewSocket(SocketKind::Tcp);
 }
 
 SocketEvents ClientSlots::EventsOf(int slot) {
@@ -77,21 +78,22 @@ void ClientSlots::NoteClientsChanged() const {
     if (onClientsChanged_) onClientsChanged_();
 }
 
-void ClientSlots::Refuse(const Text& address, int textNumber) {
+void ClientSlots::Refuse(Winsock& socket, const Text& address, int textNumber) {
+    socket.Close();
     log_.Write(address, Line(textNumber, address), LogKind::Failure);
 }
 
-// A request that nobody accepts is reset by the socket layer.
+// A caller's address is known only once the call has been taken; who may not stay is let go without a byte.
 void ClientSlots::OnCall(SocketRequest request) {
-    const Text address = listener_->RemoteHostIP();
-    if (ConnectedCount() >= kSlotCount) return Refuse(address, kTextTooMany);
-    if (!IsAllowedToCall(needs_.settings.ClientAddresses, address)) return Refuse(address, kTextNotAllowed);
-    const int free = FreeSlot();
-    if (free < 0) return Refuse(address, kTextTooMany);
-    Slot& slot = At(free);
-    slot.lastHeardMs = needs_.clock.MonotonicMs();
-    slot.socket->Accept(request);
-    slot.address = address;
+    const int free = ConnectedCount() < kSlotCount ? FreeSlot() : -1;
+    Winsock& socket = free < 0 ? *refusal_ : *At(free).socket;
+    socket.Accept(request);
+    const Text address = socket.RemoteHostIP();
+    if (free < 0) return Refuse(socket, address, kTextTooMany);
+    if (!IsAllowedToCall(needs_.settings.ClientAddresses, address))
+        return Refuse(socket, address, kTextNotAllowed);
+    At(free).lastHeardMs = needs_.clock.MonotonicMs();
+    At(free).address = address;
     Log(free, Line(kTextConnected, address), LogKind::Information);
     NoteClientsChanged();
 }

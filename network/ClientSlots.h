@@ -78,7 +78,7 @@ class ClientSlots {
     SocketEvents EventsOf(int slot);
 
     void OnCall(SocketRequest request);
-    void Refuse(const Text& address, int textNumber);
+    void Refuse(Winsock& socket, const Text& address, int textNumber);
     int FreeSlot() const;
     void OnData(int slot);
     void OnClosed(int slot);
@@ -92,6 +92,7 @@ class ClientSlots {
     PeerLog log_;
     std::unique_ptr<Winsock> listener_;
     std::array<Slot, kSlotCount> slots_{};
+    std::unique_ptr<Winsock> refusal_{};  // takes the calls that find no free slot
     SlotHandler* handler_ = nullptr;
     std::function<void()> onClientsChanged_{};
     int supervisionMs_ = 0;

@@ -53,6 +53,18 @@ bool WriteTemporary(const NativePath& path, TextView bytes, const mode_t* mode) 
     return WriteAll(file.Get(), bytes) && file.Close();
 }
 
+/// `status` is that of what stands there; none when there is nothing.
+bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
+    if (status && !S_ISREG(status->st_mode)) return false;
+    const mode_t mode = status ? status->st_mode & 07777 : 0;
+    const NativePath temporary = TemporaryNameFor(target);
+    if (WriteTemporary(temporary, bytes, status ? &mode : nullptr) &&
+        ::rename(temporary.c_str(), target.c_str()) == 0)
+        return true;
+    ::unlink(temporary.c_str());
+    return false;
+}
+
 Descriptor OpenForAppending(const NativePath& path) {
     return OpenRegular(path.c_str(), O_WRONLY | O_APPEND | O_CREAT);
 }
@@ -119,20 +131,16 @@ bool WriteFile(const NativePath& path, TextView bytes) {
 // content or the new one. It is not synchronised, since it runs at each event and nothing answers a sender
 // on the strength of it; after a power cut the content may be some seconds old, but whole.
 bool ReplaceFile(const NativePath& path, TextView bytes) {
-    return ReplaceFileUnlinked(BehindLinks(path), bytes);
+    const NativePath target = BehindLinks(path);
+    struct stat status {};
+    const bool exists = ::stat(target.c_str(), &status) == 0;
+    return ReplaceAt(target, bytes, exists ? &status : nullptr);
 }
 
-bool ReplaceFileUnlinked(const NativePath& target, TextView bytes) {
+bool ReplaceFileUnlinked(const NativePath& path, TextView bytes) {
     struct stat status {};
-    const bool exists = ::lstat(target.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode)) return false;
-    const mode_t mode = status.st_mode & 07777;
-    const NativePath temporary = TemporaryNameFor(target);
-    if (WriteTemporary(temporary, bytes, exists ? &mode : nullptr) &&
-        ::rename(temporary.c_str(), target.c_str()) == 0)
-        return true;
-    ::unlink(temporary.c_str());
-    return false;
+    const bool exists = ::lstat(path.c_str(), &status) == 0;
+    return ReplaceAt(path, bytes, exists ? &status : nullptr);
 }
 
 bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes) {

@@ -31,7 +31,9 @@ class RecordingScreen final : public ClientScreen {
 
 /// A client with a data folder of its own.
 struct ClientWorld {
-    ClientWorld(ManualTime& time_, SocketFactory& sockets_) : time(time_), sockets(sockets_) {
+    ClientWorld(ManualTime& time_, SocketFactory& sockets_) : ClientWorld(time_, time_, sockets_) {}
+    ClientWorld(const Clock& time_, EventLoop& loop_, SocketFactory& sockets_)
+        : time(time_), loop(loop_), sockets(sockets_) {
         folder.MakeFolders("LogFiles_Client");
         language.LoadFrom("1061=cannot\n1062=lost\n1065=ends\n1076= at \n1077=unknown\n1081=bye\n");
         log.SetRole(Role::Client);
@@ -47,7 +49,8 @@ struct ClientWorld {
         return std::find(logged.begin(), logged.end(), text) != logged.end();
     }
 
-    ManualTime& time;
+    const Clock& time;
+    EventLoop& loop;
     SocketFactory& sockets;
     TempFolder folder{};
     Settings files{folder.Tree()};
@@ -56,7 +59,7 @@ struct ClientWorld {
     std::vector<Text> logged{};
     NetworkSettings network{.ServerAddress = "server"};
     NetworkTraffic traffic{folder.Tree(), time};
-    ServerLink link{{sockets, time, time, language, log, traffic, network}};
+    ServerLink link{{sockets, loop, time, language, log, traffic, network}};
     ClientUser user{};
     ClientReplica replica{link, user};
     RowViews views{};
@@ -72,7 +75,7 @@ struct ClientWorld {
         {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
     RecordingScreen screen{};
     Mirror mirror{{.link = link,
-                   .loop = time,
+                   .loop = loop,
                    .clock = time,
                    .language = language,
                    .log = log,

@@ -13,7 +13,9 @@ class ServerTest : public ::testing::Test {
  protected:
     FakeWinsock& Slot(int slot) { return sockets.At(static_cast<std::size_t>(slot) + 1); }
     void CallFrom(const Text& address) {
-        sockets.At(0).remoteIp = address;
+        for (FakeWinsock* socket : sockets.made) {
+            if (socket->state == SocketState::Closed) socket->remoteIp = address;
+        }
         sockets.At(0).CallIn();
     }
     void Connect(int count) {

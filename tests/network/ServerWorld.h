@@ -32,7 +32,9 @@ class RowViews final : public AlarmViews {
 
 /// A server on a data folder of its own: one port with the set "A", objects 1 and 2.
 struct ServerWorld {
-    explicit ServerWorld(ManualTime& time_, SocketFactory& sockets_) : time(time_), sockets(sockets_) {
+    ServerWorld(ManualTime& time_, SocketFactory& sockets_) : ServerWorld(time_, time_, sockets_) {}
+    ServerWorld(const Clock& time_, EventLoop& loop_, SocketFactory& sockets_)
+        : time(time_), loop(loop_), sockets(sockets_) {
         for (const char* name : {"Data\\Events", "LogFiles", "Comments"}) folder.MakeFolders(name);
         folder.Write("Settings\\Nordkeep.INI", "[General]\r\nMaxAlarms=77\r\n");
         folder.Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,A,Secret,2\r\nbo=Bo,BB,,2\r\n");
@@ -63,7 +65,8 @@ struct ServerWorld {
         return std::find(logged.begin(), logged.end(), text) != logged.end();
     }
 
-    ManualTime& time;
+    const Clock& time;
+    EventLoop& loop;
     SocketFactory& sockets;
     TempFolder folder{};
     Settings files{folder.Tree()};
@@ -72,7 +75,7 @@ struct ServerWorld {
     std::vector<Text> logged{};
     NetworkSettings network{.ClientAddresses = "127.0.0.1"};
     NetworkTraffic traffic{folder.Tree(), time};
-    ClientSlots slots{{sockets, time, time, language, log, traffic, network}};
+    ClientSlots slots{{sockets, loop, time, language, log, traffic, network}};
     ServerReplica replica{slots};
     RowViews views{};
     NoObjectViews objectViews{};
@@ -87,7 +90,7 @@ struct ServerWorld {
         {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
     ServicePeriods periods{{folder.Tree(), objectViews, replica, translationSettings}};
     TorvexSettings torvexSettings{};
-    TorvexLink torvex{torvexSettings, sockets, time};
+    TorvexLink torvex{torvexSettings, sockets, loop};
     PortBinding port{};
     int reloads = 0;
     NetworkServer server{{.slots = slots,
