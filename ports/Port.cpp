@@ -32,9 +32,7 @@ bool cPort::InitializePort() {
     format_ = format.value_or(MessageFormat::Robofon);
     portLog_.emplace(parts_.language, parts_.log, eventPort_.PortName, line_, format_);
     if (type && format) {
-        const TransportParts transportParts{parts_.sockets, parts_.serial, parts_.settings, parts_.clock};
-        transport_ = MakeTransport(*type, transportParts, *portLog_,
-                                   {[this] { OnDataWaiting(); }, [this] { OnNewStream(); }});
+        transport_ = NewTransport(*type);
         lineFormat_ = MakeLineFormat(format_, {.files = parts_.settings,
                                                .language = parts_.language,
                                                .portName = name,
@@ -51,6 +49,24 @@ bool cPort::InitializePort() {
     supervision_ = LoadSupervisionSettings(parts_.settings, name, format_);
     lastTrafficMs_ = parts_.clock.MonotonicMs();
     return true;
+}
+
+std::unique_ptr<Transport> cPort::NewTransport(PortType type) {
+    const TransportParts transportParts{.sockets = parts_.sockets,
+                                        .serial = parts_.serial,
+                                        .settings = parts_.settings,
+                                        .clock = parts_.clock,
+                                        .dataFolder = parts_.dataFolder,
+                                        .loop = parts_.loop,
+                                        .format = format_,
+                                        .areAllEventsStored = parts_.areAllEventsStored};
+    return MakeTransport(type, transportParts, *portLog_,
+                         {.dataWaiting = [this] { OnDataWaiting(); },
+                          .newStream = [this] { OnNewStream(); },
+                          .stepReady =
+                              [this](TelegramStep step, EventCommit::Completion whenStored) {
+                                  HandleStep(std::move(step), std::move(whenStored));
+                              }});
 }
 
 CallerLookup cPort::OwnCallerLookup() const {
@@ -108,6 +124,8 @@ bool cPort::IsDisabledByDate() {
 
 void cPort::OpenPort(int tickMs) {
     if (transport_->IsOpen()) return;
+    // What a muted port took out of a file would be gone.
+    if (isMuted_ && type_ == PortType::FILE) return;
     if (reopenCountdownMs_ > 0) {
         reopenCountdownMs_ -= tickMs;
         return;

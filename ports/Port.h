@@ -28,6 +28,7 @@ struct PortParts {
     /// Finds the object that takes calls from a number as a sign of life; none: every caller is unknown.
     std::function<std::optional<CallerMatch>(const PortBinding& ownPort, TextView number)> findCaller{};
     ExportQueues* exports = nullptr;  // none: nothing is exported
+    std::function<bool()> areAllEventsStored{};
 };
 
 /// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the
@@ -60,6 +61,7 @@ class cPort {
     const EventPort& Event() const { return eventPort_; }
 
  private:
+    std::unique_ptr<Transport> NewTransport(PortType type);
     CallerLookup OwnCallerLookup() const;
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
@@ -76,7 +78,7 @@ class cPort {
     void OnNewStream();
     void TakeChunks();
     void ServeReceived();
-    void HandleStep(TelegramStep step);
+    void HandleStep(TelegramStep step, EventCommit::Completion whenStored = {});
     Text LabelOf(const DecodedEvent& decoded) const;
 
     PortParts parts_;

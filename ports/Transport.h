@@ -1,9 +1,12 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/EventLoop.h"
+#include "platform/FileTree.h"
 #include "platform/MSComm.h"
 #include "platform/Winsock.h"
 #include "ports/PortLog.h"
+#include "ports/TelegramStep.h"
 
 #include <functional>
 #include <memory>
@@ -14,6 +17,8 @@ namespace nordkeep {
 struct TransportEvents {
     std::function<void()> dataWaiting{};  // can nest
     std::function<void()> newStream{};    // what has been received so far belongs to a line that is gone
+    /// A line that makes its events by itself hands them over, and is told later whether all are stored.
+    std::function<void(TelegramStep step, std::function<void(bool isStored)> whenStored)> stepReady{};
 };
 
 /// The line of a port: how it is opened, read and written. The port decides when.
@@ -40,6 +45,10 @@ struct TransportParts {
     SerialFactory& serial;
     const Settings& settings;
     const Clock& clock;
+    const FileTree& dataFolder;
+    EventLoop& loop;
+    MessageFormat format;
+    std::function<bool()> areAllEventsStored{};  // none: not known
 };
 
 /// The transport of a port; none for a type that has none.
@@ -52,6 +61,9 @@ std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, P
                                                   TransportEvents events);
 std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
                                                   TransportEvents events);
+/// None for a format that does not come in files, and for a setting that names no file.
+std::unique_ptr<Transport> MakeFileTransport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events);
 std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
                                             TransportEvents events);
 
