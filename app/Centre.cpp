@@ -36,12 +36,16 @@ CentreSettings::CentreSettings(const Settings& files)
       dispatch(LoadSettings(files, DispatchSettingRows())),
       desk(LoadSettings(files, DeskSettingRows())),
       torvex(LoadSettings(files, TorvexSettingRows())),
+      outputs(LoadSettings(files, OutputSettingRows())),
+      comCall(LoadSettings(files, ComCallSettingRows())),
       view(LoadSettings(files, ViewStateRows())) {}
 
 Centre::Centre(Foundation& f)
     : foundation_(f),
       settings_(f.Files()),
-      commit_([this] { foundation_.Platform().loop.Post([this] { commit_.Commit(); }); }),
+      stalls_(f.Platform().clock, f.Platform().loop, f.Log(), f.Texts()),
+      status_(f.Platform().serviceManager, f.Platform().loop, f.Texts()),
+      commit_([this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); }),
       fieldMap_(f.Files()),
       lookup_(MakeLookupRules(settings_.translation, f.Texts())),
       timers_(settings_.translation, PaceOf(f.Switches()), f.Log()),
@@ -69,6 +73,21 @@ Centre::Centre(Foundation& f)
                        .replica = objectReplica_,
                        .settings = settings_.translation}),
       torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
+      outputs_({.dataFolder = f.DataFolder(),
+                .files = f.Files(),
+                .language = f.Texts(),
+                .log = f.Log(),
+                .text = store_.Texts(),
+                .dispatchSettings = settings_.dispatch,
+                .deskSettings = settings_.desk,
+                .settings = settings_.outputs,
+                .comCallSettings = settings_.comCall,
+                .sockets = f.Platform().sockets,
+                .serial = f.Platform().serial,
+                .queues = f.Platform().queues,
+                .printer = f.Platform().printer,
+                .sound = f.Platform().sound,
+                .isSilent = f.IsService()}),
       resets_(store_, f.Platform().clock, settings_.resets),
       dispatcher_({.dataFolder = f.DataFolder(),
                    .language = f.Texts(),
@@ -122,6 +141,7 @@ Centre::Centre(Foundation& f)
            .serial = f.Platform().serial,
            .intake = intake_,
            .commit = commit_,
+           .stalls = stalls_,
            .findCaller = [this](const PortBinding& ownPort,
                                 TextView number) { return FindCaller(ownPort, ports_.Bindings(), number); },
            .exports = &exports_,
@@ -139,6 +159,7 @@ Centre::Centre(Foundation& f)
                .text = store_.Texts(),
                .store = store_,
                .torvex = torvex_,
+               .outputs = outputs_,
                .dispatcher = dispatcher_,
                .resets = resets_,
                .parked = parked_,
@@ -146,7 +167,10 @@ Centre::Centre(Foundation& f)
                .aliveScan = aliveScan_,
                .reloadWatch = reloadWatch_,
                .ports = ports_,
-               .conditions = conditions_}) {}
+               .conditions = conditions_,
+               .lists = lists_,
+               .stalls = stalls_,
+               .status = status_}) {}
 
 const Centre::Step Centre::kStartSteps[] = {
     {"ports switched off", &Centre::DecideOnPorts},
@@ -157,14 +181,17 @@ const Centre::Step Centre::kStartSteps[] = {
     {"open ports", &Centre::OpenPorts},
     {"stored events", &Centre::LoadStoredEvents},
     {"timers", &Centre::StartTimers},
+    {"service manager", &Centre::TellReady},
 };
 
 const Centre::Step Centre::kStopSteps[] = {
+    {"service manager", &Centre::TellStopping},
     {"timers", &Centre::StopTimers},
     {"formats", &Centre::FinishFormats},
     {"waiting replies", &Centre::SettleReplies},
     {"ports", &Centre::ClosePorts},
     {"parked events", &Centre::DispatchParked},
+    {"outputs", &Centre::CloseOutputs},
     {"last events", &Centre::SaveLastEvents},
     {"view", &Centre::SaveView},
     {"stored events", &Centre::SettleReplies},
@@ -238,10 +265,20 @@ void Centre::LoadStoredEvents() {
 
 void Centre::StartTimers() {
     duties_.StartTimers();
+    stalls_.Start();
+}
+
+void Centre::TellReady() {
+    status_.Ready(duties_.Figures());
+}
+
+void Centre::TellStopping() {
+    status_.Stopping();
 }
 
 void Centre::StopTimers() {
     duties_.StopAllButOpenTimer();
+    stalls_.Stop();
 }
 
 void Centre::FinishFormats() {
@@ -249,16 +286,21 @@ void Centre::FinishFormats() {
 }
 
 void Centre::SettleReplies() {
+    const StallWatch::Mark mark(stalls_, "storing events");
     commit_.Commit();
 }
 
 void Centre::ClosePorts() {
     ports_.CloseAll();
-    torvex_.Close();
 }
 
 void Centre::DispatchParked() {
     parked_.DispatchAll();
+}
+
+void Centre::CloseOutputs() {
+    torvex_.Close();
+    outputs_.Close();
 }
 
 void Centre::SaveLastEvents() {

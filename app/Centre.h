@@ -5,6 +5,7 @@
 #include "app/Foundation.h"
 #include "console/AlarmLists.h"
 #include "console/ViewState.h"
+#include "pipeline/AlarmOutputs.h"
 #include "pipeline/Intake.h"
 #include "pipeline/ParkedEvents.h"
 #include "ports/FieldMap.h"
@@ -26,6 +27,8 @@ struct CentreSettings {
     DispatchSettings dispatch;
     DeskSettings desk;
     TorvexSettings torvex;
+    OutputSettings outputs;
+    ComCallSettings comCall;
     ViewState view;
 };
 
@@ -56,12 +59,15 @@ class Centre {
     void OpenPorts();
     void LoadStoredEvents();
     void StartTimers();
+    void TellReady();
 
+    void TellStopping();
     void StopTimers();
     void FinishFormats();
     void SettleReplies();
     void ClosePorts();
     void DispatchParked();
+    void CloseOutputs();
     void SaveLastEvents();
     void SaveView();
 
@@ -70,6 +76,8 @@ class Centre {
 
     Foundation& foundation_;
     CentreSettings settings_;
+    StallWatch stalls_;
+    ServiceStatus status_;
     EventCommit commit_;
     NoReplica alarmReplica_{};
     NoObjectReplica objectReplica_{};
@@ -78,13 +86,13 @@ class Centre {
     FieldMap fieldMap_;
     AlarmLists lists_{};
     QuietDesk desk_{};
-    QuietOutputs outputs_{};
     LookupRules lookup_;
     AliveTestTimers timers_;
     EventStore store_;
     Translations translations_;
     ServicePeriods servicePeriods_;
     TorvexLink torvex_;
+    AlarmOutputs outputs_;
     Resets resets_;
     Dispatcher dispatcher_;
     ParkedEvents parked_;

@@ -3,6 +3,8 @@
 #include "platform/Process.h"
 #include "runtime/LogPurge.h"
 
+#include <algorithm>
+
 namespace nordkeep {
 namespace {
 
@@ -22,14 +24,21 @@ const Duties::Duty Duties::kOpenDuties[] = {
     {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
     {"Torvex, cyclic", &Duties::WriteTorvexCyclically},
     {"end of the program", &Duties::EndWhenAsked},
+    {"ComCall", &Duties::TendComCall},
     {"Torvex, line feeds", &Duties::FeedTorvexLines},
     {"alarm log copy", &Duties::CopyAlarmLog},
+    {"service manager", &Duties::TellServiceManager},
 };
 
 const Duties::Duty Duties::kSystemDuties[] = {
-    {"alive scan, slices", &Duties::ContinueAliveScan}, {"reload", &Duties::ReloadTranslations},
-    {"Torvex, retries", &Duties::RetryTorvex},          {"parked events", &Duties::DispatchParked},
+    {"sound", &Duties::TendSound},
+    {"relay", &Duties::TendRelay},
+    {"alive scan, slices", &Duties::ContinueAliveScan},
+    {"reload", &Duties::ReloadTranslations},
+    {"Torvex, retries", &Duties::RetryTorvex},
+    {"parked events", &Duties::DispatchParked},
     {"writes, retries", &Duties::RetryWrites},
+    {"printer and queue", &Duties::TendPrinterAndQueue},
 };
 
 const Duties::Duty Duties::kDayDuties[] = {
@@ -58,7 +67,10 @@ void Duties::StopAllButOpenTimer() {
 template <std::size_t N>
 void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
     const Tick tick{needs_.clock.Now(), intervalMs};
-    for (const Duty& duty : duties) (this->*duty.run)(tick);
+    for (const Duty& duty : duties) {
+        const StallWatch::Mark mark(needs_.stalls, duty.name);
+        (this->*duty.run)(tick);
+    }
 }
 
 void Duties::KeepAliveTick() {
@@ -124,6 +136,11 @@ void Duties::EndWhenAsked(const Tick&) {
     needs_.loop.Quit(0);
 }
 
+void Duties::TendComCall(const Tick& tick) {
+    if (IsClient() || needs_.conditions.isShuttingDown) return;
+    needs_.outputs.ComCall().Tick(tick.intervalMs);
+}
+
 void Duties::FeedTorvexLines(const Tick&) {
     const int period = needs_.settings.TorvexCyclicLineFeedPeriod;
     if (IsClient() || period < 1 || ++torvexLineFeedTicks_ < period) return;
@@ -140,6 +157,26 @@ void Duties::CopyAlarmLog(const Tick& tick) {
     if (!StartDetached(needs_.programFolder.Resolve("NKCopy.exe"), arguments)) {
         StartDetached(needs_.programFolder.Resolve("NKCopy"), arguments);
     }
+}
+
+ServiceStatus::Figures Duties::Figures() const {
+    const auto& ports = needs_.ports.Ports();
+    const auto isOpen = [](const auto& port) { return port->IsOpen(); };
+    return {.portsOpen = static_cast<std::size_t>(std::ranges::count_if(ports, isOpen)),
+            .ports = ports.size(),
+            .newAlarms = needs_.lists.UnackedCount()};
+}
+
+void Duties::TellServiceManager(const Tick&) {
+    if (!isToEnd_) needs_.status.Update(Figures());
+}
+
+void Duties::TendSound(const Tick& tick) {
+    needs_.outputs.Sound().Tick(tick.intervalMs);
+}
+
+void Duties::TendRelay(const Tick& tick) {
+    needs_.outputs.Relay().Tick(tick.intervalMs);
 }
 
 void Duties::ContinueAliveScan(const Tick&) {
@@ -164,6 +201,10 @@ void Duties::DispatchParked(const Tick& tick) {
 
 void Duties::RetryWrites(const Tick& tick) {
     if (IsDue(writeRetryCounterMs_, tick.intervalMs, kWriteRetryMs)) needs_.store.RetryFailedWrites();
+}
+
+void Duties::TendPrinterAndQueue(const Tick&) {
+    needs_.outputs.TendPrinterAndQueue();
 }
 
 void Duties::PurgeLogs(const Tick& tick) {

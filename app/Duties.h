@@ -1,10 +1,14 @@
 #pragma once
 
 #include "app/EngineSettings.h"
+#include "app/ServiceStatus.h"
+#include "console/AlarmLists.h"
+#include "pipeline/AlarmOutputs.h"
 #include "pipeline/Dispatcher.h"
 #include "pipeline/ParkedEvents.h"
 #include "platform/EventLoop.h"
 #include "ports/PortList.h"
+#include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
 #include "translation/AliveScan.h"
 #include "translation/ReloadWatch.h"
@@ -31,6 +35,7 @@ class Duties {
         const AlarmText& text;
         EventStore& store;
         TorvexLink& torvex;
+        AlarmOutputs& outputs;
         Dispatcher& dispatcher;
         Resets& resets;
         ParkedEvents& parked;
@@ -39,11 +44,15 @@ class Duties {
         ReloadWatch& reloadWatch;
         PortList& ports;
         PortConditions& conditions;
+        const AlarmLists& lists;
+        StallWatch& stalls;
+        ServiceStatus& status;
     };
     explicit Duties(const Needs& needs);
 
     void StartTimers();
     void StopAllButOpenTimer();
+    ServiceStatus::Figures Figures() const;
     /// The program ends on the next tick of the open timer.
     void EndProgram() { isToEnd_ = true; }
 
@@ -72,14 +81,19 @@ class Duties {
     void WriteAlarmLogCyclically(const Tick& tick);
     void WriteTorvexCyclically(const Tick& tick);
     void EndWhenAsked(const Tick& tick);
+    void TendComCall(const Tick& tick);
     void FeedTorvexLines(const Tick& tick);
     void CopyAlarmLog(const Tick& tick);
+    void TellServiceManager(const Tick& tick);
 
+    void TendSound(const Tick& tick);
+    void TendRelay(const Tick& tick);
     void ContinueAliveScan(const Tick& tick);
     void ReloadTranslations(const Tick& tick);
     void RetryTorvex(const Tick& tick);
     void DispatchParked(const Tick& tick);
     void RetryWrites(const Tick& tick);
+    void TendPrinterAndQueue(const Tick& tick);
 
     void PurgeLogs(const Tick& tick);
     void PruneAlarms(const Tick& tick);

@@ -5,6 +5,10 @@
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
 #include "platform/MSComm.h"
+#include "platform/MessageQueue.h"
+#include "platform/PrinterPort.h"
+#include "platform/ServiceNotify.h"
+#include "platform/SoundDevice.h"
 #include "platform/Winsock.h"
 
 namespace nordkeep {
@@ -15,6 +19,10 @@ struct PlatformParts {
     EventLoop& loop;
     SocketFactory& sockets;
     SerialFactory& serial;
+    MessageQueueFactory& queues;
+    PrinterPort& printer;
+    SoundDevice& sound;
+    ServiceNotify& serviceManager;
     Dialogs& dialogs;
     NativePath programFile{};
     bool hasScreen = false;

@@ -4,6 +4,10 @@
 #include "app/TerminalDialogs.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
+#include "platform/amqp/AmqpQueues.h"
+#include "platform/posix/AplaySound.h"
+#include "platform/posix/NotifySocket.h"
+#include "platform/posix/PrinterDevice.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"
 #include "platform/qt/QtEventLoop.h"
@@ -47,12 +51,20 @@ int main(int argc, char** argv) {
     QtEventLoop loop;
     QtSockets sockets;
     QtSerial serial;
+    AmqpQueues queues;
+    PrinterDevice printer;
+    AplaySound sound;
+    NotifySocket serviceManager;
     TerminalDialogs dialogs;
 
     Foundation foundation({.clock = clock,
                            .loop = loop,
                            .sockets = sockets,
                            .serial = serial,
+                           .queues = queues,
+                           .printer = printer,
+                           .sound = sound,
+                           .serviceManager = serviceManager,
                            .dialogs = dialogs,
                            .programFile = ProgramFile(),
                            .hasScreen = false},

@@ -14,9 +14,34 @@ install_packages() {
     [ -z "$missing" ] && return 0
     say "installing: $missing"
     as_root apt-get update -qq || fail "apt-get update"
+    forbid_services
     # shellcheck disable=SC2086
-    DEBIAN_FRONTEND=noninteractive as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null ||
-        fail "these packages could not be installed: $missing"
+    DEBIAN_FRONTEND=noninteractive as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+    status=$?
+    allow_services
+    [ $status -eq 0 ] || fail "these packages could not be installed: $missing"
+}
+
+# The message broker is for tests, which start their own: its package must not start a service on this machine,
+# now or with the next boot. What forbids it goes away again, also when the installation is broken off.
+policy=/usr/sbin/policy-rc.d
+forbid_services() {
+    [ -e $policy ] && return 0
+    trap allow_services EXIT
+    trap 'exit 130' INT TERM
+    printf '#!/bin/sh\nexit 101\n' | as_root tee $policy >/dev/null
+    as_root chmod +x $policy
+    is_policy_ours=yes
+}
+allow_services() {
+    trap - EXIT INT TERM
+    [ "${is_policy_ours:-}" = yes ] && as_root rm -f $policy
+    is_policy_ours=
+    case " $missing" in *" rabbitmq-server "*)
+        for unit in rabbitmq-server.service epmd.service epmd.socket; do
+            as_root systemctl disable "$unit" >/dev/null 2>&1 || true
+        done ;;
+    esac
 }
 
 build() {

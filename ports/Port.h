@@ -7,6 +7,7 @@
 #include "ports/ReceivedText.h"
 #include "ports/ReplyQueue.h"
 #include "ports/Transport.h"
+#include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
 #include "store/EventCommit.h"
 
@@ -25,6 +26,7 @@ struct PortParts {
     SerialFactory& serial;
     EventIntake& intake;
     EventCommit& commit;
+    StallWatch& stalls;
     /// Finds the object that takes calls from a number as a sign of life; none: every caller is unknown.
     std::function<std::optional<CallerMatch>(const PortBinding& ownPort, TextView number)> findCaller{};
     ExportQueues* exports = nullptr;  // none: nothing is exported

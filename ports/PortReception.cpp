@@ -38,6 +38,7 @@ void cPort::TakeChunks() {
 }
 
 void cPort::ServeReceived() {
+    const StallWatch::Mark mark(parts_.stalls, PortName());
     for (int i = 0; i < kTelegramsInOneTurn; ++i) {
         TelegramStep step = lineFormat_->Next(received_.Front(), parts_.clock.Now());
         if (step.consumed == 0) {

@@ -1,4 +1,5 @@
 #include "ports/Transport.h"
+#include "runtime/SerialDevices.h"
 
 namespace nordkeep {
 namespace {
@@ -46,12 +47,7 @@ class SerialTransport final : public Transport {
         return "COM" + std::to_string(log_.Line().PortNumber) + ":" + log_.Line().PortSetting;
     }
 
-    /// COM n is the device that section SerialPorts names, else the n-th line of the machine.
-    Text Device() const {
-        const int number = log_.Line().PortNumber;
-        return settings_.ReadIni("SerialPorts", "COM" + std::to_string(number),
-                                 "/dev/ttyS" + std::to_string(number - 1));
-    }
+    Text Device() const { return SerialDeviceOf(settings_, log_.Line().PortNumber); }
 
     void OnComm(CommEvent event) {
         if (event == CommEvent::Receive) return events_.dataWaiting();

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace nordkeep::tools {
@@ -22,6 +23,7 @@ constexpr char kAck = 6;
 struct Lane {
     Line line{};
     bool isWaiting = false;
+    bool isSpent = false;  // the port hangs up behind its answer
     Steady::time_point sentAt{};
 };
 
@@ -77,7 +79,7 @@ class Run {
     }
 
     void SendOn(Lane& lane) {
-        if (lane.line.IsLost() && !lane.line.Reopen()) return Break(lane.line.Error());
+        if (std::exchange(lane.isSpent, false) && !lane.line.Reopen()) return Break(lane.line.Error());
         std::string telegram;
         for (int i = 0; i < options_.glue; ++i) telegram += NextTelegram();
         if (options_.isCut) telegram.resize(telegram.size() / 2);
@@ -110,7 +112,7 @@ class Run {
 
     void Listen(Lane& lane) {
         const std::string reply = lane.line.Receive();
-        if (lane.line.IsLost() && (lane.isWaiting || !ClosesBehindReply(options_.telegram.format))) {
+        if (lane.line.IsLost() && !lane.isSpent) {
             return Break("the connection was closed");
         }
         if (!reply.empty() && !options_.isQuiet) std::printf("<- %s\n", Readable(reply).c_str());
@@ -118,6 +120,7 @@ class Run {
         const Ms elapsed = Steady::now() - lane.sentAt;
         if (!reply.empty()) {
             lane.isWaiting = false;
+            lane.isSpent = ClosesBehindReply(options_.telegram.format);
             times_.push_back(elapsed.count());
             const bool isOwn = options_.raw.empty() && options_.play.empty();
             acknowledged_ += isOwn ? IsAcknowledged(options_.telegram.format, reply)

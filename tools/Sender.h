@@ -10,9 +10,13 @@ namespace nordkeep::tools {
 struct SendOptions {
     std::vector<std::string> targets{};  // connection n goes to target n, and round again
     TelegramOptions telegram{};
-    std::string raw{};  // bytes sent instead of a telegram
-    long count = 1;     // over all connections together
-    double rate = 0;    // telegrams a second over all connections; 0 as fast as replies come
+    std::string raw{};                // bytes sent instead of a telegram
+    std::vector<std::string> play{};  // telegrams sent one after the other, instead of made ones
+    int glue = 1;                     // telegrams in one write
+    bool isCut = false;               // only the first half of each telegram is sent
+    int slowMs = 0;                   // pause between the bytes of a telegram
+    long count = 1;                   // over all connections together
+    double rate = 0;                  // telegrams a second over all connections; 0 as fast as replies come
     int connections = 1;
     int timeoutMs = 5000;       // wait for a reply
     bool numbersCodes = false;  // the last digits of the code count up

@@ -16,7 +16,11 @@ struct TelegramOptions {
     bool isFollowedBySpeech = false;
     bool hasWrongCheck = false;
     bool isUnwrapped = false;  // text: a line feed ends the message instead of STX and ETX
+    int sequence = 1;          // googol: 0 to 127
 };
+
+/// The formats that can be sent, separated by blanks.
+std::string FormatNames();
 
 /// One telegram; empty for an unknown format.
 std::string MakeTelegram(const TelegramOptions& options, const std::string& code);

@@ -3,6 +3,7 @@
 #include "network/NetworkSettings.h"
 #include "pipeline/DispatchSettings.h"
 #include "pipeline/IntakeSettings.h"
+#include "pipeline/OutputSettings.h"
 #include "pipeline/ResetSettings.h"
 #include "ports/CallerIdentity.h"
 #include "ports/GoogolT1.h"
@@ -48,6 +49,8 @@ Keys KeysOfTheTables() {
     Add(keys, LineSettingRows());
     Add(keys, MultiComSettingRows());
     Add(keys, NetworkSettingRows());
+    Add(keys, OutputSettingRows());
+    Add(keys, ComCallSettingRows());
     Add(keys, PrioritySettingRows());
     Add(keys, ResetSettingRows());
     Add(keys, RobofonExportSettingRows());

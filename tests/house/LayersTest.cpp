@@ -17,6 +17,7 @@ using Folders = std::set<std::string>;
 const std::map<std::string, Folders> kMayInclude = {
     {"platform", {}},
     {"platform/posix", {"platform"}},
+    {"platform/amqp", {"platform"}},
     {"platform/qt", {"platform"}},
     {"runtime", {"platform"}},
     {"store", {"runtime", "platform"}},
@@ -30,10 +31,10 @@ const std::map<std::string, Folders> kMayInclude = {
       "platform"}},
     {"app",
      {"console/views", "console", "network", "ports", "pipeline", "store", "translation", "runtime",
-      "platform", "platform/qt", "platform/posix"}},
+      "platform", "platform/qt", "platform/amqp", "platform/posix"}},
 };
 const Folders kMayUseQt = {"platform/qt", "console/views", "app"};
-const Folders kMayUseTheSystem = {"platform/posix", "platform/qt", "app"};
+const Folders kMayUseTheSystem = {"platform/posix", "platform/qt", "platform/amqp", "app"};
 
 struct Include {
     std::string file;
@@ -86,6 +87,16 @@ TEST(Layers, QtAndTheSystemStayInTheirFolders) {
             EXPECT_TRUE(!isQt || kMayUseQt.contains(folder))
                 << folder << "/" << include.file << " includes <" << include.text << ">";
             EXPECT_TRUE(!std::regex_search(include.text, systemHeader) || kMayUseTheSystem.contains(folder))
+                << folder << "/" << include.file << " includes <" << include.text << ">";
+        }
+    }
+}
+
+TEST(Layers, ThreadsAndTheirBrokerStayInOneFolder) {
+    const std::regex guarded(R"(^(thread|mutex|condition_variable|future|pthread\.h|amqp.*\.h)$)");
+    for (const auto& [folder, allowed] : kMayInclude) {
+        for (const Include& include : IncludesOf(folder)) {
+            EXPECT_TRUE(folder == "platform/amqp" || !std::regex_match(include.text, guarded))
                 << folder << "/" << include.file << " includes <" << include.text << ">";
         }
     }

@@ -62,8 +62,9 @@ class PortTest : public ::testing::Test {
     FakeSerial serial{};
     RecordingIntake intake{};
     EventCommit commit{[] {}};
+    StallWatch stalls{time, time, log, language};
     PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit};
+                    time,          sockets,  serial,   intake, commit,  stalls};
     PortList ports{};
     PortConditions conditions{};
     std::vector<Text> lines{};

@@ -1,0 +1,81 @@
+#include "pipeline/AlarmOutputs.h"
+
+#include "pipeline/CodePage850.h"
+#include "runtime/SerialDevices.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr TextView kIsoDate = "YYYY-MM-DD";
+constexpr TextView kIsoTime = "HH:NN:SS";
+
+RelayWiring WiringOf(const AlarmOutputs::Needs& needs) {
+    const int port = needs.deskSettings.RelayPort;
+    return {.port = port,
+            .device = port < 1 ? Text() : SerialDeviceOf(needs.files, port),
+            .isRaisedForAlarms = needs.settings.RelayBehaviour != 0,
+            .holdSeconds = needs.settings.RelayDelay};
+}
+
+/// LPT n is the device that section PrinterPorts names, else the n-th parallel printer of the machine.
+NativePath PrinterOf(const AlarmOutputs::Needs& needs) {
+    const int port = needs.deskSettings.PrinterPort;
+    if (port < 1) return {};
+    return needs.dataFolder.ResolveSetting(needs.files.ReadIni("PrinterPorts", "LPT" + std::to_string(port),
+                                                               "/dev/lp" + std::to_string(port - 1)));
+}
+
+}  // namespace
+
+AlarmOutputs::AlarmOutputs(const Needs& needs)
+    : needs_(needs),
+      comCall_(needs.comCallSettings, needs.sockets),
+      queue_(needs.settings.MSMQFormatName, needs.queues, needs.log, needs.language),
+      sound_({.dataFolder = needs.dataFolder,
+              .language = needs.language,
+              .log = needs.log,
+              .device = needs.sound},
+             {needs.deskSettings.AlarmSoundFile, needs.settings.AlarmSoundDevice}),
+      relay_(WiringOf(needs), needs.serial, needs.log, needs.language),
+      printer_(PrinterOf(needs), needs.printer, needs.log, needs.language) {}
+
+void AlarmOutputs::SendToComCall(const cAlarm& alarm) {
+    if (!comCall_.IsConnected()) return;
+    comCall_.Send(needs_.text.BuildAlarmText({needs_.comCallSettings.Format, kIsoDate, kIsoTime}, alarm) +
+                  "\n");
+}
+
+void AlarmOutputs::SendToMessageQueue(const cAlarm& alarm) {
+    if (!queue_.IsConfigured()) return;
+    const DispatchSettings& dates = needs_.dispatchSettings;
+    const auto build = [&](const Text& format) {
+        return needs_.text.BuildAlarmText({format, dates.AlarmDateFormat, dates.AlarmTimeFormat}, alarm);
+    };
+    queue_.Send({build(needs_.settings.MSMQLabel), build(needs_.settings.MSMQBody)});
+}
+
+void AlarmOutputs::PlaySound(SoundRequest request) {
+    if (!needs_.isSilent) sound_.Request(request);
+}
+
+void AlarmOutputs::PrintAlarm(const cAlarm& alarm) {
+    const DeskSettings& desk = needs_.deskSettings;
+    const Text text = needs_.text.BuildAlarmText(
+        {desk.ContinousPrinterFormat, desk.PrinterDateFormat, desk.PrinterTimeFormat}, alarm);
+    printer_.SendPRN(desk.PrinterISO2DOS ? ToCodePage850(text) : text, alarm.m_AlarmCodeToStore);
+}
+
+void AlarmOutputs::TendPrinterAndQueue() {
+    printer_.Tick();
+    queue_.Tick();
+}
+
+void AlarmOutputs::Close() {
+    if (sound_.IsSounding()) sound_.Silence();
+    relay_.Close();
+    printer_.Close();
+    comCall_.Close();
+    queue_.Close();
+}
+
+}  // namespace nordkeep

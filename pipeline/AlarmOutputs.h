@@ -1,0 +1,60 @@
+#pragma once
+
+#include "pipeline/ComCallLink.h"
+#include "pipeline/DispatchSettings.h"
+#include "pipeline/LinePrinter.h"
+#include "pipeline/MessageQueueOutput.h"
+#include "pipeline/Outputs.h"
+#include "pipeline/RelayOutput.h"
+#include "pipeline/SoundPlayer.h"
+#include "store/AlarmText.h"
+
+namespace nordkeep {
+
+/// The outputs with a real line, queue, sound, relay and printer behind them. One that is not configured
+/// opens nothing and does nothing.
+class AlarmOutputs final : public Outputs {
+ public:
+    struct Needs {
+        const FileTree& dataFolder;
+        const Settings& files;
+        const Language& language;
+        SysLog& log;
+        const AlarmText& text;
+        const DispatchSettings& dispatchSettings;
+        const DeskSettings& deskSettings;
+        const OutputSettings& settings;
+        const ComCallSettings& comCallSettings;
+        SocketFactory& sockets;
+        SerialFactory& serial;
+        MessageQueueFactory& queues;
+        PrinterPort& printer;
+        SoundDevice& sound;
+        bool isSilent = false;  // a copy without an operator plays nothing
+    };
+    explicit AlarmOutputs(const Needs& needs);
+
+    void SendToComCall(const cAlarm& alarm) override;
+    void SendToMessageQueue(const cAlarm& alarm) override;
+    void PlaySound(SoundRequest request) override;
+    void RequestRelay() override { relay_.Request(); }
+    void PrintAlarm(const cAlarm& alarm) override;
+
+    ComCallLink& ComCall() { return comCall_; }
+    SoundPlayer& Sound() { return sound_; }
+    RelayOutput& Relay() { return relay_; }
+    /// Goes on with what the printer and the message queue were not ready for.
+    void TendPrinterAndQueue();
+    /// The end: sound off, relay at rest, lines closed; messages that wait may still leave for a short time.
+    void Close();
+
+ private:
+    Needs needs_;
+    ComCallLink comCall_;
+    MessageQueueOutput queue_;
+    SoundPlayer sound_;
+    RelayOutput relay_;
+    LinePrinter printer_;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "pipeline/OutputSettings.h"
+#include "platform/Winsock.h"
+
+#include <memory>
+
+namespace nordkeep {
+
+/// The line to a ComCall receiver: the system connects to it and tries again by itself. What comes in on the
+/// line is read and thrown away.
+class ComCallLink {
+ public:
+    ComCallLink(const ComCallSettings& settings, SocketFactory& sockets);
+
+    bool IsConfigured() const { return !settings_.Address.empty(); }
+    bool IsConnected() const { return socket_->State() == SocketState::Connected; }
+    /// False when the line is not connected.
+    bool Send(TextView line);
+    /// One tick of the open timer: line feeds, and the next attempt to connect.
+    void Tick(int intervalMs);
+    void Close() { socket_->Close(); }
+
+ private:
+    void FeedLine(int intervalMs);
+    bool IsStillTrying() const;
+    void Connect();
+
+    const ComCallSettings& settings_;
+    std::unique_ptr<Winsock> socket_;
+    int lineFeedCounterMs_ = 0;
+    int reconnectCountdownMs_ = 0;
+    int attemptAgeMs_ = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/PrinterPort.h"
+#include "runtime/Language.h"
+#include "runtime/SysLog.h"
+
+#include <deque>
+
+namespace nordkeep {
+
+/// Prints alarms on a line printer, as fast as the printer takes them. What waits is limited, and each alarm
+/// that cannot be printed costs one line in the log.
+class LinePrinter {
+ public:
+    LinePrinter(NativePath device, PrinterPort& port, SysLog& log, const Language& language);
+
+    /// Prints the text as it is, without a line end of its own; the code names the alarm in the log.
+    void SendPRN(TextView text, const Text& alarmCode);
+    /// Goes on with what the printer was too busy for.
+    void Tick();
+    /// What still waits is given up.
+    void Close();
+
+ private:
+    struct Job {
+        Text text;
+        Text alarmCode;
+        std::size_t written = 0;
+    };
+
+    bool WriteOn();
+    void DropFront();
+    void NoteFailure(const Text& alarmCode);
+
+    NativePath device_;
+    PrinterPort& port_;
+    SysLog& log_;
+    const Language& language_;
+    std::deque<Job> jobs_{};
+    std::size_t waiting_ = 0;  // bytes of the jobs
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/MessageQueue.h"
+#include "runtime/Language.h"
+#include "runtime/SysLog.h"
+
+#include <memory>
+
+namespace nordkeep {
+
+/// Alarms as messages of a queue. Nothing is made before the first message.
+class MessageQueueOutput {
+ public:
+    MessageQueueOutput(Text formatName, MessageQueueFactory& queues, SysLog& log, const Language& language);
+
+    bool IsConfigured() const { return !formatName_.empty(); }
+    void Send(QueueMessage message);
+    /// Logs what has happened on the way to the queue.
+    void Tick();
+    /// What waits may still leave for a short time.
+    void Close();
+
+ private:
+    bool Open();
+    void Log(int text, const Text& behind = {});
+
+    Text formatName_;
+    MessageQueueFactory& queues_;
+    SysLog& log_;
+    const Language& language_;
+    std::unique_ptr<MessageQueue> queue_{};
+    bool isRefused_ = false;  // the name names no queue, which has been logged
+};
+
+}  // namespace nordkeep

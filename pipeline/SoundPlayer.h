@@ -1,0 +1,52 @@
+#pragma once
+
+#include "pipeline/Outputs.h"
+#include "platform/FileTree.h"
+#include "platform/SoundDevice.h"
+#include "runtime/Language.h"
+#include "runtime/SysLog.h"
+
+namespace nordkeep {
+
+/// Which sound is played, and on what.
+struct AlarmSound {
+    Text file{};    // a path below the data folder, or an absolute one
+    Text device{};  // the system's name of the output; empty for its default
+};
+
+/// The alarm sound: an alarm requests it, and the ticks of the system timer start it, keep it going and watch
+/// its end. A sound that cannot be played costs one line in the log until it can again.
+class SoundPlayer {
+ public:
+    struct Needs {
+        const FileTree& dataFolder;
+        const Language& language;
+        SysLog& log;
+        SoundDevice& device;
+    };
+    SoundPlayer(const Needs& needs, AlarmSound sound);
+
+    /// A sound that is repeating goes on as it is.
+    void Request(SoundRequest request);
+    /// The operator has heard it.
+    void Silence();
+    bool IsSounding() const { return state_ != State::Idle; }
+    void Tick(int intervalMs);
+
+ private:
+    enum class State { Idle = 0, RepeatRequested = 1, Repeating = 2, OnceRequested = 3, PlayingOnce = 4 };
+
+    void Play();
+    void WatchOnce(SoundMode mode);
+    void WatchRepeating(int intervalMs, SoundMode mode);
+    void NoteEnd(SoundMode mode);
+
+    Needs needs_;
+    AlarmSound sound_;
+    State state_ = State::Idle;
+    bool isFailureLogged_ = false;
+    int backOffMs_ = 0;   // the next wait of a sound that fails
+    int waitLeftMs_ = 0;  // until it is tried again
+};
+
+}  // namespace nordkeep

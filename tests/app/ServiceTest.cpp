@@ -1,0 +1,120 @@
+#include "app/ServiceUnit.h"
+#include "tests/app/RunningCopy.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+
+namespace nordkeep {
+namespace {
+
+/// The datagram socket of a service manager, which the programs started meanwhile speak to.
+class Manager {
+ public:
+    Manager() : descriptor_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+        const std::string path = folder_.Path() + "/notify";
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        ::bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        ::setenv("NOTIFY_SOCKET", path.c_str(), 1);
+        ::setenv("WATCHDOG_USEC", "300000", 1);
+    }
+    ~Manager() {
+        ::unsetenv("NOTIFY_SOCKET");
+        ::unsetenv("WATCHDOG_USEC");
+        ::close(descriptor_);
+    }
+    Manager(const Manager&) = delete;
+    Manager& operator=(const Manager&) = delete;
+
+    /// Waits until the program has told this line; all that was told before is in `Heard`.
+    bool Hears(const std::string& line) {
+        while (heard_.find(line) == std::string::npos) {
+            pollfd waiting{descriptor_, POLLIN, 0};
+            if (::poll(&waiting, 1, 30'000) <= 0) return false;
+            char message[4096];
+            const ssize_t got = ::recv(descriptor_, message, sizeof message, 0);
+            heard_.append(message, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+        }
+        return true;
+    }
+    const std::string& Heard() const { return heard_; }
+    void Forget() { heard_.clear(); }
+
+ private:
+    TempFolder folder_{};
+    int descriptor_;
+    std::string heard_{};
+};
+
+TEST(Service, TellsTheServiceManagerHowItIs) {
+    Manager manager;
+    RunningCopy copy;
+    const int port = FreePort();
+    copy.WriteMainSettings();
+    copy.AddPort("Port1",
+                 "PortType=TCPS\r\nBindSocketToAddress=127.0.0.1\r\nPortNumber=" + std::to_string(port));
+    copy.AddPort("Port2", "PortType=RS232\r\nPortNumber=9\r\n");
+    copy.Start();
+    EXPECT_TRUE(manager.Hears("STATUS=Ports open: 1/2, new alarms: 0\n"));
+    EXPECT_TRUE(manager.Heard().starts_with("READY=1\n")) << manager.Heard();
+    manager.Forget();
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(manager.Hears("WATCHDOG=1\n"));
+        manager.Forget();
+    }
+    Caller caller(port);
+    caller.Send(RobofonTelegram("10000101"));
+    EXPECT_TRUE(manager.Hears("STATUS=Ports open: 1/2, new alarms: 1\n"));
+    EXPECT_EQ(copy.Stop(), 0);
+    EXPECT_TRUE(manager.Hears("STOPPING=1\n"));
+}
+
+/// What the tool says of a unit, with its exit status behind it.
+std::string Analyze(const std::string& words) {
+    FILE* pipe = popen(("systemd-analyze " + words + " 2>&1; echo status $?").c_str(), "r");
+    std::string output;
+    char buffer[512];
+    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, got);
+    pclose(pipe);
+    return output;
+}
+
+TEST(Service, UnitIsSoundAndConfined) {
+    if (std::system("command -v systemd-analyze >/dev/null") != 0) GTEST_SKIP() << "no systemd-analyze";
+    TempFolder units;
+    const std::string unit = units.Path() + "/nordkeep.service";
+    for (const char* folder :
+         {"/srv/alarm data/100%", "/var/lib/nordkeep", "/var/lib/private/nordkeep", ""}) {
+        units.Write("nordkeep.service", ServiceUnitText("/usr/bin/true", folder));
+        EXPECT_EQ(Analyze("verify " + unit), "status 0\n") << units.Read("nordkeep.service");
+        // The threshold is in tenths; the tool fails above it.
+        const std::string report = Analyze("security --offline=true --threshold=24 --no-pager " + unit);
+        EXPECT_NE(report.find("status 0"), std::string::npos) << folder << "\n" << report;
+    }
+}
+
+TEST(Service, UnitRunsUnderTheAccountThatHasTheData) {
+    const auto holds = [](const std::string& folder, const std::string& lines) {
+        return ServiceUnitText("/opt/nordkeep/nordkeep", folder).find(lines) != std::string::npos;
+    };
+    TempFolder owned;
+    ASSERT_EQ(::chown(owned.Path().c_str(), 65'534, 65'534), 0);
+    EXPECT_TRUE(holds(owned.Path(), "\nUser=nobody\nGroup=nogroup\n"));
+    EXPECT_TRUE(holds(owned.Path(), "\nPrivateTmp=no\n"));
+    EXPECT_TRUE(holds("/srv/none",
+                      "\nUser=root\nGroup=root\nStateDirectory=nordkeep\nReadWritePaths=\"/srv/none\"\n"));
+    EXPECT_TRUE(holds("/var/lib/private/a b", "\nDynamicUser=yes\nUser=nordkeep\nStateDirectory=\"a b\"\n"));
+    EXPECT_TRUE(holds("/var/lib/private/a b", "\"/PATH:/var/lib/a b\""));
+    EXPECT_TRUE(holds("/home/anna/data", "\nProtectHome=read-only\nPrivateTmp=yes\n"));
+    EXPECT_TRUE(holds("", "\nReadWritePaths=\"/opt/nordkeep\"\n"));
+}
+
+}  // namespace
+}  // namespace nordkeep
