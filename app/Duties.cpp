@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kOpenTimerMs = 1000;
 constexpr int kKeepAliveTimerMs = 10'000;
+constexpr int kHttpTimerMs = 250;
 constexpr int kAlarmLogCopyMs = 30'000;
 constexpr int kTorvexRetryMs = 10'000;
 constexpr int kWriteRetryMs = 5000;
@@ -51,17 +52,20 @@ Duties::Duties(const Needs& needs)
       openTimer_(needs.loop.NewTimer([this] { RunAll(kOpenDuties, openTimer_->IntervalMs()); })),
       systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
       keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
+      httpTimer_(needs.loop.NewTimer([this] { HttpTick(); })),
       today_(needs.clock.Now().Midnight()) {}
 
 void Duties::StartTimers() {
     openTimer_->Start(kOpenTimerMs);
     systemTimer_->Start(needs_.settings.SystemTimerInterval);
     keepAliveTimer_->Start(kKeepAliveTimerMs);
+    if (!IsClient()) httpTimer_->Start(kHttpTimerMs);
 }
 
 void Duties::StopAllButOpenTimer() {
     systemTimer_->Stop();
     keepAliveTimer_->Stop();
+    httpTimer_->Stop();
 }
 
 template <std::size_t N>
@@ -71,6 +75,10 @@ void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
         const StallWatch::Mark mark(needs_.stalls, duty.name);
         (this->*duty.run)(tick);
     }
+}
+
+void Duties::HttpTick() {
+    needs_.ports.CyclicHTTPCleanup(kHttpTimerMs, needs_.conditions);
 }
 
 void Duties::KeepAliveTick() {

@@ -73,6 +73,7 @@ class Duties {
     template <std::size_t N>
     void RunAll(const Duty (&duties)[N], int intervalMs);
     void KeepAliveTick();
+    void HttpTick();
 
     void CloseIdleTrafficFile(const Tick& tick);
     void OpenPorts(const Tick& tick);
@@ -106,6 +107,7 @@ class Duties {
     std::unique_ptr<Timer> openTimer_;
     std::unique_ptr<Timer> systemTimer_;
     std::unique_ptr<Timer> keepAliveTimer_;
+    std::unique_ptr<Timer> httpTimer_;
     bool isToEnd_ = false;
     OleDate today_{};
     int alarmLogCounterMs_ = 0;

@@ -32,9 +32,10 @@ class FileTransport final : public Transport {
         if (!isOpenLogged_) log_.Opened(log_.Line().PortSetting);
         isOpenLogged_ = true;
         isStopped_ = false;
-        if (state_ == State::Idle) return Collect();
-        if (state_ == State::Taking && !isContinuing_) return Continue();
-        if (state_ == State::Waiting && waitingSteps_ == 0) Settle();
+        if (isLookPlanned_) return;
+        isLookPlanned_ = true;
+        // The first attempt comes before the stored events have been read; taking in comes behind.
+        parts_.loop.Post([this] { Look(); });
     }
 
     void Close(bool isShuttingDown) override {
@@ -48,6 +49,14 @@ class FileTransport final : public Transport {
 
  private:
     enum class State { Idle, Taking, Waiting };
+
+    void Look() {
+        isLookPlanned_ = false;
+        if (isStopped_) return;
+        if (state_ == State::Idle) return Collect();
+        if (state_ == State::Taking && !isContinuing_) return Continue();
+        if (state_ == State::Waiting && waitingSteps_ == 0) Settle();
+    }
 
     void Collect() {
         const NativePath work = WorkPath();
@@ -145,6 +154,7 @@ class FileTransport final : public Transport {
     int waitingSteps_ = 0;  // handed to the port and not known to be stored
     bool hasFailed_ = false;
     bool isContinuing_ = false;
+    bool isLookPlanned_ = false;
     bool isStopped_ = false;
     bool isOpenLogged_ = false;
     bool isTroubleLogged_ = false;

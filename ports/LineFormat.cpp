@@ -163,6 +163,7 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
             return MakeSurGard(parts);
         case MessageFormat::TorvexConfirmationFile:
         case MessageFormat::NordkeepFile:
+        case MessageFormat::VirtualReceiver:
             return std::make_unique<NoTelegrams>();
         default:
             return {};

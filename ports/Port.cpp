@@ -59,14 +59,19 @@ std::unique_ptr<Transport> cPort::NewTransport(PortType type) {
                                         .dataFolder = parts_.dataFolder,
                                         .loop = parts_.loop,
                                         .format = format_,
-                                        .areAllEventsStored = parts_.areAllEventsStored};
+                                        .areAllEventsStored = parts_.areAllEventsStored,
+                                        .inet = parts_.inet};
+    const auto onStep = [this](TelegramStep step, EventCommit::Completion whenStored) {
+        HandleStep(std::move(step), std::move(whenStored));
+    };
+    const auto onTraffic = [this](TextView bytes, TrafficDirection direction) {
+        parts_.trafficLog.WriteTrafficLog(bytes, direction, line_.PortDescription);
+    };
     return MakeTransport(type, transportParts, *portLog_,
                          {.dataWaiting = [this] { OnDataWaiting(); },
                           .newStream = [this] { OnNewStream(); },
-                          .stepReady =
-                              [this](TelegramStep step, EventCommit::Completion whenStored) {
-                                  HandleStep(std::move(step), std::move(whenStored));
-                              }});
+                          .stepReady = onStep,
+                          .traffic = onTraffic});
 }
 
 CallerLookup cPort::OwnCallerLookup() const {
@@ -102,6 +107,11 @@ void cPort::Tick(int tickMs, const PortConditions& conditions) {
     OpenPort(tickMs);
     ServicePort(tickMs);
     isInOpen_ = false;
+}
+
+void cPort::CyclicHTTPCleanup(int tickMs, const PortConditions& conditions) {
+    if (!transport_ || portIndex_ == 0 || conditions.isShuttingDown) return;
+    transport_->CyclicHTTPCleanup({tickMs, IsToBeOpen(0, conditions), isMuted_});
 }
 
 void cPort::ReadPortDisable() {
