@@ -43,11 +43,16 @@ bool StartsWith(TextView text, TextView start) {
     return EqualsNoCase(text.substr(0, start.size()), start);
 }
 
+Text WithoutLineEnds(TextView text) {
+    return ReplaceAll(ReplaceAll(text, "\n", ""), "\r", "");
+}
+
 /// The usual answer of a receiver without events. Only so many characters count, however the words are
 /// spaced.
 bool IsQueueEmpty(TextView reply) {
     constexpr std::size_t kCompared = 23;
-    return EqualsNoCase(ReplaceAll(reply.substr(0, kCompared), " ", ""), "ERROR:EVENTQUEUEEMPTY");
+    const Text start = ReplaceAll(WithoutLineEnds(reply.substr(0, kCompared)), " ", "");
+    return EqualsNoCase(start, "ERROR:EVENTQUEUEEMPTY");
 }
 
 void HandleRocipXml(TelegramStep& step, TextView text, OleDate now) {
@@ -112,7 +117,7 @@ Text PollUrl(TextView service, const cVirtualReceiver& receiver, TextView pass) 
 PollReply ReadPollReply(TextView reply, cVirtualReceiver& receiver, OleDate now) {
     PollReply result{.step = {.isTraffic = true}};
     if (StartsWith(reply, "ERROR:") && !IsQueueEmpty(reply)) {
-        result.error = ReplaceAll(ReplaceAll(reply.substr(6), "\n", ""), "\r", "");
+        result.error = WithoutLineEnds(reply.substr(6));
         receiver.m_EventNumber = 0;
     } else if (StartsWith(reply, "OK:[")) {
         ReadEvents(result, reply, receiver, now);

@@ -43,7 +43,7 @@ TEST_F(DroppedFileTest, IsTakenInAfterARestartWhenACrashLeftIt) {
     copy.Data().Write("In\\NordkeepFile.$$$", "0|||10000101\r\n");
     copy.Start();
     EXPECT_TRUE(WaitFor([&] { return IsEmpty(); }));
-    EXPECT_EQ(copy.EventFiles().size(), 1u);
+    EXPECT_EQ(copy.EventFiles().size(), 1u) << copy.Output();
 }
 
 }  // namespace

@@ -79,13 +79,15 @@ TEST(Start, InstallsAndRemovesTheService) {
     TempFolder data;
     data.Write("Settings\\Nordkeep.INI", "[General]\r\nLanguage=044\r\n");
     int status = 1;
-    EXPECT_EQ(RunProgram("/I \"/PATH:" + data.Path() + "\"", &status), "Nordkeep service installation succeeded\n");
+    EXPECT_EQ(RunProgram("/I \"/PATH:" + data.Path() + "\"", &status),
+              "Nordkeep service installation succeeded\n");
     EXPECT_EQ(status, 0);
     const Text unit = units.Read("nordkeep.service");
     EXPECT_NE(unit.find("\" /RunAsService \"/PATH:" + data.Path() + "\""), Text::npos) << unit;
     EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status),
               "Nordkeep service uninstalled successfully\n");
-    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status), "Nordkeep failed to uninstall as service\n");
+    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status),
+              "Nordkeep failed to uninstall as service\n");
     EXPECT_EQ(status, 1);
     unsetenv("NORDKEEP_UNIT_FOLDER");
     EXPECT_FALSE(FolderExists(data.Resolve("LogFiles"))) << "a quiet end leaves nothing behind";
