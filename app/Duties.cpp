@@ -12,6 +12,7 @@ namespace {
 constexpr int kOpenTimerMs = 1000;
 constexpr int kDisplayTimerMs = 250;
 constexpr int kKeepAliveTimerMs = 10'000;
+constexpr int kHttpTimerMs = 250;
 constexpr int kAlarmLogCopyMs = 30'000;
 constexpr int kTorvexRetryMs = 10'000;
 constexpr int kWriteRetryMs = 5000;
@@ -55,6 +56,7 @@ Duties::Duties(const Needs& needs)
       systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
       keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
       displayTimer_(needs.loop.NewTimer([this] { needs_.network.TickClient(kDisplayTimerMs); })),
+      httpTimer_(needs.loop.NewTimer([this] { HttpTick(); })),
       today_(needs.clock.Now().Midnight()) {}
 
 void Duties::StartTimers() {
@@ -62,12 +64,14 @@ void Duties::StartTimers() {
     systemTimer_->Start(needs_.settings.SystemTimerInterval);
     keepAliveTimer_->Start(kKeepAliveTimerMs);
     displayTimer_->Start(kDisplayTimerMs);
+    if (!IsClient()) httpTimer_->Start(kHttpTimerMs);
 }
 
 void Duties::StopAllButOpenTimer() {
     systemTimer_->Stop();
     keepAliveTimer_->Stop();
     displayTimer_->Stop();
+    httpTimer_->Stop();
 }
 
 template <std::size_t N>
@@ -77,6 +81,10 @@ void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
         const StallWatch::Mark mark(needs_.stalls, duty.name);
         (this->*duty.run)(tick);
     }
+}
+
+void Duties::HttpTick() {
+    needs_.ports.CyclicHTTPCleanup(kHttpTimerMs, needs_.conditions);
 }
 
 void Duties::KeepAliveTick() {

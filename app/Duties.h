@@ -79,6 +79,7 @@ class Duties {
     template <std::size_t N>
     void RunAll(const Duty (&duties)[N], int intervalMs);
     void KeepAliveTick();
+    void HttpTick();
 
     void CloseIdleTrafficFile(const Tick& tick);
     void OpenPorts(const Tick& tick);
@@ -114,6 +115,7 @@ class Duties {
     std::unique_ptr<Timer> systemTimer_;
     std::unique_ptr<Timer> keepAliveTimer_;
     std::unique_ptr<Timer> displayTimer_;
+    std::unique_ptr<Timer> httpTimer_;
     bool isToEnd_ = false;
     int exitStatus_ = 0;
     bool isReloadRequested_ = false;

@@ -19,7 +19,7 @@ constexpr int kTextLanguageTaken = 3606;
 constexpr int kTextFolderInUse = 3607;
 constexpr int kTextCannotWrite = 3609;
 
-constexpr int kTextDamaged = 3612;
+constexpr int kTextDamaged = 3619;
 
 constexpr const char* kSettingsMasks[] = {"*.ini", "*.IDCode", "*.TypeCode", "*.DataCode"};
 
@@ -249,7 +249,7 @@ Foundation::Outcome Foundation::ConnectToServer() {
         settings_.UseServerText(std::move(start.serverSettings));
         return std::nullopt;
     }
-    platform_.dialogs.ShowMessage(start.failure);
+    TellFailure(start.failure);
     return kFailure;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
+#include "platform/Inet.h"
 #include "platform/MSComm.h"
 #include "platform/MessageQueue.h"
 #include "platform/PrinterPort.h"
@@ -19,6 +20,7 @@ struct PlatformParts {
     EventLoop& loop;
     SocketFactory& sockets;
     SerialFactory& serial;
+    InetFactory& inet;
     MessageQueueFactory& queues;
     PrinterPort& printer;
     SoundDevice& sound;

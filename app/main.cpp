@@ -11,6 +11,7 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"
 #include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtInet.h"
 #include "platform/qt/QtSerial.h"
 #include "platform/qt/QtSignalWatch.h"
 #include "platform/qt/QtSockets.h"
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
     QtEventLoop loop;
     QtSockets sockets;
     QtSerial serial;
+    QtInetFactory inet;
     AmqpQueues queues;
     PrinterDevice printer;
     AplaySound sound;
@@ -61,6 +63,7 @@ int main(int argc, char** argv) {
                            .loop = loop,
                            .sockets = sockets,
                            .serial = serial,
+                           .inet = inet,
                            .queues = queues,
                            .printer = printer,
                            .sound = sound,

@@ -41,6 +41,12 @@ std::unique_ptr<LineFormat> MakeStateless(TelegramStep (*next)(TextView, const F
     return std::make_unique<Stateless<FormatSettings>>(next, std::move(settings));
 }
 
+/// For lines that make their events by themselves: nobody sends them anything.
+class NoTelegrams final : public LineFormat {
+ public:
+    TelegramStep Next(TextView received, OleDate) override { return {.consumed = received.size()}; }
+};
+
 class GoogolFormat final : public LineFormat {
  public:
     explicit GoogolFormat(GoogolSettings settings) : settings_(std::move(settings)) {}
@@ -155,6 +161,10 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
             return MakeStateless(&NextSosAccessV4Step, Load(parts, XmlGatewaySettingRows()));
         case MessageFormat::SurGardMLR2:
             return MakeSurGard(parts);
+        case MessageFormat::TorvexConfirmationFile:
+        case MessageFormat::NordkeepFile:
+        case MessageFormat::VirtualReceiver:
+            return std::make_unique<NoTelegrams>();
         default:
             return {};
     }

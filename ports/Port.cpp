@@ -32,9 +32,7 @@ bool cPort::InitializePort() {
     format_ = format.value_or(MessageFormat::Robofon);
     portLog_.emplace(parts_.language, parts_.log, eventPort_.PortName, line_, format_);
     if (type && format) {
-        const TransportParts transportParts{parts_.sockets, parts_.serial, parts_.settings, parts_.clock};
-        transport_ = MakeTransport(*type, transportParts, *portLog_,
-                                   {[this] { OnDataWaiting(); }, [this] { OnNewStream(); }});
+        transport_ = NewTransport(*type);
         lineFormat_ = MakeLineFormat(format_, {.files = parts_.settings,
                                                .language = parts_.language,
                                                .portName = name,
@@ -51,6 +49,29 @@ bool cPort::InitializePort() {
     supervision_ = LoadSupervisionSettings(parts_.settings, name, format_);
     lastTrafficMs_ = parts_.clock.MonotonicMs();
     return true;
+}
+
+std::unique_ptr<Transport> cPort::NewTransport(PortType type) {
+    const TransportParts transportParts{.sockets = parts_.sockets,
+                                        .serial = parts_.serial,
+                                        .settings = parts_.settings,
+                                        .clock = parts_.clock,
+                                        .dataFolder = parts_.dataFolder,
+                                        .loop = parts_.loop,
+                                        .format = format_,
+                                        .areAllEventsStored = parts_.areAllEventsStored,
+                                        .inet = parts_.inet};
+    const auto onStep = [this](TelegramStep step, EventCommit::Completion whenStored) {
+        HandleStep(std::move(step), std::move(whenStored));
+    };
+    const auto onTraffic = [this](TextView bytes, TrafficDirection direction) {
+        parts_.trafficLog.WriteTrafficLog(bytes, direction, line_.PortDescription);
+    };
+    return MakeTransport(type, transportParts, *portLog_,
+                         {.dataWaiting = [this] { OnDataWaiting(); },
+                          .newStream = [this] { OnNewStream(); },
+                          .stepReady = onStep,
+                          .traffic = onTraffic});
 }
 
 CallerLookup cPort::OwnCallerLookup() const {
@@ -88,6 +109,11 @@ void cPort::Tick(int tickMs, const PortConditions& conditions) {
     isInOpen_ = false;
 }
 
+void cPort::CyclicHTTPCleanup(int tickMs, const PortConditions& conditions) {
+    if (!transport_ || portIndex_ == 0 || conditions.isShuttingDown) return;
+    transport_->CyclicHTTPCleanup({tickMs, IsToBeOpen(0, conditions), isMuted_});
+}
+
 void cPort::ReadPortDisable() {
     const Text file = SettingsFile(eventPort_.PortName);
     const FileStamp stamp = StampOf(parts_.dataFolder.Resolve(file));
@@ -108,6 +134,8 @@ bool cPort::IsDisabledByDate() {
 
 void cPort::OpenPort(int tickMs) {
     if (transport_->IsOpen()) return;
+    // What a muted port took out of a file would be gone.
+    if (isMuted_ && type_ == PortType::FILE) return;
     if (reopenCountdownMs_ > 0) {
         reopenCountdownMs_ -= tickMs;
         return;

@@ -30,6 +30,8 @@ struct PortParts {
     /// Finds the object that takes calls from a number as a sign of life; none: every caller is unknown.
     std::function<std::optional<CallerMatch>(const PortBinding& ownPort, TextView number)> findCaller{};
     ExportQueues* exports = nullptr;  // none: nothing is exported
+    std::function<bool()> areAllEventsStored{};
+    InetFactory* inet = nullptr;  // none: nothing is polled
 };
 
 /// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the
@@ -51,6 +53,8 @@ class cPort {
     /// One tick of the open timer: opens when it is to be open, closes when not, and does what the port has
     /// to do periodically. Does nothing when it is called from inside itself.
     void Tick(int tickMs, const PortConditions& conditions);
+    /// One tick of the timer that polls.
+    void CyclicHTTPCleanup(int tickMs, const PortConditions& conditions);
     bool IsOpen() const { return transport_ && transport_->IsOpen(); }
     void ClosePort(bool isShuttingDown);
     /// Takes in what a format still holds back, when the program ends.
@@ -62,6 +66,7 @@ class cPort {
     const EventPort& Event() const { return eventPort_; }
 
  private:
+    std::unique_ptr<Transport> NewTransport(PortType type);
     CallerLookup OwnCallerLookup() const;
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
@@ -78,7 +83,7 @@ class cPort {
     void OnNewStream();
     void TakeChunks();
     void ServeReceived();
-    void HandleStep(TelegramStep step);
+    void HandleStep(TelegramStep step, EventCommit::Completion whenStored = {});
     Text LabelOf(const DecodedEvent& decoded) const;
 
     PortParts parts_;

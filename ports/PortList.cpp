@@ -47,6 +47,10 @@ void PortList::Tick(int tickMs, const PortConditions& conditions) {
     for (const auto& port : ports_) port->Tick(tickMs, conditions);
 }
 
+void PortList::CyclicHTTPCleanup(int tickMs, const PortConditions& conditions) {
+    for (const auto& port : ports_) port->CyclicHTTPCleanup(tickMs, conditions);
+}
+
 void PortList::FinishAll() {
     for (const auto& port : ports_) port->Finish();
 }

@@ -13,6 +13,8 @@ class PortList {
     /// Makes and initialises a port for every Settings\Port*.ini whose type is not "NONE".
     void Discover(const PortParts& parts);
     void Tick(int tickMs, const PortConditions& conditions);
+    /// One tick of the timer that polls.
+    void CyclicHTTPCleanup(int tickMs, const PortConditions& conditions);
     /// Takes in what formats still hold back, at the end of the program.
     void FinishAll();
     void CloseAll();

@@ -69,11 +69,11 @@ Text cPort::LabelOf(const DecodedEvent& decoded) const {
     return label;
 }
 
-void cPort::HandleStep(TelegramStep step) {
+void cPort::HandleStep(TelegramStep step, EventCommit::Completion whenStored) {
     if (step.isTraffic) NoteTraffic();
     for (const DecoderNote& note : step.notes) portLog_->Information(note.text, note.tail);
     const auto then = step.closesLine ? ReplyQueue::Then::HangUp : ReplyQueue::Then::GoOn;
-    if (step.events.empty()) return replies_.SendInOrder(std::move(step.reply), then);
+    if (step.events.empty() && !whenStored) return replies_.SendInOrder(std::move(step.reply), then);
     const ReplyQueue::Ticket ticket = replies_.Hold(std::move(step.reply), then);
     parts_.commit.Begin();
     for (DecodedEvent& decoded : step.events) {
@@ -81,7 +81,10 @@ void cPort::HandleStep(TelegramStep step) {
         decoded.event.PortObject = &eventPort_;
         parts_.intake.HandleIncomingEvent(decoded.event);
     }
-    parts_.commit.End([this, ticket](bool isStored) { replies_.Settle(ticket, isStored); });
+    parts_.commit.End([this, ticket, whenStored = std::move(whenStored)](bool isStored) {
+        replies_.Settle(ticket, isStored);
+        if (whenStored) whenStored(isStored);
+    });
 }
 
 }  // namespace nordkeep

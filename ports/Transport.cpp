@@ -11,6 +11,10 @@ std::unique_ptr<Transport> MakeTransport(PortType type, const TransportParts& pa
             return MakeTcpClientTransport(parts, log, std::move(events));
         case PortType::TCPS:
             return MakeTcpServerTransport(parts, log, std::move(events));
+        case PortType::FILE:
+            return MakeFileTransport(parts, log, std::move(events));
+        case PortType::HTTP:
+            return MakeHttpTransport(parts, log, std::move(events));
         case PortType::UDP:
             return MakeUdpTransport(parts, log, std::move(events));
         default:

@@ -1,9 +1,14 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/EventLoop.h"
+#include "platform/FileTree.h"
+#include "platform/Inet.h"
 #include "platform/MSComm.h"
 #include "platform/Winsock.h"
 #include "ports/PortLog.h"
+#include "ports/TelegramStep.h"
+#include "runtime/TrafficLog.h"
 
 #include <functional>
 #include <memory>
@@ -14,6 +19,17 @@ namespace nordkeep {
 struct TransportEvents {
     std::function<void()> dataWaiting{};  // can nest
     std::function<void()> newStream{};    // what has been received so far belongs to a line that is gone
+    /// A line that makes its events by itself hands them over, and is told later whether all are stored.
+    std::function<void(TelegramStep step, std::function<void(bool isStored)> whenStored)> stepReady{};
+    /// Bytes that went in or out by another way than Take and Send.
+    std::function<void(TextView bytes, TrafficDirection direction)> traffic{};
+};
+
+/// A tick of the timer that polls.
+struct PollTick {
+    int tickMs = 0;
+    bool mayBegin = false;  // the port is to be open
+    bool isMuted = false;
 };
 
 /// The line of a port: how it is opened, read and written. The port decides when.
@@ -32,6 +48,8 @@ class Transport {
     virtual bool Send(TextView bytes) = 0;
     /// Hangs up once everything sent so far has left; only a line that is called does that.
     virtual void HangUpWhenSent() {}
+    /// One tick of a line that asks for its events.
+    virtual void CyclicHTTPCleanup(const PollTick&) {}
 };
 
 /// What transports are made from.
@@ -40,6 +58,11 @@ struct TransportParts {
     SerialFactory& serial;
     const Settings& settings;
     const Clock& clock;
+    const FileTree& dataFolder;
+    EventLoop& loop;
+    MessageFormat format;
+    std::function<bool()> areAllEventsStored{};  // none: not known
+    InetFactory* inet = nullptr;                 // none: nothing is polled
 };
 
 /// The transport of a port; none for a type that has none.
@@ -52,6 +75,12 @@ std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, P
                                                   TransportEvents events);
 std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
                                                   TransportEvents events);
+/// None for a format that does not come in files, and for a setting that names no file.
+std::unique_ptr<Transport> MakeFileTransport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events);
+/// None for a format that is not polled.
+std::unique_ptr<Transport> MakeHttpTransport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events);
 std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
                                             TransportEvents events);
 

@@ -13,6 +13,7 @@
 #include "ports/Rsm02.h"
 #include "ports/SiaDecoding.h"
 #include "ports/SurGard.h"
+#include "ports/VirtualReceiver.h"
 #include "ports/XmlGateways.h"
 #include "store/StoreSettings.h"
 #include "translation/TranslationSettings.h"
@@ -51,6 +52,7 @@ Keys KeysOfTheTables() {
     Add(keys, NetworkSettingRows());
     Add(keys, OutputSettingRows());
     Add(keys, ComCallSettingRows());
+    Add(keys, PollSettingRows());
     Add(keys, PrioritySettingRows());
     Add(keys, ResetSettingRows());
     Add(keys, RobofonExportSettingRows());

@@ -1,0 +1,209 @@
+#include "ports/CollectedFile.h"
+#include "ports/PortList.h"
+#include "tests/doubles/FakeMSComm.h"
+#include "tests/doubles/FakeWinsock.h"
+#include "tests/doubles/ManualTime.h"
+#include "tests/doubles/RecordingIntake.h"
+#include "tests/doubles/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace nordkeep {
+namespace {
+
+const OleDate kNow = OleDate::FromCivil({2024, 3, 5, 7, 8, 9});
+
+TEST(FileLine, HasATimeAndNumbersOrDoesWithout) {
+    struct Case {
+        const char* line;
+        OleDate time;
+        int type;
+        int prio;
+    };
+    const OleDate today = kNow.Midnight();
+    const Case cases[] = {
+        {"0|2023-12-24|15:30:01|100|x|7|3|Text|Me", OleDate::FromCivil({2023, 12, 24, 15, 30, 1}), 7, 3},
+        {"0|2023-12-24||100|x|||Text|Me", OleDate::FromCivil({2023, 12, 24, 7, 8, 9}), -1, -1},
+        {"0||15:30|100|x| |-5|Text|Me", today.PlusSeconds(15 * 3600 + 30 * 60), -1, -5},
+        {"0|2023-13-45|25:99|100|x|99999999999|0|Text|Me", kNow, -1, 0},
+        {"0|||100||||Text|Me", kNow, -1, -1},
+    };
+    for (const Case& c : cases) {
+        const auto decoded = DecodeFileLine(c.line, 1, kNow);
+        ASSERT_TRUE(decoded) << c.line;
+        EXPECT_EQ(decoded->event.AlarmTime, c.time) << c.line;
+        EXPECT_EQ(decoded->event.DefaultType, c.type) << c.line;
+        EXPECT_EQ(decoded->event.DefaultPrio, c.prio) << c.line;
+        EXPECT_EQ(decoded->event.DefaultAlarmCode, "100");
+        EXPECT_EQ(decoded->event.ExtraText, "Text");
+        EXPECT_EQ(decoded->event.Originator, "Me");
+        EXPECT_EQ(decoded->event.TranslationNumberToUse, 38);
+        EXPECT_EQ(decoded->event.RawAlarmCode, c.line);
+    }
+    EXPECT_FALSE(DecodeFileLine("no fields at all", 1, kNow));
+}
+
+TEST(ConfirmationLine, JoinsItsTextAndHasThePortsPriority) {
+    const auto decoded = DecodeConfirmationLine("1|2|3|0701234|a|b||d|e|f", 4, kNow);
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->event.ExtraText, "a|b||d|e");
+    EXPECT_EQ(decoded->event.Originator, "0701234");
+    EXPECT_EQ(decoded->event.DefaultPrio, 4);
+    EXPECT_TRUE(decoded->event.IsAConfirmationSMS);
+    EXPECT_EQ(DecodeConfirmationLine("1|2|3|4|text", 4, kNow)->event.ExtraText, "text");
+    EXPECT_FALSE(DecodeConfirmationLine("1|2|3|4", 4, kNow));
+}
+
+/// A port that collects a file, without the rest of the system.
+class FilePortTest : public ::testing::Test {
+ protected:
+    FilePortTest() {
+        folder.MakeFolders("LogFiles");
+        folder.MakeFolders("In");
+        language.LoadFrom("1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n");
+        log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
+        parts.areAllEventsStored = [this] { return areAllEventsStored; };
+    }
+
+    void Begin(const Text& setting = "In\\drop.txt", int format = 12) {
+        folder.Write("Settings\\Port1.ini",
+                     "[General]\r\nPortType=FILE\r\nMessageFormat=" + std::to_string(format) +
+                         "\r\nPortSetting=" + setting + "\r\n");
+        ports.Discover(parts);
+        Tick();
+    }
+    void Tick() {
+        ports.Tick(1000, conditions);
+        time.Advance(1000);
+    }
+    std::size_t LinesWith(const Text& part) const {
+        return static_cast<std::size_t>(
+            std::ranges::count_if(lines, [&](const Text& line) { return line.find(part) != Text::npos; }));
+    }
+    Text Codes() const {
+        Text codes;
+        for (const IncomingEvent& event : intake.events) codes += event.DefaultAlarmCode + " ";
+        return codes;
+    }
+
+    TempFolder folder{};
+    ManualTime time{};
+    Settings settings{folder.Tree()};
+    Language language{};
+    SysLog log{folder.Tree(), time};
+    TrafficLog traffic{folder.Tree(), time};
+    FakeSockets sockets{};
+    FakeSerial serial{};
+    RecordingIntake intake{};
+    EventCommit commit{[] {}};
+    StallWatch stalls{time, time, log, language};
+    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
+                    time,          sockets,  serial,   intake, commit,  stalls};
+    PortList ports{};
+    PortConditions conditions{};
+    std::vector<Text> lines{};
+    bool areAllEventsStored = true;
+};
+
+TEST_F(FilePortTest, TakesEachFileInAndDeletesItWhenAllIsSafe) {
+    Begin();
+    EXPECT_EQ(LinesWith("Opened: 'Port1' (PortSettings = In\\drop.txt, MessageFormat = Nordkeep File)"), 1u);
+    folder.Write("In\\drop.txt", "0|||1\r\n\r\nrubbish\n0|||2");
+    Tick();
+    EXPECT_EQ(Codes(), "1 2 ");
+    EXPECT_EQ(LinesWith("Bad line Port1 Port1 (rubbish)"), 1u);
+    EXPECT_FALSE(folder.Exists("In\\drop.txt"));
+    EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$")) << "nothing is safe yet";
+    folder.Write("In\\drop.txt", "0|||3\n");
+    Tick();
+    EXPECT_EQ(Codes(), "1 2 ") << "the next file waits for its turn";
+    commit.Commit();
+    EXPECT_FALSE(folder.Exists("In\\NordkeepFile.$$$"));
+    Tick();
+    commit.Commit();
+    EXPECT_EQ(Codes(), "1 2 3 ");
+    Tick();
+    EXPECT_EQ(Codes(), "1 2 3 ");
+}
+
+TEST_F(FilePortTest, TakesWhatACrashLeftFirst) {
+    folder.Write("In\\NordkeepTorvex.$$$", "1|2|3|from|old\n");
+    folder.Write("In\\drop.txt", "1|2|3|from|new\n");
+    Begin("In\\drop.txt", 8);
+    ASSERT_EQ(intake.events.size(), 1u);
+    EXPECT_EQ(intake.events[0].ExtraText, "old");
+    EXPECT_EQ(intake.events[0].DefaultPrio, 1);
+    EXPECT_TRUE(folder.Exists("In\\drop.txt")) << "never renamed over the other";
+    commit.Commit();
+    Tick();
+    ASSERT_EQ(intake.events.size(), 2u);
+    EXPECT_EQ(intake.events[1].ExtraText, "new");
+}
+
+TEST_F(FilePortTest, KeepsTheFileUntilTheStoreHasRecovered) {
+    intake.during = [this] {
+        commit.NoteFailure();
+        areAllEventsStored = false;
+    };
+    folder.Write("In\\drop.txt", "0|||1\n");
+    Begin();
+    for (int i = 0; i < 5; ++i) {
+        commit.Commit();
+        Tick();
+    }
+    EXPECT_EQ(Codes(), "1 ") << "an outage raises the events once";
+    EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$"));
+    areAllEventsStored = true;
+    Tick();
+    EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$"));
+    commit.Commit();
+    EXPECT_FALSE(folder.Exists("In\\NordkeepFile.$$$"));
+}
+
+TEST_F(FilePortTest, TakesALargeFileInTurnsAndWhatIsWrittenMeanwhile) {
+    Text content;
+    for (int i = 0; i < 1000; ++i) content += "0|||1\n";
+    folder.Write("In\\drop.txt", content);
+    Begin();
+    EXPECT_EQ(intake.events.size(), 1000u);
+    AppendToFile(folder.Resolve("In\\NordkeepFile.$$$"), "0|||2\n");
+    commit.Commit();
+    EXPECT_EQ(intake.events.size(), 1001u);
+    EXPECT_EQ(intake.events.back().DefaultAlarmCode, "2");
+    commit.Commit();
+    EXPECT_FALSE(folder.Exists("In\\NordkeepFile.$$$"));
+}
+
+TEST_F(FilePortTest, StaysInTheDataFolderAndRefusesWhatIsNoFile) {
+    folder.Write("drop.txt", "0|||1\n");
+    Begin("..\\..\\drop.txt");
+    commit.Commit();
+    EXPECT_EQ(Codes(), "1 ") << "there is nothing above the data folder";
+    folder.Write("Settings\\Port2.ini",
+                 "[General]\r\nPortType=FILE\r\nMessageFormat=12\r\nPortSetting=a.b\\c\r\n");
+    folder.Write("Settings\\Port3.ini",
+                 "[General]\r\nPortType=FILE\r\nMessageFormat=0\r\nPortSetting=a.b\r\n");
+    PortList more;
+    more.Discover(parts);
+    EXPECT_EQ(LinesWith("UnknownPort2"), 1u);
+    EXPECT_EQ(LinesWith("UnknownPort3"), 1u);
+}
+
+TEST_F(FilePortTest, LeavesAFileThatIsTooLargeAndSaysSoOnce) {
+    folder.Write("In\\drop.txt", Text((16 << 20) + 1, 'x'));
+    Begin();
+    for (int i = 0; i < 3; ++i) Tick();
+    EXPECT_EQ(LinesWith("Trouble Port1 Port1 (In\\NordkeepFile.$$$)"), 1u);
+    EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$"));
+    EXPECT_TRUE(intake.events.empty());
+}
+
+TEST_F(FilePortTest, LeavesTheFileWhileThePortIsMuted) {
+    conditions.mutedPort = "Port1";
+    folder.Write("In\\drop.txt", "0|||1\n");
+    Begin();
+    EXPECT_TRUE(folder.Exists("In\\drop.txt"));
+}
+
+}  // namespace
+}  // namespace nordkeep
