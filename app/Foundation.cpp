@@ -3,6 +3,7 @@
 #include "app/ServiceUnit.h"
 #include "runtime/DefaultFiles.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace nordkeep {
@@ -15,6 +16,10 @@ constexpr int kTextClientQuestion = 1083;
 constexpr int kTextLanguageTaken = 3606;
 constexpr int kTextFolderInUse = 3607;
 constexpr int kTextCannotWrite = 3609;
+
+constexpr int kTextDamaged = 3612;
+
+constexpr const char* kSettingsMasks[] = {"*.ini", "*.IDCode", "*.TypeCode", "*.DataCode"};
 
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
@@ -178,6 +183,7 @@ Foundation::Outcome Foundation::MakeFolders() {
     } else {
         for (const char* folder : kOfOthers) make(folder);
     }
+    NoteDamagedSettings();
     for (const LogRow& note : notes_) log_.WriteSysLog(note.text, note.kind);
     notes_.clear();
     const NativePath probe = dataFolder_.Resolve("Settings\\Nordkeep.Test.$$$");
@@ -187,6 +193,17 @@ Foundation::Outcome Foundation::MakeFolders() {
     }
     RemoveFile(probe);
     return std::nullopt;
+}
+
+// What a power cut leaves of a file: nothing, or nothing but zeros where text should be.
+void Foundation::NoteDamagedSettings() {
+    for (const Text& name : ListFiles(dataFolder_.Resolve("Settings"))) {
+        const auto isOne = [&](const char* mask) { return MatchesMask(name, mask); };
+        if (std::ranges::none_of(kSettingsMasks, isOne)) continue;
+        const auto content = ReadFile(dataFolder_.Resolve("Settings\\" + name));
+        if (content && !content->empty() && content->find('\0') == Text::npos) continue;
+        NoteForLog(language_.GetLanguageText(kTextDamaged) + name, LogKind::Failure);
+    }
 }
 
 Foundation::Outcome Foundation::TestClientFolder() {

@@ -61,6 +61,7 @@ class Foundation {
     Outcome TestClientFolder();
     Outcome ConnectToServer();
 
+    void NoteDamagedSettings();
     bool ChooseLanguage();
     void AskForRole();
     void NoteForLog(const Text& text, LogKind kind) { notes_.push_back({{}, {}, kind, text}); }

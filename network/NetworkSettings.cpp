@@ -18,6 +18,10 @@ const std::array kRows = {
     SettingRow<N>{kNetWork, "NetworkTimeout", "5000", kOwn, &N::NetworkTimeout, 100},
     SettingRow<N>{kNetWork, "AskForNetworkModeAtStartup", "0", kOwn, &N::AskForNetworkModeAtStartup},
     SettingRow<N>{kNetWork, "LogTraffic", "0", kOwn, &N::LogTraffic},
+    SettingRow<N>{kNetWork, "ViewLoginFormAutomatically", "0", kOwn, &N::ViewLoginFormAutomatically},
+    SettingRow<N>{kNetWork, "AutoLoginUserName", "", kOwn, &N::AutoLoginUserName},
+    SettingRow<N>{kNetWork, "AutoLoginPassword", "", kOwn, &N::AutoLoginPassword},
+    SettingRow<N>{kNetWork, "RemoteFileFolders", "", kOwn, &N::RemoteFileFolders},
 };
 
 }  // namespace
@@ -29,6 +33,9 @@ std::span<const SettingRow<NetworkSettings>> NetworkSettingRows() {
 NetworkSettings LoadNetworkSettings(const Settings& files) {
     constexpr int kShortestKeepAliveMs = 1000;
     NetworkSettings settings = LoadSettings(files, NetworkSettingRows());
+    for (Text* text : {&settings.ServerAddress, &settings.ClientAddresses, &settings.AutoLoginUserName,
+                       &settings.AutoLoginPassword})
+        *text = Text(TrimBlanks(*text));
     int& interval = settings.NetworkKeepAliveInterval;
     if (interval > 0 && interval < kShortestKeepAliveMs) interval = kShortestKeepAliveMs;
     return settings;

@@ -14,6 +14,10 @@ struct NetworkSettings {
     int NetworkTimeout = 5000;             // ms, at least 100
     bool AskForNetworkModeAtStartup = false;
     bool LogTraffic = false;
+    bool ViewLoginFormAutomatically = false;
+    Text AutoLoginUserName{};
+    Text AutoLoginPassword{};
+    Text RemoteFileFolders{};  // ";"-separated, outside the data folder, that clients may read by full path
 };
 
 std::span<const SettingRow<NetworkSettings>> NetworkSettingRows();

@@ -56,6 +56,16 @@ std::vector<Text> ListEntries(const NativePath& folder);
 /// Real path with all links resolved; none when it does not exist.
 std::optional<NativePath> CanonicalPath(const NativePath& path);
 
+// For names that an outsider has chosen: a symbolic link in the last place counts as not there, and so does
+// what is no regular file. The folder is to be canonical.
+
+/// All bytes; none also when there are more than `most`.
+std::optional<Text> ReadFileUnlinked(const NativePath& path, std::size_t most);
+/// As ReplaceFile.
+bool ReplaceFileUnlinked(const NativePath& path, TextView bytes);
+/// As FileTime.
+OleDate FileTimeUnlinked(const NativePath& path);
+
 /// A file held open for appending, such as the traffic file.
 class AppendingFile {
  public:

@@ -4,7 +4,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextFileTrouble = 3612;
+constexpr int kTextFileTrouble = 3616;
 constexpr int kTextBadLine = 3613;
 constexpr int kTextBadLines = 3614;
 

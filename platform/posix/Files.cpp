@@ -96,6 +96,20 @@ std::optional<Text> ReadFile(const NativePath& path) {
     return ReadAll(file.Get(), static_cast<std::size_t>(status.st_size));
 }
 
+std::optional<Text> ReadFileUnlinked(const NativePath& path, std::size_t most) {
+    const Descriptor file = OpenRegular(path.c_str(), O_RDONLY | O_NOFOLLOW);
+    struct stat status {};
+    if (!file || ::fstat(file.Get(), &status) != 0) return std::nullopt;
+    if (static_cast<std::size_t>(status.st_size) > most) return std::nullopt;
+    return ReadAll(file.Get(), static_cast<std::size_t>(status.st_size));
+}
+
+OleDate FileTimeUnlinked(const NativePath& path) {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+    return LocalTime(status.st_mtim);
+}
+
 bool WriteFile(const NativePath& path, TextView bytes) {
     Descriptor file = OpenRegular(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC);
     return file && WriteAll(file.Get(), bytes) && file.Close();
@@ -105,9 +119,12 @@ bool WriteFile(const NativePath& path, TextView bytes) {
 // content or the new one. It is not synchronised, since it runs at each event and nothing answers a sender
 // on the strength of it; after a power cut the content may be some seconds old, but whole.
 bool ReplaceFile(const NativePath& path, TextView bytes) {
-    const NativePath target = BehindLinks(path);
+    return ReplaceFileUnlinked(BehindLinks(path), bytes);
+}
+
+bool ReplaceFileUnlinked(const NativePath& target, TextView bytes) {
     struct stat status {};
-    const bool exists = ::stat(target.c_str(), &status) == 0;
+    const bool exists = ::lstat(target.c_str(), &status) == 0;
     if (exists && !S_ISREG(status.st_mode)) return false;
     const mode_t mode = status.st_mode & 07777;
     const NativePath temporary = TemporaryNameFor(target);

@@ -60,7 +60,7 @@ class FilePortTest : public ::testing::Test {
     FilePortTest() {
         folder.MakeFolders("LogFiles");
         folder.MakeFolders("In");
-        language.LoadFrom("1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n");
+        language.LoadFrom("1041=Opened\n3605=Unknown\n3616=Trouble \n3613=Bad line \n3614=Bad lines \n");
         log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
         parts.areAllEventsStored = [this] { return areAllEventsStored; };
     }

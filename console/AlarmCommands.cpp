@@ -1,0 +1,67 @@
+#include "console/AlarmCommands.h"
+
+#include "runtime/Fields.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextEndAll = 1021;
+constexpr int kTextEndSelected = 1053;
+constexpr int kTextArchiveSelected = 1055;
+
+}  // namespace
+
+bool AlarmCommands::Asks(int text) const {
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text));
+}
+
+cAlarm* AlarmCommands::RecordOf(const Text& rowKey) const {
+    cAlarm* alarm = needs_.store.FindAlarmByKey(LeadingInt32(rowKey));
+    return alarm && alarm->m_Status != kStatusRemoved ? alarm : nullptr;
+}
+
+void AlarmCommands::End(cAlarm& alarm) {
+    alarm.m_Status = kStatusAcknowledged;
+    alarm.m_AckedTime = needs_.clock.Now();
+    needs_.store.UpdateToDisk(alarm);
+    needs_.store.UpdateAlarmLists(alarm);
+}
+
+void AlarmCommands::AckAll() {
+    if (!Asks(kTextEndAll)) return;
+    needs_.views.BeginBulkLoad();
+    // A copy, since an alarm that ends leaves the set.
+    const auto& open = needs_.store.Events().Unacknowledged();
+    for (const EventSequence sequence : std::vector<EventSequence>(open.begin(), open.end())) {
+        if (cAlarm* alarm = needs_.store.Events().Find(sequence)) End(*alarm);
+    }
+    needs_.views.EndBulkLoad();
+    needs_.views.RecalcStatusBars();
+    needs_.silenceSound();
+}
+
+void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
+    if (!Asks(kTextEndSelected)) return;
+    for (const Text& key : rowKeys) {
+        if (cAlarm* alarm = RecordOf(key)) End(*alarm);
+    }
+    needs_.views.RecalcStatusBars();
+}
+
+void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
+    if (!Asks(kTextArchiveSelected)) return;
+    for (const Text& key : rowKeys) {
+        cAlarm* alarm = RecordOf(key);
+        if (!alarm) continue;
+        if (needs_.role != Role::Client) {
+            needs_.store.RemoveAlarm(*alarm);
+            continue;
+        }
+        // The server's answer takes the row out; the record stays until the next connection.
+        alarm->m_Status = kStatusRemoved;
+        needs_.store.UpdateToDisk(*alarm);
+    }
+    needs_.views.RecalcStatusBars();
+}
+
+}  // namespace nordkeep

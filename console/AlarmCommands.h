@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "runtime/Language.h"
+#include "runtime/Role.h"
+#include "store/EventStore.h"
+
+#include <functional>
+#include <span>
+
+namespace nordkeep {
+
+/// What operators do with alarms from the lists. Each command asks first; any answer but yes changes nothing.
+/// Rows are named by their keys; a row whose record has gone is left alone.
+class AlarmCommands {
+ public:
+    struct Needs {
+        EventStore& store;
+        AlarmViews& views;
+        Dialogs& dialogs;
+        const Language& language;
+        const Clock& clock;
+        Role role = Role::StandAlone;
+        std::function<void()> silenceSound = [] {};
+    };
+    explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
+
+    /// Ends all alarms that are not ended yet, and silences the sound.
+    void AckAll();
+    /// Ends the selected new alarms.
+    void CloseSelected(std::span<const Text> rowKeys);
+    /// Archives the selected old alarms. On a client the server takes the record out.
+    void ArchiveSelected(std::span<const Text> rowKeys);
+
+ private:
+    bool Asks(int text) const;
+    cAlarm* RecordOf(const Text& rowKey) const;
+    void End(cAlarm& alarm);
+
+    Needs needs_;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "network/Frames.h"
+#include "network/NetworkSettings.h"
+#include "network/NetworkTraffic.h"
+#include "network/PeerLog.h"
+#include "platform/EventLoop.h"
+#include "platform/Winsock.h"
+#include "runtime/Language.h"
+
+#include <array>
+#include <memory>
+
+namespace nordkeep {
+
+/// How many clients a server has at the same time.
+inline constexpr int kSlotCount = 8;
+
+/// What a server does with the messages of its clients.
+class SlotHandler {
+ public:
+    virtual ~SlotHandler() = default;
+    virtual void HandleMessage(int slot, std::uint8_t number, TextView payload) = 0;
+};
+
+/// The server's side of the connections: who may call, eight slots with their buffers, and the sending to
+/// one, all or all but one of them. What the messages mean is the handler's.
+class ClientSlots {
+ public:
+    struct Needs {
+        SocketFactory& sockets;
+        EventLoop& loop;
+        const Clock& clock;
+        const Language& language;
+        SysLog& log;
+        const NetworkTraffic& traffic;
+        const NetworkSettings& settings;
+    };
+    explicit ClientSlots(const Needs& needs);
+
+    /// Messages that arrive without a handler are dropped.
+    void SetHandler(SlotHandler* handler) { handler_ = handler; }
+    /// Told whenever the number of clients may have changed.
+    void SetOnClientsChanged(std::function<void()> listener) { onClientsChanged_ = std::move(listener); }
+
+    /// False when the port cannot be had; LastError tells why.
+    bool Listen();
+    Text LastError() const { return listener_->LastError(); }
+    int ConnectedCount() const;
+    bool IsConnected(int slot) const;
+    /// The client's address, kept from its call on for all lines in the log.
+    const Text& AddressOf(int slot) const { return At(slot).address; }
+
+    void SendTo(int slot, Message message, TextView payload);
+    void SendToAll(Message message, TextView payload) { SendToAllBut(-1, message, payload); }
+    void SendToAllBut(int slot, Message message, TextView payload);
+
+    /// Counts the time of a tick, and about once a second closes the clients of which nothing has been heard
+    /// for five intervals.
+    void Supervise(int elapsedMs);
+    /// Tells the clients that the server goes, waits up to two seconds until that has left, and closes.
+    void Shutdown();
+
+    /// One line about a client, in the log.
+    void Log(int slot, TextView text, LogKind kind) { log_.Write(AddressOf(slot), text, kind); }
+
+ private:
+    struct Slot {
+        std::unique_ptr<Winsock> socket{};
+        Text address{};
+        FrameBuffer buffer{};
+        std::int64_t lastHeardMs = 0;
+        bool isSendCompleted = false;
+    };
+
+    Slot& At(int slot) { return slots_[static_cast<std::size_t>(slot)]; }
+    const Slot& At(int slot) const { return slots_[static_cast<std::size_t>(slot)]; }
+    SocketEvents EventsOf(int slot);
+
+    void OnCall(SocketRequest request);
+    void Refuse(const Text& address, int textNumber);
+    int FreeSlot() const;
+    void OnData(int slot);
+    void OnClosed(int slot);
+    void OnError(int slot, const Text& description);
+    void HandleFrames(int slot);
+    void WriteClientSocket(int slot, TextView frame);
+    void NoteClientsChanged() const;
+    Text Line(int textNumber, const Text& address) const;
+
+    Needs needs_;
+    PeerLog log_;
+    std::unique_ptr<Winsock> listener_;
+    std::array<Slot, kSlotCount> slots_{};
+    SlotHandler* handler_ = nullptr;
+    std::function<void()> onClientsChanged_{};
+    int supervisionMs_ = 0;
+};
+
+/// True when `caller` stands in the list: "*" alone is anybody; else addresses between commas, compared as
+/// they stand, up to the first empty one.
+bool IsAllowedToCall(TextView clientAddresses, TextView caller);
+
+}  // namespace nordkeep

@@ -1,0 +1,67 @@
+#include "network/FileService.h"
+
+#include "network/FileDates.h"
+#include "network/Frames.h"
+#include "network/Payload.h"
+
+namespace nordkeep {
+namespace {
+
+/// The answer is a LongString: its length takes four bytes of the payload.
+constexpr std::size_t kLongestFile = kLongestPayload - 4;
+constexpr TextView kSeparators = "\\/";
+
+}  // namespace
+
+Text FileService::ReadTextFile(TextView path) const {
+    Text text = WithLineEnds(ReadBinaryFile(path));
+    return text.size() > kLongestFile ? Text() : text;
+}
+
+Text FileService::ReadBinaryFile(TextView path) const {
+    const auto place = paths_.Find(path, PathKind::Read);
+    return place ? ReadFileUnlinked(place->path, kLongestFile).value_or(Text()) : Text();
+}
+
+bool FileService::WriteTextFile(TextView path, TextView text) const {
+    const auto place = paths_.Find(path, PathKind::BelowDataFolder);
+    return place && ReplaceFileUnlinked(place->path, Text(text).append("\r\n"));
+}
+
+std::int32_t FileService::FileTimeStamp(TextView path) const {
+    const auto place = paths_.Find(path, PathKind::BelowDataFolder);
+    return place ? FileDateToLong(FileTimeUnlinked(place->path)) : 0;
+}
+
+Text FileService::ScanForFiles(TextView pattern) const {
+    const ScanPattern parts = SplitScanPattern(pattern);
+    const auto folder = paths_.FindFolder(parts.folder);
+    if (!folder || parts.mask.find('\0') != TextView::npos) return {};
+    Text names;
+    for (const Text& name : ListFiles(*folder)) {
+        const NativePath path = *folder + "/" + ToUtf8(name);
+        if (!FitsScan(name, parts.mask) || paths_.IsUsersFile(*folder, path)) continue;
+        if (FileTimeUnlinked(path).IsNever()) continue;  // a link
+        if (names.size() + name.size() + 1 > kLongestShortString) break;
+        names.append(name).append("|");
+    }
+    return names;
+}
+
+void FileService::MakeDataFolder(TextView path) const {
+    while (!path.empty() && kSeparators.find(path.back()) != TextView::npos) path.remove_suffix(1);
+    if (const auto place = paths_.Find(path, PathKind::BelowDataFolder)) MakeFolder(place->path);
+}
+
+bool IsTranslationFile(TextView path) {
+    const std::size_t separator = path.find_last_of(kSeparators);
+    if (separator == TextView::npos) return false;
+    TextView folder = path.substr(0, separator);
+    while (!folder.empty() && kSeparators.find(folder.front()) != TextView::npos) folder.remove_prefix(1);
+    const TextView name = path.substr(separator + 1);
+    const std::size_t dot = name.rfind('.');
+    if (dot == TextView::npos || !EqualsNoCase(folder, "Settings")) return false;
+    return EqualsNoCase(name.substr(dot), ".IDCode") || EqualsNoCase(name.substr(dot), ".TypeCode");
+}
+
+}  // namespace nordkeep

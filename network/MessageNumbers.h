@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/Text.h"
+
+#include <cstdint>
+
+namespace nordkeep {
+
+/// Both sides speak this version, or the client ends.
+inline constexpr std::int32_t kProtocolVersion = 2;
+
+/// What a frame is about; the number on the wire.
+enum class Message : std::uint8_t {
+    KeepAlive = 0,
+    Translation = 2,
+    PortTree = 3,
+    ClosePending = 4,
+    InitialData = 5,
+    InitialEvent = 6,
+    OldEvent = 7,
+    NewEvent = 8,
+    AllEvents = 9,
+    SendToTorvex = 10,
+    RemovePortTree = 11,
+    RemoveTranslations = 12,
+    ResetAliveTestTimer = 13,
+    SetServiceMode = 14,
+    UpdateIdCode = 15,
+    Login = 16,
+    Logout = 17,
+    ReadTextFile = 18,
+    WriteTextFile = 19,
+    FileDateTimeStamp = 20,
+    ScanForFiles = 21,
+    ReadBinaryFile = 22,
+    ProtocolVersion = 23,
+    MakeDir = 24,
+    ServerIsShuttingDown = 99,
+};
+
+/// The name in the traffic log; "Unknown (n)" for a number that is no message.
+Text MessageName(std::uint8_t number);
+
+}  // namespace nordkeep

@@ -1,0 +1,223 @@
+#include "network/NetworkServer.h"
+
+#include "network/EventRecord.h"
+#include "network/ObjectMessages.h"
+#include "network/Users.h"
+#include "translation/ObjectLookup.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextNoSuchEvent = 1078;
+constexpr int kTextRefusedLogin = 1090;
+constexpr int kTextLoggedIn = 1091;
+constexpr int kTextLoggedOut = 1092;
+constexpr TextView kResetByClient = "reset by client";
+constexpr std::size_t kLongestNameInLog = 128;
+
+/// A set and one of its objects; both or none.
+struct FoundObject {
+    cTranslate* set = nullptr;
+    cIDCode* object = nullptr;
+    explicit operator bool() const { return object != nullptr; }
+};
+
+FoundObject FindObject(const Translations& translations, const ObjectName& name) {
+    cTranslate* set = translations.Find(name.fileName);
+    return {.set = set, .object = set == nullptr ? nullptr : FindExactObject(*set, name.idCode)};
+}
+
+}  // namespace
+
+std::vector<PortTreeNode> MakePortTree(const std::vector<PortInTree>& ports) {
+    std::vector<PortTreeNode> nodes;
+    for (const PortInTree& port : ports) {
+        nodes.push_back({0, port.description});
+        for (int number = 0; port.binding != nullptr && number < kProtocolCount; ++number) {
+            const auto& sets = port.binding->sets[static_cast<std::size_t>(number)];
+            if (sets.empty()) continue;
+            nodes.push_back({1, Text(ProtocolKey(number))});
+            for (const cTranslate* set : sets) nodes.push_back({2, set->m_FileName});
+        }
+    }
+    return nodes;
+}
+
+const NetworkServer::Handler NetworkServer::kHandlers[] = {
+    {Message::InitialData, &NetworkServer::SendInitialData},
+    {Message::OldEvent, &NetworkServer::ChangeEvent},
+    {Message::AllEvents, &NetworkServer::SendAllEvents},
+    {Message::SendToTorvex, &NetworkServer::ForwardToTorvex},
+    {Message::ResetAliveTestTimer, &NetworkServer::ResetAliveTests},
+    {Message::SetServiceMode, &NetworkServer::ChangeServiceMode},
+    {Message::Login, &NetworkServer::Login},
+    {Message::Logout, &NetworkServer::Logout},
+    {Message::ReadTextFile, &NetworkServer::ReadTextFile},
+    {Message::WriteTextFile, &NetworkServer::WriteTextFile},
+    {Message::FileDateTimeStamp, &NetworkServer::TellFileTime},
+    {Message::ScanForFiles, &NetworkServer::ScanForFiles},
+    {Message::ReadBinaryFile, &NetworkServer::ReadBinaryFile},
+    {Message::ProtocolVersion, &NetworkServer::TellVersion},
+    {Message::MakeDir, &NetworkServer::MakeDir},
+};
+
+NetworkServer::NetworkServer(const Needs& needs)
+    : needs_(needs), fileService_(needs.dataFolder, needs.settings.RemoteFileFolders) {
+    needs_.slots.SetHandler(this);
+}
+
+NetworkServer::~NetworkServer() {
+    needs_.slots.SetHandler(nullptr);
+}
+
+// KEEPALIVE needs no handler: that something came is all it says.
+void NetworkServer::HandleMessage(int slot, std::uint8_t number, TextView payload) {
+    for (const Handler& handler : kHandlers) {
+        if (static_cast<std::uint8_t>(handler.message) == number) (this->*handler.handle)(slot, payload);
+    }
+}
+
+Text NetworkServer::AddressLine(int textNumber, int slot) const {
+    return needs_.language.GetLanguageText(textNumber) + needs_.slots.AddressOf(slot);
+}
+
+void NetworkServer::SendTranslations(int slot) {
+    for (const auto& set : needs_.translations.Sets())
+        needs_.slots.SendTo(slot, Message::Translation, TranslationPayload(*set));
+}
+
+void NetworkServer::SendPortTree(int slot) {
+    needs_.slots.SendTo(slot, Message::PortTree, PortTreePayload(MakePortTree(needs_.ports())));
+}
+
+void NetworkServer::SendInitialData(int slot, TextView) {
+    SendPortTree(slot);
+    SendTranslations(slot);
+    needs_.slots.SendTo(slot, Message::ClosePending, {});
+}
+
+void NetworkServer::SendAllEvents(int slot, TextView) {
+    const EventList& events = needs_.store.Events();
+    for (EventSequence at = events.Next(0); at != 0 && needs_.slots.IsConnected(slot); at = events.Next(at))
+        needs_.slots.SendTo(slot, Message::InitialEvent, EventPayload(*events.Find(at)));
+    needs_.slots.SendTo(slot, Message::ClosePending, {});
+}
+
+void NetworkServer::SendReload() {
+    for (int slot = 0; slot < kSlotCount; ++slot) {
+        if (!needs_.slots.IsConnected(slot)) continue;
+        needs_.slots.SendTo(slot, Message::RemovePortTree, {});
+        needs_.slots.SendTo(slot, Message::RemoveTranslations, {});
+        SendTranslations(slot);
+        SendPortTree(slot);
+    }
+}
+
+void NetworkServer::ChangeEvent(int slot, TextView payload) {
+    const EventHead head = ReadEventHead(payload);
+    cAlarm* alarm = needs_.store.FindAlarmByKey(head.filePointer);
+    cAlarm changed = alarm != nullptr ? *alarm : cAlarm();
+    if (!ReadEvent(payload, changed)) return;
+    if (alarm == nullptr) {
+        const Text line = needs_.language.GetLanguageText(kTextNoSuchEvent) +
+                          " (Filepointer: " + std::to_string(head.filePointer) +
+                          ", Status: " + std::to_string(head.status) +
+                          ", Client: " + needs_.slots.AddressOf(slot) + ")";
+        return needs_.slots.Log(slot, line, LogKind::Oddity);
+    }
+    *alarm = std::move(changed);
+    needs_.store.UpdateToDisk(*alarm);
+    // The other clients get the change a second time, as they always have.
+    needs_.slots.SendToAllBut(slot, Message::OldEvent, EventPayload(*alarm));
+    FinishChange(*alarm);
+}
+
+void NetworkServer::FinishChange(cAlarm& alarm) {
+    if (alarm.m_Status == kStatusRemoved) {
+        needs_.store.ArchiveToFile(alarm);
+        needs_.store.Forget(alarm);
+    } else {
+        needs_.store.UpdateAlarmLists(alarm);
+    }
+    needs_.views.RecalcStatusBars();
+}
+
+void NetworkServer::ForwardToTorvex(int, TextView payload) {
+    needs_.torvex.Send(ReadPayload<ShortText>(payload).text);
+}
+
+void NetworkServer::ResetAliveTests(int, TextView payload) {
+    const auto name = ReadWholePayload<ObjectName>(payload);
+    const FoundObject found = name ? FindObject(needs_.translations, *name) : FoundObject();
+    if (!found) return;
+    const OleDate now = needs_.clock.Now();
+    for (const int test : {1, 2}) {
+        needs_.timers.Restart(*found.object, test, now, kResetByClient);
+        found.object->FailedFlag(test) = false;
+    }
+    needs_.objectViews.UpdateObjectTreeEntry(*found.set, *found.object);
+    needs_.objectViews.RecalcAliveTestView();
+    needs_.objectReplica.SendAliveTestReset(*found.set, *found.object);
+}
+
+void NetworkServer::ChangeServiceMode(int, TextView payload) {
+    const auto change = ReadWholePayload<ServiceModeChange>(payload);
+    const FoundObject found = change ? FindObject(needs_.translations, change->object) : FoundObject();
+    if (!found) return;
+    needs_.servicePeriods.Set(*found.set, *found.object,
+                              {.mode = change->mode, .begin = change->begin, .end = change->end});
+}
+
+void NetworkServer::Login(int slot, TextView payload) {
+    const auto request = ReadPayload<LoginRequest>(payload);
+    const Text name = "'" + request.userName.substr(0, kLongestNameInLog) + "'";
+    if (const auto answer = CheckLogin(needs_.files, request)) {
+        needs_.slots.SendTo(slot, Message::Login, PayloadOf(*answer));
+        needs_.slots.Log(slot, name + AddressLine(kTextLoggedIn, slot), LogKind::Information);
+    } else {
+        needs_.slots.SendTo(slot, Message::Logout, {});
+        needs_.slots.Log(slot, name + AddressLine(kTextRefusedLogin, slot), LogKind::Failure);
+    }
+}
+
+void NetworkServer::Logout(int slot, TextView) {
+    needs_.slots.SendTo(slot, Message::Logout, {});
+    needs_.slots.Log(slot, AddressLine(kTextLoggedOut, slot), LogKind::Information);
+}
+
+void NetworkServer::ReadTextFile(int slot, TextView payload) {
+    const Text text = fileService_.ReadTextFile(ReadPayload<ShortText>(payload).text);
+    needs_.slots.SendTo(slot, Message::ReadTextFile, PayloadOf(LongText{text}));
+}
+
+void NetworkServer::WriteTextFile(int, TextView payload) {
+    const auto file = ReadPayload<FileToWrite>(payload);
+    if (!fileService_.WriteTextFile(file.path, file.text)) return;
+    if (IsTranslationFile(file.path)) needs_.requestReload();
+}
+
+void NetworkServer::TellFileTime(int slot, TextView payload) {
+    const std::int32_t time = fileService_.FileTimeStamp(ReadPayload<ShortText>(payload).text);
+    needs_.slots.SendTo(slot, Message::FileDateTimeStamp, PayloadOf(LongNumber{time}));
+}
+
+void NetworkServer::ScanForFiles(int slot, TextView payload) {
+    const Text names = fileService_.ScanForFiles(ReadPayload<ShortText>(payload).text);
+    needs_.slots.SendTo(slot, Message::ScanForFiles, PayloadOf(ShortText{names}));
+}
+
+void NetworkServer::ReadBinaryFile(int slot, TextView payload) {
+    const Text bytes = fileService_.ReadBinaryFile(ReadPayload<ShortText>(payload).text);
+    needs_.slots.SendTo(slot, Message::ReadBinaryFile, PayloadOf(LongText{bytes}));
+}
+
+void NetworkServer::TellVersion(int slot, TextView) {
+    needs_.slots.SendTo(slot, Message::ProtocolVersion, PayloadOf(LongNumber{kProtocolVersion}));
+}
+
+void NetworkServer::MakeDir(int slot, TextView payload) {
+    fileService_.MakeDataFolder(ReadPayload<ShortText>(payload).text);
+    needs_.slots.SendTo(slot, Message::MakeDir, {});
+}
+
+}  // namespace nordkeep

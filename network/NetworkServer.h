@@ -1,0 +1,92 @@
+#pragma once
+
+#include "network/ClientSlots.h"
+#include "network/FileService.h"
+#include "network/Messages.h"
+#include "pipeline/TorvexLink.h"
+#include "store/EventStore.h"
+#include "translation/AliveTestTimers.h"
+#include "translation/PortBinding.h"
+#include "translation/ServicePeriods.h"
+#include "translation/Translations.h"
+
+#include <functional>
+#include <vector>
+
+namespace nordkeep {
+
+/// A port as it stands in the tree of the clients.
+struct PortInTree {
+    Text description{};
+    const PortBinding* binding = nullptr;
+};
+/// The tree of these ports: each port, below it its protocols that have a set, below these the sets.
+std::vector<PortTreeNode> MakePortTree(const std::vector<PortInTree>& ports);
+
+/// What a server does for its clients: answers their requests and takes their changes. Whether somebody has
+/// logged in is the client's affair; the server checks passwords and remembers nobody.
+class NetworkServer final : public SlotHandler {
+ public:
+    struct Needs {
+        ClientSlots& slots;
+        const FileTree& dataFolder;
+        const Settings& files;
+        const Language& language;
+        const Clock& clock;
+        const NetworkSettings& settings;
+        EventStore& store;
+        AlarmViews& views;
+        Translations& translations;
+        ObjectViews& objectViews;
+        ObjectReplica& objectReplica;
+        ServicePeriods& servicePeriods;
+        const AliveTestTimers& timers;
+        TorvexLink& torvex;
+        /// The ports in their order.
+        std::function<std::vector<PortInTree>()> ports;
+        /// A client has changed the files of a translation set.
+        std::function<void()> requestReload;
+    };
+    explicit NetworkServer(const Needs& needs);
+    ~NetworkServer() override;
+    NetworkServer(const NetworkServer&) = delete;
+    NetworkServer& operator=(const NetworkServer&) = delete;
+
+    /// To be called behind a reload of the translations: renews the sets and the tree of every client.
+    void SendReload();
+
+    void HandleMessage(int slot, std::uint8_t number, TextView payload) override;
+
+ private:
+    struct Handler {
+        Message message;
+        void (NetworkServer::*handle)(int slot, TextView payload);
+    };
+    static const Handler kHandlers[];
+
+    void SendInitialData(int slot, TextView payload);
+    void SendAllEvents(int slot, TextView payload);
+    void ChangeEvent(int slot, TextView payload);
+    void ForwardToTorvex(int slot, TextView payload);
+    void ResetAliveTests(int slot, TextView payload);
+    void ChangeServiceMode(int slot, TextView payload);
+    void Login(int slot, TextView payload);
+    void Logout(int slot, TextView payload);
+    void ReadTextFile(int slot, TextView payload);
+    void WriteTextFile(int slot, TextView payload);
+    void TellFileTime(int slot, TextView payload);
+    void ScanForFiles(int slot, TextView payload);
+    void ReadBinaryFile(int slot, TextView payload);
+    void TellVersion(int slot, TextView payload);
+    void MakeDir(int slot, TextView payload);
+
+    void SendTranslations(int slot);
+    void SendPortTree(int slot);
+    void FinishChange(cAlarm& alarm);
+    Text AddressLine(int textNumber, int slot) const;
+
+    Needs needs_;
+    FileService fileService_;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "network/Messages.h"
+#include "runtime/Settings.h"
+
+namespace nordkeep {
+
+/// Holds a name and password against the users file of the server, section Users:
+/// "user name=full name,initials,password,level". None when refused: an unknown or empty name, a user without
+/// a password, a wrong one, a level below 0.
+std::optional<LoginAnswer> CheckLogin(const Settings& files, const LoginRequest& request);
+
+}  // namespace nordkeep

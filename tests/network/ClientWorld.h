@@ -1,0 +1,91 @@
+#pragma once
+
+#include "network/ClientSession.h"
+#include "network/RemoteDataFiles.h"
+#include "tests/network/ServerWorld.h"
+
+namespace nordkeep {
+
+/// Writes down what a client's screen is told.
+class RecordingScreen final : public ClientScreen {
+ public:
+    void ShowLinkState(LinkState state) override { states.push_back(state); }
+    void ShowUser(const ClientUser& user) override { level = user.level; }
+    void AskForLogin() override { ++loginQuestions; }
+    void ForgetPortTree() override {}
+    void ShowPortTree(const std::vector<PortTreeNode>& nodes) override { tree = nodes; }
+    void PresentNewEvent(cAlarm& alarm) override {
+        presented.push_back(alarm.m_AlarmCodeToStore);
+        if (onPresent) onPresent();
+    }
+    void EndProgram(const Text& message) override { ends.push_back(message); }
+
+    std::vector<LinkState> states{};
+    std::int32_t level = -1;
+    int loginQuestions = 0;
+    std::vector<PortTreeNode> tree{};
+    std::vector<Text> presented{};
+    std::function<void()> onPresent{};
+    std::vector<Text> ends{};
+};
+
+/// A client with a data folder of its own.
+struct ClientWorld {
+    ClientWorld(ManualTime& time_, SocketFactory& sockets_) : time(time_), sockets(sockets_) {
+        folder.MakeFolders("LogFiles_Client");
+        language.LoadFrom("1061=cannot\n1062=lost\n1065=ends\n1076= at \n1077=unknown\n1081=bye\n");
+        log.SetRole(Role::Client);
+        log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
+    }
+    /// As the program starts.
+    ClientStart Start() {
+        ClientStart start = StartClient(link, language, log);
+        if (start.failure.empty()) session.Begin();
+        return start;
+    }
+    bool HasLogged(const Text& text) const {
+        return std::find(logged.begin(), logged.end(), text) != logged.end();
+    }
+
+    ManualTime& time;
+    SocketFactory& sockets;
+    TempFolder folder{};
+    Settings files{folder.Tree()};
+    Language language{};
+    SysLog log{folder.Tree(), time};
+    std::vector<Text> logged{};
+    NetworkSettings network{.ServerAddress = "server"};
+    NetworkTraffic traffic{folder.Tree(), time};
+    ServerLink link{{sockets, time, time, language, log, traffic, network}};
+    ClientUser user{};
+    ClientReplica replica{link, user};
+    RowViews views{};
+    NoObjectViews objectViews{};
+    StoreSettings storeSettings{};
+    TranslationSettings translationSettings{};
+    AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
+    EventCommit commit{[] {}};
+    EventStore store{
+        StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Client, 1},
+        storeSettings};
+    Translations translations{
+        {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
+    RecordingScreen screen{};
+    Mirror mirror{{.link = link,
+                   .loop = time,
+                   .clock = time,
+                   .language = language,
+                   .log = log,
+                   .settings = network,
+                   .store = store,
+                   .views = views,
+                   .translations = translations,
+                   .objectViews = objectViews,
+                   .timers = timers,
+                   .screen = screen,
+                   .user = user}};
+    ClientSession session{{link, mirror, replica, language, log, network, screen}};
+    RemoteDataFiles remote{link};
+};
+
+}  // namespace nordkeep

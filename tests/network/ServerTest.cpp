@@ -1,0 +1,273 @@
+#include "network/ObjectMessages.h"
+#include "tests/network/ServerWorld.h"
+
+#include <gtest/gtest.h>
+
+namespace nordkeep {
+namespace {
+
+using namespace std::string_literals;
+
+/// A server on played sockets: the listener is the first that was made, the slots follow.
+class ServerTest : public ::testing::Test {
+ protected:
+    FakeWinsock& Slot(int slot) { return sockets.At(static_cast<std::size_t>(slot) + 1); }
+    void CallFrom(const Text& address) {
+        sockets.At(0).remoteIp = address;
+        sockets.At(0).CallIn();
+    }
+    void Connect(int count) {
+        for (int i = 0; i < count; ++i) CallFrom("127.0.0.1");
+    }
+    void Send(int slot, Message message, TextView payload = {}) {
+        Slot(slot).Arrive(FrameOf(message, payload));
+    }
+    /// The numbers of the messages that a slot has been sent, and forgets them.
+    std::vector<int> Sent(int slot) {
+        std::vector<int> numbers;
+        for (const Text& frame : Slot(slot).sends) numbers.push_back(static_cast<unsigned char>(frame[0]));
+        last = Slot(slot).sends.empty() ? Text() : Slot(slot).sends.back().substr(5);
+        Slot(slot).sends.clear();
+        return numbers;
+    }
+    using Numbers = std::vector<int>;
+
+    ManualTime time{};
+    FakeSockets sockets{};
+    ServerWorld world{time, sockets};
+    Text last{};  // payload
+};
+
+TEST_F(ServerTest, LetsInEightAllowedCallers) {
+    world.network.ClientAddresses = "10.0.0.1,127.0.0.1,,10.0.0.9";
+    ASSERT_TRUE(world.slots.Listen());
+    EXPECT_EQ(sockets.At(0).localPort, 17666);
+    CallFrom("10.0.0.9");
+    EXPECT_TRUE(world.HasLogged("notallowed 10.0.0.9"));
+    Connect(8);
+    EXPECT_EQ(world.slots.ConnectedCount(), 8);
+    CallFrom("10.0.0.9");
+    EXPECT_TRUE(world.HasLogged("toomany 10.0.0.9"));
+    EXPECT_EQ(world.slots.ConnectedCount(), 8);
+
+    Slot(3).CloseByPeer();
+    EXPECT_TRUE(world.HasLogged("gone 127.0.0.1"));
+    CallFrom("10.0.0.1");
+    EXPECT_EQ(Slot(3).state, SocketState::Connected);
+    EXPECT_EQ(world.slots.AddressOf(3), "10.0.0.1");
+}
+
+TEST(ClientAddresses, AreComparedAsTheyStand) {
+    EXPECT_TRUE(IsAllowedToCall("*", "1.2.3.4"));
+    EXPECT_FALSE(IsAllowedToCall("*,1.2.3.4", "5.6.7.8"));
+    EXPECT_FALSE(IsAllowedToCall("1.1.1.1, 2.2.2.2", "2.2.2.2"));
+    EXPECT_FALSE(IsAllowedToCall("1.1.1.1", "1.1.1.11"));
+}
+
+TEST_F(ServerTest, AnswersRequests) {
+    world.Raise("a");
+    world.Raise("b");
+    Connect(2);
+    Send(0, Message::InitialData);
+    EXPECT_EQ(Sent(0), (Numbers{3, 2, 4}));
+    Send(0, Message::AllEvents);
+    EXPECT_EQ(Sent(0), (Numbers{6, 6, 4}));
+    Send(0, Message::ProtocolVersion);
+    EXPECT_EQ(Sent(0), Numbers{23});
+    EXPECT_EQ(last, "\0\0\0\x02"s);
+    Send(0, Message::ReadTextFile, PayloadOf(ShortText{"Settings\\Nordkeep.INI"}));
+    EXPECT_EQ(Sent(0), Numbers{18});
+    EXPECT_EQ(ReadPayload<LongText>(last).text, "[General]\r\nMaxAlarms=77\r\n");
+    Send(0, Message::ReadTextFile, PayloadOf(ShortText{"settings/users.ini"}));
+    EXPECT_EQ(Sent(0), Numbers{18});
+    EXPECT_EQ(last, "\0\0\0\0"s);
+    Send(0, Message::ScanForFiles, PayloadOf(ShortText{"Settings\\*.TypeCode"}));
+    EXPECT_EQ(Sent(0), Numbers{21});
+    EXPECT_EQ(ReadPayload<ShortText>(last).text, "A.TypeCode|");
+    Send(0, Message::MakeDir, PayloadOf(ShortText{"Comments\\1"}));
+    EXPECT_EQ(Sent(0), Numbers{24});
+    EXPECT_TRUE(FolderExists(world.folder.Resolve("Comments\\1")));
+    Send(0, Message::WriteTextFile, PayloadOf(FileToWrite{"Settings\\A.TypeCode", "E2;1;New;"}));
+    EXPECT_EQ(world.reloads, 1);
+    Send(0, Message::KeepAlive);
+    Send(0, static_cast<Message>(200), "nonsense");
+    EXPECT_EQ(Sent(0), Numbers{});
+    EXPECT_EQ(Sent(1), Numbers{});
+}
+
+TEST_F(ServerTest, ShowsTheTreeOfItsPorts) {
+    Connect(1);
+    Send(0, Message::InitialData);
+    const auto nodes = ReadPortTree(Slot(0).sends.at(0).substr(5));
+    EXPECT_EQ(nodes, (std::vector<PortTreeNode>{{0, "Port one"}, {1, "Robofon"}, {2, "A"}}));
+}
+
+TEST_F(ServerTest, ChecksPasswords) {
+    const std::pair<LoginRequest, int> cases[] = {
+        {{"ANNA", "sEcret"}, 16}, {{"anna", "wrong"}, 17}, {{"anna", ""}, 17},
+        {{"bo", ""}, 17},         {{"", "Secret"}, 17},    {{"nobody", "x"}, 17},
+    };
+    Connect(1);
+    for (const auto& [request, answer] : cases) {
+        Send(0, Message::Login, PayloadOf(request));
+        EXPECT_EQ(Sent(0), Numbers{answer}) << request.userName;
+        if (answer == 16) {
+            EXPECT_EQ(ReadPayload<LoginAnswer>(last).fullName, "Anna Berg");
+        }
+    }
+    EXPECT_TRUE(world.HasLogged("'ANNA' in 127.0.0.1"));
+    EXPECT_TRUE(world.HasLogged("'nobody' refused 127.0.0.1"));
+    Send(0, Message::Logout);
+    EXPECT_EQ(Sent(0), Numbers{17});
+}
+
+TEST_F(ServerTest, TellsChangesOnceAndThoseOfAClientTwiceToTheOthers) {
+    Connect(3);
+    cAlarm& alarm = world.Raise("fire");
+    EXPECT_EQ(Sent(0), Numbers{8});
+    cAlarm sent;
+    ReadEvent(last, sent);
+    EXPECT_FALSE(sent.m_IsStored);
+
+    cAlarm changed = alarm;
+    changed.m_URL.clear();
+    changed.m_Status = kStatusAcknowledged;
+    changed.m_User = "AB ";
+    Sent(1);
+    Send(1, Message::OldEvent, EventPayload(changed));
+    EXPECT_EQ(Sent(0), (Numbers{7, 7}));
+    EXPECT_EQ(Sent(1), Numbers{7});
+    EXPECT_EQ(alarm.m_User, "AB ");
+    EXPECT_EQ(alarm.m_URL, "url");
+    EXPECT_EQ(world.views.rows.at(alarm.m_FilePointer), kStatusAcknowledged);
+
+    changed.m_Status = kStatusRemoved;
+    Send(1, Message::OldEvent, EventPayload(changed));
+    EXPECT_EQ(world.store.Events().Count(), 0u);
+    EXPECT_TRUE(world.views.rows.empty());
+    EXPECT_TRUE(ListFiles(world.folder.Resolve("Data\\Events")).empty());
+    EXPECT_NE(world.folder.Read("Data\\Archive.TXT"), "");
+    Send(1, Message::OldEvent, EventPayload(changed));
+    EXPECT_TRUE(world.HasLogged("nosuch (Filepointer: " + std::to_string(changed.m_FilePointer) +
+                                ", Status: -1, Client: 127.0.0.1)"));
+}
+
+TEST_F(ServerTest, DropsChangesThatAreNotWhole) {
+    Connect(1);
+    cAlarm& alarm = world.Raise("fire");
+    cAlarm changed = alarm;
+    changed.m_Status = kStatusRemoved;
+    const Text whole = EventPayload(changed);
+    for (std::size_t cut = 0; cut < whole.size(); ++cut) Send(0, Message::OldEvent, whole.substr(0, cut));
+    EXPECT_EQ(alarm.m_Status, kStatusNew);
+    const Text mode = PayloadOf(ServiceModeChange{{"A", "1"}, 3, {}, {}});
+    for (std::size_t cut = 0; cut < mode.size(); ++cut) Send(0, Message::SetServiceMode, mode.substr(0, cut));
+    EXPECT_EQ(world.Object().m_ServiceMode, 0);
+    EXPECT_EQ(Sent(0), Numbers{8});
+}
+
+TEST_F(ServerTest, TakesServiceModesAndAliveTestResets) {
+    Connect(2);
+    world.Object().m_AliveTestIntervalHasExceeded = true;
+    Send(0, Message::ResetAliveTestTimer, PayloadOf(ObjectName{"a", "1"}));
+    EXPECT_EQ(Sent(1), Numbers{13});
+    EXPECT_FALSE(world.Object().m_AliveTestIntervalHasExceeded);
+    EXPECT_EQ(world.Object().GetNextAliveTestExpirationTime(1), time.Now().PlusMinutes(60));
+    Send(0, Message::SetServiceMode, PayloadOf(ServiceModeChange{{"A", "1"}, 3, {}, {}}));
+    EXPECT_EQ(Sent(1), Numbers{14});
+    EXPECT_EQ(world.Object().m_ServiceMode, 3);
+    Send(0, Message::SetServiceMode, PayloadOf(ServiceModeChange{{"A", "nobody"}, 3, {}, {}}));
+    Send(0, Message::ResetAliveTestTimer, PayloadOf(ObjectName{"B", "1"}));
+    EXPECT_EQ(Sent(1), Numbers{});
+}
+
+TEST_F(ServerTest, RenewsItsClientsBehindAReload) {
+    Connect(1);
+    world.server.SendReload();
+    EXPECT_EQ(Sent(0), (Numbers{11, 12, 2, 3}));
+}
+
+TEST_F(ServerTest, ClosesSilentClientsAndKeepsTheirHalfFrames) {
+    world.network.NetworkKeepAliveInterval = 1500;  // seven whole seconds
+    Connect(2);
+    Slot(0).Arrive("\x07\0\0"s);
+    for (int second = 0; second < 7; ++second) {
+        time.Advance(1000);
+        Send(1, Message::KeepAlive);
+        world.slots.Supervise(1000);
+    }
+    EXPECT_TRUE(world.slots.IsConnected(0));
+    time.Advance(1000);
+    world.slots.Supervise(500);
+    EXPECT_TRUE(world.slots.IsConnected(0));
+    world.slots.Supervise(500);
+    EXPECT_FALSE(world.slots.IsConnected(0));
+    EXPECT_TRUE(world.slots.IsConnected(1));
+    EXPECT_TRUE(world.HasLogged("silent 127.0.0.1"));
+    EXPECT_FALSE(world.HasLogged("gone 127.0.0.1"));
+
+    // The next client in the slot completes what the last one has begun.
+    Connect(1);
+    Slot(0).Arrive("\0\x01x"s + FrameOf(Message::ProtocolVersion, {}));
+    EXPECT_EQ(Sent(0), Numbers{23});
+}
+
+TEST_F(ServerTest, EndsPeersThatAnnounceTooMuchOrTakeNothing) {
+    Connect(2);
+    Slot(0).Arrive(FrameOf(Message::ProtocolVersion, {}) + "\x07\x04\0\0\x01"s);
+    EXPECT_FALSE(world.slots.IsConnected(0));
+    EXPECT_EQ(Sent(0), Numbers{23});
+    EXPECT_TRUE(world.HasLogged("error 127.0.0.1 (frame too long)"));
+    Connect(1);
+    Send(0, Message::ProtocolVersion);
+    EXPECT_EQ(Sent(0), Numbers{23});
+
+    Slot(1).unsentBytes = (64u << 20) + 1;
+    world.Raise("fire");
+    EXPECT_FALSE(world.slots.IsConnected(1));
+    EXPECT_EQ(Sent(0), Numbers{8});
+}
+
+TEST_F(ServerTest, ServesWhatArrivedWithTheClose) {
+    cAlarm& alarm = world.Raise("fire");
+    Connect(1);
+    cAlarm changed = alarm;
+    changed.m_Status = kStatusAcknowledged;
+    const Text frame = FrameOf(Message::OldEvent, EventPayload(changed));
+    Slot(0).Arrive(frame.substr(0, 9));
+    Slot(0).Arrive(frame.substr(9));
+    Slot(0).CloseByPeer();
+    EXPECT_EQ(alarm.m_Status, kStatusAcknowledged);
+}
+
+TEST_F(ServerTest, TellsItsEndAndWaitsForTheLastByte) {
+    Connect(2);
+    time.After(30, [&] { Slot(0).CompleteSending(); });
+    time.After(50, [&] { Slot(1).CompleteSending(); });
+    const auto start = time.MonotonicMs();
+    world.slots.Shutdown();
+    EXPECT_EQ(Sent(1), Numbers{99});
+    EXPECT_EQ(time.MonotonicMs() - start, 50);
+    EXPECT_EQ(world.slots.ConnectedCount(), 0);
+}
+
+TEST_F(ServerTest, WritesAFewLinesForAFlood) {
+    for (int i = 0; i < 5000; ++i) CallFrom("10.0.0.1");
+    CallFrom("10.0.0.2");
+    EXPECT_EQ(world.logged.size(), PeerLog::kMostLines + 1u);
+    time.Advance(60'000);
+    CallFrom("10.0.0.1");
+    EXPECT_EQ(world.logged.back(), "notallowed 10.0.0.1 (+4940)");
+}
+
+TEST_F(ServerTest, WritesItsTraffic) {
+    world.traffic.Configure(true, Role::Server);
+    Connect(1);
+    Send(0, Message::ProtocolVersion);
+    EXPECT_EQ(world.folder.Read("LogFiles\\Traffic_2024-03-05.LOG"),
+              "24-03-05 07:08:09  <- 00000 NETWORK_PROTOCOLVERSION\r\n"
+              "24-03-05 07:08:09  -> 00004 NETWORK_PROTOCOLVERSION\r\n");
+}
+
+}  // namespace
+}  // namespace nordkeep

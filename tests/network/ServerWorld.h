@@ -1,0 +1,114 @@
+#pragma once
+
+#include "network/EventRecord.h"
+#include "network/NetworkServer.h"
+#include "network/ServerReplica.h"
+#include "tests/doubles/FakeWinsock.h"
+#include "tests/doubles/ManualTime.h"
+#include "tests/doubles/TempFolder.h"
+
+#include <set>
+
+namespace nordkeep {
+
+/// The rows of the lists, by record number.
+class RowViews final : public AlarmViews {
+ public:
+    void UpdateAlarmLists(cAlarm& alarm) override {
+        if (alarm.m_Status == kStatusRemoved) {
+            rows.erase(alarm.m_FilePointer);
+        } else {
+            rows[alarm.m_FilePointer] = alarm.m_Status;
+        }
+    }
+    void RemoveAlarmRow(cAlarm& alarm) override { rows.erase(alarm.m_FilePointer); }
+    void BeginBulkLoad() override {}
+    void ShowLoadProgress(int) override {}
+    void EndBulkLoad() override {}
+    void RecalcStatusBars() override {}
+
+    std::map<std::int32_t, int> rows{};
+};
+
+/// A server on a data folder of its own: one port with the set "A", objects 1 and 2.
+struct ServerWorld {
+    explicit ServerWorld(ManualTime& time_, SocketFactory& sockets_) : time(time_), sockets(sockets_) {
+        for (const char* name : {"Data\\Events", "LogFiles", "Comments"}) folder.MakeFolders(name);
+        folder.Write("Settings\\Nordkeep.INI", "[General]\r\nMaxAlarms=77\r\n");
+        folder.Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,A,Secret,2\r\nbo=Bo,BB,,2\r\n");
+        folder.Write("Settings\\Port1.ini", "[Translate]\r\nRobofon=A\r\n");
+        folder.Write("Settings\\A.IDCode", "1/070;Shop;60;M;;;C;1;0;9;08:00:00\r\n2;House\r\n");
+        folder.Write("Settings\\A.TypeCode", "E1;3;Burglary;R1\r\n");
+        log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
+        port.portName = "Port1";
+        Reload();
+        language.LoadFrom(
+            "1062=lost\n1064=silent\n1069=error\n1070=gone\n1071=came\n1074=notallowed\n1075=toomany\n"
+            "1076= at \n1077=unknown\n1078=nosuch\n1081=bye\n1090= refused \n1091= in \n1092=out \n");
+    }
+    void Reload() {
+        PortBinding* ports[] = {&port};
+        translations.ReloadAllTranslations(true, ports);
+    }
+    cIDCode& Object(std::size_t i = 0) { return *translations.Sets().at(0)->m_IdCodes.at(i); }
+    cAlarm& Raise(const Text& text, int status = kStatusNew) {
+        auto alarm = std::make_unique<cAlarm>();
+        alarm->m_Status = status;
+        alarm->m_AlarmCodeToStore = text;
+        alarm->m_URL = "url";
+        alarm->m_ArrivedTime = time.Now();
+        return store.StoreNew(std::move(alarm));
+    }
+    bool HasLogged(const Text& text) const {
+        return std::find(logged.begin(), logged.end(), text) != logged.end();
+    }
+
+    ManualTime& time;
+    SocketFactory& sockets;
+    TempFolder folder{};
+    Settings files{folder.Tree()};
+    Language language{};
+    SysLog log{folder.Tree(), time};
+    std::vector<Text> logged{};
+    NetworkSettings network{.ClientAddresses = "127.0.0.1"};
+    NetworkTraffic traffic{folder.Tree(), time};
+    ClientSlots slots{{sockets, time, time, language, log, traffic, network}};
+    ServerReplica replica{slots};
+    RowViews views{};
+    NoObjectViews objectViews{};
+    StoreSettings storeSettings{};
+    TranslationSettings translationSettings{};
+    AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
+    EventCommit commit{[] {}};
+    EventStore store{
+        StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Server, 1},
+        storeSettings};
+    Translations translations{
+        {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
+    ServicePeriods periods{{folder.Tree(), objectViews, replica, translationSettings}};
+    TorvexSettings torvexSettings{};
+    TorvexLink torvex{torvexSettings, sockets, time};
+    PortBinding port{};
+    int reloads = 0;
+    NetworkServer server{{.slots = slots,
+                          .dataFolder = folder.Tree(),
+                          .files = files,
+                          .language = language,
+                          .clock = time,
+                          .settings = network,
+                          .store = store,
+                          .views = views,
+                          .translations = translations,
+                          .objectViews = objectViews,
+                          .objectReplica = replica,
+                          .servicePeriods = periods,
+                          .timers = timers,
+                          .torvex = torvex,
+                          .ports =
+                              [this] {
+                                  return std::vector<PortInTree>{{"Port one", &port}};
+                              },
+                          .requestReload = [this] { ++reloads; }}};
+};
+
+}  // namespace nordkeep
