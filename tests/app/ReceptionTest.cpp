@@ -23,7 +23,7 @@ constexpr const char* kTypes = "01;1;Brand;02\r\n02;3;Brand \xE5terst\xE4lld;\r\
 class ReceptionTest : public ::testing::Test {
  protected:
     ReceptionTest() {
-        copy.WriteMainSettings();
+        copy.WriteMainSettings("MaxAlarms=0\r\n");
         copy.Data().Write("Settings\\Town.IDCode", kTown);
         copy.Data().Write("Settings\\Town.TypeCode", kTypes);
         AddTcpPort("Port1", tcpPort);
