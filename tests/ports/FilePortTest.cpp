@@ -1,10 +1,5 @@
 #include "ports/CollectedFile.h"
-#include "ports/PortList.h"
-#include "tests/doubles/FakeMSComm.h"
-#include "tests/doubles/FakeWinsock.h"
-#include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingIntake.h"
-#include "tests/doubles/TempFolder.h"
+#include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -55,13 +50,12 @@ TEST(ConfirmationLine, JoinsItsTextAndHasThePortsPriority) {
 }
 
 /// A port that collects a file, without the rest of the system.
-class FilePortTest : public ::testing::Test {
+class FilePortTest : public PortWorld {
  protected:
     FilePortTest() {
         folder.MakeFolders("LogFiles");
         folder.MakeFolders("In");
         language.LoadFrom("1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n");
-        log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
         parts.areAllEventsStored = [this] { return areAllEventsStored; };
     }
 
@@ -76,32 +70,12 @@ class FilePortTest : public ::testing::Test {
         ports.Tick(1000, conditions);
         time.Advance(1000);
     }
-    std::size_t LinesWith(const Text& part) const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(lines, [&](const Text& line) { return line.find(part) != Text::npos; }));
-    }
     Text Codes() const {
         Text codes;
         for (const IncomingEvent& event : intake.events) codes += event.DefaultAlarmCode + " ";
         return codes;
     }
 
-    TempFolder folder{};
-    ManualTime time{};
-    Settings settings{folder.Tree()};
-    Language language{};
-    SysLog log{folder.Tree(), time};
-    TrafficLog traffic{folder.Tree(), time};
-    FakeSockets sockets{};
-    FakeSerial serial{};
-    RecordingIntake intake{};
-    EventCommit commit{[] {}};
-    StallWatch stalls{time, time, log, language};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
-    PortList ports{};
-    PortConditions conditions{};
-    std::vector<Text> lines{};
     bool areAllEventsStored = true;
 };
 

@@ -1,11 +1,6 @@
-#include "ports/PortList.h"
 #include "ports/VirtualReceiver.h"
 #include "tests/doubles/FakeInet.h"
-#include "tests/doubles/FakeMSComm.h"
-#include "tests/doubles/FakeWinsock.h"
-#include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingIntake.h"
-#include "tests/doubles/TempFolder.h"
+#include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -71,12 +66,11 @@ TEST(PollUrl, EncodesWhatCannotStandInIt) {
     EXPECT_EQ(receiver.m_Description, "Harbour");
 }
 
-class HttpPortTest : public ::testing::Test {
+class HttpPortTest : public PortWorld {
  protected:
     HttpPortTest() {
         folder.MakeFolders("LogFiles");
         language.LoadFrom("1035=Port\n1036=no answer in\n1037=s\n1133=complains\n1041=Opened\n3615=Cut \n");
-        log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
         parts.inet = &inets;
         WriteSettings({});
         ports.Discover(parts);
@@ -106,28 +100,8 @@ class HttpPortTest : public ::testing::Test {
         Tick();
         commit.Commit();
     }
-    std::size_t LinesWith(const Text& part) const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(lines, [&](const Text& line) { return line.find(part) != Text::npos; }));
-    }
 
-    TempFolder folder{};
-    ManualTime time{};
-    Settings settings{folder.Tree()};
-    Language language{};
-    SysLog log{folder.Tree(), time};
-    TrafficLog traffic{folder.Tree(), time};
-    FakeSockets sockets{};
-    FakeSerial serial{};
     FakeInets inets{};
-    RecordingIntake intake{};
-    EventCommit commit{[] {}};
-    StallWatch stalls{time, time, log, language};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
-    PortList ports{};
-    PortConditions conditions{};
-    std::vector<Text> lines{};
 };
 
 TEST_F(HttpPortTest, AsksEachReceiverAndTheOneWithEventsAgain) {

@@ -1,9 +1,4 @@
-#include "ports/PortList.h"
-#include "tests/doubles/FakeMSComm.h"
-#include "tests/doubles/FakeWinsock.h"
-#include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingIntake.h"
-#include "tests/doubles/TempFolder.h"
+#include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +13,7 @@ Text Telegram(const Text& id = "12340001") {
     return '\x02' + inner + XorOf(inner);
 }
 
-class PortTest : public ::testing::Test {
+class PortTest : public PortWorld {
  protected:
     PortTest() {
         folder.MakeFolders("LogFiles");
@@ -26,7 +21,6 @@ class PortTest : public ::testing::Test {
             "1041=Opened\n1096=Failed\n1146=Changed\n1135=Purged\n1039=No slot\n1040=Port\n"
             "3604=Too much\n3605=Unknown\n1028=closed\n1035=Port\n3610=Vanished \n"
             "3611=Unread \n1025= at \n1026=Lost \n1027= with \n1029=Connected \n1030=Error \n");
-        log.SetRowListener([this](const LogRow& row) { lines.push_back(row.text); });
     }
 
     void Write(const Text& name, const Text& lines_) {
@@ -47,27 +41,6 @@ class PortTest : public ::testing::Test {
         sockets.At(0).CallIn();
         return sockets.At(1);
     }
-    std::size_t LinesWith(const Text& part) const {
-        return static_cast<std::size_t>(
-            std::ranges::count_if(lines, [&](const Text& line) { return line.find(part) != Text::npos; }));
-    }
-
-    TempFolder folder{};
-    ManualTime time{};
-    Settings settings{folder.Tree()};
-    Language language{};
-    SysLog log{folder.Tree(), time};
-    TrafficLog traffic{folder.Tree(), time};
-    FakeSockets sockets{};
-    FakeSerial serial{};
-    RecordingIntake intake{};
-    EventCommit commit{[] {}};
-    StallWatch stalls{time, time, log, language};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
-    PortList ports{};
-    PortConditions conditions{};
-    std::vector<Text> lines{};
 };
 
 TEST_F(PortTest, SendsTheAckOnlyOnceTheEventIsSafe) {
