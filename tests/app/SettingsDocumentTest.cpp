@@ -1,4 +1,5 @@
 #include "app/EngineSettings.h"
+#include "console/ConsoleSettings.h"
 #include "console/ViewState.h"
 #include "network/NetworkSettings.h"
 #include "pipeline/DispatchSettings.h"
@@ -43,6 +44,7 @@ void Add(Keys& keys, std::span<const SettingRow<Struct>> rows) {
 Keys KeysOfTheTables() {
     Keys keys;
     Add(keys, CallSettingRows());
+    Add(keys, ConsoleSettingRows());
     Add(keys, DeskSettingRows());
     Add(keys, DispatchSettingRows());
     Add(keys, EngineSettingRows());
