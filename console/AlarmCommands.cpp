@@ -11,8 +11,8 @@ constexpr int kTextArchiveSelected = 1055;
 
 }  // namespace
 
-bool AlarmCommands::Asks(int text) const {
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text));
+bool AlarmCommands::Asks(int text, Answer byDefault) const {
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text), byDefault);
 }
 
 cAlarm* AlarmCommands::RecordOf(const Text& rowKey) const {
@@ -41,7 +41,7 @@ void AlarmCommands::AckAll() {
 }
 
 void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
-    if (!Asks(kTextEndSelected)) return;
+    if (!Asks(kTextEndSelected, Answer::Yes)) return;
     for (const Text& key : rowKeys) {
         if (cAlarm* alarm = RecordOf(key)) End(*alarm);
     }

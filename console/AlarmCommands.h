@@ -34,7 +34,7 @@ class AlarmCommands {
     void ArchiveSelected(std::span<const Text> rowKeys);
 
  private:
-    bool Asks(int text) const;
+    bool Asks(int text, Answer byDefault = Answer::No) const;
     cAlarm* RecordOf(const Text& rowKey) const;
     void End(cAlarm& alarm);
 

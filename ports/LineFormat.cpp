@@ -164,6 +164,7 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
         case MessageFormat::TorvexConfirmationFile:
         case MessageFormat::NordkeepFile:
         case MessageFormat::VirtualReceiver:
+        case MessageFormat::Mail:
             return std::make_unique<NoTelegrams>();
         default:
             return {};

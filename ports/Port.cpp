@@ -55,6 +55,7 @@ std::unique_ptr<Transport> cPort::NewTransport(PortType type) {
     const TransportParts transportParts{.sockets = parts_.sockets,
                                         .serial = parts_.serial,
                                         .settings = parts_.settings,
+                                        .language = parts_.language,
                                         .clock = parts_.clock,
                                         .dataFolder = parts_.dataFolder,
                                         .loop = parts_.loop,
@@ -157,6 +158,7 @@ void cPort::SendBytes(TextView bytes) {
 void cPort::ServicePort(int tickMs) {
     PurgeHalfTelegram();
     ServiceFormat(tickMs);
+    transport_->Service({.tickMs = tickMs, .mayBegin = true, .isMuted = isMuted_});
     SuperviseTestTelegrams();
 }
 

@@ -8,6 +8,8 @@
 #include "pipeline/ResetSettings.h"
 #include "ports/CallerIdentity.h"
 #include "ports/GoogolT1.h"
+#include "ports/MailMessage.h"
+#include "ports/MailSettings.h"
 #include "ports/MultiCom.h"
 #include "ports/PortSettings.h"
 #include "ports/RobofonExport.h"
@@ -50,17 +52,20 @@ Keys KeysOfTheTables() {
     Add(keys, GoogolSettingRows());
     Add(keys, IntakeSettingRows());
     Add(keys, LineSettingRows());
+    Add(keys, MailSettingRows());
     Add(keys, MultiComSettingRows());
     Add(keys, NetworkSettingRows());
     Add(keys, OutputSettingRows());
     Add(keys, ComCallSettingRows());
     Add(keys, PollSettingRows());
+    Add(keys, Pop3SettingRows());
     Add(keys, PrioritySettingRows());
     Add(keys, ResetSettingRows());
     Add(keys, RobofonExportSettingRows());
     Add(keys, RobofonSettingRows());
     Add(keys, Rsm02SettingRows());
     Add(keys, SiaSettingRows());
+    Add(keys, SmtpSettingRows());
     Add(keys, StoreSettingRows());
     Add(keys, SupervisionSettingRows());
     Add(keys, SurGardSettingRows());
