@@ -7,6 +7,7 @@
 #include "pipeline/ResetSettings.h"
 #include "ports/CallerIdentity.h"
 #include "ports/GoogolT1.h"
+#include "ports/GsmModem.h"
 #include "ports/MailMessage.h"
 #include "ports/MailSettings.h"
 #include "ports/MultiCom.h"
@@ -48,6 +49,7 @@ Keys KeysOfTheTables() {
     Add(keys, EngineSettingRows());
     Add(keys, EventPortRows());
     Add(keys, GoogolSettingRows());
+    Add(keys, GsmSettingRows());
     Add(keys, IntakeSettingRows());
     Add(keys, LineSettingRows());
     Add(keys, MailSettingRows());
@@ -63,6 +65,7 @@ Keys KeysOfTheTables() {
     Add(keys, RobofonSettingRows());
     Add(keys, Rsm02SettingRows());
     Add(keys, SiaSettingRows());
+    Add(keys, SmsSettingRows());
     Add(keys, SmtpSettingRows());
     Add(keys, StoreSettingRows());
     Add(keys, SupervisionSettingRows());
