@@ -81,7 +81,9 @@ void AlarmPrinting::PrintAlarmPage(const cAlarm& alarm) {
     if (!IsToBePrinted(alarm)) return;
     const PrinterSettings& look = needs_.settings;
     PrintDocument document{
-        .title = alarm.m_TranslatedIDCode.empty() ? alarm.m_IdCode : alarm.m_TranslatedIDCode, .look = look};
+        .title = alarm.m_TranslatedIDCode.empty() ? alarm.m_IdCode : alarm.m_TranslatedIDCode,
+        .look = look,
+        .isUnattended = true};
     for (int field = 0; field < kAlarmFieldCount; ++field) {
         const Text place = "[" + Text(AlarmFieldName(field)) + "]";
         const Text value =
@@ -107,7 +109,10 @@ void AlarmPrinting::PrintDay(OleDate day, int listCaption, bool isOfOldAlarms) {
         if (isInList && alarm.m_ArrivedTime.Midnight() == day.Midnight()) keys.push_back(alarm.m_FilePointer);
     }
     const Text title = needs_.captions(listCaption) + " " + FormatDate(day, "Short Date");
-    if (!keys.empty()) needs_.output.Print(RowsDocument(title, keys));
+    if (keys.empty()) return;
+    PrintDocument document = RowsDocument(title, keys);
+    document.isUnattended = true;
+    needs_.output.Print(document);
 }
 
 }  // namespace nordkeep
