@@ -181,7 +181,10 @@ void MainBox::ShowWhatIsPending() {
     if (pending_.key.empty()) return;
     const PendingShow show = std::exchange(pending_, {});
     if (needs_.lists.Unacked().RowOf(show.key) < 0) return;
-    if (show.isToSelect) Select(Tab::Unacked, {show.key}, show.key);
+    if (show.isToSelect) {
+        Select(Tab::Unacked, {show.key}, show.key);
+        if (screen_) screen_->ShowSelection(Tab::Unacked);
+    }
     if (show.isToReveal && screen_) screen_->Reveal(Tab::Unacked, show.key);
 }
 
@@ -279,7 +282,6 @@ void MainBox::Tick(int elapsedMs) {
     ShowChangedObjects();
     ShowWhatIsPending();
     if (areDataCodesToRead_ && inputs_.tab == Tab::DataCodes) RenewDataCodes();
-    infoOf_.clear();
     Recalc();
 }
 

@@ -68,6 +68,8 @@ class MainBoxScreen {
     virtual ~MainBoxScreen() = default;
     /// Commands, pages, captions, banners or selections may have changed.
     virtual void ShowState() = 0;
+    /// The model has selected rows itself.
+    virtual void ShowSelection(Tab tab) = 0;
     /// Brings a row into sight.
     virtual void Reveal(Tab tab, const Text& key) = 0;
     /// Restores a minimised window and brings it to the front, without taking the keys from who types.
