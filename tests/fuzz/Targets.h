@@ -16,4 +16,12 @@ struct FuzzTarget {
 /// All targets; the fuzz programs and the test over the seeds share them.
 const std::vector<FuzzTarget>& FuzzTargets();
 
+/// Those of files and settings, of the receiver lines, and of mail and modems.
+std::vector<FuzzTarget> FileTargets();
+std::vector<FuzzTarget> LineTargets();
+std::vector<FuzzTarget> TalkTargets();
+
+/// What comes in on a line in the worked examples of a format, one text for each.
+std::vector<Text> ExamplesOf(int messageFormat);
+
 }  // namespace nordkeep
