@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileTree.h"
 #include "platform/Text.h"
 
 #include <cstdint>
@@ -41,11 +42,20 @@ struct SocketEvents {
     std::function<void()> sendComplete{};
 };
 
+/// Whether a connection is encrypted from its first byte on. The peer's certificate must be good for the remote
+/// host's name.
+struct SocketTls {
+    bool isOn = false;
+    NativePath authorityFile{};  // PEM certificates that are trusted besides the system's; empty: none
+};
+
 /// One socket slot. It lives as long as the program and is used for one connection after the other.
 class Winsock {
  public:
     virtual ~Winsock() = default;
     virtual void SetEvents(SocketEvents events) = 0;
+    /// For the next Connect of a TCP socket; it is Connected when the peer has proved who it is.
+    virtual void SetTls(const SocketTls& tls) = 0;
 
     virtual void SetLocalPort(int port) = 0;
     virtual void SetRemotePort(int port) = 0;

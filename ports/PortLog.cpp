@@ -12,20 +12,20 @@ void PortLog::Write(int text, const Text& tail, LogKind kind) {
     log_.WriteSysLog(language_.GetLanguageText(text) + tail, kind);
 }
 
-Text PortLog::OpeningTail(const Text& address) const {
-    return ": '" + portName_ + "' (PortSettings = " + address + ", MessageFormat = " + FormatName() + ") " +
-           line_.PortDescription;
+Text PortLog::OpeningTail(const Text& address, TextView name) const {
+    return ": '" + portName_ + "' (" + Text(name) + " = " + address + ", MessageFormat = " + FormatName() +
+           ") " + line_.PortDescription;
 }
 
-void PortLog::Opened(const Text& address) {
+void PortLog::Opened(const Text& address, TextView name) {
     isFailureLogged_ = false;
-    Information(kTextOpened, OpeningTail(address));
+    Information(kTextOpened, OpeningTail(address, name));
 }
 
-void PortLog::OpenFailed(const Text& address, const Text& error) {
+void PortLog::OpenFailed(const Text& address, const Text& error, TextView name) {
     if (isFailureLogged_) return;
     isFailureLogged_ = true;
-    Failure(kTextOpenFailed, OpeningTail(address) + " (" + error + ")");
+    Failure(kTextOpenFailed, OpeningTail(address, name) + " (" + error + ")");
 }
 
 }  // namespace nordkeep

@@ -13,9 +13,9 @@ class PortLog {
             MessageFormat format)
         : language_(language), log_(log), portName_(portName), line_(line), format_(format) {}
 
-    /// `address` is what stands behind "PortSettings = ", such as "COM1:9600,N,8,1".
-    void Opened(const Text& address);
-    void OpenFailed(const Text& address, const Text& error);
+    /// `address` is what stands behind "PortSettings = ", such as "COM1:9600,N,8,1", or behind another name.
+    void Opened(const Text& address, TextView name = "PortSettings");
+    void OpenFailed(const Text& address, const Text& error, TextView name = "PortSettings");
     bool IsFailureLogged() const { return isFailureLogged_; }
     void SetFailureLogged(bool isLogged) { isFailureLogged_ = isLogged; }
 
@@ -32,7 +32,7 @@ class PortLog {
 
  private:
     void Write(int text, const Text& tail, LogKind kind);
-    Text OpeningTail(const Text& address) const;
+    Text OpeningTail(const Text& address, TextView name) const;
 
     const Language& language_;
     SysLog& log_;

@@ -17,6 +17,10 @@ std::unique_ptr<Transport> MakeTransport(PortType type, const TransportParts& pa
             return MakeHttpTransport(parts, log, std::move(events));
         case PortType::UDP:
             return MakeUdpTransport(parts, log, std::move(events));
+        case PortType::POP3:
+            return MakePop3Transport(parts, log, std::move(events));
+        case PortType::SMTP:
+            return MakeSmtpTransport(parts, log, std::move(events));
         default:
             return nullptr;
     }

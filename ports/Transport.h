@@ -25,7 +25,7 @@ struct TransportEvents {
     std::function<void(TextView bytes, TrafficDirection direction)> traffic{};
 };
 
-/// A tick of the timer that polls.
+/// A tick of a line that works by itself.
 struct PollTick {
     int tickMs = 0;
     bool mayBegin = false;  // the port is to be open
@@ -50,6 +50,8 @@ class Transport {
     virtual void HangUpWhenSent() {}
     /// One tick of a line that asks for its events.
     virtual void CyclicHTTPCleanup(const PollTick&) {}
+    /// What a line does by itself at each tick of its port.
+    virtual void Service(const PollTick&) {}
 };
 
 /// What transports are made from.
@@ -57,6 +59,7 @@ struct TransportParts {
     SocketFactory& sockets;
     SerialFactory& serial;
     const Settings& settings;
+    const Language& language;
     const Clock& clock;
     const FileTree& dataFolder;
     EventLoop& loop;
@@ -80,6 +83,11 @@ std::unique_ptr<Transport> MakeFileTransport(const TransportParts& parts, PortLo
                                              TransportEvents events);
 /// None for a format that is not polled.
 std::unique_ptr<Transport> MakeHttpTransport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events);
+/// None for a format that is no mail.
+std::unique_ptr<Transport> MakePop3Transport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events);
+std::unique_ptr<Transport> MakeSmtpTransport(const TransportParts& parts, PortLog& log,
                                              TransportEvents events);
 std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
                                             TransportEvents events);

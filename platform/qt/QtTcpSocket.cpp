@@ -3,6 +3,7 @@
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QTimer>
+#include <QtNetwork/QSslConfiguration>
 
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -83,6 +84,7 @@ void QtTcpSocket::Close() {
     EndReturnPath();
     listener_.close();
     localAddress_ = QHostAddress(QHostAddress::AnyIPv4);
+    secured_ = nullptr;
     if (QTcpSocket* old = std::exchange(socket_, nullptr)) LetGo(old);
 }
 
@@ -104,7 +106,7 @@ bool QtTcpSocket::Bind(int port, const Text& address) {
         address.empty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(ToQString(address));
     if (local.isNull()) return Fail(QStringLiteral("The address is no IP address"));
     if (!IsPort(port)) return Fail(QStringLiteral("The port number is out of range"));
-    NewToolkitSocket();
+    if (!NewCallingSocket()) return false;
     if (!socket_->bind(local, static_cast<quint16>(port), QAbstractSocket::ReuseAddressHint)) {
         const QString text = socket_->errorString();
         Close();
@@ -131,10 +133,15 @@ bool QtTcpSocket::Connect() {
     const bool isBound = socket_ != nullptr && socket_->state() == QAbstractSocket::BoundState;
     if (!isBound) {
         Close();
-        NewToolkitSocket();
+        if (!NewCallingSocket()) return false;
     }
     remoteIp_.clear();
-    socket_->connectToHost(ToQString(remoteHost_), static_cast<quint16>(remotePort_));
+    const auto port = static_cast<quint16>(remotePort_);
+    if (secured_ != nullptr) {
+        secured_->connectToHostEncrypted(ToQString(remoteHost_), port);
+    } else {
+        socket_->connectToHost(ToQString(remoteHost_), port);
+    }
     return true;
 }
 
@@ -142,7 +149,8 @@ void QtTcpSocket::Accept(SocketRequest request) {
     const int descriptor = callers_->Take(request);
     if (descriptor < 0) return;
     Close();
-    NewToolkitSocket();
+    socket_ = new QTcpSocket(&tasks_);
+    WatchToolkitSocket();
     if (!socket_->setSocketDescriptor(descriptor)) {
         Fail(socket_->errorString());
         ::close(descriptor);
@@ -154,7 +162,8 @@ void QtTcpSocket::Accept(SocketRequest request) {
 void QtTcpSocket::BeginTalk(int descriptor) {
     SetOptions(descriptor);
     remoteIp_ = DottedQuad(socket_->peerAddress());
-    returnPath_ = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+    // What goes by it is not encrypted.
+    if (secured_ == nullptr) returnPath_ = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
 }
 
 SocketState QtTcpSocket::State() const {
@@ -171,7 +180,7 @@ SocketState QtTcpSocket::State() const {
         case QAbstractSocket::ConnectingState:
             return SocketState::Connecting;
         case QAbstractSocket::ConnectedState:
-            return SocketState::Connected;
+            return IsEncrypted() ? SocketState::Connected : SocketState::Connecting;
         case QAbstractSocket::ClosingState:
             return SocketState::Closing;
         default:
@@ -213,10 +222,32 @@ std::size_t QtTcpSocket::UnsentBytes() const {
     return socket_ == nullptr ? 0 : static_cast<std::size_t>(socket_->bytesToWrite());
 }
 
-void QtTcpSocket::NewToolkitSocket() {
-    socket_ = new QTcpSocket(&tasks_);
+bool QtTcpSocket::NewCallingSocket() {
+    if (!tls_.isOn) {
+        socket_ = new QTcpSocket(&tasks_);
+        QObject::connect(socket_, &QTcpSocket::connected, &tasks_, [this] { OnConnected(); });
+        WatchToolkitSocket();
+        return true;
+    }
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    if (!tls_.authorityFile.empty()) {
+        const auto trusted = QSslCertificate::fromPath(QString::fromStdString(tls_.authorityFile));
+        if (trusted.isEmpty()) return Fail(QStringLiteral("The file of trusted certificates cannot be read"));
+        configuration.addCaCertificates(trusted);
+    }
+    socket_ = secured_ = new QSslSocket(&tasks_);
+    secured_->setSslConfiguration(configuration);
+    QObject::connect(secured_, &QSslSocket::encrypted, &tasks_, [this] { OnConnected(); });
+    WatchToolkitSocket();
+    return true;
+}
+
+bool QtTcpSocket::IsEncrypted() const {
+    return secured_ == nullptr || secured_->isEncrypted();
+}
+
+void QtTcpSocket::WatchToolkitSocket() {
     socket_->setReadBufferSize(kReadBufferSize);
-    QObject::connect(socket_, &QTcpSocket::connected, &tasks_, [this] { OnConnected(); });
     QObject::connect(socket_, &QTcpSocket::readyRead, &tasks_, [this] { OnReadyRead(); });
     QObject::connect(socket_, &QTcpSocket::bytesWritten, &tasks_, [this] { OnBytesWritten(); });
     QObject::connect(socket_, &QTcpSocket::disconnected, &tasks_, [this] { OnDisconnected(); });

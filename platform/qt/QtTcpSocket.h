@@ -5,6 +5,7 @@
 #include "platform/qt/WaitingCallers.h"
 
 #include <QtNetwork/QHostAddress>
+#include <QtNetwork/QSslSocket>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 
@@ -20,6 +21,7 @@ class QtTcpSocket : public Winsock {
     QtTcpSocket& operator=(const QtTcpSocket&) = delete;
 
     void SetEvents(SocketEvents events) override { events_ = std::move(events); }
+    void SetTls(const SocketTls& tls) override { tls_ = tls; }
     void SetLocalPort(int port) override { localPort_ = port; }
     void SetRemotePort(int port) override { remotePort_ = port; }
     void SetRemoteHost(const Text& host) override { remoteHost_ = host; }
@@ -58,7 +60,9 @@ class QtTcpSocket : public Winsock {
         bool isSending = false;
     };
 
-    void NewToolkitSocket();
+    void WatchToolkitSocket();
+    bool NewCallingSocket();
+    bool IsEncrypted() const;
     void LetGo(QTcpSocket* socket);
     void BeginTalk(int descriptor);
     void OnConnected();
@@ -81,9 +85,11 @@ class QtTcpSocket : public Winsock {
     Text remoteHost_{};
     Text remoteIp_{};
     Text lastError_{};
+    SocketTls tls_{};
     QHostAddress localAddress_{QHostAddress::AnyIPv4};
     TaskQueue tasks_{};  // owns the toolkit's sockets, and receives what they tell
     QTcpSocket* socket_ = nullptr;
+    QSslSocket* secured_ = nullptr;  // the same socket while its connection is to be encrypted
     Listener listener_{*this};
     Use use_{};
     /// A second descriptor of the connection. The toolkit gives its own up when the peer closes, but a sender

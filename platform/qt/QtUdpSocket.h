@@ -13,6 +13,7 @@ namespace nordkeep {
 class QtUdpSocket : public Winsock {
  public:
     void SetEvents(SocketEvents events) override { events_ = std::move(events); }
+    void SetTls(const SocketTls&) override {}
     void SetLocalPort(int port) override { localPort_ = port; }
     void SetRemotePort(int port) override { remotePort_ = port; }
     void SetRemoteHost(const Text& host) override { remoteHost_ = host; }

@@ -1,4 +1,5 @@
 #include "app/EngineSettings.h"
+#include "console/ConsoleSettings.h"
 #include "console/ViewState.h"
 #include "network/NetworkSettings.h"
 #include "pipeline/DispatchSettings.h"
@@ -7,6 +8,9 @@
 #include "pipeline/ResetSettings.h"
 #include "ports/CallerIdentity.h"
 #include "ports/GoogolT1.h"
+#include "ports/GsmModem.h"
+#include "ports/MailMessage.h"
+#include "ports/MailSettings.h"
 #include "ports/MultiCom.h"
 #include "ports/PortSettings.h"
 #include "ports/RobofonExport.h"
@@ -41,24 +45,30 @@ void Add(Keys& keys, std::span<const SettingRow<Struct>> rows) {
 Keys KeysOfTheTables() {
     Keys keys;
     Add(keys, CallSettingRows());
+    Add(keys, ConsoleSettingRows());
     Add(keys, DeskSettingRows());
     Add(keys, DispatchSettingRows());
     Add(keys, EngineSettingRows());
     Add(keys, EventPortRows());
     Add(keys, GoogolSettingRows());
+    Add(keys, GsmSettingRows());
     Add(keys, IntakeSettingRows());
     Add(keys, LineSettingRows());
+    Add(keys, MailSettingRows());
     Add(keys, MultiComSettingRows());
     Add(keys, NetworkSettingRows());
     Add(keys, OutputSettingRows());
     Add(keys, ComCallSettingRows());
     Add(keys, PollSettingRows());
+    Add(keys, Pop3SettingRows());
     Add(keys, PrioritySettingRows());
     Add(keys, ResetSettingRows());
     Add(keys, RobofonExportSettingRows());
     Add(keys, RobofonSettingRows());
     Add(keys, Rsm02SettingRows());
     Add(keys, SiaSettingRows());
+    Add(keys, SmsSettingRows());
+    Add(keys, SmtpSettingRows());
     Add(keys, StoreSettingRows());
     Add(keys, SupervisionSettingRows());
     Add(keys, SurGardSettingRows());

@@ -21,6 +21,7 @@ class FakeWinsock : public Winsock {
     int remotePort = 0;
     Text remoteHost{};
     Text boundAddress{};
+    SocketTls tls{};
 
     // What the test sets.
     SocketState state = SocketState::Closed;
@@ -60,6 +61,7 @@ class FakeWinsock : public Winsock {
     }
 
     void SetEvents(SocketEvents events) override { events_ = std::move(events); }
+    void SetTls(const SocketTls& given) override { tls = given; }
     void SetLocalPort(int port) override { localPort = port; }
     void SetRemotePort(int port) override { remotePort = port; }
     void SetRemoteHost(const Text& host) override { remoteHost = host; }

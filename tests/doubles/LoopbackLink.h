@@ -34,6 +34,7 @@ class LoopbackLink::Socket : public Winsock {
     }
 
     void SetEvents(SocketEvents events) override { events_ = std::move(events); }
+    void SetTls(const SocketTls&) override {}
     void SetLocalPort(int port) override { localPort_ = port; }
     void SetRemotePort(int port) override { remotePort_ = port; }
     void SetRemoteHost(const Text&) override {}

@@ -68,10 +68,8 @@ void RunDates(TextView input) {
     FormatDate(OleDate::FromDays(45000.5), input);
 }
 
-}  // namespace
-
-const std::vector<FuzzTarget>& FuzzTargets() {
-    static const std::vector<FuzzTarget> targets = {
+std::vector<FuzzTarget> LocalTargets() {
+    return {
         {"robofon",
          &RunRobofon,
          {"\x02  P2405171345\x29"
@@ -88,6 +86,16 @@ const std::vector<FuzzTarget>& FuzzTargets() {
         {"language", &RunLanguage, {"0=English\r\n1=One=two\r\n"}},
         {"dates", &RunDates, {"20240510070809", "2024-05-10 07:08:09", "YYYY-MM-DD \"x\" \\y HH:MM"}},
     };
+}
+
+}  // namespace
+
+const std::vector<FuzzTarget>& FuzzTargets() {
+    static const std::vector<FuzzTarget> targets = [] {
+        std::vector<FuzzTarget> all = LocalTargets();
+        for (FuzzTarget& target : NetworkTargets()) all.push_back(std::move(target));
+        return all;
+    }();
     return targets;
 }
 

@@ -11,7 +11,12 @@ struct FuzzTarget {
     const char* name;
     void (*run)(TextView input);
     std::vector<Text> seeds;
+    int neighbours =
+        3000;  // mutated inputs for each seed in the tests; fewer where an input costs disk writes
 };
+
+/// What copies send each other.
+std::vector<FuzzTarget> NetworkTargets();
 
 /// All targets; the fuzz programs and the test over the seeds share them.
 const std::vector<FuzzTarget>& FuzzTargets();
