@@ -104,6 +104,7 @@ QWidget* CommentSheet::NewKnowledge() {
     Column earlier;
     earlier_ = new QListWidget;
     earlier_->setUniformItemSizes(true);
+    earlier_->viewport()->setBackgroundRole(QPalette::Window);
     earlier_->setTextElideMode(Qt::ElideRight);
     earlier_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     earlier.layout->addWidget(NewHeading(CaptionText(captions_, 3700), earlier_));
