@@ -32,6 +32,10 @@ QPalette DarkPalette() {
     QPalette dark(QColor(0x2B, 0x2F, 0x36));
     dark.setColor(QPalette::Base, QColor(0x1E, 0x21, 0x26));
     dark.setColor(QPalette::Highlight, QColor(0x5B, 0x9B, 0xF0));
+    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText}) {
+        dark.setColor(QPalette::Disabled, role, QColor(0x7B, 0x82, 0x8C));
+    }
+    dark.setColor(QPalette::PlaceholderText, QColor(0x9A, 0xA2, 0xAD));
     return dark;
 }
 
@@ -83,6 +87,12 @@ TEST(MainWindowShots, AreTaken) {
             const QString name =
                 QString::fromLatin1(isDark ? "dark_" : "light_") + QString::fromLatin1(number);
             Save(window, folder, name + "_0");
+            AlarmRows& rows = world.running->lists.Unacked();
+            const std::vector<Text> keys = {rows.KeyOf(2), rows.KeyOf(3), rows.KeyOf(6)};
+            world.Box().Select(Tab::Unacked, keys, keys.front());
+            window.ShowSelection(Tab::Unacked);
+            rows.ClickHeading(3);
+            Save(window, folder, name + "_0s");
             if (isDark && number[2] == '4') world.around.arePortsDisabled = true;
             world.Box().SelectNode(2);
             world.Box().ShowTab(Tab::IdCodes);
