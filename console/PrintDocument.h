@@ -24,6 +24,7 @@ struct PrintDocument {
     Text heading{};  // stands on top of each page; empty for none
     std::vector<Text> lines{};
     PrinterSettings look{};
+    bool isUnattended = false;  // nobody has asked for it, so that nobody is to be asked
 };
 
 /// Takes documents to paper, and never keeps its caller waiting.

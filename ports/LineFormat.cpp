@@ -1,6 +1,7 @@
 #include "ports/LineFormat.h"
 
 #include "ports/GoogolT1.h"
+#include "ports/GsmModem.h"
 #include "ports/PortSettings.h"
 #include "ports/Rsm02.h"
 #include "ports/SurGard.h"
@@ -161,6 +162,9 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
             return MakeStateless(&NextSosAccessV4Step, Load(parts, XmlGatewaySettingRows()));
         case MessageFormat::SurGardMLR2:
             return MakeSurGard(parts);
+        case MessageFormat::GSM:
+            return std::make_unique<GsmModem>(LoadGsmSettings(parts.files, parts.portName),
+                                              parts.conversation);
         case MessageFormat::TorvexConfirmationFile:
         case MessageFormat::NordkeepFile:
         case MessageFormat::VirtualReceiver:

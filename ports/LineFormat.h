@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/CallerIdentity.h"
+#include "ports/CommWait.h"
 #include "ports/Protocol.h"
 #include "ports/RobofonExport.h"
 #include "ports/ServiceTick.h"
@@ -21,8 +22,22 @@ class LineFormat {
     virtual TelegramStep Next(TextView received, OleDate now) = 0;
     /// Called once for each tick of the port, whether the line is open or not. `reply` is to be sent.
     virtual TelegramStep Service(const ServiceTick&) { return {}; }
+    /// The last duty of a tick: a format that talks with what is at the other end does so here. It may wait;
+    /// everything else goes on meanwhile, and its own line goes on receiving.
+    virtual void Converse(const ServiceTick&) {}
+    /// What has been received so far belongs to a line that is gone.
+    virtual void BeginStream() {}
     /// What still waits when the program ends.
     virtual TelegramStep Finish(OleDate) { return {}; }
+};
+
+/// What a format needs that talks with what is at the other end.
+struct Conversation {
+    std::shared_ptr<CommWait> wait{};  // none: nothing is ever said
+    std::function<void(TextView bytes)> send{};
+    std::function<bool()> canSend{};
+    /// Acts on a step at once, while the talk goes on; told whether its events are stored.
+    std::function<void(TelegramStep step, std::function<void(bool isStored)> whenStored)> act{};
 };
 
 /// What formats are made from.
@@ -30,7 +45,8 @@ struct FormatParts {
     const Settings& files;
     const Language& language;
     Text portName{};
-    CallerLookup findCaller{};        // none: every caller is unknown
+    CallerLookup findCaller{};  // none: every caller is unknown
+    Conversation conversation{};
     ExportQueues* exports = nullptr;  // takes in the queue of a port that exports; none: it stays empty
 };
 

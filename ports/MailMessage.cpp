@@ -2,6 +2,7 @@
 
 #include "ports/MailText.h"
 #include "ports/Protocol.h"
+#include "ports/TelegramFields.h"
 
 #include <algorithm>
 #include <array>
@@ -196,14 +197,6 @@ bool PassesFilter(const Text& subject, const Text& filter) {
     return !hasPattern;
 }
 
-/// Moves the number in front of a text, when a blank follows, to the ID code.
-void SplitNumber(IncomingEvent& event) {
-    const std::size_t end = event.ExtraText.find_first_not_of("0123456789");
-    if (end == 0 || end == Text::npos || event.ExtraText[end] != ' ') return;
-    event.DefaultAlarmCode = event.ExtraText.substr(0, end);
-    event.ExtraText = TrimBlanks(TextView(event.ExtraText).substr(end));
-}
-
 DecoderNote DroppedNote(const MailMessage& mail, const MailSettings& settings) {
     return {kTextDropped, mail.from.substr(0, kShownOfValue) + settings.toText +
                               mail.to.substr(0, kShownOfValue) + settings.subjectText +
@@ -254,12 +247,15 @@ TelegramStep HandleMailMessage(TextView bytes, TextView envelopeSender, const Ma
         return {.notes = {DroppedNote(mail, settings)}};
     }
     TextView body = mail.body;
+    const TextView line = TakeLine(body);
+    CodeAndText parts =
+        settings.ParseNumericIDCodeFieldUsingSpace ? SplitNumber(line) : CodeAndText{{}, Text(line)};
     IncomingEvent event{.AlarmTime = now,
-                        .ExtraText = Text(TakeLine(body)),
+                        .DefaultAlarmCode = std::move(parts.code),
+                        .ExtraText = std::move(parts.text),
                         .Originator = mail.from.empty() ? Text(envelopeSender) : mail.from,
                         .ObjectID = mail.subject,
                         .TranslationNumberToUse = static_cast<int>(Protocol::MAIL)};
-    if (settings.ParseNumericIDCodeFieldUsingSpace) SplitNumber(event);
     return {.events = {{.event = std::move(event), .labelTexts = {kTextMail}}}};
 }
 

@@ -37,6 +37,7 @@ bool cPort::InitializePort() {
                                                .language = parts_.language,
                                                .portName = name,
                                                .findCaller = OwnCallerLookup(),
+                                               .conversation = OwnConversation(),
                                                .exports = parts_.exports});
     }
     if (!transport_ || !lineFormat_) {
@@ -78,6 +79,16 @@ std::unique_ptr<Transport> cPort::NewTransport(PortType type) {
 CallerLookup cPort::OwnCallerLookup() const {
     if (!parts_.findCaller) return {};
     return [this](TextView number) { return parts_.findCaller(eventPort_.binding, number); };
+}
+
+Conversation cPort::OwnConversation() {
+    const auto act = [this](TelegramStep step, EventCommit::Completion whenStored) {
+        HandleStep(std::move(step), std::move(whenStored));
+    };
+    return {.wait = parts_.wait,
+            .send = [this](TextView text) { SendBytes(text); },
+            .canSend = [this] { return transport_->CanSend(); },
+            .act = act};
 }
 
 bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
@@ -146,6 +157,7 @@ void cPort::OpenPort(int tickMs) {
 }
 
 void cPort::ClosePort(bool isShuttingDown) {
+    if (isShuttingDown) parts_.wait->EndAll();
     if (transport_) transport_->Close(isShuttingDown);
 }
 
@@ -157,16 +169,20 @@ void cPort::SendBytes(TextView bytes) {
 
 void cPort::ServicePort(int tickMs) {
     PurgeHalfTelegram();
-    ServiceFormat(tickMs);
+    HandleStep(lineFormat_->Service(TickOf(tickMs)));
     transport_->Service({.tickMs = tickMs, .mayBegin = true, .isMuted = isMuted_});
     SuperviseTestTelegrams();
+    // The first tick, of no length, comes before the stored events have been read: nothing may wait in it.
+    if (tickMs > 0) lineFormat_->Converse(TickOf(tickMs));
 }
 
-void cPort::ServiceFormat(int tickMs) {
-    HandleStep(lineFormat_->Service({.now = parts_.clock.Now(),
-                                     .monotonicMs = parts_.clock.MonotonicMs(),
-                                     .tickMs = tickMs,
-                                     .canSend = transport_->CanSend()}));
+ServiceTick cPort::TickOf(int tickMs) const {
+    return {.now = parts_.clock.Now(),
+            .monotonicMs = parts_.clock.MonotonicMs(),
+            .tickMs = tickMs,
+            .canSend = transport_->CanSend(),
+            .silentMs = parts_.clock.MonotonicMs() - lastTrafficMs_,
+            .isTestTelegramMissing = isTestTelegramMissing_};
 }
 
 void cPort::Finish() {

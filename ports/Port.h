@@ -31,7 +31,8 @@ struct PortParts {
     std::function<std::optional<CallerMatch>(const PortBinding& ownPort, TextView number)> findCaller{};
     ExportQueues* exports = nullptr;  // none: nothing is exported
     std::function<bool()> areAllEventsStored{};
-    InetFactory* inet = nullptr;  // none: nothing is polled
+    InetFactory* inet = nullptr;                                               // none: nothing is polled
+    std::shared_ptr<CommWait> wait = std::make_shared<CommWait>(loop, clock);  // one for all ports
 };
 
 /// One configured reception channel: reads its line, lets the decoder of its format cut telegrams, hands the
@@ -68,12 +69,13 @@ class cPort {
  private:
     std::unique_ptr<Transport> NewTransport(PortType type);
     CallerLookup OwnCallerLookup() const;
+    Conversation OwnConversation();
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
     void ReadPortDisable();
     void OpenPort(int tickMs);
     void ServicePort(int tickMs);
-    void ServiceFormat(int tickMs);
+    ServiceTick TickOf(int tickMs) const;
     void PurgeHalfTelegram();
     void SuperviseTestTelegrams();
     void RaiseTestTelegramEvent(const Text& code);

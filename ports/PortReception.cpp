@@ -16,6 +16,7 @@ constexpr int kChunksInOneTurn = 16;
 void cPort::OnNewStream() {
     received_.Clear();
     replies_.Clear();
+    if (lineFormat_) lineFormat_->BeginStream();
 }
 
 void cPort::OnDataWaiting() {

@@ -11,7 +11,9 @@ struct ServiceTick {
     OleDate now{};
     std::int64_t monotonicMs = 0;  // for elapsed times, which a change of the clock must not bend
     int tickMs = 0;
-    bool canSend = false;  // the line is open and somebody is at its other end
+    bool canSend = false;       // the line is open and somebody is at its other end
+    std::int64_t silentMs = 0;  // since something has proved that the line works
+    bool isTestTelegramMissing = false;
 };
 
 }  // namespace nordkeep

@@ -48,6 +48,12 @@ CodeAndText SplitCode(TextView message, bool isAnyWordACode) {
     return {Text(word), Text(blank == TextView::npos ? TextView() : message.substr(blank + 1))};
 }
 
+CodeAndText SplitNumber(TextView message) {
+    const std::size_t end = message.find_first_not_of("0123456789");
+    if (end == 0 || end == TextView::npos || message[end] != ' ') return {{}, Text(message)};
+    return {Text(message.substr(0, end)), Text(TrimBlanks(message.substr(end)))};
+}
+
 int HexToLong(TextView text) {
     long number = 0;
     for (const char c : text) {

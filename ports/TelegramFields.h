@@ -25,6 +25,9 @@ struct CodeAndText {
 /// text. Otherwise all is text.
 CodeAndText SplitCode(TextView message, bool isAnyWordACode);
 
+/// The digits in front are the code when a blank follows them, and the rest is the text. Otherwise all is text.
+CodeAndText SplitNumber(TextView message);
+
 /// The number that the leading hexadecimal digits make; 0 without one, and stopping at 2^31 - 1.
 int HexToLong(TextView text);
 /// The bytes of the leading pairs of hexadecimal digits.

@@ -8,6 +8,7 @@
 #include "pipeline/ResetSettings.h"
 #include "ports/CallerIdentity.h"
 #include "ports/GoogolT1.h"
+#include "ports/GsmModem.h"
 #include "ports/MailMessage.h"
 #include "ports/MailSettings.h"
 #include "ports/MultiCom.h"
@@ -50,6 +51,7 @@ Keys KeysOfTheTables() {
     Add(keys, EngineSettingRows());
     Add(keys, EventPortRows());
     Add(keys, GoogolSettingRows());
+    Add(keys, GsmSettingRows());
     Add(keys, IntakeSettingRows());
     Add(keys, LineSettingRows());
     Add(keys, MailSettingRows());
@@ -65,6 +67,7 @@ Keys KeysOfTheTables() {
     Add(keys, RobofonSettingRows());
     Add(keys, Rsm02SettingRows());
     Add(keys, SiaSettingRows());
+    Add(keys, SmsSettingRows());
     Add(keys, SmtpSettingRows());
     Add(keys, StoreSettingRows());
     Add(keys, SupervisionSettingRows());
