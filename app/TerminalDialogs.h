@@ -9,7 +9,8 @@ namespace nordkeep {
 class TerminalDialogs final : public Dialogs {
  public:
     void ShowMessage(const Text& text) override;
-    bool AskYesNo(const Text&) override { return false; }
+    using Dialogs::AskYesNo;
+    bool AskYesNo(const Text&, Answer) override { return false; }
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>&) override { return std::nullopt; }
 };
 

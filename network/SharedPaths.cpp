@@ -22,18 +22,18 @@ NativePath ParentOf(const NativePath& folder) {
 }
 
 /// The folder below `folder` that a component names, with all links followed.
-std::optional<NativePath> Enter(const NativePath& folder, TextView component) {
+std::optional<NativePath> Enter(const FileTree& tree, const NativePath& folder, TextView component) {
     if (component.empty() || component == ".") return folder;
     if (component == "..") return ParentOf(folder);
-    const std::optional<NativePath> entered = CanonicalPath(FileTree(folder).Resolve(component));
+    const std::optional<NativePath> entered = CanonicalPath(tree.ResolveIn(folder, component));
     return entered && FolderExists(*entered) ? entered : std::nullopt;
 }
 
 /// Step by step, since ".." behind a link means the folder above the link's end.
-std::optional<NativePath> Walk(NativePath folder, TextView path) {
+std::optional<NativePath> Walk(const FileTree& tree, NativePath folder, TextView path) {
     while (!path.empty()) {
         const std::size_t end = std::min(path.find_first_of(kSeparators), path.size());
-        const std::optional<NativePath> entered = Enter(folder, path.substr(0, end));
+        const std::optional<NativePath> entered = Enter(tree, folder, path.substr(0, end));
         if (!entered) return std::nullopt;
         folder = *entered;
         path.remove_prefix(std::min(end + 1, path.size()));
@@ -72,7 +72,7 @@ bool SharedPaths::IsShared(const NativePath& folder, bool isAbsolute) const {
 std::optional<NativePath> SharedPaths::FindFolder(TextView path) const {
     const std::optional<NativePath> root = CanonicalPath(dataFolder_.Root());
     if (!root || path.find('\0') != TextView::npos) return std::nullopt;
-    const auto folder = Walk(*root, path);
+    const auto folder = Walk(dataFolder_, *root, path);
     return folder && IsShared(*folder, false) ? folder : std::nullopt;
 }
 
@@ -84,9 +84,10 @@ std::optional<SharedPlace> SharedPaths::Find(TextView path, PathKind kind) const
     if (!IsName(name) || path.find('\0') != TextView::npos) return std::nullopt;
     const std::optional<NativePath> root = CanonicalPath(dataFolder_.Root());
     if (!root) return std::nullopt;
-    const auto folder = Walk(isAbsolute ? "/" : *root, path.substr(0, path.size() - name.size()));
+    const auto folder =
+        Walk(dataFolder_, isAbsolute ? "/" : *root, path.substr(0, path.size() - name.size()));
     if (!folder || !IsShared(*folder, isAbsolute)) return std::nullopt;
-    const SharedPlace place{.folder = *folder, .path = FileTree(*folder).Resolve(name)};
+    const SharedPlace place{.folder = *folder, .path = dataFolder_.ResolveIn(*folder, name)};
     return IsUsersFile(place.folder, place.path) ? std::nullopt : std::optional(place);
 }
 

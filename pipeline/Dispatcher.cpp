@@ -48,11 +48,32 @@ const Dispatcher::Step Dispatcher::kSteps[] = {
     {"lists changed", Runs::Always, &Dispatcher::NoteListsChanged},
 };
 
+// The selection comes last: on a client the row is known only now.
+const Dispatcher::Step Dispatcher::kDeskSteps[] = {
+    {"latest alarm", Runs::OnlyForNewAlarms, &Dispatcher::KeepAsLatest},
+    {"popup", Runs::OnlyForNewAlarms, &Dispatcher::PopUp},
+    {"comment and map", Runs::OnlyForNewAlarms, &Dispatcher::ViewCommentAndMap},
+    {"picture decision", Runs::OnlyForNewAlarms, &Dispatcher::DecidePicture},
+    {"sound decision", Runs::OnlyForNewAlarms, &Dispatcher::DecideSound},
+    {"picture", Runs::OnlyForNewAlarms, &Dispatcher::ShowPicture},
+    {"sound", Runs::OnlyForNewAlarms, &Dispatcher::PlaySound},
+    {"selection", Runs::OnlyForNewAlarms, &Dispatcher::OfferSelection},
+};
+
 void Dispatcher::DispatchEvent(std::unique_ptr<cAlarm> alarm) {
     cAlarm& record = *alarm;
     Dispatch dispatch{.owned = std::move(alarm), .alarm = record};
-    for (const Step& step : kSteps) {
-        if (step.runs == Runs::OnlyForNewAlarms && !IsActive(record)) continue;
+    Run(kSteps, dispatch);
+}
+
+void Dispatcher::PresentAtDesk(cAlarm& alarm) {
+    Dispatch dispatch{.owned = nullptr, .alarm = alarm};
+    Run(kDeskSteps, dispatch);
+}
+
+void Dispatcher::Run(std::span<const Step> steps, Dispatch& dispatch) {
+    for (const Step& step : steps) {
+        if (step.runs == Runs::OnlyForNewAlarms && !IsActive(dispatch.alarm)) continue;
         try {
             (this->*step.run)(dispatch);
         } catch (const std::exception& fault) {

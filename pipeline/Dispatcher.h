@@ -11,6 +11,7 @@
 #include "store/EventStore.h"
 
 #include <memory>
+#include <span>
 
 namespace nordkeep {
 
@@ -36,6 +37,9 @@ class Dispatcher {
     explicit Dispatcher(const Needs& needs) : needs_(needs) {}
 
     void DispatchEvent(std::unique_ptr<cAlarm> alarm);
+    /// An alarm that the server has dispatched comes to this client: only what it opens, shows and sounds at
+    /// this place. Nothing for a record that is reset or ended.
+    void PresentAtDesk(cAlarm& alarm);
 
     /// Sends the alarms that still wait for it to Torvex: those whose delay has passed. To be called every
     /// few seconds.
@@ -57,6 +61,9 @@ class Dispatcher {
         void (Dispatcher::*run)(Dispatch&);
     };
     static const Step kSteps[];
+    static const Step kDeskSteps[];
+
+    void Run(std::span<const Step> steps, Dispatch& dispatch);
 
     void DetectRepeat(Dispatch& dispatch);
     void SilenceAlarm(Dispatch& dispatch);

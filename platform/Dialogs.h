@@ -13,13 +13,17 @@ struct LanguageChoice {
     Text name{};     // the file's own name of the language, text 0
 };
 
+enum class Answer { No, Yes };
+
 /// Messages and questions to the person at the screen. A copy without a screen answers at once.
 class Dialogs {
  public:
     virtual ~Dialogs() = default;
     virtual void ShowMessage(const Text& text) = 0;
-    /// True for yes.
-    virtual bool AskYesNo(const Text& question) = 0;
+    /// True for yes. `byDefault` is the answer of the Enter key; closing the question is a no.
+    virtual bool AskYesNo(const Text& question, Answer byDefault) = 0;
+    /// A question whose careless answer is to be no.
+    bool AskYesNo(const Text& question) { return AskYesNo(question, Answer::No); }
     /// The number of the chosen language; none when nothing was chosen.
     virtual std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) = 0;
 };

@@ -24,10 +24,10 @@ class FileTree {
     /// As Resolve, but a path that begins with a separator, or with a drive letter and ":", is absolute:
     /// the drive letter is dropped and the look-up starts at the root of the file system.
     NativePath ResolveSetting(TextView path) const;
+    /// As Resolve, below another folder of the real file system.
+    NativePath ResolveIn(const NativePath& folder, TextView path) const;
 
  private:
-    NativePath ResolveBelow(const NativePath& start, TextView path) const;
-
     NativePath root_;
     std::shared_ptr<FolderNames> names_;
 };

@@ -1,8 +1,10 @@
 #include "runtime/TrafficLog.h"
 
 #include "runtime/Dates.h"
+#include "runtime/Fields.h"
 
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace nordkeep {
@@ -28,6 +30,15 @@ Text ControlName(char c) {
         if (code == c) return Text(name);
     }
     return std::to_string(static_cast<int>(c));
+}
+
+/// The byte that stands between "<" and ">"; none when that is no notation.
+std::optional<char> ByteOfName(TextView name) {
+    for (const auto& [code, known] : kControlNames) {
+        if (EqualsNoCase(known, name)) return code;
+    }
+    if (!IsNumeric(name) || LeadingNumber(name) > 255) return std::nullopt;
+    return static_cast<char>(LeadingNumber(name));
 }
 
 void AppendReadable(Text& out, char c) {
@@ -61,6 +72,18 @@ Text ReadableBytes(TextView bytes, bool isHex) {
     return readable;
 }
 
+Text BytesOfReadable(TextView readable) {
+    Text bytes;
+    for (std::size_t at = 0; at < readable.size();) {
+        const std::size_t end = readable[at] == '<' ? readable.find('>', at) : TextView::npos;
+        const auto byte =
+            end == TextView::npos ? std::nullopt : ByteOfName(readable.substr(at + 1, end - at - 1));
+        bytes += byte.value_or(readable[at]);
+        at = byte ? end + 1 : at + 1;
+    }
+    return bytes;
+}
+
 void TrafficLog::Configure(const TrafficLogSettings& settings, Role role) {
     settings_ = settings;
     folder_ = PlaceOfLog(LogKind::Information, role == Role::Client).folder;
@@ -72,7 +95,9 @@ void TrafficLog::OpenFor(const Text& day) {
 }
 
 void TrafficLog::WriteTrafficLog(TextView bytes, TrafficDirection direction, TextView port) {
-    if (!settings_.isOn || bytes.empty()) return;
+    if (bytes.empty()) return;
+    if (listener_) listener_(bytes, direction, port);
+    if (!settings_.isOn) return;
     const OleDate now = clock_.Now();
     const Text day = FormatDate(now, "YYYY-MM-DD");
     if (!file_.IsOpen() || day != openDay_) OpenFor(day);

@@ -5,6 +5,8 @@
 #include "runtime/Role.h"
 #include "runtime/SysLog.h"
 
+#include <functional>
+
 namespace nordkeep {
 
 enum class TrafficDirection : int { Received = 1, Sent = 2 };
@@ -18,13 +20,20 @@ struct TrafficLogSettings {
 /// The bytes of a telegram as a person reads them: control characters as "<STX>", or two hexadecimal digits
 /// and a blank for each byte.
 Text ReadableBytes(TextView bytes, bool isHex);
+/// The bytes of a text in the first of these notations: "<STX>" and "<13>" are one byte each, and what is
+/// neither stands for itself.
+Text BytesOfReadable(TextView readable);
 
 /// The raw bytes of all ports in one file a day. The file stays open between writes.
 class TrafficLog {
  public:
     TrafficLog(const FileTree& dataFolder, const Clock& clock) : dataFolder_(dataFolder), clock_(clock) {}
 
+    /// Gets all bytes of all ports, whether or not they go to the file. One listener; empty for none.
+    using Listener = std::function<void(TextView bytes, TrafficDirection direction, TextView port)>;
+
     void Configure(const TrafficLogSettings& settings, Role role);
+    void SetListener(Listener listener) { listener_ = std::move(listener); }
     void WriteTrafficLog(TextView bytes, TrafficDirection direction, TextView port);
     /// Adds to the time without traffic and closes the file when that is above 10 s.
     void AddIdleTime(int ms);
@@ -37,6 +46,7 @@ class TrafficLog {
     const FileTree& dataFolder_;
     const Clock& clock_;
     TrafficLogSettings settings_{};
+    Listener listener_{};
     Text folder_ = "LogFiles\\";
     AppendingFile file_{};
     Text openDay_{};

@@ -55,21 +55,21 @@ FileTree::FileTree(NativePath root) : root_(std::move(root)), names_(std::make_s
 }
 
 NativePath FileTree::Resolve(TextView path) const {
-    return ResolveBelow(root_, path);
+    return ResolveIn(root_, path);
 }
 
 NativePath FileTree::ResolveSetting(TextView path) const {
-    if (HasDrive(path)) return ResolveBelow("/", path.substr(2));
+    if (HasDrive(path)) return ResolveIn("/", path.substr(2));
     const bool isAbsolute = path.find_first_of(kSeparators) == 0;
-    return ResolveBelow(isAbsolute ? "/" : root_, path);
+    return ResolveIn(isAbsolute ? "/" : root_, path);
 }
 
 // Nearly always the path exists as it is written, or all of it but the file itself: so the longest part that
 // does is looked for from behind, and listings are consulted only from there on.
-NativePath FileTree::ResolveBelow(const NativePath& start, TextView path) const {
+NativePath FileTree::ResolveIn(const NativePath& folder, TextView path) const {
     if (path.find('\0') != TextView::npos) return kNoSuchPath;
     const std::vector<TextView> components = Components(path);
-    std::vector<NativePath> exact = {start};
+    std::vector<NativePath> exact = {folder};
     for (const TextView name : components) exact.push_back(Below(exact.back(), ToUtf8(name)));
     std::size_t known = components.size();
     while (known > 0 && !Exists(exact[known])) --known;

@@ -16,7 +16,8 @@ class FakeDialogs : public Dialogs {
     std::optional<int> language{};
 
     void ShowMessage(const Text& text) override { messages.push_back(text); }
-    bool AskYesNo(const Text& question) override {
+    using Dialogs::AskYesNo;
+    bool AskYesNo(const Text& question, Answer) override {
         questions.push_back(question);
         if (answers.empty()) return false;
         const bool answer = answers.front();

@@ -33,7 +33,7 @@ TEST(Seeds, SurviveAndSoDoTheirNeighbours) {
     for (const FuzzTarget& target : FuzzTargets()) {
         SCOPED_TRACE(target.name);
         for (const Text& seed : target.seeds) {
-            for (int i = 0; i < 3000; ++i) target.run(i == 0 ? seed : Mutated(seed, random));
+            for (int i = 0; i < target.neighbours; ++i) target.run(i == 0 ? seed : Mutated(seed, random));
         }
     }
 }

@@ -41,7 +41,7 @@ std::vector<Text> ExamplesOf(int messageFormat) {
 const std::vector<FuzzTarget>& FuzzTargets() {
     static const std::vector<FuzzTarget> targets = [] {
         std::vector<FuzzTarget> all = LineTargets();
-        for (const auto& more : {FileTargets(), TalkTargets()})
+        for (const auto& more : {FileTargets(), TalkTargets(), NetworkTargets()})
             all.insert(all.end(), more.begin(), more.end());
         return all;
     }();

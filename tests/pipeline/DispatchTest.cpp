@@ -51,6 +51,31 @@ TEST_F(DispatchTest, StepsRunOnWhenOneCannotWrite) {
     EXPECT_EQ(running->lists.UnackedCount(), 1u);
 }
 
+TEST_F(DispatchTest, AClientsDeskDoesWhatTheServersDoes) {
+    WriteSettings(
+        "AlarmPopup=1\r\nAutoViewComment=1\r\nAutoViewMap=1\r\nAlarmSound=1\r\nAlarmPictureTime=0\r\n");
+    WriteSet("FORMAT=1,6,0,0,7,2\r\n100001;Bakery;;Town.png/1/2\r\n", "01;1;Fire;\r\n");
+    Start();
+    cAlarm& alarm = TakeIn("10000101");
+    using Calls = std::vector<Text>;
+    const Calls shown = {"latest", "popup", "comment", "map", "picture Bakery Fire", "beep"};
+    Calls atServer = {"selection"};
+    atServer.insert(atServer.end(), shown.begin(), shown.end());
+    for (const char* last : {"page", "lists"}) atServer.push_back(last);
+    EXPECT_EQ(running->desk.calls, atServer);
+
+    running->desk.calls.clear();
+    running->dispatcher.PresentAtDesk(alarm);
+    Calls atClient = shown;
+    atClient.push_back("selection");
+    EXPECT_EQ(running->desk.calls, atClient);
+
+    running->desk.calls.clear();
+    alarm.m_Status = kStatusAcknowledged;
+    running->dispatcher.PresentAtDesk(alarm);
+    EXPECT_EQ(running->desk.calls, Calls{});
+}
+
 TEST(PriorityRange, ReadsBothEnds) {
     struct Case {
         const char* text;

@@ -5,6 +5,7 @@
 #include "store/EventFile.h"
 #include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/RecordingDesk.h"
 #include "tests/doubles/TempFolder.h"
 #include "translation/AliveScan.h"
 
@@ -92,7 +93,7 @@ class PipelineTest : public ::testing::Test {
         NoObjectViews objectViews{};
         NoTelegramExport telegramExport{};
         AlarmLists lists{};
-        QuietDesk desk{};
+        RecordingDesk desk{};
         QuietOutputs outputs{};
         LookupRules lookup;
         AliveTestTimers timers;

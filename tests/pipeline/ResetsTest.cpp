@@ -3,7 +3,8 @@
 namespace nordkeep {
 namespace {
 
-constexpr const char* kTown = "FORMAT=1,4,0,0,5,2\r\n1001;Bakery;\r\n1002;Pump;;;;;Owner;;;1001\r\n1003;Shop;\r\n";
+constexpr const char* kTown =
+    "FORMAT=1,4,0,0,5,2\r\n1001;Bakery;\r\n1002;Pump;;;;;Owner;;;1001\r\n1003;Shop;\r\n";
 constexpr const char* kTypes = "01;1;Fire;02\r\n02;3;Fire restored;\r\n03;2;Fault;\r\n";
 
 class ResetsTest : public PipelineTest {

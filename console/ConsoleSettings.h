@@ -1,0 +1,47 @@
+#pragma once
+
+#include "runtime/SettingTable.h"
+
+namespace nordkeep {
+
+/// How the operator's window looks and behaves. Colours are numbers with red in the lowest byte; empty or
+/// below 0 they are those of the theme.
+struct ConsoleSettings {
+    Text ToolBar{};  // empty: shown
+    Text AlarmDateFormat{};
+    Text AlarmTimeFormat{};
+    Text UnackedStatusBarFormat{};
+    Text AckedStatusBarFormat{};
+    Text ViewAlarmStatusBar{};  // empty: shown
+    bool ViewStatusAsNumber = false;
+    bool ViewAlarmToolTip = false;
+    bool ViewTypeCodeInfo = false;
+    bool AllowEdit = false;  // steers nothing; known so that a settings file may hold it
+    bool FloatingSysLogWindow = false;
+    bool FloatingDebugWindow = false;
+    bool FullRowSelect = true;
+    bool ShowInTaskBar = true;
+    Text FontName{};
+    Text BackColor{};
+    int StatusBarFontSize = 0;  // points; 0: the font of the system
+    Text StatusBarForeColor{};
+    Text StatusBarBackColor{};
+    Text DebugForeColor{};
+    Text DebugBackColor{};
+    int MinColumnWidth = 0;
+    int LogViewSize = 1000;
+    int DebugViewSize = 200;
+    int AlarmCopyDelimiter = 9;  // character code
+    Text EditApp{};              // programs that edit texts and translation files; empty: the own editor
+    Text TypeAndIDCodeEditApp{};
+    Text DataCodeEditApp{};
+
+    bool HasToolBar() const { return TrimBlanks(ToolBar).empty() || IsTrue(ToolBar); }
+    bool HasStatusLines() const {
+        return TrimBlanks(ViewAlarmStatusBar).empty() || IsTrue(ViewAlarmStatusBar);
+    }
+};
+
+std::span<const SettingRow<ConsoleSettings>> ConsoleSettingRows();
+
+}  // namespace nordkeep

@@ -1,0 +1,167 @@
+#include "console/views/ListPane.h"
+#include "console/views/MainWindow.h"
+#include "console/views/ViewParts.h"
+
+#include <QtGui/QShortcut>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTableWidget>
+#include <QtWidgets/QVBoxLayout>
+
+namespace nordkeep {
+namespace {
+
+/// A key of the window that is no command.
+struct WindowKey {
+    int caption;
+    const char* keys;
+};
+constexpr WindowKey kWindowKeys[] = {
+    {3641, "Ctrl+1 ... Ctrl+7"},
+    {3642, "F6"},
+    {3643, "Enter"},
+    {3644, "Menu, Shift+F10"},
+    {3561, "Ctrl+F, Esc"},
+    {3645, "Ctrl++, Ctrl+-, Ctrl+0"},
+    {3646, "F11"},
+};
+constexpr int kCaptionKeys = 3647;
+constexpr int kCaptionTypeItems = 3113;
+constexpr int kCaptionDataItems = 3114;
+constexpr qsizetype kMostItems = 400;
+
+}  // namespace
+
+void MainWindow::AddKey(const char* keys, std::function<void()> act) {
+    auto* key = new QShortcut(QKeySequence(QString::fromLatin1(keys)), this);
+    connect(key, &QShortcut::activated, this, [act = std::move(act)] { act(); });
+}
+
+void MainWindow::AddKeys() {
+    for (int number = 0; number < kTabCount; ++number) {
+        const QByteArray keys = "Ctrl+" + QByteArray::number(number + 1);
+        AddKey(keys.constData(), [this, number] {
+            box_.ShowTab(static_cast<Tab>(number));
+            if (ListPane* list = ListOf(box_.Tabs().current)) list->setFocus(Qt::ShortcutFocusReason);
+        });
+    }
+    AddKey("F6", [this] { NextPane(); });
+    AddKey("F11", [this] { ToggleFullScreen(); });
+    AddKey("Ctrl+F", [this] {
+        filter_->setFocus(Qt::ShortcutFocusReason);
+        filter_->selectAll();
+    });
+    AddKey("Ctrl++", [this] { Zoom(1); });
+    AddKey("Ctrl+=", [this] { Zoom(1); });
+    AddKey("Ctrl+-", [this] { Zoom(-1); });
+    AddKey("Ctrl+0", [this] {
+        fontSize_ = 0;
+        Zoom(0);
+    });
+}
+
+// --- Popups
+
+void MainWindow::PopUpFor(Tab tab, QPoint place) {
+    if (!box_.MayShowPopup()) return;
+    if (tab == Tab::IdCodes) return PopUpForObject(place);
+    if (!box_.AlarmList(tab) || box_.Selected(tab).empty()) return;
+    QMenu menu;
+    for (const Command command : {Command::PopupComments, Command::PopupCopy, Command::PopupPrint}) {
+        menu.addAction(ActionOf(command));
+    }
+    menu.addSeparator();
+    menu.addAction(ActionOf(tab == Tab::Unacked ? Command::PopupClose : Command::PopupArchive));
+    menu.exec(place);
+}
+
+void MainWindow::PopUpForObject(QPoint place) {
+    if (!box_.StateOf(Command::ObjectComments).isEnabled) return;
+    const ObjectMenu items = box_.MenuOfObject();
+    if (items.service.empty()) return;
+    QMenu menu;
+    QMenu* service = menu.addMenu(WithoutMnemonics(ShownLine(items.service)));
+    service->setEnabled(box_.StateOf(Command::ServiceInUse).isEnabled);
+    service->addAction(ActionOf(Command::ServiceInUse));
+    for (const ObjectMenu::LogOnlyItem& item : items.logOnly) {
+        QAction* action = service->addAction(ShownLine(item.caption));
+        connect(action, &QAction::triggered, this,
+                [this, number = item.item] { box_.Run(Command::ServiceLogOnly, number); });
+    }
+    service->addAction(ActionOf(Command::ServicePeriod));
+    menu.addAction(ActionOf(Command::ObjectComments));
+    ActionOf(Command::ObjectEdit)->setText(ShownLine(items.edit));
+    menu.addAction(ActionOf(Command::ObjectEdit));
+    for (const auto& [command, caption] : {std::pair{Command::TypeCodeEdit, kCaptionTypeItems},
+                                           std::pair{Command::DataCodeEdit, kCaptionDataItems}}) {
+        QMenu* codes = menu.addMenu(CaptionText(captions_, caption));
+        codes->setEnabled(box_.StateOf(command).isEnabled);
+        connect(codes, &QMenu::aboutToShow, this,
+                [this, codes, which = command] { FillCodeMenu(codes, which); });
+    }
+    menu.addSeparator();
+    menu.addAction(ActionOf(Command::ResetAliveTest));
+    menu.exec(place);
+}
+
+void MainWindow::FillCodeMenu(QMenu* menu, Command command) {
+    menu->clear();
+    const auto items = command == Command::TypeCodeEdit ? box_.TypeCodeItems() : box_.DataCodeItems();
+    int number = 0;
+    for (const ObjectMenu::CodeItem& item : items) {
+        if (number >= kMostItems) break;
+        QAction* action = menu->addAction(WithoutMnemonics(ShownLine(item.caption)));
+        connect(action, &QAction::triggered, this, [this, command, number] { box_.Run(command, number); });
+        ++number;
+    }
+    if (number == 0) menu->addAction(QStringLiteral("-"))->setEnabled(false);
+}
+
+void MainWindow::FillMapMenu(QMenu* menu) {
+    menu->clear();
+    menu->addAction(ActionOf(Command::MapOfAlarm));
+    menu->addSeparator();
+    qsizetype count = 0;
+    for (const Text& map : box_.Maps()) {
+        if (++count > kMostItems) break;
+        QAction* action = menu->addAction(WithoutMnemonics(ShownLine(map)));
+        action->setEnabled(box_.MayShowPopup());
+        connect(action, &QAction::triggered, this, [this, map] { box_.OpenMap(map); });
+    }
+}
+
+// --- The sheet of keys
+
+void MainWindow::ShowKeys() {
+    auto* sheet = new QDialog(this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->setWindowTitle(CaptionText(captions_, kCaptionKeys));
+    auto* table = new QTableWidget(0, 2);
+    table->horizontalHeader()->hide();
+    table->verticalHeader()->hide();
+    table->setShowGrid(false);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionMode(QAbstractItemView::NoSelection);
+    const auto add = [&](int caption, const QString& keys) {
+        const int row = table->rowCount();
+        table->insertRow(row);
+        table->setItem(row, 0, new QTableWidgetItem(keys));
+        table->setItem(row, 1, new QTableWidgetItem(PlainCaption(captions_, caption)));
+    };
+    for (int number = 0; number < kCommandCount; ++number) {
+        const auto command = static_cast<Command>(number);
+        const QString keys = QString::fromLatin1(KeysOf(command));
+        if (!keys.isEmpty()) add(CaptionOf(command), keys);
+    }
+    for (const WindowKey& key : kWindowKeys) add(key.caption, QString::fromLatin1(key.keys));
+    table->resizeColumnsToContents();
+    table->horizontalHeader()->setStretchLastSection(true);
+    auto* layout = new QVBoxLayout(sheet);
+    layout->addWidget(table);
+    sheet->resize(480, 520);
+    sheet->show();
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "console/MapBox.h"
+#include "console/views/ViewParts.h"
+
+class QScrollArea;
+
+namespace nordkeep {
+
+/// The window of the map.
+class MapWindow final : public QDialog, public WindowView {
+ public:
+    MapWindow(MapBox& map, const Captions& captions, QWidget* parent = nullptr);
+
+    void Show(OpenedBy by) override;
+    void Refresh() override;
+    void Close() override { hide(); }
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void reject() override { map_.Close(); }
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    class Canvas;
+
+    QLayout* NewButtons(const Captions& captions);
+    void LoadPicture();
+    void FindAlarmCenter();
+    void ScrollBy(int x, int y);
+    void Zoom(char key);
+
+    MapBox& map_;
+    QScrollArea* scroll_ = nullptr;
+    Canvas* canvas_ = nullptr;
+    QLabel* failure_ = nullptr;
+    QLabel* status_ = nullptr;
+    QPushButton* center_ = nullptr;
+    unsigned shownGeneration_ = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "console/Captions.h"
+#include "platform/Dialogs.h"
+
+#include <QtCore/QPointer>
+#include <QtWidgets/QDialog>
+
+#include <functional>
+
+namespace nordkeep {
+
+/// Questions on the screen. Who asks waits in a loop of its own, in which everything else goes on: alarms
+/// arrive, sound and are stored. There is one question at a time; while it is up a second one is answered
+/// with no, and the first comes to the front.
+class QtDialogs final : public Dialogs {
+ public:
+    using Dialogs::AskYesNo;
+
+    /// As soon as there are captions; until then buttons have both languages.
+    void UseCaptions(const Captions& captions) { captions_ = &captions; }
+    /// The window that questions stand in front of.
+    void UseParent(std::function<QWidget*()> parent) { parent_ = std::move(parent); }
+
+    void ShowMessage(const Text& text) override;
+    /// A message that nobody waits for.
+    void ShowNotice(const Text& text);
+    bool AskYesNo(const Text& question, Answer byDefault) override;
+    std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override;
+
+    bool IsQuestionUp() const { return !question_.isNull(); }
+    /// The program ends: what is being asked is answered with no.
+    void CloseQuestion();
+
+ private:
+    QString ButtonText(int caption, const char* bilingual) const;
+    QWidget* Parent() const { return parent_ ? parent_() : nullptr; }
+    /// Until the dialog has been answered or is gone.
+    void Await(QDialog& dialog);
+
+    const Captions* captions_ = nullptr;
+    std::function<QWidget*()> parent_{};
+    QPointer<QDialog> question_{};
+};
+
+}  // namespace nordkeep

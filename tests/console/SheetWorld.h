@@ -1,0 +1,136 @@
+#pragma once
+
+#include "console/CommentBox.h"
+#include "tests/doubles/FakeDialogs.h"
+#include "tests/store/StoreWorld.h"
+
+namespace nordkeep {
+
+/// Local files that write down each access as the number of the message that a client would send.
+class RecordingFiles final : public DataFiles {
+ public:
+    explicit RecordingFiles(const FileTree& folder) : local_(folder) {}
+
+    Text ReadTextFile(TextView path) override { return Note("18 "), local_.ReadTextFile(path); }
+    Text ReadBinaryFile(TextView path) override { return Note("22 "), local_.ReadBinaryFile(path); }
+    void WriteTextFile(TextView path, TextView text) override {
+        Note("19 ");
+        if (!isDeaf) local_.WriteTextFile(path, text);
+    }
+    OleDate FileTimeStamp(TextView path) override { return Note("20 "), local_.FileTimeStamp(path); }
+    std::vector<Text> ScanForFiles(TextView pattern) override {
+        return Note("21 "), local_.ScanForFiles(pattern);
+    }
+    void MakeDataFolder(TextView path) override {
+        Note("24 ");
+        local_.MakeDataFolder(path);
+    }
+
+    bool isDeaf = false;  // writes come to nothing
+    Text sent{};
+    std::function<void()> onAccess{};
+
+ private:
+    void Note(const char* message) {
+        sent += message;
+        if (onAccess) onAccess();
+    }
+
+    LocalDataFiles local_;
+};
+
+/// Counts what a window is told.
+class RecordingView final : public WindowView {
+ public:
+    void Show(OpenedBy by) override { calls += by == OpenedBy::Operator ? "show " : "appear "; }
+    void Refresh() override { calls += "refresh "; }
+    void Close() override { calls += "close "; }
+    Text calls{};
+};
+
+/// Keeps the documents.
+class RecordingPrinter final : public PrintOutput {
+ public:
+    void Print(const PrintDocument& document) override { printed.push_back(document); }
+    void Preview(const PrintDocument& document) override { previewed.push_back(document); }
+    std::vector<PrintDocument> printed{};
+    std::vector<PrintDocument> previewed{};
+};
+
+/// A store with the needs of the operator's windows.
+struct ConsoleWorld : StoreWorld {
+    explicit ConsoleWorld(Role role = Role::StandAlone) : StoreWorld({}, role) {
+        rights.role = role;
+        rights.level = 1;
+        for (const char* name : {"Comments", "Information", "Maps", "LogFiles\\Objects", "Settings\\Temp"}) {
+            folder.MakeFolders(name);
+        }
+        language.LoadFrom("1053=End?\r\n1080=Overwrite?\r\n1139=gone\r\n1140=trying\r\n");
+    }
+    cAlarm& Raise(const Text& idCode = "1", int status = kStatusNew, const Text& text = "text") {
+        auto alarm = std::make_unique<cAlarm>(AlarmAt(45356.25, text));
+        alarm->m_IdCode = idCode;
+        alarm->m_TranslationFile = "A/B";
+        alarm->m_TypeCode = "E1";
+        alarm->m_TranslatedIDCode = "Shop";
+        alarm->m_TranslatedMapName = "Shop.png/10/20";
+        alarm->m_Status = status;
+        alarm->m_AlarmId = ++lastId;
+        return store->StoreNew(std::move(alarm));
+    }
+
+    std::int32_t lastId = 0;
+    OperatorRights rights{};
+    RecordingFiles dataFiles{folder.Tree()};
+    FakeDialogs dialogs{};
+    Captions captions{language};
+    RecordingPrinter printer{};
+    PrinterSettings printerSettings{};
+    bool isRequestPending = false;
+    TranslationSettings translationSettings{};
+    AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
+    NoObjectViews objectViews{};
+    Translations translations{
+        {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
+};
+
+/// The sheet on it.
+struct SheetWorld : ConsoleWorld {
+    explicit SheetWorld(Role role = Role::StandAlone) : ConsoleWorld(role) {
+        settings.SmallCommentSize = 10;
+        settings.ManualTransmissionFormat = "[TRIDCODE] [DATE] [TIME]";
+        sheet.SetView(view);
+    }
+    static constexpr const char* kComments = "Comments\\A\\B\\1.TXT";
+    Text Comments() const { return folder.Read(kComments); }
+    void Type(const Text& text) { sheet.TypeNewComments(text); }
+
+    CommentSettings settings{};
+    RecordingView view{};
+    bool isDispatcherThere = true;
+    Text dispatched{};
+    std::vector<std::int32_t> ended{};
+    Text shownMap{};
+    CommentBox sheet{{.store = *store,
+                      .views = views,
+                      .translations = translations,
+                      .files = dataFiles,
+                      .dialogs = dialogs,
+                      .language = language,
+                      .captions = captions,
+                      .clock = time,
+                      .settings = settings,
+                      .printer = printer,
+                      .printerSettings = printerSettings,
+                      .rights = [this] { return rights; },
+                      .isRequestPending = [this] { return isRequestPending; },
+                      .sendToDispatcher =
+                          [this](const Text& line) {
+                              dispatched += line;
+                              return isDispatcherThere;
+                          },
+                      .showMap = [this](const Text& reference, std::int32_t) { shownMap = reference; },
+                      .alarmEnded = [this](std::int32_t key) { ended.push_back(key); }}};
+};
+
+}  // namespace nordkeep
