@@ -66,16 +66,13 @@ CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget*
 }
 
 QLayout* CommentSheet::NewHeader() {
-    object_ = NewHeading({});
+    object_ = NewDataLabel();
     QFont large = object_->font();
+    large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     object_->setFont(large);
-    alarm_ = NewLabel();
+    alarm_ = NewDataLabel();
     status_ = new Chip;
-    for (QLabel* label : {object_, alarm_}) {
-        label->setWordWrap(true);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    }
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(object_);

@@ -69,6 +69,14 @@ QLabel* NewLabel(const QString& text) {
     return label;
 }
 
+QLabel* NewDataLabel(const QString& text) {
+    QLabel* label = NewLabel(text);
+    label->setWordWrap(true);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
 QLabel* NewHeading(const QString& text, QWidget* buddy) {
     QLabel* label = NewLabel(text);
     QFont font = label->font();
@@ -110,6 +118,7 @@ QColor WarningColor(const QPalette& palette) {
 NoticeBar::NoticeBar(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setContentsMargins(kNoticeSign + 12, 6, 8, 6);
     hide();
 }

@@ -28,6 +28,8 @@ QString PlainCaption(const Captions& captions, int number);
 
 /// A label that never takes its text for anything but plain text.
 QLabel* NewLabel(const QString& text = {});
+/// A label for a text from data, of any length: it takes the width that there is and breaks its lines.
+QLabel* NewDataLabel(const QString& text = {});
 /// A label in bold over a box, with the box as its buddy.
 QLabel* NewHeading(const QString& text, QWidget* buddy = nullptr);
 QPushButton* NewButton(const Captions& captions, int number);
