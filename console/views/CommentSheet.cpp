@@ -230,7 +230,10 @@ void CommentSheet::ShowInformation() {
 
 void CommentSheet::ShowEarlierAlarms() {
     earlier_->clear();
-    for (const Text& line : sheet_.Texts().earlierAlarms) earlier_->addItem(ShownLine(line));
+    for (const Text& line : sheet_.Texts().earlierAlarms) {
+        auto* item = new QListWidgetItem(ShownLine(line), earlier_);
+        item->setToolTip(ToolTipText(item->text()));
+    }
     earlierPart_->setVisible(earlier_->count() > 0);
 }
 

@@ -51,6 +51,11 @@ QString WithoutMnemonics(QString text) {
     return text.replace(u'&', QLatin1String("&&"));
 }
 
+QString ToolTipText(const QString& text) {
+    return QStringLiteral("<qt>") + text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>")) +
+           QStringLiteral("</qt>");
+}
+
 QString CaptionText(const Captions& captions, int number) {
     return ShownLine(captions(number));
 }

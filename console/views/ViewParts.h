@@ -22,6 +22,8 @@ Text TypedText(const QString& text);
 /// A button or menu text from data: "&" is an ordinary character.
 QString WithoutMnemonics(QString text);
 
+/// A tool tip that shows its text as it is.
+QString ToolTipText(const QString& text);
 QString CaptionText(const Captions& captions, int number);
 /// A caption without its mnemonic mark and its dots, for titles.
 QString PlainCaption(const Captions& captions, int number);
