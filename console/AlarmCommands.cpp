@@ -1,5 +1,6 @@
 #include "console/AlarmCommands.h"
 
+#include "console/Captions.h"
 #include "runtime/Fields.h"
 
 namespace nordkeep {
@@ -8,11 +9,12 @@ namespace {
 constexpr int kTextEndAll = 1021;
 constexpr int kTextEndSelected = 1053;
 constexpr int kTextArchiveSelected = 1055;
+constexpr int kTextCount = 3557;
 
 }  // namespace
 
-bool AlarmCommands::Asks(int text, Answer byDefault) const {
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text), byDefault);
+bool AlarmCommands::Asks(int text, Answer byDefault, const Text& behind) const {
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault);
 }
 
 cAlarm* AlarmCommands::RecordOf(const Text& rowKey) const {
@@ -27,8 +29,10 @@ void AlarmCommands::End(cAlarm& alarm) {
     needs_.store.UpdateAlarmLists(alarm);
 }
 
-void AlarmCommands::AckAll() {
-    if (!Asks(kTextEndAll)) return;
+void AlarmCommands::AckAll(bool isFiltered) {
+    const std::size_t count = needs_.store.Events().Unacknowledged().size();
+    const Text line = Captions(needs_.language)(kTextCount, {std::to_string(count)});
+    if (!Asks(kTextEndAll, Answer::No, isFiltered ? "\r\n" + line : Text())) return;
     needs_.views.BeginBulkLoad();
     // A copy, since an alarm that ends leaves the set.
     const auto& open = needs_.store.Events().Unacknowledged();
@@ -57,8 +61,9 @@ void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
             needs_.store.RemoveAlarm(*alarm);
             continue;
         }
-        // The server's answer takes the row out; the record stays until the next connection.
+        // The server takes the record out; the one here stays until the next connection.
         alarm->m_Status = kStatusRemoved;
+        needs_.store.UpdateAlarmLists(*alarm);
         needs_.store.UpdateToDisk(*alarm);
     }
     needs_.views.RecalcStatusBars();

@@ -26,15 +26,17 @@ class AlarmCommands {
     };
     explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
 
-    /// Ends all alarms that are not ended yet, and silences the sound.
-    void AckAll();
+    /// Ends all alarms that are not ended yet, and silences the sound. Where a filter hides some of them the
+    /// question tells how many there are.
+    void AckAll(bool isFiltered = false);
     /// Ends the selected new alarms.
     void CloseSelected(std::span<const Text> rowKeys);
     /// Archives the selected old alarms. On a client the server takes the record out.
     void ArchiveSelected(std::span<const Text> rowKeys);
 
  private:
-    bool Asks(int text, Answer byDefault = Answer::No) const;
+    /// `behind`: a further line of the question.
+    bool Asks(int text, Answer byDefault = Answer::No, const Text& behind = {}) const;
     cAlarm* RecordOf(const Text& rowKey) const;
     void End(cAlarm& alarm);
 

@@ -61,6 +61,7 @@ class AlarmRows final : public RowModel {
     Text KeyOf(int row) const override;
     int RowOf(TextView key) const override;
     Glyph Icon(int row) const override;
+    bool HasIconTexts() const override { return columns_.priorityColumn >= 0; }
     Text IconText(int row) const override;
     Text IconWord(int row) const override;
     CellColors Colors(int row, int column) const override;

@@ -210,10 +210,6 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3713, "Sida %1 av %2"},
     {3714, "Ingen skrivare finns. Dokumentet kan sparas som PDF."},
     {3715, "Lämnat till skrivaren."},
-    {3716, "Typsnitt"},
-    {3717, "Storlek"},
-    {3718, "&Fet"},
-    {3719, "&Kursiv"},
     {3720, "(ingen)"},
     {3721, "Protokollnummer"},
     {3722, "Larmkod"},
@@ -248,6 +244,10 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3757, "Sluttiden måste ligga efter starttiden och efter nu."},
     {3758, "Objektet finns inte längre."},
     {3759, "Nästa försök om %1 s"},
+    {3760, "Typsnitt"},
+    {3761, "Storlek"},
+    {3762, "Fet"},
+    {3763, "Kursiv"},
 };
 
 }  // namespace

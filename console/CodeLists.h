@@ -37,7 +37,7 @@ class TypeList final : public TextTable {
  public:
     TypeList(const Translations& translations, const Captions& captions);
     void ShowSet(const Text& set);
-    int DefaultWidth(int column) const override { return column == 2 ? 320 : 110; }
+    int DefaultWidth(int column) const override { return column == 2 ? 320 : column == 3 ? 160 : 90; }
 
  private:
     const Translations& translations_;
@@ -49,7 +49,7 @@ class DataCodeList final : public TextTable {
     explicit DataCodeList(const Captions& captions);
     /// `file` is the text of the file.
     void ShowFile(TextView file);
-    int DefaultWidth(int column) const override { return column == 2 ? 320 : 130; }
+    int DefaultWidth(int column) const override { return column == 2 ? 320 : column == 3 ? 160 : 110; }
 };
 
 /// The data code file of a set, below the data folder.

@@ -22,7 +22,7 @@ void MainBox::Run(Command command, int item) {
     switch (command) {
         case C::CloseAll:
         case C::MenuAckAll:
-            needs_.commands.AckAll();
+            needs_.commands.AckAll(needs_.lists.Unacked().IsFiltered());
             break;
         case C::CloseAlarm:
         case C::PopupClose:

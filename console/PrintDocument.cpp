@@ -25,15 +25,4 @@ std::span<const SettingRow<PrinterSettings>> PrinterSettingRows() {
     return kRows;
 }
 
-bool SavePrinterFont(Settings& files, const PrinterSettings& settings) {
-    const auto save = [&files](const char* key, const Text& value) {
-        return files.WriteIni(kGeneral, key, value);
-    };
-    const bool isNameSaved = save("Printer.FontName", settings.FontName);
-    const bool isSizeSaved = save("Printer.FontSize", std::to_string(settings.FontSize));
-    const bool isBoldSaved = save("Printer.FontBold", settings.FontBold ? "1" : "0");
-    const bool isItalicSaved = save("Printer.FontItalic", settings.FontItalic ? "1" : "0");
-    return isNameSaved && isSizeSaved && isBoldSaved && isItalicSaved;
-}
-
 }  // namespace nordkeep

@@ -17,8 +17,6 @@ struct PrinterSettings {
     Text TimeFormat{};
 };
 std::span<const SettingRow<PrinterSettings>> PrinterSettingRows();
-/// Keeps the font of the settings in the workstation's file. False when it could not be written.
-bool SavePrinterFont(Settings& files, const PrinterSettings& settings);
 
 /// Lines for a printer; where a page ends is settled by the paper. A line that is too long is broken.
 struct PrintDocument {

@@ -88,6 +88,8 @@ class RowModel {
     virtual int RowOf(TextView key) const = 0;
 
     virtual Glyph Icon(int) const { return Glyph::None; }
+    /// Whether rows may have a text beside their icons.
+    virtual bool HasIconTexts() const { return false; }
     /// At most two characters beside the icon.
     virtual Text IconText(int) const { return {}; }
     /// What the icon says, in words.

@@ -20,7 +20,7 @@ class SysLogList final : public TailRows<LogRow> {
     Glyph Icon(int row) const override;
     Text IconWord(int row) const override;
     Text ToolTip(int row, int column) const override;
-    int DefaultWidth(int column) const override { return column == 0 ? 80 : column == 1 ? 75 : 1000; }
+    int DefaultWidth(int column) const override { return column == 0 ? 80 : column == 1 ? 75 : 300; }
 
  private:
     const Captions* captions_ = nullptr;

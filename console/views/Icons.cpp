@@ -311,7 +311,7 @@ struct ToolInk {
 ToolInk ToolInkOf(const QPalette& palette, bool isEnabled) {
     const bool isDark = IsDark(palette);
     if (!isEnabled) {
-        const QColor grey = palette.color(QPalette::Disabled, QPalette::ButtonText);
+        const QColor grey = isDark ? QColor(0x6B, 0x72, 0x7C) : QColor(0xB4, 0xB8, 0xBD);
         return {grey, grey, Qt::transparent};
     }
     return isDark ? ToolInk{{0xD8, 0xDE, 0xE6}, {0x8A, 0xB4, 0xF8}, {0x3A, 0x46, 0x55}}

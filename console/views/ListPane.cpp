@@ -11,7 +11,7 @@ namespace nordkeep {
 namespace {
 
 constexpr int kIconColumnWidth = 18;
-constexpr int kIconColumnWithPriority = 42;
+constexpr int kIconColumnWithPriority = 40;
 constexpr int kLeastColumn = 20;
 constexpr int kWidthsSettleMs = 400;
 constexpr int kRowMargin = 7;
@@ -69,16 +69,10 @@ void ListPane::UseWidths(const ColumnWidths& widths) {
 void ListPane::ApplyWidths() {
     isSettingWidths_ = true;
     QHeaderView* header = horizontalHeader();
-    const bool hasPriority = [this] {
-        for (int row = 0; row < qMin(rows_.rowCount(), 50); ++row) {
-            if (!rows_.Rows().IconText(row).empty()) return true;
-        }
-        return false;
-    }();
     if (header->count() > 0) {
         header->setMinimumSectionSize(kIconColumnWidth);
         header->setSectionResizeMode(0, QHeaderView::Fixed);
-        header->resizeSection(0, hasPriority ? kIconColumnWithPriority : kIconColumnWidth + 4);
+        header->resizeSection(0, rows_.Rows().HasIconTexts() ? kIconColumnWithPriority : kIconColumnWidth + 4);
     }
     for (int column = 1; column < header->count(); ++column) {
         const int byDefault = rows_.Rows().DefaultWidth(column - 1);
@@ -217,6 +211,7 @@ void ListPane::RoundBegins() {
 void ListPane::RoundEnds() {
     isInRound_ = false;
     if (wasReset_) {
+        if (widthTimer_.isActive()) SaveWidths();
         SelectKeys(keptKeys_, keptCurrent_);
         if (horizontalHeader()->count() > 0) ApplyWidths();
     }

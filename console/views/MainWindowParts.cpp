@@ -240,7 +240,7 @@ void MainWindow::AddFilterBox() {
     filter_ = new QLineEdit;
     filter_->setPlaceholderText(CaptionText(captions_, kCaptionFilter));
     filter_->setClearButtonEnabled(true);
-    filter_->setMinimumWidth(filter_->fontMetrics().horizontalAdvance(filter_->placeholderText()) + 60);
+    filter_->setMinimumWidth(filter_->fontMetrics().horizontalAdvance(filter_->placeholderText()) + 40);
     filter_->setAccessibleName(filter_->placeholderText());
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const Tab tab = box_.Tabs().current;
@@ -254,7 +254,11 @@ void MainWindow::AddFilterBox() {
         filter_->clear();
         ListOf(box_.Tabs().current)->setFocus();
     });
-    pages_->setCornerWidget(filter_, Qt::TopRightCorner);
+    auto* corner = new QWidget;
+    auto* layout = new QHBoxLayout(corner);
+    layout->setContentsMargins(8, 0, 1, 3);
+    layout->addWidget(filter_);
+    pages_->setCornerWidget(corner, Qt::TopRightCorner);
 }
 
 QWidget* MainWindow::NewInfoPart() {

@@ -1,86 +1,82 @@
 #include "console/views/PrinterFontDialog.h"
 
-#include "platform/qt/QtText.h"
-
-#include <QtGui/QFontDatabase>
-#include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFontComboBox>
 #include <QtWidgets/QFormLayout>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QSpinBox>
 
 namespace nordkeep {
 namespace {
 
-constexpr int kTextOk = 1058;
-constexpr int kTextCancel = 1400;
-constexpr int kUsualSize = 9;  // points
+constexpr int kCaptionTitle = 3050;
+constexpr int kCaptionSave = 3258;
+constexpr int kCaptionCancel = 3257;
+constexpr int kCaptionFont = 3760;
+constexpr int kCaptionSize = 3761;
+constexpr int kCaptionBold = 3762;
+constexpr int kCaptionItalic = 3763;
+constexpr int kCommonSize = 10;  // points
 
 }  // namespace
 
-PrinterFontDialog::PrinterFontDialog(const PrinterSettings& settings, const Captions& captions,
-                                     std::function<void(const PrinterSettings&)> choose, QWidget* parent)
-    : QDialog(parent), settings_(settings) {
-    setModal(false);
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(PlainCaption(captions, 3050));
-    name_ = new QFontComboBox;
-    name_->setEditable(false);
-    name_->setCurrentFont(settings.FontName.empty() ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
-                                                    : QFont(ToQString(settings.FontName)));
-    size_ = new QSpinBox;
-    size_->setRange(5, 72);
-    size_->setValue(settings.FontSize > 0 ? settings.FontSize : kUsualSize);
-    bold_ = new QCheckBox(CaptionText(captions, 3718));
-    bold_->setChecked(settings.FontBold);
-    italic_ = new QCheckBox(CaptionText(captions, 3719));
-    italic_->setChecked(settings.FontItalic);
-    sample_ = NewDataLabel(QStringLiteral("AaBbCc ÅåÄäÖö 0123456789"));
-    sample_->setMinimumSize(320, 60);
-    sample_->setAlignment(Qt::AlignCenter);
-    auto* form = new QFormLayout;
-    form->addRow(NewHeading(CaptionText(captions, 3716), name_), name_);
-    form->addRow(NewHeading(CaptionText(captions, 3717), size_), size_);
-    form->addRow(bold_);
-    form->addRow(italic_);
-    auto* ok = new QPushButton(ShownLine(captions.FromFile(kTextOk)));
-    ok->setDefault(true);
-    auto* cancel = new QPushButton(ShownLine(captions.FromFile(kTextCancel)));
-    cancel->setAutoDefault(false);
+PrinterFontDialog::PrinterFontDialog(const PrinterSettings& look, const Captions& captions, Chosen chosen,
+                                     QWidget* parent)
+    : QDialog(parent),
+      look_(look),
+      chosen_(std::move(chosen)),
+      name_(new QFontComboBox),
+      size_(new QSpinBox),
+      bold_(new QCheckBox(CaptionText(captions, kCaptionBold))),
+      italic_(new QCheckBox(CaptionText(captions, kCaptionItalic))),
+      sample_(NewLabel(QStringLiteral("0123456789  ABC  abc  \u00C5\u00C4\u00D6"))) {
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
+    if (!look.FontName.empty()) name_->setCurrentFont(QFont(ShownLine(look.FontName)));
+    size_->setRange(6, 36);
+    size_->setValue(look.FontSize > 0 ? look.FontSize : kCommonSize);
+    bold_->setChecked(look.FontBold);
+    italic_->setChecked(look.FontItalic);
+    sample_->setMinimumHeight(64);
+    auto* form = new QFormLayout(this);
+    form->addRow(CaptionText(captions, kCaptionFont), name_);
+    form->addRow(CaptionText(captions, kCaptionSize), size_);
+    form->addRow({}, bold_);
+    form->addRow({}, italic_);
+    form->addRow(sample_);
     auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(ok);
+    QPushButton* save = NewButton(captions, kCaptionSave);
+    QPushButton* cancel = NewButton(captions, kCaptionCancel);
+    buttons->addStretch();
+    buttons->addWidget(save);
     buttons->addWidget(cancel);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(sample_, 1);
-    layout->addLayout(buttons);
+    form->addRow(buttons);
+    connect(save, &QPushButton::clicked, this, [this] { Choose(); });
+    connect(cancel, &QPushButton::clicked, this, &QDialog::close);
     connect(name_, &QFontComboBox::currentFontChanged, this, [this] { ShowSample(); });
     connect(size_, &QSpinBox::valueChanged, this, [this] { ShowSample(); });
-    connect(bold_, &QCheckBox::toggled, this, [this] { ShowSample(); });
-    connect(italic_, &QCheckBox::toggled, this, [this] { ShowSample(); });
-    connect(ok, &QPushButton::clicked, this, [this, choose = std::move(choose)] {
-        choose(Chosen());
-        close();
-    });
-    connect(cancel, &QPushButton::clicked, this, &QDialog::close);
+    for (QCheckBox* box : {bold_, italic_}) connect(box, &QCheckBox::toggled, this, [this] { ShowSample(); });
     ShowSample();
 }
 
-PrinterSettings PrinterFontDialog::Chosen() const {
-    PrinterSettings chosen = settings_;
-    chosen.FontName = FromQString(name_->currentFont().family());
-    chosen.FontSize = size_->value();
-    chosen.FontBold = bold_->isChecked();
-    chosen.FontItalic = italic_->isChecked();
-    return chosen;
+QFont PrinterFontDialog::Font() const {
+    QFont font = name_->currentFont();
+    font.setPointSize(size_->value());
+    font.setBold(bold_->isChecked());
+    font.setItalic(italic_->isChecked());
+    return font;
 }
 
 void PrinterFontDialog::ShowSample() {
-    QFont font(name_->currentFont().family(), size_->value());
-    font.setBold(bold_->isChecked());
-    font.setItalic(italic_->isChecked());
-    sample_->setFont(font);
+    sample_->setFont(Font());
+}
+
+void PrinterFontDialog::Choose() {
+    look_.FontName = TypedText(name_->currentFont().family());
+    look_.FontSize = size_->value();
+    look_.FontBold = bold_->isChecked();
+    look_.FontItalic = italic_->isChecked();
+    chosen_(look_);
+    close();
 }
 
 }  // namespace nordkeep

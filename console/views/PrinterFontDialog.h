@@ -11,18 +11,20 @@ class QSpinBox;
 
 namespace nordkeep {
 
-/// The choice of the font in which pages are printed.
+/// The font in which alarms, logs and information are printed.
 class PrinterFontDialog final : public QDialog {
  public:
-    /// `choose` takes the settings with the new font.
-    PrinterFontDialog(const PrinterSettings& settings, const Captions& captions,
-                      std::function<void(const PrinterSettings&)> choose, QWidget* parent = nullptr);
+    using Chosen = std::function<void(const PrinterSettings& look)>;
+    PrinterFontDialog(const PrinterSettings& look, const Captions& captions, Chosen chosen,
+                      QWidget* parent = nullptr);
 
  private:
-    PrinterSettings Chosen() const;
     void ShowSample();
+    QFont Font() const;
+    void Choose();
 
-    PrinterSettings settings_;
+    PrinterSettings look_;
+    Chosen chosen_;
     QFontComboBox* name_ = nullptr;
     QSpinBox* size_ = nullptr;
     QCheckBox* bold_ = nullptr;

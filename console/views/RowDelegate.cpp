@@ -7,7 +7,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kMargin = 5;
+constexpr int kMargin = 4;
 constexpr int kIcon = 16;
 constexpr int kFrame = 2;
 
@@ -60,6 +60,9 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         option.state.testFlag(QStyle::State_Selected) && (!marksFirstCellOnly_ || index.column() == 0);
     const Colors colors = ColorsOf(option, index, isSelected);
     painter->fillRect(option.rect, colors.paper);
+    // A hair line keeps rows of one colour apart.
+    const QRect line(option.rect.left(), option.rect.bottom(), option.rect.width(), 1);
+    painter->fillRect(line, Blend(colors.paper, colors.ink, colors.isTheme ? 10 : 18));
     if (index.column() == 0) PaintIconCell(*painter, option, index, colors);
     const QString text = index.data(Qt::DisplayRole).toString();
     if (!text.isEmpty()) {

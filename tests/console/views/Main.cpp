@@ -1,0 +1,10 @@
+#include <QtWidgets/QApplication>
+
+#include <gtest/gtest.h>
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    ::testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setStyle("Fusion");
+    return RUN_ALL_TESTS();
+}
