@@ -13,8 +13,8 @@ constexpr int kTextCount = 3557;
 
 }  // namespace
 
-bool AlarmCommands::Asks(int text, Answer byDefault) const {
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text), byDefault);
+bool AlarmCommands::Asks(int text, Answer byDefault, const Text& behind) const {
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault);
 }
 
 cAlarm* AlarmCommands::RecordOf(const Text& rowKey) const {
@@ -32,7 +32,7 @@ void AlarmCommands::End(cAlarm& alarm) {
 void AlarmCommands::AckAll(bool isFiltered) {
     const std::size_t count = needs_.store.Events().Unacknowledged().size();
     const Text line = Captions(needs_.language)(kTextCount, {std::to_string(count)});
-    if (!Asks(kTextEndAll, isFiltered ? "\r\n" + line : Text())) return;
+    if (!Asks(kTextEndAll, Answer::No, isFiltered ? "\r\n" + line : Text())) return;
     needs_.views.BeginBulkLoad();
     // A copy, since an alarm that ends leaves the set.
     const auto& open = needs_.store.Events().Unacknowledged();
@@ -53,7 +53,7 @@ void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
 }
 
 void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
-    if (!Asks(kTextArchiveSelected)) return;
+    if (!Asks(kTextArchiveSelected, Answer::No)) return;
     for (const Text& key : rowKeys) {
         cAlarm* alarm = RecordOf(key);
         if (!alarm) continue;
