@@ -2,6 +2,9 @@
 
 #include "platform/Process.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace nordkeep {
 namespace {
 
@@ -26,19 +29,6 @@ AliveTestPace PaceOf(const CommandLine& commandLine) {
 }
 
 }  // namespace
-
-CentreSettings::CentreSettings(const Settings& files)
-    : engine(LoadEngineSettings(files)),
-      store(LoadSettings(files, StoreSettingRows())),
-      translation(LoadSettings(files, TranslationSettingRows())),
-      intake(LoadSettings(files, IntakeSettingRows())),
-      resets(LoadResetSettings(files)),
-      dispatch(LoadSettings(files, DispatchSettingRows())),
-      desk(LoadSettings(files, DeskSettingRows())),
-      torvex(LoadSettings(files, TorvexSettingRows())),
-      outputs(LoadSettings(files, OutputSettingRows())),
-      comCall(LoadSettings(files, ComCallSettingRows())),
-      view(LoadSettings(files, ViewStateRows())) {}
 
 Centre::Centre(Foundation& f)
     : foundation_(f),
@@ -90,6 +80,7 @@ Centre::Centre(Foundation& f)
                 .sound = f.Platform().sound,
                 .isSilent = f.IsService()}),
       resets_(store_, f.Platform().clock, settings_.resets),
+      workplace_(WorkplaceNeeds()),
       dispatcher_({.dataFolder = f.DataFolder(),
                    .language = f.Texts(),
                    .clock = f.Platform().clock,
@@ -101,7 +92,7 @@ Centre::Centre(Foundation& f)
                    .store = store_,
                    .resets = resets_,
                    .torvex = torvex_,
-                   .desk = desk_,
+                   .desk = workplace_,
                    .outputs = outputs_}),
       parked_(resets_, dispatcher_, settings_.resets),
       intake_({.dataFolder = f.DataFolder(),
@@ -148,6 +139,13 @@ Centre::Centre(Foundation& f)
            .exports = &exports_,
            .areAllEventsStored = [this] { return store_.UnsavedCount() == 0; },
            .inet = &f.Platform().inet}),
+      simulation_({.intake = intake_,
+                   .translations = translations_,
+                   .clock = f.Platform().clock,
+                   .loop = f.Platform().loop,
+                   .ports = [this] { return PortsToSimulate(); },
+                   .role = f.CopyRole(),
+                   .randomSeed = static_cast<std::uint32_t>(StartSeed())}),
       duties_({.dataFolder = f.DataFolder(),
                .programFolder = f.ProgramFolder(),
                .clock = f.Platform().clock,
@@ -173,7 +171,34 @@ Centre::Centre(Foundation& f)
                .lists = lists_,
                .stalls = stalls_,
                .status = status_,
-               .network = network_}) {}
+               .network = network_,
+               .workplace = workplace_}) {
+    workplace_.SetDispatcher(&dispatcher_);
+}
+
+Workplace::Needs Centre::WorkplaceNeeds() {
+    return {.foundation = foundation_,
+            .settings = settings_,
+            .lists = lists_,
+            .store = store_,
+            .translations = translations_,
+            .marks = objectViews_,
+            .servicePeriods = servicePeriods_,
+            .timers = timers_,
+            .torvex = torvex_,
+            .outputs = outputs_,
+            .network = network_,
+            .conditions = conditions_,
+            .portTree = [this] { return MakePortTree(PortsInTree()); },
+            .hasGoogolPort = [this] { return hasGoogolPort_; },
+            .setClock = [this] { SetClocks(); },
+            .sendOnPort = [this](const Text& portName, TextView bytes) { SendOnPort(portName, bytes); },
+            .requestReload = [this] { duties_.RequestReload(); },
+            .simulateAlarm = [this] { simulation_.Open(); },
+            .simulate100Alarms = [this] { simulation_.RaiseHundred(); },
+            .endOnFailure = [this] { EndOnFailure(); },
+            .endProgram = [this] { CloseAndShutdownEverything(); }};
+}
 
 const Centre::Step Centre::kStartSteps[] = {
     {"ports switched off", &Centre::DecideOnPorts},
@@ -191,6 +216,7 @@ const Centre::Step Centre::kStartSteps[] = {
 const Centre::Step Centre::kStopSteps[] = {
     {"service manager", &Centre::TellStopping},
     {"timers", &Centre::StopTimers},
+    {"windows", &Centre::CloseWindows},
     {"client's scratch files", &Centre::RemoveScratchFiles},
     {"formats", &Centre::FinishFormats},
     {"waiting replies", &Centre::SettleReplies},
@@ -213,7 +239,7 @@ void Centre::Start() {
                      .torvex = torvex_,
                      .ports = [this] { return PortsInTree(); },
                      .requestReload = [this] { duties_.RequestReload(); },
-                     .endProgram = [this] { EndOnFailure(); }});
+                     .screen = workplace_});
     store_.SetOutageListener([this](const Text& reason) { RaiseStorageAlarm(reason); });
     for (const Step& step : kStartSteps) (this->*step.run)();
 }
@@ -275,7 +301,15 @@ void Centre::WriteStartLines() {
 }
 
 void Centre::MakePorts() {
-    if (!IsClient()) ports_.Discover(portParts_);
+    if (IsClient()) return;
+    ports_.Discover(portParts_);
+    std::vector<DebugPort> debugged;
+    for (const auto& port : ports_.Ports()) {
+        const EventPort& event = std::as_const(*port).Event();
+        debugged.push_back({.name = event.PortName, .description = event.m_PortDescription});
+    }
+    workplace_.Debug().SetPorts(std::move(debugged));
+    hasGoogolPort_ = std::ranges::any_of(ports_.Ports(), [](const auto& port) { return port->HasClock(); });
 }
 
 void Centre::LoadTranslations() {
@@ -352,8 +386,31 @@ void Centre::RemoveScratchFiles() {
     RemoveFolder(folder);
 }
 
+void Centre::CloseWindows() {
+    workplace_.Close();
+}
+
 void Centre::SaveView() {
-    SaveViewState(foundation_.Files(), settings_.view);
+    SaveViewState(foundation_.Files(), workplace_.StateToSave());
+}
+
+void Centre::SetClocks() {
+    for (const auto& port : ports_.Ports()) port->RequestClock();
+}
+
+void Centre::SendOnPort(const Text& portName, TextView bytes) {
+    for (const auto& port : ports_.Ports()) {
+        if (port->Event().PortName == portName) port->SendBytes(bytes);
+    }
+}
+
+std::vector<SimulationBox::Port> Centre::PortsToSimulate() const {
+    std::vector<SimulationBox::Port> known;
+    for (const auto& port : ports_.Ports()) {
+        const cPort& one = *port;
+        known.push_back({one.Event().m_PortDescription, &one.Event()});
+    }
+    return known;
 }
 
 }  // namespace nordkeep

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "app/CentreSettings.h"
 #include "app/Duties.h"
-#include "app/EngineSettings.h"
 #include "app/Foundation.h"
 #include "app/NetworkRole.h"
+#include "app/Workplace.h"
 #include "console/AlarmLists.h"
-#include "console/ViewState.h"
+#include "console/SimulationBox.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Intake.h"
 #include "pipeline/ParkedEvents.h"
@@ -15,23 +16,6 @@
 #include "translation/ReloadWatch.h"
 
 namespace nordkeep {
-
-/// All settings that are read at start, each subsystem's in its own struct.
-struct CentreSettings {
-    explicit CentreSettings(const Settings& files);
-
-    EngineSettings engine;
-    StoreSettings store;
-    TranslationSettings translation;
-    IntakeSettings intake;
-    ResetSettings resets;
-    DispatchSettings dispatch;
-    DeskSettings desk;
-    TorvexSettings torvex;
-    OutputSettings outputs;
-    ComCallSettings comCall;
-    ViewState view;
-};
 
 /// The running program: owns everything and knows all classes. The members stand in building order, and each
 /// gets only what stands above it: what is told comes first, what tells comes last.
@@ -44,6 +28,10 @@ class Centre {
     /// A clean stop: nothing comes in any more, what has to survive is saved, and the program ends on the
     /// next tick of the open timer.
     void CloseAndShutdownEverything();
+
+    /// The operator's place, for its views.
+    Workplace& Place() { return workplace_; }
+    SimulationBox& Simulation() { return simulation_; }
 
  private:
     struct Step {
@@ -71,9 +59,15 @@ class Centre {
     void DispatchParked();
     void CloseOutputs();
     void SaveLastEvents();
+    void CloseWindows();
     void SaveView();
     void CloseNetwork();
     void RemoveScratchFiles();
+
+    Workplace::Needs WorkplaceNeeds();
+    void SetClocks();
+    void SendOnPort(const Text& portName, TextView bytes);
+    std::vector<SimulationBox::Port> PortsToSimulate() const;
 
     void RaiseStorageAlarm(const Text& reason);
     void EndOnFailure();
@@ -86,11 +80,12 @@ class Centre {
     ServiceStatus status_;
     EventCommit commit_;
     NetworkRole network_;
-    NoObjectViews objectViews_{};
+    TranslationMarks objectViews_{};
     ExportQueues exports_{};
     FieldMap fieldMap_;
+    PortConditions conditions_{};
+    bool hasGoogolPort_ = false;  // known once the ports are made
     AlarmLists lists_{};
-    QuietDesk desk_{};
     LookupRules lookup_;
     AliveTestTimers timers_;
     EventStore store_;
@@ -99,6 +94,7 @@ class Centre {
     TorvexLink torvex_;
     AlarmOutputs outputs_;
     Resets resets_;
+    Workplace workplace_;
     Dispatcher dispatcher_;
     ParkedEvents parked_;
     Intake intake_;
@@ -106,7 +102,7 @@ class Centre {
     ReloadWatch reloadWatch_;
     PortParts portParts_;
     PortList ports_{};
-    PortConditions conditions_{};
+    SimulationBox simulation_;
     Duties duties_;
 };
 

@@ -46,6 +46,7 @@ const Duties::Duty Duties::kSystemDuties[] = {
 };
 
 const Duties::Duty Duties::kDayDuties[] = {
+    {"day on paper", &Duties::PrintYesterday},
     {"old logs", &Duties::PurgeLogs},
     {"old alarms", &Duties::PruneAlarms},
 };
@@ -55,7 +56,7 @@ Duties::Duties(const Needs& needs)
       openTimer_(needs.loop.NewTimer([this] { RunAll(kOpenDuties, openTimer_->IntervalMs()); })),
       systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
       keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
-      displayTimer_(needs.loop.NewTimer([this] { needs_.network.TickClient(kDisplayTimerMs); })),
+      displayTimer_(needs.loop.NewTimer([this] { DisplayTick(); })),
       httpTimer_(needs.loop.NewTimer([this] { HttpTick(); })),
       today_(needs.clock.Now().Midnight()) {}
 
@@ -87,6 +88,12 @@ void Duties::HttpTick() {
     needs_.ports.CyclicHTTPCleanup(kHttpTimerMs, needs_.conditions);
 }
 
+void Duties::DisplayTick() {
+    const StallWatch::Mark mark(needs_.stalls, "display");
+    needs_.network.TickClient(kDisplayTimerMs);
+    needs_.workplace.Tick(kDisplayTimerMs);
+}
+
 void Duties::KeepAliveTick() {
     const OleDate today = needs_.clock.Now().Midnight();
     if (today == today_) return;
@@ -109,6 +116,7 @@ void Duties::OpenPorts(const Tick& tick) {
     needs_.conditions.isAnyClientConnected = needs_.network.IsAnyClientConnected();
     needs_.conditions.isDispatchConfigured = needs_.torvex.IsConfigured();
     needs_.conditions.isDispatchConnected = needs_.torvex.IsConnected();
+    needs_.conditions.mutedPort = needs_.workplace.MutedPort();
     if (!needs_.conditions.isShuttingDown) needs_.ports.Tick(tick.intervalMs, needs_.conditions);
 }
 
@@ -227,6 +235,10 @@ void Duties::RetryWrites(const Tick& tick) {
 
 void Duties::TendPrinterAndQueue(const Tick&) {
     needs_.outputs.TendPrinterAndQueue();
+}
+
+void Duties::PrintYesterday(const Tick& tick) {
+    needs_.workplace.PrintDay(tick.now.PlusDays(-1));
 }
 
 void Duties::PurgeLogs(const Tick& tick) {

@@ -3,6 +3,7 @@
 #include "app/EngineSettings.h"
 #include "app/NetworkRole.h"
 #include "app/ServiceStatus.h"
+#include "app/Workplace.h"
 #include "console/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Dispatcher.h"
@@ -49,6 +50,7 @@ class Duties {
         StallWatch& stalls;
         ServiceStatus& status;
         NetworkRole& network;
+        Workplace& workplace;
     };
     explicit Duties(const Needs& needs);
 
@@ -79,6 +81,7 @@ class Duties {
     template <std::size_t N>
     void RunAll(const Duty (&duties)[N], int intervalMs);
     void KeepAliveTick();
+    void DisplayTick();
     void HttpTick();
 
     void CloseIdleTrafficFile(const Tick& tick);
@@ -105,6 +108,7 @@ class Duties {
 
     void PurgeLogs(const Tick& tick);
     void PruneAlarms(const Tick& tick);
+    void PrintYesterday(const Tick& tick);
 
     bool IsClient() const { return needs_.role == Role::Client; }
     bool IsDue(int& counterMs, int intervalMs, int periodMs) const;

@@ -2,28 +2,6 @@
 
 namespace nordkeep {
 
-/// The screen of a client that has none: the end of the program is all that concerns it.
-class NetworkRole::Screen final : public ClientScreen {
- public:
-    Screen(Dialogs& dialogs, std::function<void()> endProgram)
-        : dialogs_(dialogs), endProgram_(std::move(endProgram)) {}
-
-    void ShowLinkState(LinkState) override {}
-    void ShowUser(const ClientUser&) override {}
-    void AskForLogin() override {}
-    void ForgetPortTree() override {}
-    void ShowPortTree(const std::vector<PortTreeNode>&) override {}
-    void PresentNewEvent(cAlarm&) override {}
-    void EndProgram(const Text& message) override {
-        if (!message.empty()) dialogs_.ShowMessage(message);
-        endProgram_();
-    }
-
- private:
-    Dialogs& dialogs_;
-    std::function<void()> endProgram_;
-};
-
 NetworkRole::NetworkRole(Foundation& foundation) : foundation_(foundation) {
     if (ClientSlots* slots = foundation.Clients()) {
         serverReplica_ = std::make_unique<ServerReplica>(*slots);
@@ -60,7 +38,6 @@ void NetworkRole::Attach(const Needs& needs) {
                                                                        .requestReload = needs.requestReload});
     }
     if (ServerLink* link = foundation_.Server()) {
-        screen_ = std::make_unique<Screen>(platform.dialogs, needs.endProgram);
         mirror_ = std::make_unique<Mirror>(Mirror::Needs{.link = *link,
                                                          .loop = platform.loop,
                                                          .clock = platform.clock,
@@ -72,7 +49,7 @@ void NetworkRole::Attach(const Needs& needs) {
                                                          .translations = needs.translations,
                                                          .objectViews = needs.objectViews,
                                                          .timers = needs.timers,
-                                                         .screen = *screen_,
+                                                         .screen = needs.screen,
                                                          .user = user_});
         session_ = std::make_unique<ClientSession>(ClientSession::Needs{.link = *link,
                                                                         .mirror = *mirror_,
@@ -80,12 +57,16 @@ void NetworkRole::Attach(const Needs& needs) {
                                                                         .language = foundation_.Texts(),
                                                                         .log = foundation_.Log(),
                                                                         .settings = foundation_.Network(),
-                                                                        .screen = *screen_});
+                                                                        .screen = needs.screen});
     }
 }
 
 void NetworkRole::BringInState() {
     if (session_) session_->Begin();
+}
+
+void NetworkRole::RequestInitialData() {
+    if (mirror_) mirror_->RequestInitialData();
 }
 
 bool NetworkRole::IsAnyClientConnected() const {

@@ -27,8 +27,7 @@ class NetworkRole {
         TorvexLink& torvex;
         std::function<std::vector<PortInTree>()> ports;
         std::function<void()> requestReload;
-        /// The program is to end with a failure.
-        std::function<void()> endProgram;
+        ClientScreen& screen;
     };
 
     explicit NetworkRole(Foundation& foundation);
@@ -40,9 +39,15 @@ class NetworkRole {
     AlarmReplica& Alarms() { return *alarms_; }
     ObjectReplica& Objects() { return *objects_; }
 
+    /// The ways of a client to its server; none on any other copy.
+    ClientReplica* Client() { return clientReplica_.get(); }
+    ClientSession* Session() { return session_.get(); }
+
     void Attach(const Needs& needs);
     /// On a client: fetches the server's state.
     void BringInState();
+    /// On a client: fetches the sets and the tree again.
+    void RequestInitialData();
     bool IsAnyClientConnected() const;
     /// On a server: looks after the clients that have fallen silent.
     void Supervise(int elapsedMs);
@@ -54,8 +59,6 @@ class NetworkRole {
     void Close();
 
  private:
-    class Screen;
-
     Foundation& foundation_;
     NoReplica noReplica_{};
     NoObjectReplica noObjectReplica_{};
@@ -65,7 +68,6 @@ class NetworkRole {
     std::unique_ptr<NetworkServer> server_{};
     ClientUser user_{};
     std::unique_ptr<ClientReplica> clientReplica_{};
-    std::unique_ptr<Screen> screen_{};
     std::unique_ptr<Mirror> mirror_{};
     std::unique_ptr<ClientSession> session_{};
 };

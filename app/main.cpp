@@ -1,7 +1,9 @@
 #include "app/Centre.h"
 #include "app/CommandLine.h"
 #include "app/Foundation.h"
+#include "app/Screen.h"
 #include "app/TerminalDialogs.h"
+#include "console/views/Icons.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
@@ -16,9 +18,11 @@
 #include "platform/qt/QtSignalWatch.h"
 #include "platform/qt/QtSockets.h"
 
-#include <QCoreApplication>
+#include <QtWidgets/QApplication>
 
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -34,6 +38,20 @@ bool AnswerInTerminal(const CommandLine& commandLine) {
     return commandLine.help || commandLine.version;
 }
 
+bool IsUnattended() {
+    return qEnvironmentVariableIntValue("NORDKEEP_UNATTENDED") != 0;
+}
+
+/// An application with windows where there is a screen and a person, else one that needs neither.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool hasScreen) {
+    if (!hasScreen) return MakeCoreApplication(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    SettleApplication();
+    application->setQuitOnLastWindowClosed(false);
+    application->setWindowIcon(ProgramIcon());
+    return application;
+}
+
 void PrintLogRow(const LogRow& row) {
     std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
                 ToUtf8(row.text).c_str());
@@ -47,7 +65,9 @@ int main(int argc, char** argv) {
     if (AnswerInTerminal(commandLine)) return 0;
 
     Signals endSignals;
-    const auto application = MakeCoreApplication(argc, argv);
+    const bool isSetup = commandLine.install || commandLine.uninstall;
+    const bool hasScreen = !commandLine.runAsService && !isSetup && IsScreenThere();
+    const auto application = MakeApplication(argc, argv, hasScreen);
     SystemClock clock;
     QtEventLoop loop;
     QtSockets sockets;
@@ -57,7 +77,9 @@ int main(int argc, char** argv) {
     PrinterDevice printer;
     AplaySound sound;
     NotifySocket serviceManager;
-    TerminalDialogs dialogs;
+    TerminalDialogs terminalDialogs;
+    QtDialogs screenDialogs;
+    const bool hasPerson = hasScreen && !IsUnattended();
 
     Foundation foundation({.clock = clock,
                            .loop = loop,
@@ -68,15 +90,31 @@ int main(int argc, char** argv) {
                            .printer = printer,
                            .sound = sound,
                            .serviceManager = serviceManager,
-                           .dialogs = dialogs,
+                           .dialogs = hasPerson ? static_cast<Dialogs&>(screenDialogs) : terminalDialogs,
                            .programFile = ProgramFile(),
-                           .hasScreen = false},
+                           .hasScreen = hasScreen},
                           commandLine);
-    foundation.Log().SetRowListener(&PrintLogRow);
+    std::vector<LogRow> earlyRows;
+    foundation.Log().SetRowListener([&](const LogRow& row) {
+        PrintLogRow(row);
+        earlyRows.push_back(row);
+    });
     if (const auto status = foundation.Prepare()) return *status;
 
     Centre centre(foundation);
+    for (const LogRow& row : earlyRows) centre.Place().NoteLogRow(row);
+    foundation.Log().SetRowListener([&](const LogRow& row) {
+        PrintLogRow(row);
+        centre.Place().NoteLogRow(row);
+    });
+    std::unique_ptr<Screen> screen;
+    if (hasScreen)
+        screen = std::make_unique<Screen>(centre, foundation, hasPerson ? &screenDialogs : nullptr);
     const QtSignalWatch watch(endSignals, [&centre] { centre.CloseAndShutdownEverything(); });
+    if (screen) screen->Show();
     centre.Start();
-    return loop.Run();
+    if (screen) centre.Place().FirstShown();
+    const int status = loop.Run();
+    foundation.Log().SetRowListener(&PrintLogRow);
+    return status;
 }

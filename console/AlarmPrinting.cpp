@@ -23,6 +23,13 @@ constexpr SettingRow<AlarmPageSettings> kRows[] = {
      &AlarmPageSettings::PrintLastDayAckedAutomatically},
 };
 
+/// A heading is shorter than the dates below it, unless the format gives it a width.
+Text WithWidth(TextView format, TextView place, TextView picture) {
+    const std::size_t width = FormatDate(OleDate::FromCivil({2000, 12, 31, 23, 59, 59}), picture).size();
+    const Text wide = Text(place.substr(0, place.size() - 1)) + "::" + std::to_string(width) + "]";
+    return ReplaceAll(format, place, wide);
+}
+
 }  // namespace
 
 std::span<const SettingRow<AlarmPageSettings>> AlarmPageSettingRows() {
@@ -52,8 +59,9 @@ PrintDocument AlarmPrinting::RowsDocument(const Text& title,
     const Text line = look.DumpPrinterFormat.empty() ? Text(kDefaultLine) : look.DumpPrinterFormat;
     const AlarmText& texts = needs_.store.Texts();
     PrintDocument document{.title = title, .look = look};
+    const Text headings = WithWidth(WithWidth(line, "[DATE]", look.DateFormat), "[TIME]", look.TimeFormat);
     document.heading =
-        texts.BuildAlarmText({line, look.DateFormat, look.TimeFormat}, cAlarm(), HeaderMode::Headings);
+        texts.BuildAlarmText({headings, look.DateFormat, look.TimeFormat}, cAlarm(), HeaderMode::Headings);
     for (const std::int32_t key : filePointers) {
         const cAlarm* alarm = needs_.store.FindAlarmByKey(key);
         if (!alarm) continue;

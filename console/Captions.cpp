@@ -244,6 +244,10 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3757, "Sluttiden måste ligga efter starttiden och efter nu."},
     {3758, "Objektet finns inte längre."},
     {3759, "Nästa försök om %1 s"},
+    {3760, "Typsnitt"},
+    {3761, "Storlek"},
+    {3762, "Fet"},
+    {3763, "Kursiv"},
 };
 
 }  // namespace

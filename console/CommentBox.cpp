@@ -12,6 +12,9 @@ constexpr int kCaptionOfAlarm = 3250;
 constexpr int kCaptionOfObject = 3251;
 constexpr int kCaptionCount = 3265;
 constexpr int kCaptionChangedByOthers = 3267;
+constexpr int kCaptionStatusWords = 3400;
+constexpr int kCaptionReadOnly = 3703;
+constexpr int kCaptionNoContact = 3704;
 constexpr std::size_t kMostEarlierAlarms = 20;
 constexpr const char* kReceiversFile = "Settings\\TorvexReceivers.INI";
 constexpr const char* kReceiversSection = "Receivers";
@@ -64,6 +67,7 @@ void CommentBox::Open(Subject subject, OpenedBy by) {
     newComments_.clear();
     isSmallCommentTyped_ = false;
     texts_ = {};
+    notice_ = {};
     isBusy_ = true;
     Load();
     isBusy_ = false;
@@ -75,6 +79,8 @@ void CommentBox::Open(Subject subject, OpenedBy by) {
 void CommentBox::Load() {
     const Text& name = subject_.objectName.empty() ? subject_.idCode : subject_.objectName;
     texts_.title = needs_.captions(subject_.filePointer ? kCaptionOfAlarm : kCaptionOfObject) + " - " + name;
+    texts_.object =
+        subject_.objectName.empty() ? subject_.idCode : subject_.objectName + "   " + subject_.idCode;
     texts_.information = needs_.files.ReadTextFile(InformationFile(subject_.set, subject_.idCode));
     if (needs_.settings.ViewDynamicFormInAlarmComment) texts_.form = KeysAndValues(texts_.information);
     if (subject_.filePointer && !subject_.typeCode.empty()) {
@@ -160,6 +166,19 @@ Text CommentBox::SmallCommentCount() const {
                                            std::to_string(needs_.settings.SmallCommentSize)});
 }
 
+WindowNotice CommentBox::Notice() const {
+    if (!notice_.text.empty()) return notice_;
+    const OperatorRights rights = needs_.rights();
+    if (!rights.MayOperate()) return {needs_.captions(kCaptionReadOnly)};
+    if (rights.isConnectionLost) return {needs_.captions(kCaptionNoContact)};
+    return {};
+}
+
+Text CommentBox::StatusWord() const {
+    const cAlarm* alarm = Alarm();
+    return alarm ? needs_.captions(kCaptionStatusWords + std::clamp(alarm->m_Status, 0, 5)) : Text();
+}
+
 void CommentBox::TypeNewComments(Text text) {
     newComments_ = std::move(text);
 }
@@ -192,8 +211,8 @@ void CommentBox::Tick() {
     const SheetControls controls = Controls();
     if (controls == shownControls_ && !hasNewSmallComment) return;
     const bool hasJustEnded = shownControls_.canEnd && controls.canSave && !controls.canEnd;
-    if (hasJustEnded) texts_.notice = needs_.captions(kCaptionChangedByOthers);
-    if (controls.canEnd) texts_.notice.clear();
+    if (hasJustEnded) Warn(kCaptionChangedByOthers);
+    if (controls.canEnd) notice_ = {};
     shownControls_ = controls;
     view_->Refresh();
 }

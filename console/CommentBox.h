@@ -39,13 +39,13 @@ struct SheetControls {
 /// What the sheet shows and no operator types. Line ends are CR LF.
 struct SheetTexts {
     Text title{};
-    Text alarm{};  // the alarm in one line; empty without one
+    Text object{};  // name and ID code
+    Text alarm{};   // the alarm in one line; empty without one
     Text information{};
     std::vector<KeyAndValue> form{};  // in place of the information when it is shown as a form
     Text typeCodeInfo{};
     std::vector<Text> earlierAlarms{};  // of the same object, the latest first
     std::vector<KeyAndValue> receivers{};
-    Text notice{};  // what the operator should know about the last command or the alarm
 };
 
 /// The sheet on which an operator handles one alarm or one object. There is one sheet, and it holds the key
@@ -104,6 +104,10 @@ class CommentBox {
     void ShowMap();
 
     const SheetTexts& Texts() const { return texts_; }
+    /// What the operator should know about the last command, the alarm, or what cannot be done here.
+    WindowNotice Notice() const;
+    /// The word for the alarm's status; empty without an alarm.
+    Text StatusWord() const;
     const Text& OldComments() const { return comments_.Content(); }
     const Text& NewComments() const { return newComments_; }
     const Text& SmallComment() const { return smallComment_; }
@@ -137,7 +141,7 @@ class CommentBox {
     void StoreInAlarm(bool isCommentWritten);
     bool TakeSmallComment(cAlarm& alarm);
     void End(cAlarm& alarm);
-    void Notice(int caption);
+    void Warn(int caption);
 
     Needs needs_;
     NoWindowView noView_{};
@@ -146,6 +150,7 @@ class CommentBox {
     bool isBusy_ = false;
     Subject subject_{};
     SheetTexts texts_{};
+    WindowNotice notice_{};
     SharedText comments_;
     Text newComments_{};
     Text smallComment_{};

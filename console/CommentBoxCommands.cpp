@@ -29,7 +29,7 @@ class CommentBox::Operation {
  public:
     explicit Operation(CommentBox& sheet) : sheet_(sheet) {
         sheet_.isBusy_ = true;
-        sheet_.texts_.notice.clear();
+        sheet_.notice_ = {};
     }
     ~Operation() {
         sheet_.isBusy_ = false;
@@ -54,8 +54,8 @@ Text DispatcherLine(TextView receiver, TextView alarmText) {
     return Text("3||||||").append(receiver).append("|").append(alarmText).append("\n");
 }
 
-void CommentBox::Notice(int caption) {
-    texts_.notice = needs_.captions(caption);
+void CommentBox::Warn(int caption) {
+    notice_ = {needs_.captions(caption)};
 }
 
 void CommentBox::Save() {
@@ -73,13 +73,13 @@ CommentBox::TextSaved CommentBox::SaveText() {
     comments_.MakeFolders();
     const bool hasChanged = comments_.HasChanged();
     if (!MayChange()) {
-        Notice(kCaptionNoContact);
+        Warn(kCaptionNoContact);
         return TextSaved::Refused;
     }
     if (hasChanged && !MayOverwrite()) return TextSaved::Refused;
     const TextView between = comments_.Content().empty() ? TextView() : kLineEnd;
     if (!comments_.Write(Text(comments_.Content()).append(between).append(typed))) {
-        Notice(kCaptionNotSaved);
+        Warn(kCaptionNotSaved);
         return TextSaved::Refused;
     }
     newComments_ = newComments_.starts_with(typed) ? newComments_.substr(typed.size()) : Text();
@@ -89,7 +89,7 @@ CommentBox::TextSaved CommentBox::SaveText() {
 bool CommentBox::MayOverwrite() {
     if (needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(kTextOverwrite))) {
         if (MayChange()) return true;
-        Notice(kCaptionNoContact);
+        Warn(kCaptionNoContact);
         return false;
     }
     // What the others wrote is shown, and the next save puts the typed text behind it.
@@ -124,7 +124,7 @@ void CommentBox::EndAlarm() {
     if (!needs_.dialogs.AskYesNo(question, Answer::Yes)) return;
     cAlarm* alarm = Alarm();
     if (!alarm || !Controls().canEnd) {
-        Notice(MayChange() ? kCaptionChangedByOthers : kCaptionNoContact);
+        Warn(MayChange() ? kCaptionChangedByOthers : kCaptionNoContact);
         return;
     }
     End(*alarm);
@@ -148,9 +148,11 @@ void CommentBox::Send(std::size_t receiver) {
     const Text text = needs_.store.Texts().BuildAlarmText(
         {needs_.settings.ManualTransmissionFormat, "YYYY-MM-DD", "HH:NN:SS"}, *alarm);
     const Text& key = texts_.receivers[receiver].key;
-    texts_.notice = needs_.sendToDispatcher(DispatcherLine(key, text))
-                        ? needs_.captions(kCaptionSentTo, {texts_.receivers[receiver].value})
-                        : needs_.captions(kCaptionNotSent);
+    if (needs_.sendToDispatcher(DispatcherLine(key, text))) {
+        notice_ = {needs_.captions(kCaptionSentTo, {texts_.receivers[receiver].value}), true};
+    } else {
+        Warn(kCaptionNotSent);
+    }
     view_->Refresh();
 }
 

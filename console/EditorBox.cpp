@@ -32,7 +32,7 @@ void EditorBox::Open(const EditedFile& edited) {
         file_.Load(edited.path);
     }
     title_ = edited.title;
-    notice_.clear();
+    notice_ = {};
     typed_ = file_.Content();
     ++generation_;
     isOpen_ = true;
@@ -72,7 +72,7 @@ void EditorBox::Save() {
         if (hasChanged && needs_.mayEdit() && !needs_.dialogs.AskYesNo(needs_.captions(kCaptionOverwrite)))
             return;
         const bool isSaved = needs_.mayEdit() && file_.Write(typed_);
-        notice_ = needs_.captions(isSaved ? kCaptionSaved : kCaptionNotSaved);
+        notice_ = {needs_.captions(isSaved ? kCaptionSaved : kCaptionNotSaved), isSaved};
         if (isSaved) needs_.saved(file_.Path());
     }
     view_->Refresh();

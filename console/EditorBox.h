@@ -47,7 +47,7 @@ class EditorBox {
     bool IsOpen() const { return isOpen_; }
 
     const Text& Title() const { return title_; }
-    const Text& Notice() const { return notice_; }
+    const WindowNotice& Notice() const { return notice_; }
     const Text& Typed() const { return typed_; }
     /// Changes when another text is to be shown than what was typed.
     unsigned Generation() const { return generation_; }
@@ -68,7 +68,7 @@ class EditorBox {
     bool isOpen_ = false;
     bool isBusy_ = false;
     Text title_{};
-    Text notice_{};
+    WindowNotice notice_{};
     Text typed_{};
     unsigned generation_ = 0;
 };

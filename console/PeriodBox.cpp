@@ -70,7 +70,7 @@ void PeriodBox::Set(const ServicePeriod& period) {
         view_->Refresh();
         return;
     }
-    needs_.periods.Set(*set, *object, period);
+    needs_.setService(*set, *object, period);
     Close();
 }
 

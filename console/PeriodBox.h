@@ -15,7 +15,8 @@ class PeriodBox {
  public:
     struct Needs {
         Translations& translations;
-        ServicePeriods& periods;
+        /// Serves the object so from now on; on a client the server does it.
+        std::function<void(cTranslate& set, cIDCode& object, const ServicePeriod& period)> setService;
         const Captions& captions;
         const Clock& clock;
         std::function<OperatorRights()> rights;

@@ -4,6 +4,13 @@
 
 namespace nordkeep {
 
+/// What a window tells about the last command.
+struct WindowNotice {
+    Text text{};
+    bool isGood = false;  // done, else something to attend to
+    friend bool operator==(const WindowNotice&, const WindowNotice&) = default;
+};
+
 /// A window of the screen as its model drives it. The model decides; the view shows what the model holds.
 class WindowView {
  public:

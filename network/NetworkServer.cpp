@@ -3,6 +3,7 @@
 #include "network/EventRecord.h"
 #include "network/ObjectMessages.h"
 #include "network/Users.h"
+#include "translation/AliveTestReset.h"
 #include "translation/ObjectLookup.h"
 
 namespace nordkeep {
@@ -12,7 +13,6 @@ constexpr int kTextNoSuchEvent = 1078;
 constexpr int kTextRefusedLogin = 1090;
 constexpr int kTextLoggedIn = 1091;
 constexpr int kTextLoggedOut = 1092;
-constexpr TextView kResetByClient = "reset by client";
 constexpr std::size_t kLongestNameInLog = 128;
 
 /// A set and one of its objects; both or none.
@@ -150,14 +150,8 @@ void NetworkServer::ResetAliveTests(int, TextView payload) {
     const auto name = ReadWholePayload<ObjectName>(payload);
     const FoundObject found = name ? FindObject(needs_.translations, *name) : FoundObject();
     if (!found) return;
-    const OleDate now = needs_.clock.Now();
-    for (const int test : {1, 2}) {
-        needs_.timers.Restart(*found.object, test, now, kResetByClient);
-        found.object->FailedFlag(test) = false;
-    }
-    needs_.objectViews.UpdateObjectTreeEntry(*found.set, *found.object);
-    needs_.objectViews.RecalcAliveTestView();
-    needs_.objectReplica.SendAliveTestReset(*found.set, *found.object);
+    const AliveTestReset reset({needs_.timers, needs_.objectViews, needs_.objectReplica});
+    reset.Reset(*found.set, *found.object, needs_.clock.Now());
 }
 
 void NetworkServer::ChangeServiceMode(int, TextView payload) {

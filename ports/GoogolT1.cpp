@@ -136,8 +136,8 @@ TelegramStep SetClockInGoogolT1(GoogolClock& clock, const GoogolSettings& settin
     if (!clock.lastSetMs) clock.lastSetMs = tick.monotonicMs + kFirstClockDelayMs;
     const std::int64_t passedMs = tick.monotonicMs - *clock.lastSetMs;
     const bool isDue = settings.SetTimeInterval > 0 && passedMs > settings.SetTimeInterval * 60'000LL;
-    if (!isDue || !tick.canSend) return {};
-    clock.lastSetMs = tick.monotonicMs;
+    if (!(isDue || clock.isRequested) || !tick.canSend) return {};
+    clock = {.lastSetMs = tick.monotonicMs};
     return {.reply = ClockTelegram(tick.now), .notes = {{kTextClockSet, settings.PortDescription}}};
 }
 

@@ -27,6 +27,7 @@ TelegramStep NextGoogolStep(TextView received, const GoogolSettings& settings, O
 /// When the clock of the far end was set; empty before the first tick.
 struct GoogolClock {
     std::optional<std::int64_t> lastSetMs{};
+    bool isRequested = false;  // an operator wants it set now, whatever the interval
 };
 
 /// The clock telegram when it is due and the line can send.

@@ -57,6 +57,8 @@ class GoogolFormat final : public LineFormat {
     TelegramStep Service(const ServiceTick& tick) override {
         return SetClockInGoogolT1(clock_, settings_, tick);
     }
+    bool HasClock() const override { return true; }
+    void RequestClock() override { clock_.isRequested = true; }
 
  private:
     GoogolSettings settings_;

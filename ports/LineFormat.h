@@ -27,6 +27,9 @@ class LineFormat {
     virtual void Converse(const ServiceTick&) {}
     /// What has been received so far belongs to a line that is gone.
     virtual void BeginStream() {}
+    /// The far end has a clock that can be set from here; a request is served as soon as the line can send.
+    virtual bool HasClock() const { return false; }
+    virtual void RequestClock() {}
     /// What still waits when the program ends.
     virtual TelegramStep Finish(OleDate) { return {}; }
 };

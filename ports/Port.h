@@ -61,6 +61,11 @@ class cPort {
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
     void SendBytes(TextView bytes);
+    /// The equipment on this line has a clock; the next tick sets it once asked for.
+    bool HasClock() const { return lineFormat_ && lineFormat_->HasClock(); }
+    void RequestClock() {
+        if (lineFormat_) lineFormat_->RequestClock();
+    }
 
     const Text& PortName() const { return eventPort_.PortName; }
     EventPort& Event() { return eventPort_; }

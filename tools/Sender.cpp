@@ -67,15 +67,7 @@ class Run {
         if (!options_.play.empty())
             return options_.play[static_cast<std::size_t>(sent_) % options_.play.size()];
         if (!options_.raw.empty()) return options_.raw;
-        std::string code = options_.telegram.code;
-        if (options_.numbersCodes) {
-            const std::string digits = std::to_string(sent_ % 1000000);
-            const std::size_t front = code.size() > 2 ? code.size() - 2 : 0;
-            const std::size_t width = std::min<std::size_t>(front, 6);
-            const std::string tail = std::string(width, '0') + digits;
-            code.replace(front - width, width, tail.substr(tail.size() - width));
-        }
-        return MakeTelegram(options_.telegram, code);
+        return MakeTelegram(options_.telegram, NumberedCode(options_, sent_));
     }
 
     void SendOn(Lane& lane) {
@@ -163,6 +155,17 @@ class Run {
 };
 
 }  // namespace
+
+std::string NumberedCode(const SendOptions& options, long number) {
+    std::string code = options.telegram.code;
+    if (!options.numbersCodes) return code;
+    const std::string digits = std::to_string(number % 1000000);
+    const std::size_t front = code.size() > 2 ? code.size() - 2 : 0;
+    const std::size_t width = std::min<std::size_t>(front, 6);
+    const std::string tail = std::string(width, '0') + digits;
+    code.replace(front - width, width, tail.substr(tail.size() - width));
+    return code;
+}
 
 int Send(const SendOptions& options) {
     return Run(options).Go();

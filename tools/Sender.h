@@ -21,7 +21,13 @@ struct SendOptions {
     int timeoutMs = 5000;       // wait for a reply
     bool numbersCodes = false;  // the last digits of the code count up
     bool isQuiet = false;       // only the summary
+    bool isSilent = false;      // as modem: no answers
+    bool hasNoEcho = false;     // as modem
+    std::string caller{};       // as modem: rings with this number
 };
+
+/// The code of a telegram; counted up when the options say so.
+std::string NumberedCode(const SendOptions& options, long number);
 
 /// Sends and prints what came back; the result is the program's exit status: 0 when everything that has a
 /// reply was acknowledged.

@@ -113,6 +113,25 @@ std::string SosAccess(const TelegramOptions& options, const std::string& code) {
                                        Element("EventCode", options.text.empty() ? "BA" : options.text));
 }
 
+std::string LarmTelegram(const std::string& id, const std::string& information) {
+    return Element("LarmTelegram", Element("Anvandare", "nordkeep-send") + Element("Losen", "none") +
+                                       Element("LarmTyp", "1") + Element("LarmId", id) +
+                                       Element("TillaggsInfo", information));
+}
+
+/// An element with nothing in it would block the line.
+std::string TextOr(const TelegramOptions& options, const char* otherwise) {
+    return options.text.empty() ? otherwise : options.text;
+}
+
+std::string SosAccessMini(const TelegramOptions& options, const std::string& code) {
+    return LarmTelegram(code, TextOr(options, "Test"));
+}
+
+std::string AptusMini(const TelegramOptions& options, const std::string& code) {
+    return LarmTelegram(TextOr(options, "1"), code);
+}
+
 struct FormatRow {
     const char* name;
     std::string (*make)(const TelegramOptions&, const std::string&);
@@ -128,6 +147,8 @@ constexpr FormatRow kFormats[] = {
     {"sia", &SurGardSia, "\x06", false},
     {"contactid", &SurGardContactID, "\x06", false},
     {"sosaccess", &SosAccess, "<status>0</status>", true},
+    {"sosmini", &SosAccessMini, "<status>0</status>", true},
+    {"aptus", &AptusMini, "<status>0</status>", true},
 };
 
 const FormatRow* FindFormat(const std::string& name) {

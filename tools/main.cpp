@@ -1,5 +1,5 @@
 #include "platform/Text.h"
-#include "tools/Sender.h"
+#include "tools/Peers.h"
 
 #include <algorithm>
 #include <csignal>
@@ -17,21 +17,27 @@ constexpr const char* kHelp =
     "Sends telegrams to a port of Nordkeep and shows what it answers.\n\n"
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
-    "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess\n"
+    "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess,\n"
+    "                     sosmini, aptus; and with a target of its own:\n"
+    "                     mail (smtp:HOST:PORT), file and confirmation (file:PATH),\n"
+    "                     virtualreceiver (listen:PORT, answers a port that polls),\n"
+    "                     gsm (pty, is the modem at the device that it names)\n"
     "  --code CODE        ID code and type, default 10000103\n"
-    "  --text TEXT        free text behind the code (text, googol), the blocks (sia),\n"
-    "                     the event code (sosaccess)\n"
+    "  --text TEXT        free text behind the code (text, googol, mail, gsm), the blocks (sia),\n"
+    "                     the event code (sosaccess), the additional text (the others)\n"
     "  --unwrapped        end a message with a line feed instead of STX and ETX (text)\n"
     "  --class C          class of the telegram, default 0 (robofon)\n"
     "  --short            a short telegram, kind T (robofon)\n"
     "  --receiver N --line N   0 to 7, default 1 (robofon)\n"
     "  --speech           a speech message follows (robofon)\n"
-    "  --wrong-check      spoil the check byte (robofon)\n"
+    "  --wrong-check      spoil the check byte (robofon); complain (virtualreceiver)\n"
+    "  --call NUMBER      ring (gsm)\n"
+    "  --no-echo --silent   do not repeat commands, do not answer them (gsm)\n"
     "  --raw HEX          send these bytes instead\n"
     "  --play FILE        send the telegrams of a file, one line of hexadecimal bytes each\n"
-    "  --glue N           N telegrams in one write\n"
+    "  --glue N           N telegrams in one write, lines in one file, events in one answer\n"
     "  --cut              only the first half of each telegram\n"
-    "  --slow MS          pause between the bytes\n"
+    "  --slow MS          pause between the bytes, in front of an answer, between lines of a file\n"
     "  --count N          telegrams in all, default 1\n"
     "  --number-codes     count up the ID code from telegram to telegram\n"
     "  --rate N           telegrams a second; default as fast as the replies come\n"
@@ -62,6 +68,8 @@ class Arguments {
         if (word == "--number-codes") return options.numbersCodes = true;
         if (word == "--cut") return options.isCut = true;
         if (word == "--quiet") return options.isQuiet = true;
+        if (word == "--silent") return options.isSilent = true;
+        if (word == "--no-echo") return options.hasNoEcho = true;
         if (word.starts_with("-")) return false;
         options.targets.push_back(word);
         return true;
@@ -84,6 +92,7 @@ class Arguments {
         if (word == "--format") return options.telegram.format = value, true;
         if (word == "--code") return options.telegram.code = nordkeep::FromUtf8(value), true;
         if (word == "--text") return options.telegram.text = nordkeep::FromUtf8(value), true;
+        if (word == "--call") return options.caller = value, true;
         if (word == "--class") return options.telegram.classCode = value.empty() ? '0' : value[0], true;
         if (word == "--receiver") return options.telegram.receiver = number, true;
         if (word == "--line") return options.telegram.line = number, true;
@@ -116,6 +125,7 @@ int main(int argc, char** argv) {
         std::fputs(kHelp, stderr);
         return 2;
     }
+    if (const auto play = nordkeep::tools::FindPlay(options.telegram.format)) return play(options);
     if (options.raw.empty() &&
         nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {
         std::fprintf(stderr, "nordkeep-send: unknown format \"%s\"\n", options.telegram.format.c_str());

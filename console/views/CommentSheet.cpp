@@ -45,24 +45,45 @@ CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget*
     : QDialog(parent), sheet_(sheet), captions_(captions) {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setModal(false);
-    alarm_ = NewHeading({});
-    alarm_->setWordWrap(true);
-    alarm_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     notice_ = new NoticeBar;
     auto* columns = new QSplitter(Qt::Horizontal);
     columns->setChildrenCollapsible(false);
+    columns->setHandleWidth(12);
     columns->addWidget(NewKnowledge());
     columns->addWidget(NewComments());
     columns->setStretchFactor(0, 1);
     columns->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(alarm_);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setSpacing(10);
+    layout->addLayout(NewHeader());
     layout->addWidget(columns, 1);
     layout->addWidget(NewSending());
     layout->addWidget(notice_);
     layout->addLayout(NewButtons());
     ConnectAll();
     resize(940, 640);
+}
+
+QLayout* CommentSheet::NewHeader() {
+    object_ = NewHeading({});
+    QFont large = object_->font();
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    object_->setFont(large);
+    alarm_ = NewLabel();
+    status_ = new Chip;
+    for (QLabel* label : {object_, alarm_}) {
+        label->setWordWrap(true);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(object_);
+    words->addWidget(alarm_);
+    auto* header = new QHBoxLayout;
+    header->addLayout(words, 1);
+    header->addWidget(status_, 0, Qt::AlignTop);
+    return header;
 }
 
 QWidget* CommentSheet::NewKnowledge() {
@@ -83,6 +104,7 @@ QWidget* CommentSheet::NewKnowledge() {
     Column earlier;
     earlier_ = new QListWidget;
     earlier_->setUniformItemSizes(true);
+    earlier_->viewport()->setBackgroundRole(QPalette::Window);
     earlier_->setTextElideMode(Qt::ElideRight);
     earlier_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     earlier.layout->addWidget(NewHeading(CaptionText(captions_, 3700), earlier_));
@@ -138,6 +160,9 @@ QLayout* CommentSheet::NewButtons() {
     save_ = NewButton(captions_, 3258);
     end_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));
     save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_S).toString(QKeySequence::NativeText));
+    QFont bold = end_->font();
+    bold.setBold(true);
+    end_->setFont(bold);
     row->addWidget(end_);
     row->addSpacing(24);
     for (QPushButton* button : {map_, printInfo_, printLog_}) row->addWidget(button);
@@ -190,6 +215,7 @@ void CommentSheet::Show(OpenedBy by) {
 
 void CommentSheet::ShowInformation() {
     const SheetTexts& texts = sheet_.Texts();
+    object_->setText(ShownLine(texts.object));
     alarm_->setText(ShownLine(texts.alarm));
     alarm_->setVisible(!texts.alarm.empty());
     SetBoxText(*information_, ShownText(texts.information));
@@ -233,7 +259,10 @@ void CommentSheet::Refresh() {
     }
     const QString small = ShownLine(sheet_.SmallComment());
     if (smallComment_->text() != small) smallComment_->setText(small);
-    notice_->SetNotice(ShownText(sheet_.Texts().notice));
+    const WindowNotice notice = sheet_.Notice();
+    notice_->SetNotice(ShownText(notice.text), notice.isGood);
+    status_->setText(ShownLine(sheet_.StatusWord()));
+    status_->setVisible(!status_->text().isEmpty());
     ShowSmallComment();
     ShowControls();
 }

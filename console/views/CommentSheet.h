@@ -25,6 +25,7 @@ class CommentSheet final : public QDialog, public WindowView {
     void reject() override { sheet_.CloseIfUntouched(); }
 
  private:
+    QLayout* NewHeader();
     QWidget* NewKnowledge();
     QWidget* NewComments();
     QWidget* NewSending();
@@ -38,7 +39,9 @@ class CommentSheet final : public QDialog, public WindowView {
 
     CommentBox& sheet_;
     const Captions& captions_;
+    QLabel* object_ = nullptr;
     QLabel* alarm_ = nullptr;
+    Chip* status_ = nullptr;
     NoticeBar* notice_ = nullptr;
     QPlainTextEdit* information_ = nullptr;
     QTableWidget* form_ = nullptr;

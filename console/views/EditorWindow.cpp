@@ -55,7 +55,7 @@ void EditorWindow::Show(OpenedBy by) {
 }
 
 void EditorWindow::Refresh() {
-    notice_->SetNotice(ShownText(editor_.Notice()));
+    notice_->SetNotice(ShownText(editor_.Notice().text), editor_.Notice().isGood);
     text_->setReadOnly(!editor_.MaySave());
     save_->setEnabled(editor_.MaySave() && editor_.IsChanged());
 }

@@ -8,6 +8,8 @@
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QPainter>
 
+#include <algorithm>
+
 namespace nordkeep {
 namespace {
 
@@ -55,14 +57,26 @@ PageLayout::PageLayout(const PrintDocument& document, QSizeF paper, QString prin
       page_(0, 0, FromMm(paper.width()), FromMm(paper.height())) {
     bold_.setBold(true);
     lineHeight_ = QFontMetricsF(font_).lineSpacing();
+    PlaceBody(document);
+    const QFontMetricsF metrics(font_);
+    const bool isTooWide = std::ranges::any_of(document.lines, [&](const Text& line) {
+        return metrics.horizontalAdvance(ShownLine(line)) > body_.width();
+    });
+    if (isTooWide && page_.height() > page_.width()) {
+        page_.setSize(page_.size().transposed());
+        PlaceBody(document);
+    }
+    BreakLines(document);
+    pageCount_ = qMax(1, static_cast<int>((lines_.size() + linesOnPage_ - 1) / linesOnPage_));
+}
+
+void PageLayout::PlaceBody(const PrintDocument& document) {
     const qreal left = FromMm(qMax<qreal>(kLeastMargin, document.look.LeftMargin));
     const qreal top = FromMm(qMax<qreal>(kLeastMargin, document.look.TopMargin));
     const qreal edge = FromMm(kLeastMargin);
     body_ = page_.adjusted(left, top + 2.5 * lineHeight_, -edge, -edge - 2 * lineHeight_);
     if (!heading_.isEmpty()) body_.setTop(body_.top() + 1.5 * lineHeight_);
     linesOnPage_ = qMax(1, static_cast<int>(body_.height() / lineHeight_));
-    BreakLines(document);
-    pageCount_ = qMax(1, static_cast<int>((lines_.size() + linesOnPage_ - 1) / linesOnPage_));
 }
 
 void PageLayout::BreakLines(const PrintDocument& document) {

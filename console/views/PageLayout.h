@@ -18,7 +18,8 @@ class PageLayout {
     /// Units of an inch.
     static constexpr int kResolution = 600;
 
-    /// `paper` is the size of a page in mm; `printedAt` stands at the foot of each.
+    /// `paper` is the size of a page in mm, which is turned when lines are too long for it; `printedAt`
+    /// stands at the foot of each.
     PageLayout(const PrintDocument& document, QSizeF paper, QString printedAt, const Captions& captions);
 
     int PageCount() const { return pageCount_; }
@@ -27,6 +28,7 @@ class PageLayout {
     void Paint(QPainter& painter, int page) const;
 
  private:
+    void PlaceBody(const PrintDocument& document);
     void BreakLines(const PrintDocument& document);
 
     const Captions& captions_;

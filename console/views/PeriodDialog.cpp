@@ -39,6 +39,7 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     grid->addWidget(NewHeading(CaptionText(captions, 3355), stop_.date), 1, 0);
     grid->addWidget(stop_.date, 1, 1);
     grid->addWidget(stop_.time, 1, 2);
+    grid->setColumnMinimumWidth(1, 160);
     grid->setColumnStretch(1, 1);
     inPeriod_ = NewButton(captions, 3356);
     fromNow_ = NewButton(captions, 3357);
@@ -47,6 +48,7 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     auto* buttons = new QHBoxLayout;
     for (QPushButton* button : {inPeriod_, fromNow_, cancel}) buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);  // the notice comes and goes
     layout->addLayout(grid);
     layout->addWidget(notice_);
     layout->addStretch(1);

@@ -12,7 +12,7 @@ class PreviewWindow final : public QDialog {
  public:
     PreviewWindow(PageLayout layout, const Captions& captions, QWidget* parent = nullptr);
 
-    void SetNotice(const QString& text) { notice_->SetNotice(text); }
+    void SetNotice(const QString& text, bool isGood = false) { notice_->SetNotice(text, isGood); }
 
     std::function<void()> onPrint{};
     std::function<void(const QString& path)> onSave{};

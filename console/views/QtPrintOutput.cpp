@@ -42,7 +42,9 @@ PreviewWindow* QtPrintOutput::NewPreview(const PrintDocument& document) {
     const QPointer<PreviewWindow> shown = window;
     const auto tell = [this, shown](const Text& failure, int failed, int done) {
         if (!failure.empty()) Log(failure);
-        if (shown) shown->SetNotice(CaptionText(needs_.captions, failure.empty() ? done : failed));
+        if (shown) {
+            shown->SetNotice(CaptionText(needs_.captions, failure.empty() ? done : failed), failure.empty());
+        }
     };
     window->onPrint = [this, document, tell] {
         jobs_.Print(LayOut(document), ShownLine(document.title),

@@ -10,6 +10,8 @@ namespace nordkeep {
 namespace {
 
 constexpr int kColumns[] = {3731, 3732, 3733, 3734};
+constexpr int kRowPadding = 8;      // px
+constexpr int kColumnPadding = 12;  // px
 constexpr int kChangedRole = Qt::UserRole;
 
 }  // namespace
@@ -70,8 +72,11 @@ void SettingsWindow::Fill(const SettingsList& settings, const Captions& captions
             table_->setItem(row, column, item);
         }
     }
+    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + kRowPadding);
+    table_->setWordWrap(false);
     table_->resizeColumnsToContents();
-    table_->setColumnWidth(2, 260);
+    for (const int column : {0, 1, 3})
+        table_->setColumnWidth(column, table_->columnWidth(column) + kColumnPadding);
     table_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
 }
 

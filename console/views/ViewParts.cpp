@@ -10,6 +10,7 @@ namespace nordkeep {
 namespace {
 
 const QColor kNoticeBackground(0xFF, 0xE0, 0x8A);
+const QColor kGoodBackground(0xC9, 0xE7, 0xC9);
 constexpr int kNoticeSign = 22;  // px
 
 bool IsControl(QChar character) {
@@ -88,6 +89,8 @@ QPlainTextEdit* NewReadOnlyBox() {
     auto* box = new QPlainTextEdit;
     box->setReadOnly(true);
     box->setTabChangesFocus(true);
+    // What can only be read looks different from what is written in.
+    box->viewport()->setBackgroundRole(QPalette::Window);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return box;
 }
@@ -111,7 +114,8 @@ NoticeBar::NoticeBar(QWidget* parent) : QLabel(parent) {
     hide();
 }
 
-void NoticeBar::SetNotice(const QString& text) {
+void NoticeBar::SetNotice(const QString& text, bool isGood) {
+    isGood_ = isGood;
     setText(text);
     setVisible(!text.isEmpty());
     QPalette colors = palette();
@@ -119,21 +123,46 @@ void NoticeBar::SetNotice(const QString& text) {
     setPalette(colors);
 }
 
-void NoticeBar::paintEvent(QPaintEvent* event) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(kNoticeBackground);
-    painter.drawRoundedRect(rect(), 4, 4);
-    const QRectF sign(8, (height() - kNoticeSign) / 2.0, kNoticeSign, kNoticeSign);
+void NoticeBar::PaintSign(QPainter& painter, const QRectF& place) const {
+    if (isGood_) {
+        painter.setPen(QPen(Qt::black, 3, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF mark[] = {place.topLeft() + QPointF(3, 12), place.topLeft() + QPointF(9, 18),
+                                place.topLeft() + QPointF(19, 5)};
+        painter.drawPolyline(mark, 3);
+        return;
+    }
+    const QPointF corners[] = {
+        {place.center().x(), place.top() + 1}, place.bottomRight(), place.bottomLeft()};
     painter.setBrush(Qt::black);
-    painter.drawPolygon(
-        QPolygonF{QPointF(sign.center().x(), sign.top() + 1), sign.bottomRight(), sign.bottomLeft()});
+    painter.drawPolygon(corners, 3);
     painter.setPen(kNoticeBackground);
     QFont bold = font();
     bold.setBold(true);
     painter.setFont(bold);
-    painter.drawText(sign.adjusted(0, 4, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+    painter.drawText(place.adjusted(0, 4, 0, 0), Qt::AlignCenter, QStringLiteral("!"));
+}
+
+void NoticeBar::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isGood_ ? kGoodBackground : kNoticeBackground);
+    painter.drawRoundedRect(rect(), 4, 4);
+    PaintSign(painter, QRectF(8, (height() - kNoticeSign) / 2.0, kNoticeSign, kNoticeSign));
+    painter.end();
+    QLabel::paintEvent(event);
+}
+
+Chip::Chip(QWidget* parent) : QLabel(parent) {
+    setTextFormat(Qt::PlainText);
+    setContentsMargins(12, 3, 12, 3);
+}
+
+void Chip::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 1.2));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), height() / 2.0 - 1, height() / 2.0 - 1);
     painter.end();
     QLabel::paintEvent(event);
 }

@@ -44,7 +44,22 @@ QColor WarningColor(const QPalette& palette);
 class NoticeBar final : public QLabel {
  public:
     explicit NoticeBar(QWidget* parent = nullptr);
-    void SetNotice(const QString& text);
+    /// With a check mark for what has gone well.
+    void SetNotice(const QString& text, bool isGood = false);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+
+ private:
+    void PaintSign(QPainter& painter, const QRectF& place) const;
+
+    bool isGood_ = false;
+};
+
+/// A word in a frame with round ends.
+class Chip final : public QLabel {
+ public:
+    explicit Chip(QWidget* parent = nullptr);
 
  protected:
     void paintEvent(QPaintEvent* event) override;

@@ -15,6 +15,11 @@ std::unique_ptr<QCoreApplication> MakeCoreApplication(int& argc, char** argv) {
     return application;
 }
 
+bool IsScreenThere() {
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
 void SettleApplication() {
     std::setlocale(LC_NUMERIC, "C");
     QNetworkProxyFactory::setUseSystemConfiguration(false);

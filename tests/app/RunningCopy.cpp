@@ -85,7 +85,10 @@ void RunningCopy::Launch(std::vector<std::string> words) {
     const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     dup2(log, STDOUT_FILENO);
     dup2(log, STDERR_FILENO);
+    // A workstation gets a screen that nobody sees, and nobody answers its questions.
     unsetenv("DISPLAY");
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    setenv("NORDKEEP_UNATTENDED", "1", 1);
     std::vector<char*> pointers;
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);

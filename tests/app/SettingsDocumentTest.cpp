@@ -1,5 +1,9 @@
 #include "app/EngineSettings.h"
+#include "console/AlarmPrinting.h"
+#include "console/CommentSettings.h"
 #include "console/ConsoleSettings.h"
+#include "console/PictureSettings.h"
+#include "console/PrintDocument.h"
 #include "console/ViewState.h"
 #include "network/NetworkSettings.h"
 #include "pipeline/DispatchSettings.h"
@@ -44,6 +48,10 @@ void Add(Keys& keys, std::span<const SettingRow<Struct>> rows) {
 
 Keys KeysOfTheTables() {
     Keys keys;
+    Add(keys, AlarmPageSettingRows());
+    Add(keys, CommentSettingRows());
+    Add(keys, PictureSettingRows());
+    Add(keys, PrinterSettingRows());
     Add(keys, CallSettingRows());
     Add(keys, ConsoleSettingRows());
     Add(keys, DeskSettingRows());

@@ -128,7 +128,7 @@ TEST(CommentBox, KeepsWhatCouldNotBeWritten) {
     w.sheet.Save();
     EXPECT_TRUE(w.sheet.IsOpen());
     EXPECT_EQ(w.sheet.NewComments(), "precious");
-    EXPECT_FALSE(w.sheet.Texts().notice.empty());
+    EXPECT_FALSE(w.sheet.Notice().text.empty());
     EXPECT_EQ(alarm.m_Status, kStatusNew);
     w.dataFiles.isDeaf = false;
     w.sheet.Save();
@@ -231,7 +231,7 @@ TEST(CommentBox, AlarmThatGoesWhileTheQuestionIsUpIsLeftAlone) {
         sheet.EndAlarm();
         EXPECT_TRUE(w.ended.empty());
         EXPECT_TRUE(sheet.IsOpen());
-        EXPECT_FALSE(sheet.Texts().notice.empty());
+        EXPECT_FALSE(sheet.Notice().text.empty());
         sheet.Save();
         EXPECT_EQ(w.Comments(), "kept\r\n") << "the comment is the object's and is saved all the same";
     }
@@ -247,10 +247,10 @@ TEST(CommentBox, TellsWhenSomebodyElseEndsTheAlarm) {
     w.isRequestPending = true;
     alarm.m_Status = kStatusAcknowledged;
     w.sheet.Tick();
-    EXPECT_TRUE(w.sheet.Texts().notice.empty()) << "while events are fetched nothing is known";
+    EXPECT_TRUE(w.sheet.Notice().text.empty()) << "while events are fetched nothing is known";
     w.isRequestPending = false;
     w.sheet.Tick();
-    EXPECT_EQ(w.sheet.Texts().notice, w.captions(3267));
+    EXPECT_EQ(w.sheet.Notice().text, w.captions(3267));
     EXPECT_FALSE(w.sheet.Controls().canEnd);
 }
 
@@ -303,7 +303,7 @@ TEST(CommentBox, SendsTheAlarmToTheChosenReceiver) {
     EXPECT_EQ(w.dispatched, "3||||||0701|Shop " + when + "\n");
     w.isDispatcherThere = false;
     w.sheet.Send(1);
-    EXPECT_EQ(w.sheet.Texts().notice, w.captions(3702));
+    EXPECT_EQ(w.sheet.Notice().text, w.captions(3702));
     w.sheet.Send(2);
     EXPECT_EQ(w.dispatched.find("3||||||b|"), w.dispatched.rfind("3||||||")) << "no third receiver";
     w.settings.ManualTransmission = "0";

@@ -11,14 +11,20 @@ struct FuzzTarget {
     const char* name;
     void (*run)(TextView input);
     std::vector<Text> seeds;
-    int neighbours =
-        3000;  // mutated inputs for each seed in the tests; fewer where an input costs disk writes
+    /// Mutated inputs for each seed in the tests; fewer where an input costs disk writes.
+    int neighbours = 3000;
 };
-
-/// What copies send each other.
-std::vector<FuzzTarget> NetworkTargets();
 
 /// All targets; the fuzz programs and the test over the seeds share them.
 const std::vector<FuzzTarget>& FuzzTargets();
+
+/// Those of files and settings, of the receiver lines, of mail and modems, and of what copies send each other.
+std::vector<FuzzTarget> FileTargets();
+std::vector<FuzzTarget> LineTargets();
+std::vector<FuzzTarget> TalkTargets();
+std::vector<FuzzTarget> NetworkTargets();
+
+/// What comes in on a line in the worked examples of a format, one text for each.
+std::vector<Text> ExamplesOf(int messageFormat);
 
 }  // namespace nordkeep

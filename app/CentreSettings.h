@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/EngineSettings.h"
+#include "console/AlarmPrinting.h"
+#include "console/CommentSettings.h"
+#include "console/ConsoleSettings.h"
+#include "console/PictureSettings.h"
+#include "console/ViewState.h"
+#include "pipeline/DispatchSettings.h"
+#include "pipeline/IntakeSettings.h"
+#include "pipeline/OutputSettings.h"
+#include "pipeline/ResetSettings.h"
+#include "store/StoreSettings.h"
+#include "translation/TranslationSettings.h"
+
+namespace nordkeep {
+
+/// All settings that are read at start, each subsystem's in its own struct.
+struct CentreSettings {
+    explicit CentreSettings(const Settings& files);
+
+    EngineSettings engine;
+    StoreSettings store;
+    TranslationSettings translation;
+    IntakeSettings intake;
+    ResetSettings resets;
+    DispatchSettings dispatch;
+    DeskSettings desk;
+    TorvexSettings torvex;
+    OutputSettings outputs;
+    ComCallSettings comCall;
+    ViewState view;
+    ConsoleSettings console;
+    CommentSettings comments;
+    PictureSettings pictures;
+    PrinterSettings printer;
+    AlarmPageSettings alarmPages;
+};
+
+}  // namespace nordkeep

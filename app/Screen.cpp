@@ -1,0 +1,115 @@
+#include "app/Screen.h"
+
+#include "console/AboutText.h"
+#include "console/views/AboutBox.h"
+#include "console/views/CommentSheet.h"
+#include "console/views/EditorWindow.h"
+#include "console/views/LoginDialog.h"
+#include "console/views/MapWindow.h"
+#include "console/views/PeriodDialog.h"
+#include "console/views/PictureWindow.h"
+#include "console/views/PrinterFontDialog.h"
+#include "console/views/ReconnectDialog.h"
+#include "console/views/SettingsWindow.h"
+#include "console/views/ShiftWindow.h"
+#include "console/views/SimulationDialog.h"
+
+#include <QtWidgets/QApplication>
+
+namespace nordkeep {
+namespace {
+
+/// Makes the window of a model and sets it behind the model.
+template <class Window, class Model, class Words>
+std::unique_ptr<QDialog> WindowOf(Model& model, const Words& words, QWidget* parent) {
+    auto window = std::make_unique<Window>(model, words, parent);
+    model.SetView(*window);
+    return window;
+}
+
+}  // namespace
+
+Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
+    : centre_(centre),
+      foundation_(foundation),
+      dialogs_(dialogs),
+      window_({.box = centre.Place().Main(), .files = foundation.Files(), .store = store_}),
+      printer_({.captions = centre.Place().Words(),
+                .clock = foundation.Platform().clock,
+                .log = foundation.Log(),
+                .parent = [this] { return &window_; }}) {
+    SetBehindModels();
+    if (dialogs_) {
+        dialogs_->UseCaptions(centre.Place().Words());
+        dialogs_->UseParent([this] { return &window_; });
+    }
+    centre.Place().SetScreen(this);
+}
+
+Screen::~Screen() {
+    centre_.Place().SetScreen(nullptr);
+}
+
+void Screen::SetBehindModels() {
+    Workplace& place = centre_.Place();
+    const Captions& words = place.Words();
+    sheets_.push_back(WindowOf<CommentSheet>(place.Sheet(), words, &window_));
+    sheets_.push_back(WindowOf<MapWindow>(place.Map(), words, &window_));
+    sheets_.push_back(WindowOf<LoginDialog>(place.Login(), words, &window_));
+    sheets_.push_back(WindowOf<PeriodDialog>(place.Period(), words, &window_));
+    sheets_.push_back(WindowOf<EditorWindow>(place.Editor(), words, &window_));
+    sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));
+    sheets_.push_back(WindowOf<ReconnectDialog>(place.Reconnect(), foundation_.Texts(), &window_));
+    auto picture = std::make_unique<PictureWindow>(place.Picture(), words);
+    place.Picture().SetView(*picture);
+    picture_ = std::move(picture);
+}
+
+void Screen::Show() {
+    const CommandLine& switches = foundation_.Switches();
+    window_.ShowAtStart(
+        {.isTopmost = switches.topMost, .isMaximised = switches.maximize, .isMinimised = switches.minimize});
+}
+
+void Screen::PrepareForEnd() {
+    if (dialogs_) dialogs_->CloseQuestion();
+    window_.SaveState();
+    window_.AllowClose();
+    picture_->hide();
+    window_.hide();
+}
+
+void Screen::Beep() {
+    QApplication::beep();
+}
+
+void Screen::ShowOnce(QDialog* window) {
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+}
+
+void Screen::ShowAbout() {
+    const Captions& words = centre_.Place().Words();
+    const AboutText about = MakeAboutText(words, NORDKEEP_VERSION, FromUtf8(foundation_.DataFolder().Root()),
+                                          foundation_.CopyRole());
+    ShowOnce(new AboutBox(about, words, &window_));
+}
+
+void Screen::ShowSettings() {
+    Workplace& place = centre_.Place();
+    ShowOnce(new SettingsWindow(place.InForce(), place.Words(), &window_));
+}
+
+void Screen::ShowShiftList() {
+    Workplace& place = centre_.Place();
+    const auto print = [this] { printer_.Preview(centre_.Place().Shift().Document()); };
+    ShowOnce(new ShiftWindow(place.Shift(), place.Words(), print, &window_));
+}
+
+void Screen::ChoosePrinterFont() {
+    Workplace& place = centre_.Place();
+    const auto chosen = [this](const PrinterSettings& look) { centre_.Place().UsePrinterFont(look); };
+    ShowOnce(new PrinterFontDialog(place.PrinterLook(), place.Words(), chosen, &window_));
+}
+
+}  // namespace nordkeep

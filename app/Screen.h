@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/Centre.h"
+#include "console/views/MainWindow.h"
+#include "console/views/QtDialogs.h"
+#include "console/views/QtPrintOutput.h"
+#include "platform/qt/QtUserStore.h"
+
+#include <memory>
+#include <vector>
+
+namespace nordkeep {
+
+/// The windows of a copy with a screen, each set behind its model.
+class Screen final : public WorkplaceScreen {
+ public:
+    /// `dialogs`: none when questions are answered without a person.
+    Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs);
+    ~Screen() override;
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    void Show();
+
+    void Beep() override;
+    void ShowAbout() override;
+    void ShowSettings() override;
+    void ShowShiftList() override;
+    void ChoosePrinterFont() override;
+    bool IsQuestionUp() const override { return dialogs_ && dialogs_->IsQuestionUp(); }
+    PrintOutput& Printer() override { return printer_; }
+    void PrepareForEnd() override;
+
+ private:
+    void SetBehindModels();
+    /// Shows a window that is made for the moment and goes when it is closed.
+    void ShowOnce(QDialog* window);
+
+    Centre& centre_;
+    Foundation& foundation_;
+    QtDialogs* dialogs_;
+    QtUserStore store_{};
+    MainWindow window_;
+    QtPrintOutput printer_;
+    std::vector<std::unique_ptr<QDialog>> sheets_{};
+    std::unique_ptr<QWidget> picture_{};
+};
+
+}  // namespace nordkeep

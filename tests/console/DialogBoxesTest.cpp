@@ -1,0 +1,266 @@
+#include "console/AlarmPrinting.h"
+#include "console/EditorBox.h"
+#include "console/LoginBox.h"
+#include "console/PeriodBox.h"
+#include "console/ReconnectBox.h"
+#include "console/SettingsList.h"
+#include "console/ShiftList.h"
+#include "console/SimulationBox.h"
+#include "tests/console/SheetWorld.h"
+#include "tests/doubles/RecordingIntake.h"
+
+#include <gtest/gtest.h>
+
+namespace nordkeep {
+namespace {
+
+TEST(LoginBox, CollectsWhatIsPrintable) {
+    Text sent;
+    LoginBox login([&](const Text& user, const Text& password) { sent = user + "/" + password; });
+    login.Open(OpenedBy::Operator);
+    login.Backspace();
+    login.TypePassword("\x1b\t\r\x7f");
+    EXPECT_EQ(login.Stars(), "");
+    login.TypePassword("se\xE5x");
+    login.Backspace();
+    EXPECT_EQ(login.Stars(), "***");
+    EXPECT_FALSE(login.IsOkEnabled());
+    login.Ok();
+    EXPECT_EQ(sent, "") << "never without a user's name";
+    login.TypeUserName("anna");
+    login.Ok();
+    EXPECT_EQ(sent, "anna/se\xE5");
+    EXPECT_FALSE(login.IsOpen());
+    login.Open(OpenedBy::Itself);
+    EXPECT_EQ(login.Stars(), "") << "nothing is left of the last time";
+    EXPECT_FALSE(login.IsOkEnabled());
+}
+
+TEST(ReconnectBox, FlashesWhileItWaitsAndCallsOnce) {
+    ConsoleWorld w;
+    int tries = 0;
+    RecordingView view;
+    ReconnectBox box({.language = w.language,
+                      .captions = w.captions,
+                      .clock = w.time,
+                      .loop = w.time,
+                      .reconnectIntervalMs = 10000,
+                      .reconnectNow = [&] { ++tries; },
+                      .endProgram = [] {}});
+    box.SetView(view);
+    box.ShowLinkState(LinkState::Connected);
+    EXPECT_EQ(view.calls, "");
+    box.ShowLinkState(LinkState::Lost);
+    EXPECT_EQ(view.calls, "appear ");
+    EXPECT_EQ(box.Label(), "gone");
+    w.time.Advance(500);
+    EXPECT_TRUE(box.IsFlashed());
+    w.time.Advance(2000);
+    EXPECT_EQ(box.Countdown(), w.captions(3759, {"8"}));
+    box.Reconnect();
+    box.ShowLinkState(LinkState::Connecting);
+    box.Reconnect();
+    EXPECT_EQ(tries, 1);
+    EXPECT_EQ(box.Label(), "trying");
+    w.time.Advance(600);
+    EXPECT_FALSE(box.IsFlashed());
+    box.ShowLinkState(LinkState::Lost);
+    EXPECT_EQ(box.Countdown(), w.captions(3759, {"10"})) << "the whole interval again";
+    box.ShowLinkState(LinkState::Connected);
+    EXPECT_FALSE(box.IsOpen());
+    EXPECT_EQ(w.time.PlannedCount(), 1u) << "only the tick that was planned before";
+}
+
+struct PeriodWorld : ConsoleWorld {
+    PeriodWorld() {
+        auto set = std::make_unique<cTranslate>();
+        set->m_FileName = "A";
+        set->m_TypeCodes.push_back({"E1", 1, "Burglary", ""});
+        auto object = std::make_unique<cIDCode>();
+        object->m_IdCode = "1";
+        set->m_IdCodes.push_back(std::move(object));
+        translations.Add(std::move(set));
+        rights.role = Role::StandAlone;
+    }
+    cIDCode& Object() { return *translations.Sets().at(0)->m_IdCodes.at(0); }
+    NoObjectReplica objectReplica{};
+    ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
+    PeriodBox box{{.translations = translations,
+                   .periods = periods,
+                   .captions = captions,
+                   .clock = time,
+                   .rights = [this] { return rights; }}};
+};
+
+TEST(PeriodBox, AnswersOnlyWithAnEndThatIsStillToCome) {
+    PeriodWorld w;
+    const OleDate now = w.time.Now();
+    const struct {
+        int start;
+        int stop;
+        bool isPeriod;
+        bool isFromNow;
+    } rows[] = {{0, 60, true, true},
+                {60, 60, false, true},
+                {90, 60, false, true},
+                {-60, -30, false, false},
+                {-60, 30, true, true}};
+    for (const auto& row : rows) {
+        w.box.Open("A", "1");
+        w.box.SetTimes(now.PlusMinutes(row.start), now.PlusMinutes(row.stop));
+        EXPECT_EQ(w.box.IsPeriodEnabled(), row.isPeriod) << row.start << " " << row.stop;
+        EXPECT_EQ(w.box.IsFromNowEnabled(), row.isFromNow) << row.start << " " << row.stop;
+        EXPECT_EQ(w.box.Notice().empty(), row.isPeriod);
+    }
+    w.box.ChoosePeriod();
+    EXPECT_EQ(w.Object().m_ServiceMode, 2);
+    EXPECT_EQ(w.Object().m_ServicePeriodEnd, now.PlusMinutes(30));
+    EXPECT_FALSE(w.box.IsOpen());
+    w.box.Open("A", "1");
+    EXPECT_EQ(w.box.Stop(), now.PlusMinutes(30)) << "the object's own period is where it begins";
+    w.box.ChooseFromNow();
+    EXPECT_EQ(w.Object().m_ServiceMode, 1);
+}
+
+TEST(PeriodBox, ObjectThatIsGoneChangesNothing) {
+    PeriodWorld w;
+    w.box.Open("A", "1");
+    w.translations.Clear();
+    w.box.ChoosePeriod();
+    EXPECT_EQ(w.box.Notice(), w.captions(3758));
+    EXPECT_TRUE(w.box.IsOpen());
+}
+
+struct EditorWorld : ConsoleWorld {
+    bool mayEdit = true;
+    RecordingView view{};
+    EditorBox editor{{.files = dataFiles,
+                      .dataFolder = folder.Tree(),
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .mayEdit = [this] { return mayEdit; }}};
+};
+
+TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
+    EditorWorld w;
+    const EditedFile file{"Information\\A\\1.TXT", "Object", "no-such-program-anywhere"};
+    w.editor.Open(file);
+    ASSERT_TRUE(w.editor.IsOpen()) << "a program that is missing leaves it to the built-in editor";
+    for (int i = 0; i < 3; ++i) {
+        w.editor.Type("a\r\nb" + Text(i % 2 ? "\r\n" : ""));
+        w.editor.Save();
+        EXPECT_TRUE(w.editor.Notice().isGood);
+        EXPECT_EQ(w.folder.Read("Information\\A\\1.TXT"), "a\r\nb\r\n");
+    }
+    w.folder.Write("Information\\A\\1.TXT", "theirs\r\n");
+    w.editor.Type("mine");
+    w.editor.Save();
+    EXPECT_EQ(w.dialogs.questions.size(), 1u);
+    EXPECT_EQ(w.folder.Read("Information\\A\\1.TXT"), "theirs\r\n");
+    w.editor.Close();
+    EXPECT_TRUE(w.editor.IsOpen()) << "an unsaved text is not dropped unasked";
+    w.dialogs.answers = {true};
+    w.editor.Close();
+    EXPECT_FALSE(w.editor.IsOpen());
+    w.mayEdit = false;
+    w.editor.Open(file);
+    w.editor.Type("no right");
+    w.editor.Save();
+    EXPECT_EQ(w.folder.Read("Information\\A\\1.TXT"), "theirs\r\n");
+}
+
+TEST(SettingsList, ShowsWhatIsInForceAndNoPassword) {
+    struct Some {
+        Text text{};
+        int number = 0;
+    };
+    const SettingRow<Some> rows[] = {
+        {"NetWork", "AutoLoginPassword", "", SettingScope::Workstation, &Some::text},
+        {"General", "B", "7", SettingScope::Workstation, &Some::number},
+        {"General", "a", "x", SettingScope::Centre, &Some::text},
+        {"General", "A", "x", SettingScope::Centre, &Some::text},
+        {"General", "P", "x", SettingScope::Port, &Some::text}};
+    ConsoleWorld w;
+    w.folder.Write("Settings\\Nordkeep.INI", "[General]\r\nB=8\r\n[NetWork]\r\nAutoLoginPassword=secret\r\n");
+    SettingsList list(w.files, "path");
+    list.Add(std::span<const SettingRow<Some>>(rows));
+    Text shown;
+    for (const SettingInForce& row : list.Rows()) {
+        shown += row.section + "." + row.key + "=" + row.value + (row.isChanged ? "! " : " ");
+    }
+    EXPECT_EQ(shown, "General.a=x General.B=8! NetWork.AutoLoginPassword=********! ");
+}
+
+TEST(SimulationBox, SpreadsAHundredEventsOverTurnsOfTheLoop) {
+    PeriodWorld w;
+    RecordingIntake intake;
+    SimulationBox simulation(
+        {.intake = intake, .translations = w.translations, .clock = w.time, .loop = w.time, .ports = [] {
+             return std::vector<SimulationBox::Port>{};
+         }});
+    simulation.RaiseHundred();
+    EXPECT_EQ(intake.events.size(), 10u);
+    simulation.RaiseHundred();
+    w.translations.Clear();
+    w.time.Advance(0);
+    ASSERT_EQ(intake.events.size(), 100u) << "once, and also when the objects go meanwhile";
+    for (const IncomingEvent& event : intake.events) EXPECT_EQ(event.ExtraText, "SIMULERAD");
+    simulation.Raise({.port = 9, .alarmCode = "12", .extraText = "fire", .prio = " 3 ", .type = "x"});
+    EXPECT_EQ(intake.events.back().ExtraText, "SIMULERAD fire");
+    EXPECT_EQ(intake.events.back().DefaultPrio, 3);
+    EXPECT_EQ(intake.events.back().DefaultType, -1);
+    EXPECT_EQ(intake.events.back().PortObject, nullptr);
+}
+
+TEST(AlarmPrinting, NumbersItsRowsWithRangeAndWidth) {
+    const struct {
+        const char* format;
+        const char* filled;
+    } rows[] = {{"[NUMBER::4] [DATE]", "12   [DATE]"},
+                {"[number]", "12"},
+                {"[NUMBER:0-0]x", "1x"},
+                {"[NUMBERS] [NUMBER", "[NUMBERS] [NUMBER"},
+                {"a[b", "a[b"}};
+    for (const auto& row : rows) EXPECT_EQ(FillRowNumber(row.format, 12), row.filled) << row.format;
+}
+
+TEST(AlarmPrinting, PageOfItsOwnNeedsBothKeys) {
+    ConsoleWorld w;
+    AlarmPageSettings settings;
+    AlarmPrinting printing({*w.store, w.captions, w.printerSettings, settings, w.printer});
+    cAlarm& alarm = w.Raise("1", kStatusNew);
+    alarm.m_TranslatedPrio = "3";
+    const struct {
+        const char* prio;
+        const char* status;
+        bool isPrinted;
+    } rows[] = {{"", "", false},   {"-1", "", false},   {"", "0", false},   {"1-3", "4, 0", true},
+                {"-1", "0", true}, {"4-9", "0", false}, {"3", "1,2", false}};
+    for (const auto& row : rows) {
+        settings.PrioToPrint = row.prio;
+        settings.StatusToPrint = row.status;
+        w.printer.printed.clear();
+        printing.PrintAlarmPage(alarm);
+        EXPECT_EQ(w.printer.printed.size(), row.isPrinted ? 1u : 0u) << row.prio << " " << row.status;
+    }
+}
+
+TEST(ShiftList, TellsTheThreeThingsThatStayOpen) {
+    PeriodWorld w;
+    w.Raise("1", kStatusNew, "open one");
+    w.Raise("1", kStatusAcknowledged, "ended one");
+    w.Object().m_AliveTestIntervalHasExceeded = true;
+    const ShiftList list({*w.store, w.translations, w.captions, w.time, w.printerSettings});
+    std::vector<ShiftList::Part> parts = list.Parts();
+    ASSERT_EQ(parts.size(), 3u);
+    EXPECT_EQ(parts[0].lines.size(), 1u);
+    EXPECT_EQ(parts[1].lines.size(), 0u);
+    EXPECT_EQ(parts[2].lines.size(), 1u);
+    w.Object().m_ServiceMode = 3;
+    parts = list.Parts();
+    EXPECT_EQ(parts[1].lines.size(), 1u);
+    EXPECT_EQ(parts[2].lines.size(), 0u) << "what is in service is not missed";
+}
+
+}  // namespace
+}  // namespace nordkeep

@@ -1,0 +1,84 @@
+#include "ports/CollectedFile.h"
+#include "ports/XmlText.h"
+#include "runtime/Dates.h"
+#include "runtime/IniText.h"
+#include "runtime/Language.h"
+#include "store/EventFile.h"
+#include "store/TextTemplate.h"
+#include "tests/fuzz/Targets.h"
+
+#include <cstdlib>
+
+namespace nordkeep {
+namespace {
+
+void RunIni(TextView input) {
+    IniText ini{Text(input)};
+    for (const Text& key : ini.Keys("General")) ini.Value("General", key);
+    const Text changed = ini.WithValue("General", "Key", "value");
+    if (IniText(changed).Value("General", "Key") != "value") std::abort();
+    ReadIniFromText(input, "General", "Key", "");
+    ListIniKeysFromText(input, "General");
+}
+
+// Whatever can be read is written again to the same bytes.
+void RunEventFile(TextView input) {
+    cAlarm alarm;
+    if (!ReadFromDisk(input, 1, alarm)) return;
+    cAlarm again;
+    const Text bytes = EventBytes(alarm, 0, 0);
+    if (!ReadFromDisk(bytes, 1, again) || EventBytes(again, 0, 0) != bytes) std::abort();
+    GeneralDate(alarm.m_TimeStamp);
+}
+
+void RunLanguage(TextView input) {
+    Language language;
+    language.LoadFrom(input);
+    language.GetLanguageText(1);
+}
+
+void RunDates(TextView input) {
+    ParseCompactTime(input);
+    ParseDateTime(input);
+    FormatDate(OleDate::FromDays(45000.5), input);
+}
+
+/// A template on the first line, and the document that fills it behind.
+void RunFieldMap(TextView input) {
+    const std::size_t end = input.find('\n');
+    const TextView document = end == TextView::npos ? TextView() : input.substr(end + 1);
+    ExpandTemplate(input.substr(0, end), [document](TextView name) -> std::optional<Text> {
+        const auto element = FindXmlElement(document, name, XmlNames::IgnoreCase);
+        return element ? std::optional<Text>(element->inner) : std::nullopt;
+    });
+}
+
+void RunFiles(TextView input) {
+    for (const auto format : {MessageFormat::TorvexConfirmationFile, MessageFormat::NordkeepFile}) {
+        for (std::size_t at = 0; at < input.size();) {
+            const FileStep step = NextFileStep(input, at, FileFormOf(format)->decode, 1, {});
+            if (step.next <= at || step.next > input.size()) std::abort();
+            at = step.next;
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<FuzzTarget> FileTargets() {
+    return {
+        {"ini", &RunIni, {"[General]\r\nKey=value\r\n; remark\r\n[Other]\r\nA=\"b\"\r\n"}},
+        {"event", &RunEventFile, {EventBytes(cAlarm{.m_AlarmCode = "1234", .m_IdCode = "12"}, 0, 3)}},
+        {"language", &RunLanguage, {"0=English\r\n1=One=two\r\n"}},
+        {"dates", &RunDates, {"20240510070809", "2024-05-10 07:08:09", "YYYY-MM-DD \"x\" \\y HH:MM"}},
+        {"fieldmap",
+         &RunFieldMap,
+         {"[A:1-2][CU:x][B::10][65][R:a:b][C]\n<A>abcd</A><B>y</b>",
+          "[ReplaceAll]\n<ReplaceAll>x</ReplaceAll>"}},
+        {"files",
+         &RunFiles,
+         {"0|2024-05-17|13:45:00|10000101||7|1|Text|Me\r\n", "0|||0701|a|b|c|d|e\r\n\r\nrubbish\n"}},
+    };
+}
+
+}  // namespace nordkeep

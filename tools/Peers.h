@@ -1,0 +1,28 @@
+#pragma once
+
+#include "tools/Sender.h"
+
+namespace nordkeep::tools {
+
+/// Plays the other end of a line that does not carry telegrams. The result is the program's exit status: 0
+/// when everything has been taken.
+using Play = int (*)(const SendOptions& options);
+
+/// Writes files for a collecting port, target file:PATH, and waits until they have been collected.
+int DropFiles(const SendOptions& options);
+/// Hands mails over, target smtp:HOST:PORT.
+int SendMails(const SendOptions& options);
+/// Answers a port that polls, target listen:PORT, until it has confirmed every event.
+int AnswerPolls(const SendOptions& options);
+/// Is the modem of a port, target pty, until every message has been deleted.
+int ActAsModem(const SendOptions& options);
+
+/// The play of a format; none for one that is sent as telegrams.
+Play FindPlay(const std::string& format);
+
+/// What a target says behind "kind:"; false when it is none of that kind.
+bool TakeTarget(const SendOptions& options, const std::string& kind, std::string& rest);
+/// Tells what went wrong; 2.
+int Complain(const std::string& what);
+
+}  // namespace nordkeep::tools

@@ -1,0 +1,20 @@
+#include "translation/AliveTestReset.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr TextView kResetByClient = "reset by client";
+
+}  // namespace
+
+void AliveTestReset::Reset(cTranslate& set, cIDCode& object, OleDate now) const {
+    for (const int test : {1, 2}) {
+        needs_.timers.Restart(object, test, now, kResetByClient);
+        object.FailedFlag(test) = false;
+    }
+    needs_.views.UpdateObjectTreeEntry(set, object);
+    needs_.views.RecalcAliveTestView();
+    needs_.replica.SendAliveTestReset(set, object);
+}
+
+}  // namespace nordkeep
