@@ -2,8 +2,7 @@
 
 #include "network/ClientReplica.h"
 #include "platform/Clock.h"
-#include "translation/AliveTestTimers.h"
-#include "translation/ObjectViews.h"
+#include "translation/AliveTestReset.h"
 #include "translation/ServicePeriods.h"
 
 namespace nordkeep {
@@ -14,9 +13,7 @@ class ObjectCommands {
  public:
     struct Needs {
         ServicePeriods& periods;
-        const AliveTestTimers& timers;
-        ObjectViews& views;
-        ObjectReplica& replica;
+        const AliveTestReset& resets;
         const Clock& clock;
         ClientReplica* server = nullptr;  // only on a client
     };
