@@ -35,7 +35,8 @@ class AlarmCommands {
     void ArchiveSelected(std::span<const Text> rowKeys);
 
  private:
-    bool Asks(int text, Answer byDefault, const Text& behind = {}) const;
+    /// `behind`: a further line of the question.
+    bool Asks(int text, Answer byDefault = Answer::No, const Text& behind = {}) const;
     cAlarm* RecordOf(const Text& rowKey) const;
     void End(cAlarm& alarm);
 
