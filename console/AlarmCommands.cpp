@@ -53,7 +53,7 @@ void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
 }
 
 void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
-    if (!Asks(kTextArchiveSelected)) return;
+    if (!Asks(kTextArchiveSelected, Answer::No)) return;
     for (const Text& key : rowKeys) {
         cAlarm* alarm = RecordOf(key);
         if (!alarm) continue;

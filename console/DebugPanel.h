@@ -70,7 +70,7 @@ class DebugPanel {
 
     /// To be told of the bytes of every port, named by its description.
     void NoteTraffic(TextView bytes, TrafficDirection direction, TextView port);
-    /// To be called on each tick of the display's timer.
+    /// To be called on each tick of the display's timer, beside that of the window.
     void Tick(int elapsedMs);
     /// The name of the port whose bytes are shown but not decoded; empty for none.
     Text MutedPort() const;

@@ -20,7 +20,11 @@ int PlaceOf(const std::vector<int>& fields, TextView name) {
 
 AlarmColumns LoadAlarmColumns(const Settings& files, TextView section) {
     AlarmColumns columns;
-    columns.fields = ParseColumns(files.ReadIni(section, "Columns", DefaultColumns()));
+    Text names;
+    for (const Text& name : Split(files.ReadIni(section, "Columns", DefaultColumns()), ',')) {
+        names.append(TrimBlanksAndTabs(name)).append(1, ',');
+    }
+    columns.fields = ParseColumns(names);
     columns.priorityColumn = PlaceOf(columns.fields, "TRPRIO");
     if (columns.priorityColumn < 0) columns.priorityColumn = PlaceOf(columns.fields, "PRIO");
     columns.doubleClickShowsMap = IsTrue(files.ReadIni(section, "DoubleClickShowsMap", "0"));

@@ -277,7 +277,7 @@ ViewState MainBox::StateToSave() const {
 void MainBox::Tick(int elapsedMs) {
     needs_.lists.Flush();
     needs_.sysLog.Flush();
-    needs_.debug.Tick(elapsedMs);
+    needs_.debug.List().Flush();
     sinceGlyphsMs_ += elapsedMs;
     ShowChangedObjects();
     ShowWhatIsPending();

@@ -16,7 +16,7 @@ struct Folding {
     TextView sorted;
 };
 constexpr Folding kFoldings[] = {
-    {'\xC5', "Z\x01"}, {'\xC4', "Z\x02"}, {'\xC6', "Z\x02"}, {'\xD6', "Z\x03"}, {'\xD8', "Z\x03"},
+    {'\xC5', "[1"}, {'\xC4', "[2"}, {'\xC6', "[2"}, {'\xD6', "[3"}, {'\xD8', "[3"},
     {'\xC0', "A"},     {'\xC1', "A"},     {'\xC2', "A"},     {'\xC3', "A"},     {'\xC7', "C"},
     {'\xC8', "E"},     {'\xC9', "E"},     {'\xCA', "E"},     {'\xCB', "E"},     {'\xCC', "I"},
     {'\xCD', "I"},     {'\xCE', "I"},     {'\xCF', "I"},     {'\xD1', "N"},     {'\xD2', "O"},
@@ -24,12 +24,19 @@ constexpr Folding kFoldings[] = {
     {'\xDB', "U"},     {'\xDC', "U"},     {'\xDD', "Y"},     {'\xDF', "SS"},
 };
 
+/// Signs sort before digits, and these before letters.
+Text PlainKey(char character) {
+    const char upper = UpperCase(character);
+    const bool isLetter = (upper >= 'A' && upper <= 'Z') || static_cast<unsigned char>(upper) >= 0xC0;
+    return isLetter ? Text(1, upper) : Text(1, '\x01') + upper;
+}
+
 using FoldingTable = std::array<Text, 256>;
 
 FoldingTable MakeTable() {
     FoldingTable table;
     for (int code = 0; code < 256; ++code) {
-        table[static_cast<std::size_t>(code)] = Text(1, UpperCase(static_cast<char>(code)));
+        table[static_cast<std::size_t>(code)] = PlainKey(static_cast<char>(code));
     }
     for (const Folding& folding : kFoldings) {
         table[static_cast<unsigned char>(folding.upper)] = Text(folding.sorted);

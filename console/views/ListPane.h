@@ -30,6 +30,7 @@ class ListPane final : public QTableView {
     /// Points; 0 is the font's own size.
     void SetFontSize(int points);
 
+    RowModel& Rows() const { return rows_.Rows(); }
     std::vector<Text> SelectedKeys() const;
     Text CurrentKey() const;
     /// Selects rows without telling.

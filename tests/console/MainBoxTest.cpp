@@ -1,0 +1,519 @@
+#include "tests/console/MainBoxWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace nordkeep {
+namespace {
+
+/// Writes down what the model wants to be shown.
+class RecordingScreen final : public MainBoxScreen {
+ public:
+    void ShowState() override { ++states; }
+    void ShowSelection(Tab) override {}
+    void Reveal(Tab, const Text& key) override { revealed += key + ";"; }
+    void PopUp() override { ++popUps; }
+    int states = 0;
+    int popUps = 0;
+    Text revealed{};
+};
+
+class MainBoxTest : public ::testing::Test {
+ protected:
+    void Start(const Text& general = {}, Role role = Role::StandAlone) {
+        world.around.rights.role = role;
+        world.WriteGeneral(general + "ShowIdCodes=1\r\nShowDataCodes=1\r\n",
+                           "[ListView_Unacked]\r\nColumns=TRTYPECODE,CUSTOMER\r\n");
+        world.Start(role);
+    }
+    bool IsOn(Command command) {
+        world.Box().SurroundingsChanged();
+        return world.Box().StateOf(command).isEnabled;
+    }
+    void SelectObject(const Text& key) {
+        world.Box().SelectNode(world.Box().Tree().At(1).children.front());
+        world.Box().ShowTab(Tab::IdCodes);
+        world.Box().Select(Tab::IdCodes, {key}, key);
+    }
+
+    MainBoxWorld world{};
+};
+
+TEST(Commands, AreEnabledByTheirOwnRuleAndTheRight) {
+    CommandInputs all;
+    all.checked = {.ShowIdCodes = true};
+    all.unackedRows = 1;
+    all.isUnackedSelected = all.isAckedSelected = all.hasCurrentAlarm = all.hasMap = true;
+    all.isSetSelected = all.isObjectSelected = all.isSounding = all.hasGoogolPort = true;
+    struct Row {
+        const char* what;
+        std::function<void(CommandInputs&)> change;
+        std::set<Command> toolBar;
+    };
+    using C = Command;
+    const std::set<C> always = {C::SoundStop, C::ShowLast, C::Update, C::ShowMap};
+    const auto with = [&](std::set<C> more) {
+        more.insert(always.begin(), always.end());
+        return more;
+    };
+    const std::set<C> unacked = with({C::CloseAll, C::CloseAlarm, C::PrintSelected, C::ShowComments});
+    const Row rows[] = {
+        {"new alarms", [](auto&) {}, unacked},
+        {"last row gone", [](auto& in) { in.unackedRows = 0, in.isUnackedSelected = false; }, always},
+        {"nothing selected", [](auto& in) { in.isUnackedSelected = false; }, with({C::CloseAll})},
+        {"old alarms", [](auto& in) { in.tab = Tab::Acked; }, with({C::PrintSelected, C::ShowComments})},
+        {"no list button on the debug page", [](auto& in) { in.tab = Tab::Debug; }, always},
+        {"objects", [](auto& in) { in.tab = Tab::IdCodes; },
+         with({C::ShowComments, C::EditIDCodes, C::SetService})},
+        {"types", [](auto& in) { in.tab = Tab::Types; }, with({C::EditTypes})},
+        {"quiet",
+         [](auto& in) { in.isSounding = false, in.hasMap = false, in.tab = Tab::Debug; },
+         {C::ShowLast, C::Update}},
+        {"nobody at a client",
+         [](auto& in) {
+             in.rights = {Role::Client, 0};
+         },
+         {C::SoundStop}},
+        {"operator at a client",
+         [](auto& in) {
+             in.rights = {Role::Client, 1};
+         },
+         unacked},
+        {"operator without editors",
+         [](auto& in) {
+             in.rights = {Role::Client, 1}, in.tab = Tab::Types;
+         },
+         always},
+        {"editor",
+         [](auto& in) {
+             in.rights = {Role::Client, 3}, in.tab = Tab::Types;
+         },
+         with({C::EditTypes})},
+        {"no contact",
+         [](auto& in) {
+             in.rights = {Role::Client, 3, true};
+         },
+         with({C::PrintSelected, C::ShowComments})},
+    };
+    for (const Row& row : rows) {
+        CommandInputs inputs = all;
+        row.change(inputs);
+        const CommandStates states = CalcCommands(inputs);
+        for (int number = 0; number < kToolBarButtons; ++number) {
+            const auto command = static_cast<Command>(number);
+            EXPECT_EQ(states[static_cast<std::size_t>(number)].isEnabled, row.toolBar.contains(command))
+                << row.what << ", button " << number;
+        }
+        EXPECT_TRUE(states[static_cast<std::size_t>(C::FileSoundStop)].isEnabled) << "silence is for anybody";
+    }
+}
+
+TEST(Commands, LoginIsForClientsAndPressedButtonsNeedBothItems) {
+    CommandInputs inputs;
+    const auto state = [&](Command command) {
+        return CalcCommands(inputs)[static_cast<std::size_t>(command)];
+    };
+    EXPECT_FALSE(state(Command::FileLogin).isVisible);
+    EXPECT_FALSE(state(Command::SimAlarm).isVisible);
+    inputs.rights = {Role::Client, 0};
+    EXPECT_TRUE(state(Command::FileLogin).isEnabled);
+    EXPECT_FALSE(state(Command::FileLogout).isEnabled);
+    inputs.checked.AlwaysShowLastAlarm = true;
+    EXPECT_FALSE(state(Command::ShowLast).isChecked);
+    inputs.checked.ShowTabAutomatic = true;
+    EXPECT_TRUE(state(Command::ShowLast).isChecked);
+}
+
+TEST(Commands, HaveUniqueKeysAndMnemonics) {
+    std::set<Text> keys;
+    for (int number = 0; number < kCommandCount; ++number) {
+        const Text key = KeysOf(static_cast<Command>(number));
+        EXPECT_TRUE(key.empty() || keys.insert(key).second) << key;
+    }
+    MainBoxWorld world;
+    for (const char* language : {"044", "046"}) {
+        world.UseLanguage(language);
+        const Captions captions(world.language);
+        const auto unique = [&](const std::vector<int>& numbers) {
+            std::set<char> letters;
+            for (const int number : numbers) {
+                const Text caption = captions(number);
+                const std::size_t mark = caption.find('&');
+                if (mark == Text::npos || mark + 1 == caption.size()) continue;
+                EXPECT_TRUE(letters.insert(UpperCase(caption[mark + 1])).second)
+                    << language << " " << caption;
+            }
+        };
+        std::vector<int> tops;
+        for (const MenuRow& menu : MainMenus()) {
+            tops.push_back(menu.caption);
+            std::vector<int> items;
+            for (const int item : menu.items) {
+                if (item == kMenuMaps) items.push_back(3047);
+                if (item >= 0) items.push_back(CaptionOf(static_cast<Command>(item)));
+            }
+            unique(items);
+        }
+        unique(tops);
+    }
+}
+
+TEST(Tabs, APageThatGoesGivesWayToTheFirst) {
+    ViewState checked{.ShowSysLog = true, .ShowDebug = true};
+    EXPECT_EQ(CalcVisibility(checked, {}, Tab::Debug).current, Tab::Debug);
+    const TabStates floating = CalcVisibility(checked, {.sysLog = false, .debug = true}, Tab::Debug);
+    EXPECT_EQ(floating.current, Tab::Unacked);
+    EXPECT_TRUE(floating.isDebugWindow);
+    EXPECT_FALSE(floating.isVisible[static_cast<std::size_t>(Tab::Debug)]);
+    checked.ShowSysLog = false;
+    EXPECT_EQ(CalcVisibility(checked, {}, Tab::SysLog).current, Tab::Unacked);
+    EXPECT_EQ(CalcVisibility({}, {}, Tab::Acked).current, Tab::Acked);
+}
+
+TEST_F(MainBoxTest, ANewAlarmIsShownAsTheOperatorWantsIt) {
+    struct Row {
+        bool showLast, tabAutomatic, isSelected, isFiltered;
+        int status;
+        bool becomesSelected, isRevealed, turnsTab;
+    };
+    for (const Row& row : {Row{false, false, false, false, 0, true, true, false},
+                           Row{false, false, true, false, 0, false, false, false},
+                           Row{false, false, false, true, 0, false, false, false},
+                           Row{true, false, true, false, 0, false, true, false},
+                           Row{false, true, true, false, 0, false, false, true},
+                           Row{true, true, true, false, 3, true, true, true},
+                           Row{true, true, false, false, 5, false, false, false}}) {
+        Start(Text("AlwaysShowLastAlarm=") + (row.showLast ? "1" : "0") +
+              "\r\nShowTabAutomatic=" + (row.tabAutomatic ? "1" : "0") + "\r\n");
+        RecordingScreen screen;
+        world.Box().SetScreen(&screen);
+        cAlarm& known = world.Raise("known");
+        world.Tick();
+        if (row.isSelected) world.Click(Tab::Unacked, known);
+        if (row.isFiltered) world.Box().SetFilter(Tab::Unacked, "o");
+        world.Box().ShowTab(Tab::Acked);
+        cAlarm& alarm = world.Raise("no", row.status);
+        world.Box().OfferNewAlarm(alarm);
+        world.Tick();
+        const bool isSelected = world.Box().CurrentKey(Tab::Unacked) == RowKey(alarm);
+        EXPECT_EQ(isSelected, row.becomesSelected) << row.showLast << row.tabAutomatic << row.isSelected;
+        EXPECT_EQ(screen.revealed == RowKey(alarm) + ";", row.isRevealed);
+        EXPECT_EQ(world.Box().Tabs().current == Tab::Unacked, row.turnsTab);
+        world.Box().SetScreen(nullptr);
+    }
+}
+
+TEST_F(MainBoxTest, ASecondSelectedRowOpensNoSheet) {
+    Start();
+    cAlarm& first = world.Raise();
+    cAlarm& second = world.Raise();
+    world.Tick();
+    const Text a = RowKey(first);
+    const Text b = RowKey(second);
+    world.Box().LaunchCommentOrMap(Tab::Unacked);
+    world.Box().Select(Tab::Unacked, {a, b}, a);
+    world.Box().LaunchCommentOrMap(Tab::Unacked);
+    EXPECT_EQ(world.windows.calls, "");
+    world.Click(Tab::Unacked, second);
+    world.Box().Activate(Tab::Unacked);
+    EXPECT_EQ(world.windows.calls, "sheet " + std::to_string(second.m_FilePointer) + ";");
+    world.windows.calls.clear();
+    world.running->store.Forget(second);
+    world.Box().Activate(Tab::Unacked);
+    EXPECT_EQ(world.windows.calls, "") << "its record has gone";
+}
+
+TEST_F(MainBoxTest, ADoubleClickShowsTheMapWhereTheListWantsIt) {
+    for (const bool wantsMap : {false, true}) {
+        world.WriteGeneral(
+            "", Text("[ListView_Unacked]\r\nDoubleClickShowsMap=") + (wantsMap ? "1" : "0") + "\r\n");
+        world.Start();
+        world.windows.calls.clear();
+        cAlarm& alarm = world.Raise();
+        alarm.m_TranslatedMapName = "Town.png/1/2";
+        world.Tick();
+        world.Click(Tab::Unacked, alarm);
+        world.Box().Activate(Tab::Unacked);
+        EXPECT_EQ(world.windows.calls.starts_with("map Town.png/1/2"), wantsMap);
+        alarm.m_TranslatedMapName.clear();
+        world.windows.calls.clear();
+        world.Box().Activate(Tab::Unacked);
+        EXPECT_TRUE(world.windows.calls.starts_with("sheet"));
+    }
+}
+
+TEST_F(MainBoxTest, NobodyAtAClientOpensNothing) {
+    Start({}, Role::Client);
+    cAlarm& alarm = world.Raise();
+    world.Tick();
+    world.Click(Tab::Unacked, alarm);
+    EXPECT_FALSE(world.Box().MayShowPopup());
+    world.Box().Activate(Tab::Unacked);
+    world.Box().Run(Command::CloseAlarm);
+    world.Box().Run(Command::PopupComments);
+    EXPECT_EQ(world.windows.calls, "");
+    EXPECT_TRUE(world.dialogs.questions.empty());
+    EXPECT_EQ(world.Box().AlarmInfo().substr(0, 4), "Fire") << "it may be read";
+}
+
+TEST_F(MainBoxTest, ArchivingOnAClientTakesTheRowAndKeepsTheRecord) {
+    Start({}, Role::Client);
+    world.around.rights.level = 1;
+    cAlarm& alarm = world.Raise("Fire", kStatusAcknowledged);
+    world.Box().ShowTab(Tab::Acked);
+    world.Tick();
+    world.Click(Tab::Acked, alarm);
+    world.dialogs.answers = {true};
+    world.Box().Run(Command::PopupArchive);
+    world.Tick();
+    EXPECT_EQ(world.running->lists.AckedCount(), 0u);
+    EXPECT_EQ(alarm.m_Status, kStatusRemoved);
+    EXPECT_EQ(world.running->store.FindAlarmByKey(alarm.m_FilePointer), &alarm);
+    world.SetStatus(alarm, kStatusRemoved);
+    EXPECT_EQ(world.running->lists.AckedCount(), 0u) << "the server's echo brings nothing back";
+    EXPECT_FALSE(IsOn(Command::PopupArchive));
+}
+
+TEST_F(MainBoxTest, AQuestionThatOutlivesItsAlarmChangesNothing) {
+    Start();
+    cAlarm& alarm = world.Raise();
+    world.Tick();
+    world.Click(Tab::Unacked, alarm);
+    world.dialogs.answers = {true};
+    const std::int32_t number = alarm.m_FilePointer;
+    world.running->store.Forget(alarm);
+    world.Box().Run(Command::CloseAlarm);
+    EXPECT_EQ(world.running->store.FindAlarmByKey(number), nullptr);
+    EXPECT_EQ(world.running->lists.UnackedCount() + world.running->lists.AckedCount(), 0u);
+}
+
+TEST_F(MainBoxTest, CopiesTheSelectedRowsInTheOrderOfTheList) {
+    Start("AlarmCopyDelimiter=300\r\n");
+    cAlarm& first = world.Raise("B");
+    cAlarm& second = world.Raise("A\tA");
+    world.Tick();
+    world.Box().Select(Tab::Unacked, {RowKey(second), RowKey(first)}, RowKey(second));
+    EXPECT_EQ(world.Box().CopyText(Tab::Unacked), "B\tTown council\r\nA A\tTown council\r\n");
+    EXPECT_EQ(world.Box().CopyText(Tab::SysLog), "");
+}
+
+TEST_F(MainBoxTest, PrintsTheSelectedRowsOrAll) {
+    Start();
+    cAlarm& alarm = world.Raise();
+    world.Raise();
+    world.Tick();
+    world.Box().Run(Command::PrintSelected);
+    world.Box().Run(Command::FilePrint);
+    world.Click(Tab::Unacked, alarm);
+    world.Box().Run(Command::PrintSelected);
+    EXPECT_EQ(world.effects, "print 2;print 1;");
+}
+
+TEST_F(MainBoxTest, TheTreeKeepsSelectionAndShapeOverAReload) {
+    Start();
+    PortTree& tree = world.Box().Tree();
+    const std::vector<PortTreeNode> nodes = {{0, "zebra"}, {1, "SIA"}, {2, "Town"}, {0, "\\Alpha"},
+                                             {1, "SIA"},   {2, "b"},   {2, "A"},    {2, "Town"}};
+    world.Box().ShowTree(nodes);
+    EXPECT_EQ(tree.At(tree.Roots()[0]).text, "\\Alpha") << "sorted, and a text may begin with a backslash";
+    const PortTree::Node& sia = tree.At(tree.At(tree.Roots()[0]).children[0]);
+    EXPECT_EQ(tree.At(sia.children[0]).text, "A");
+    world.Box().SelectNode(sia.children[2]);
+    tree.SetExpanded(tree.Roots()[1], false);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 3);
+    world.Box().ForgetTree();
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 0);
+    world.Box().ShowTree(nodes);
+    ASSERT_EQ(tree.SelectedSet(), "Town");
+    EXPECT_EQ(tree.At(tree.At(tree.At(tree.Selected()).parent).parent).text, "\\Alpha");
+    EXPECT_FALSE(tree.IsExpanded(tree.Roots()[1]));
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 3);
+    world.Box().ShowTree({{2, "no parent"}, {0, "p"}, {2, "no protocol"}, {7, "?"}});
+    EXPECT_EQ(tree.Count(), 1);
+    world.Box().SelectNode(0);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 0) << "a port stands for no set";
+}
+
+TEST_F(MainBoxTest, TreeAndObjectsShowTheWorstButNotWhatIsInService) {
+    Start("ViewAliveTestStatusInTree=1\r\n");
+    cTranslate& set = *world.running->translations.Find("Town");
+    SelectObject("1001");
+    RowModel& objects = *world.Box().ListOf(Tab::IdCodes);
+    const auto glyphs = [&] {
+        for (int i = 0; i < 5; ++i) world.Tick();
+        const PortTree& tree = world.Box().Tree();
+        return std::pair{tree.At(tree.Roots()[0]).glyph, objects.Icon(0)};
+    };
+    EXPECT_EQ(glyphs(), std::pair(Glyph::TreeAlive, Glyph::ObjectInUse));
+    EXPECT_EQ(objects.Icon(1), Glyph::None) << "an object without a schedule";
+    set.m_IdCodes[0]->m_AliveTestIntervalHasExceeded = true;
+    world.running->marks.UpdateObjectTreeEntry(set, *set.m_IdCodes[0]);
+    EXPECT_EQ(glyphs(), std::pair(Glyph::TreeFailed, Glyph::ObjectFailed));
+    world.Box().Run(Command::ServiceLogOnly, 0);
+    EXPECT_EQ(glyphs(), std::pair(Glyph::TreePlain, Glyph::ObjectInService));
+    world.Box().Run(Command::ServiceInUse);
+    EXPECT_EQ(glyphs(), std::pair(Glyph::TreeAlive, Glyph::ObjectInUse)) << "a change clears the failures";
+    set.m_IdCodes[0]->m_ServiceMode = 2;
+    set.m_IdCodes[0]->m_ServicePeriodBegin = world.time.Now().PlusMinutes(1);
+    set.m_IdCodes[0]->m_ServicePeriodEnd = world.time.Now().PlusMinutes(2);
+    EXPECT_EQ(objects.Icon(0), Glyph::ObjectServicePlanned);
+}
+
+TEST_F(MainBoxTest, TheMenuOfAnObjectHasTheLengthsThatAreLengths) {
+    for (const auto& [intervals, items] :
+         {std::pair{"30,60", "0 1 2 "}, {"30,,60", "0 1 3 "}, {"abc", "0 "}, {"-5,15", "0 2 "}, {"", "0 "}}) {
+        Text numbers;
+        for (const auto& item : LogOnlyItems(Captions(world.language), intervals)) {
+            numbers += std::to_string(item.item) + " ";
+        }
+        EXPECT_EQ(numbers, items) << intervals;
+    }
+    Start("ServiceIntervals=30,,60\r\n");
+    world.folder.Write("Information\\Town\\1001.TXT", "x");
+    world.folder.Write("Information\\Town\\1001\\05.txt", "x");
+    SelectObject("1001");
+    const ObjectMenu menu = world.Box().MenuOfObject();
+    EXPECT_EQ(menu.service, "Service: In use");
+    EXPECT_EQ(menu.edit, "Edit object information... *");
+    const auto types = world.Box().TypeCodeItems();
+    ASSERT_EQ(types.size(), 3u);
+    EXPECT_EQ(types[0].caption, "01 Fire");
+    EXPECT_EQ(types[2].caption, "05 Burglary *");
+    world.Box().Run(Command::ServiceLogOnly, 3);
+    const cIDCode& object = *world.running->translations.Find("Town")->m_IdCodes[0];
+    EXPECT_EQ(object.m_ServicePeriodEnd, world.time.Now().PlusMinutes(60));
+    world.Box().Run(Command::TypeCodeEdit, 2);
+    world.Box().Run(Command::DataCodeEdit, 1);
+    world.Box().Run(Command::TypeCodeEdit, 9);
+    EXPECT_EQ(world.effects, "edit Information\\Town\\1001\\05.TXT;edit Information\\Town\\1001\\BR.TXT;");
+}
+
+TEST_F(MainBoxTest, ListsOfASetSurviveItsReload) {
+    Start();
+    SelectObject("1002");
+    EXPECT_EQ(world.Box().ListOf(Tab::Types)->Cell(0, 2), "Fire");
+    world.Box().ShowTab(Tab::DataCodes);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->Cell(1, 0), "1002 Shop");
+    world.folder.Write("Settings\\Town.IDCode", "FORMAT=1,4,0,0,5,2\r\n1009;Kiosk;\r\n");
+    world.running->translations.ReloadAllTranslations(false, std::vector<PortBinding*>{&world.port});
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->Cell(1, 0), "") << "before the tick: no object, no crash";
+    world.Tick();
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 1);
+    EXPECT_FALSE(world.Box().StateOf(Command::SetService).isEnabled);
+    world.Box().Run(Command::ServiceInUse);
+    EXPECT_EQ(world.Box().MenuOfObject().service, "");
+}
+
+TEST_F(MainBoxTest, TellsItsStateInTitleTrayAndBanners) {
+    Start({}, Role::Client);
+    world.around.server = "central";
+    world.around.rights.level = 1;
+    world.around.fullName = "Anna %1 Karlsson";
+    world.Raise();
+    world.Tick();
+    EXPECT_EQ(world.Box().Title(), "Nordkeep - central - Anna %1 Karlsson");
+    EXPECT_EQ(world.Box().Status().user, "Logged in: Anna %1 Karlsson");
+    EXPECT_EQ(world.Box().TrayIcon(), (Tray{TrayState::NewAlarms, 1}));
+    EXPECT_TRUE(world.Box().Banners().empty());
+    world.around.rights.isConnectionLost = true;
+    world.Tick();
+    EXPECT_TRUE(world.Box().Title().ends_with(" - DISCONNECTED !"));
+    EXPECT_EQ(world.Box().TrayIcon().state, TrayState::NoContact);
+    ASSERT_EQ(world.Box().Banners().size(), 1u);
+    EXPECT_EQ(world.Box().Banners()[0].weight, Banner::Weight::Alarm);
+    const Captions captions(world.language);
+    EXPECT_EQ(TitleOf(captions, {.rights = {Role::Server}, .clients = 3}),
+              "Nordkeep - Server, 3 clients connected");
+    const OleDate then = world.time.Now();
+    for (const auto& [seconds, text] : {std::pair{59, "59 s"},
+                                        {60, "1:00"},
+                                        {3599, "59:59"},
+                                        {3600, "1:00:00"},
+                                        {90000, "1 d 01:00"},
+                                        {-5, "0 s"}}) {
+        EXPECT_EQ(AgeText(then, then.PlusSeconds(seconds)), text);
+    }
+}
+
+TEST_F(MainBoxTest, MutesOnlyTheChosenPortAndForATime) {
+    Start();
+    DebugPanel& debug = world.Box().Debug();
+    debug.Choose(1);
+    debug.IgnoreResponse(true);
+    EXPECT_EQ(debug.MutedPort(), "Port2");
+    EXPECT_EQ(debug.MutedSeconds(), 60);
+    EXPECT_EQ(world.Box().Banners().size(), 1u);
+    for (int i = 0; i < 220; ++i) debug.Tick(250);
+    debug.Send("<STX>A<13><nn<3>");
+    EXPECT_EQ(world.sent,
+              "Port2:\x02"
+              "A\r<nn\x03");
+    EXPECT_EQ(debug.MutedSeconds(), 10) << "a message prolongs what is left";
+    for (int i = 0; i < 40; ++i) debug.Tick(250);
+    EXPECT_EQ(debug.MutedPort(), "");
+    debug.IgnoreResponse(true);
+    debug.Choose(0);
+    EXPECT_FALSE(debug.IsIgnoringResponse()) << "another port is heard";
+    world.Tick();
+    EXPECT_EQ(world.running->sysLog.RowCount(), 4) << "each begin and end is logged";
+}
+
+TEST_F(MainBoxTest, ShowsTheBytesOfWatchedPortsOnly) {
+    Start("DebugViewSize=3\r\n");
+    DebugPanel& debug = world.Box().Debug();
+    debug.Watch(0, true);
+    debug.NoteTraffic(
+        "\x02"
+        "A",
+        TrafficDirection::Received, "Receiver");
+    debug.NoteTraffic("B", TrafficDirection::Received, "Second");
+    debug.SetHex(true);
+    debug.NoteTraffic("C", TrafficDirection::Sent, "Receiver");
+    world.Tick();
+    ASSERT_EQ(debug.List().RowCount(), 2);
+    EXPECT_EQ(debug.List().Cell(0, 0), "07:08:09 Receiver <- <STX>A");
+    EXPECT_EQ(debug.List().Cell(1, 0), "07:08:09 Receiver -> 43 ");
+    for (int i = 0; i < 10; ++i) debug.NoteTraffic("D", TrafficDirection::Sent, "Receiver");
+    world.Tick();
+    EXPECT_EQ(debug.List().RowCount(), 3);
+    EXPECT_TRUE(debug.Save());
+    EXPECT_TRUE(world.folder.Read("Data\\Debug.TXT").starts_with("Nordkeep Debug File, version "));
+}
+
+TEST_F(MainBoxTest, TheSystemLogIsAWindowOnItsEnd) {
+    Start("LogViewSize=4\r\n");
+    SysLogList& log = world.running->sysLog;
+    world.running->log.WriteSysLog("one\r\ntwo", LogKind::Failure);
+    world.Tick();
+    ASSERT_EQ(log.RowCount(), 2);
+    EXPECT_EQ(log.Cell(1, 0) + log.Cell(1, 2), "two") << "a second line has no time";
+    EXPECT_EQ(log.Icon(0), Glyph::LogFailure);
+    EXPECT_EQ(log.Icon(1), Glyph::None);
+    const Text second = log.KeyOf(1);
+    for (int i = 0; i < 3; ++i) world.running->log.WriteSysLog("x", LogKind::Information);
+    world.Tick();
+    EXPECT_EQ(log.RowCount(), 4);
+    EXPECT_EQ(log.RowOf(second), 0) << "a row keeps its key while others go";
+    for (int i = 0; i < 30; ++i) world.running->log.WriteSysLog(std::to_string(i), LogKind::Information);
+    world.Tick();
+    EXPECT_EQ(log.RowOf(second), -1);
+    EXPECT_EQ(log.Cell(0, 2), "26");
+    EXPECT_EQ(log.RowOf(log.KeyOf(3)), 3);
+}
+
+TEST_F(MainBoxTest, KeepsWhatIsCheckedForTheNextStart) {
+    Start("ShowIdCodes=1\r\n");
+    world.Box().Run(Command::ShowSysLog);
+    world.Box().Run(Command::ShowIdCodes);
+    world.Box().Run(Command::ShowLast);
+    world.Box().Debug().SetHex(true);
+    SaveViewState(world.running->files, world.Box().StateToSave());
+    const ViewState read = LoadSettings(world.running->files, ViewStateRows());
+    EXPECT_TRUE(read.ShowSysLog && read.AlwaysShowLastAlarm && read.ShowTabAutomatic &&
+                read.Check_Debug_HexCode);
+    EXPECT_FALSE(read.ShowIdCodes || read.ShowDebug);
+}
+
+}  // namespace
+}  // namespace nordkeep
