@@ -141,7 +141,8 @@ struct AllWindows : LanguageWorld {
     NoObjectReplica objectReplica{};
     ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
     PeriodBox period{{.translations = translations,
-                      .periods = periods,
+                      .setService = [this](cTranslate& set, cIDCode& object,
+                                           const ServicePeriod& chosen) { periods.Set(set, object, chosen); },
                       .captions = captions,
                       .clock = time,
                       .rights = [this] { return rights; }}};
