@@ -138,11 +138,8 @@ struct AllWindows : LanguageWorld {
                             .reconnectNow = [] {},
                             .endProgram = [] {}}};
     ReconnectDialog reconnectDialog{reconnect, language};
-    NoObjectReplica objectReplica{};
-    ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
     PeriodBox period{{.translations = translations,
-                      .setService = [this](cTranslate& set, cIDCode& object,
-                                           const ServicePeriod& chosen) { periods.Set(set, object, chosen); },
+                      .setService = [](cTranslate&, cIDCode&, const ServicePeriod&) {},
                       .captions = captions,
                       .clock = time,
                       .rights = [this] { return rights; }}};
