@@ -93,7 +93,7 @@ MapWindow::MapWindow(MapBox& map, const Captions& captions, QWidget* parent) : Q
     layout->addWidget(scroll_, 1);
     layout->addWidget(failure_, 1);
     layout->addLayout(NewButtons(captions));
-    resize(900, 680);
+    resize(720, 560);
 }
 
 QLayout* MapWindow::NewButtons(const Captions& captions) {
@@ -114,6 +114,8 @@ QLayout* MapWindow::NewButtons(const Captions& captions) {
 void MapWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(map_.Title()));
     if (shownGeneration_ != map_.Generation()) LoadPicture();
+    // Beside the sheet, which often opens with it.
+    PutRight(*this, Qt::TopEdge);
     BringToFront(*this, by == OpenedBy::Operator);
     Refresh();
     FindAlarmCenter();

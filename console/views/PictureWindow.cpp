@@ -16,11 +16,13 @@ PictureWindow::PictureWindow(AlarmPicture& picture, const Captions& captions, QW
     : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint), picture_(picture) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(PlainCaption(captions, kCaptionTitle));
-    resize(560, 420);
+    resize(480, 360);
 }
 
 void PictureWindow::Show(OpenedBy) {
     Refresh();
+    // Where it hides neither menus nor buttons nor the upper rows of a list.
+    PutRight(*this, Qt::BottomEdge);
     BringToFront(*this, false);
 }
 
