@@ -51,7 +51,7 @@ void ListPane::SetUpHeaders() {
     header->setTextElideMode(Qt::ElideRight);
     connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
         rows_.Rows().ClickHeading(section - 1);
-        ShowSorting();
+        Reveal(CurrentKey());
     });
     connect(header, &QHeaderView::sectionResized, this, [this] {
         if (!isSettingWidths_) widthTimer_.start();
@@ -213,6 +213,7 @@ void ListPane::RoundEnds() {
     isInRound_ = false;
     if (wasReset_) {
         if (widthTimer_.isActive()) SaveWidths();
+        ShowSorting();
         SelectKeys(keptKeys_, keptCurrent_);
         if (horizontalHeader()->count() > 0) ApplyWidths();
     }

@@ -41,10 +41,15 @@ void RowDelegate::PaintIconCell(QPainter& painter, const QStyleOptionViewItem& o
                {own.isValid() ? own : colors.ink, colors.paper});
 }
 
-void RowDelegate::PaintFrame(QPainter& painter, const QStyleOptionViewItem& option,
-                             const QModelIndex& index) const {
+void RowDelegate::PaintFrame(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                             const Colors& colors) const {
     const QRect& box = option.rect;
     const QColor color = option.palette.color(QPalette::Highlight);
+    // The thin line inside tells the frame from a row of nearly its colour.
+    QColor thin = colors.ink;
+    thin.setAlpha(150);
+    painter.fillRect(QRect(box.left(), box.top() + kFrame, box.width(), 1), thin);
+    painter.fillRect(QRect(box.left(), box.bottom() - kFrame, box.width(), 1), thin);
     const bool isLast = marksFirstCellOnly_ || index.column() == index.model()->columnCount() - 1;
     painter.fillRect(QRect(box.left(), box.top(), box.width(), kFrame), color);
     painter.fillRect(QRect(box.left(), box.bottom() - kFrame + 1, box.width(), kFrame), color);
@@ -76,7 +81,7 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         painter->drawText(box, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextDontClip,
                           metrics.elidedText(text, Qt::ElideRight, box.width()));
     }
-    if (isSelected) PaintFrame(*painter, option, index);
+    if (isSelected) PaintFrame(*painter, option, index, colors);
 }
 
 QSize RowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
