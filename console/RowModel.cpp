@@ -16,12 +16,11 @@ struct Folding {
     TextView sorted;
 };
 constexpr Folding kFoldings[] = {
-    {'\xC5', "[1"}, {'\xC4', "[2"}, {'\xC6', "[2"}, {'\xD6', "[3"}, {'\xD8', "[3"},
-    {'\xC0', "A"},     {'\xC1', "A"},     {'\xC2', "A"},     {'\xC3', "A"},     {'\xC7', "C"},
-    {'\xC8', "E"},     {'\xC9', "E"},     {'\xCA', "E"},     {'\xCB', "E"},     {'\xCC', "I"},
-    {'\xCD', "I"},     {'\xCE', "I"},     {'\xCF', "I"},     {'\xD1', "N"},     {'\xD2', "O"},
-    {'\xD3', "O"},     {'\xD4', "O"},     {'\xD5', "O"},     {'\xD9', "U"},     {'\xDA', "U"},
-    {'\xDB', "U"},     {'\xDC', "U"},     {'\xDD', "Y"},     {'\xDF', "SS"},
+    {'\xC5', "[1"}, {'\xC4', "[2"}, {'\xC6', "[2"}, {'\xD6', "[3"}, {'\xD8', "[3"}, {'\xC0', "A"},
+    {'\xC1', "A"},  {'\xC2', "A"},  {'\xC3', "A"},  {'\xC7', "C"},  {'\xC8', "E"},  {'\xC9', "E"},
+    {'\xCA', "E"},  {'\xCB', "E"},  {'\xCC', "I"},  {'\xCD', "I"},  {'\xCE', "I"},  {'\xCF', "I"},
+    {'\xD1', "N"},  {'\xD2', "O"},  {'\xD3', "O"},  {'\xD4', "O"},  {'\xD5', "O"},  {'\xD9', "U"},
+    {'\xDA', "U"},  {'\xDB', "U"},  {'\xDC', "U"},  {'\xDD', "Y"},  {'\xDF', "SS"},
 };
 
 /// Signs sort before digits, and these before letters.

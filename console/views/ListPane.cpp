@@ -72,7 +72,8 @@ void ListPane::ApplyWidths() {
     if (header->count() > 0) {
         header->setMinimumSectionSize(kIconColumnWidth);
         header->setSectionResizeMode(0, QHeaderView::Fixed);
-        header->resizeSection(0, rows_.Rows().HasIconTexts() ? kIconColumnWithPriority : kIconColumnWidth + 4);
+        header->resizeSection(0,
+                              rows_.Rows().HasIconTexts() ? kIconColumnWithPriority : kIconColumnWidth + 4);
     }
     for (int column = 1; column < header->count(); ++column) {
         const int byDefault = rows_.Rows().DefaultWidth(column - 1);

@@ -84,13 +84,19 @@ void MainWindow::PopUpForObject(QPoint place) {
     QMenu menu;
     QMenu* service = menu.addMenu(WithoutMnemonics(ShownLine(items.service)));
     service->setEnabled(box_.StateOf(Command::ServiceInUse).isEnabled);
-    service->addAction(ActionOf(Command::ServiceInUse));
+    const auto add = [&](const QString& text, bool isChecked, Command command, int item) {
+        QAction* action = service->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(isChecked);
+        connect(action, &QAction::triggered, this, [this, command, item] { box_.Run(command, item); });
+    };
+    add(ActionOf(Command::ServiceInUse)->text(), items.mode == static_cast<int>(ServiceMode::InUse),
+        Command::ServiceInUse, 0);
     for (const ObjectMenu::LogOnlyItem& item : items.logOnly) {
-        QAction* action = service->addAction(ShownLine(item.caption));
-        connect(action, &QAction::triggered, this,
-                [this, number = item.item] { box_.Run(Command::ServiceLogOnly, number); });
+        add(ShownLine(item.caption), item.isChecked, Command::ServiceLogOnly, item.item);
     }
-    service->addAction(ActionOf(Command::ServicePeriod));
+    add(ActionOf(Command::ServicePeriod)->text(), items.mode == static_cast<int>(ServiceMode::LogInPeriod),
+        Command::ServicePeriod, 0);
     menu.addAction(ActionOf(Command::ObjectComments));
     ActionOf(Command::ObjectEdit)->setText(ShownLine(items.edit));
     menu.addAction(ActionOf(Command::ObjectEdit));

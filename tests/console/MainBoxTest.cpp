@@ -288,6 +288,28 @@ TEST_F(MainBoxTest, AQuestionThatOutlivesItsAlarmChangesNothing) {
     EXPECT_EQ(world.running->lists.UnackedCount() + world.running->lists.AckedCount(), 0u);
 }
 
+TEST_F(MainBoxTest, AnAnswerCountsForNothingOnceTheServerHasGone) {
+    class LosingDialogs final : public FakeDialogs {
+     public:
+        bool AskYesNo(const Text& question, Answer byDefault) override {
+            around->rights.isConnectionLost = true;
+            return FakeDialogs::AskYesNo(question, byDefault);
+        }
+        ConsoleSurroundings* around = nullptr;
+    } dialogs;
+    dialogs.around = &world.around;
+    dialogs.answers = {true};
+    Start({}, Role::Client);
+    world.around.rights.level = 1;
+    cAlarm& alarm = world.Raise();
+    world.Tick();
+    AlarmCommands commands(
+        {world.running->store, world.running->lists, dialogs, world.language, world.time, Role::Client});
+    commands.SetGuard([this] { return world.around.rights.MayChange(); });
+    commands.AckAll();
+    EXPECT_EQ(alarm.m_Status, kStatusNew);
+}
+
 TEST_F(MainBoxTest, CopiesTheSelectedRowsInTheOrderOfTheList) {
     Start("AlarmCopyDelimiter=300\r\n");
     cAlarm& first = world.Raise("B");
