@@ -22,11 +22,7 @@ AboutBox::AboutBox(const AboutText& about, const Captions& captions, QWidget* pa
     layout->addWidget(name);
     layout->addWidget(NewLabel(ShownLine(about.description)));
     layout->addSpacing(12);
-    for (const Text& line : about.lines) {
-        QLabel* label = NewLabel(ShownLine(line));
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        layout->addWidget(label);
-    }
+    for (const Text& line : about.lines) layout->addWidget(NewDataLabel(ShownLine(line)));
     layout->addSpacing(12);
     auto* close = NewButton(captions, 3352);
     close->setDefault(true);

@@ -66,16 +66,13 @@ CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget*
 }
 
 QLayout* CommentSheet::NewHeader() {
-    object_ = NewHeading({});
+    object_ = NewDataLabel();
     QFont large = object_->font();
+    large.setBold(true);
     large.setPointSizeF(large.pointSizeF() * 1.4);
     object_->setFont(large);
-    alarm_ = NewLabel();
+    alarm_ = NewDataLabel();
     status_ = new Chip;
-    for (QLabel* label : {object_, alarm_}) {
-        label->setWordWrap(true);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    }
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(object_);
@@ -233,7 +230,10 @@ void CommentSheet::ShowInformation() {
 
 void CommentSheet::ShowEarlierAlarms() {
     earlier_->clear();
-    for (const Text& line : sheet_.Texts().earlierAlarms) earlier_->addItem(ShownLine(line));
+    for (const Text& line : sheet_.Texts().earlierAlarms) {
+        auto* item = new QListWidgetItem(ShownLine(line), earlier_);
+        item->setToolTip(ToolTipText(item->text()));
+    }
     earlierPart_->setVisible(earlier_->count() > 0);
 }
 

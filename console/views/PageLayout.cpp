@@ -36,7 +36,9 @@ QFont FontOf(const PrinterSettings& look) {
 /// How many characters from `start` fit into the width; at least one.
 qsizetype FittingLength(const QFontMetricsF& metrics, const QString& line, qsizetype start, qreal width) {
     qsizetype fits = 1;
-    qsizetype tooLong = line.size() - start + 1;
+    // Four times what fits on the average: enough for a line of the narrowest letters.
+    const auto most = static_cast<qsizetype>(4 * width / qMax<qreal>(1, metrics.averageCharWidth())) + 2;
+    qsizetype tooLong = qMin(line.size() - start + 1, most);
     while (fits + 1 < tooLong) {
         const qsizetype middle = (fits + tooLong) / 2;
         (metrics.horizontalAdvance(line.mid(start, middle)) <= width ? fits : tooLong) = middle;

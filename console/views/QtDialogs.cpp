@@ -48,8 +48,7 @@ class Sign final : public QWidget {
 /// Sign and text; the buttons come into the layout that is returned.
 QHBoxLayout* LayOut(QDialog& dialog, QChar sign, QColor color, const Text& text) {
     dialog.setWindowTitle(QStringLiteral("Nordkeep"));
-    QLabel* label = NewLabel(ShownText(text).left(kMostShown));
-    label->setWordWrap(true);
+    QLabel* label = NewDataLabel(ShownText(text).left(kMostShown));
     label->setMinimumWidth(qMin(kMostWidth, label->fontMetrics().horizontalAdvance(label->text()) + 8));
     auto* top = new QHBoxLayout;
     top->setSpacing(16);

@@ -30,9 +30,7 @@ SettingsWindow::SettingsWindow(const SettingsList& settings, const Captions& cap
     top->addWidget(onlyChanged_);
     table_ = new QTableWidget(0, static_cast<int>(std::size(kColumns)));
     Fill(settings, captions);
-    QLabel* path = NewLabel(ShownLine(captions(3737, {settings.Path()})));
-    path->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    path->setWordWrap(true);
+    QLabel* path = NewDataLabel(ShownLine(captions(3737, {settings.Path()})));
     auto* close = NewButton(captions, 3352);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(path, 1);

@@ -51,6 +51,11 @@ QString WithoutMnemonics(QString text) {
     return text.replace(u'&', QLatin1String("&&"));
 }
 
+QString ToolTipText(const QString& text) {
+    return QStringLiteral("<qt>") + text.toHtmlEscaped().replace(u'\n', QLatin1String("<br>")) +
+           QStringLiteral("</qt>");
+}
+
 QString CaptionText(const Captions& captions, int number) {
     return ShownLine(captions(number));
 }
@@ -66,6 +71,14 @@ QLabel* NewLabel(const QString& text) {
     auto* label = new QLabel;
     label->setTextFormat(Qt::PlainText);
     label->setText(text);
+    return label;
+}
+
+QLabel* NewDataLabel(const QString& text) {
+    QLabel* label = NewLabel(text);
+    label->setWordWrap(true);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
 }
 
@@ -110,6 +123,7 @@ QColor WarningColor(const QPalette& palette) {
 NoticeBar::NoticeBar(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setContentsMargins(kNoticeSign + 12, 6, 8, 6);
     hide();
 }

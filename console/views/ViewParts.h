@@ -22,12 +22,16 @@ Text TypedText(const QString& text);
 /// A button or menu text from data: "&" is an ordinary character.
 QString WithoutMnemonics(QString text);
 
+/// A tool tip that shows its text as it is.
+QString ToolTipText(const QString& text);
 QString CaptionText(const Captions& captions, int number);
 /// A caption without its mnemonic mark and its dots, for titles.
 QString PlainCaption(const Captions& captions, int number);
 
 /// A label that never takes its text for anything but plain text.
 QLabel* NewLabel(const QString& text = {});
+/// A label for a text from data, of any length: it takes the width that there is and breaks its lines.
+QLabel* NewDataLabel(const QString& text = {});
 /// A label in bold over a box, with the box as its buddy.
 QLabel* NewHeading(const QString& text, QWidget* buddy = nullptr);
 QPushButton* NewButton(const Captions& captions, int number);

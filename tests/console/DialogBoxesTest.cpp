@@ -86,7 +86,8 @@ struct PeriodWorld : ConsoleWorld {
     NoObjectReplica objectReplica{};
     ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
     PeriodBox box{{.translations = translations,
-                   .periods = periods,
+                   .setService = [this](cTranslate& set, cIDCode& object,
+                                        const ServicePeriod& period) { periods.Set(set, object, period); },
                    .captions = captions,
                    .clock = time,
                    .rights = [this] { return rights; }}};

@@ -1,0 +1,112 @@
+#include "console/CommentBox.h"
+#include "tests/doubles/FakeDialogs.h"
+#include "tests/doubles/LoopbackLink.h"
+#include "tests/network/ClientWorld.h"
+
+#include <gtest/gtest.h>
+
+namespace nordkeep {
+namespace {
+
+/// A sheet on a client, with the files and alarms of its server.
+struct ClientSheet {
+    ClientSheet(ManualTime& time, SocketFactory& sockets) : client(time, sockets) {}
+
+    ClientWorld client;
+    FakeDialogs dialogs{};
+    Captions captions{client.language};
+    CommentSettings settings{};
+    NoPrintOutput printer{};
+    PrinterSettings printerSettings{};
+    CommentBox sheet{{.store = client.store,
+                      .views = client.views,
+                      .translations = client.translations,
+                      .files = client.remote,
+                      .dialogs = dialogs,
+                      .language = client.language,
+                      .captions = captions,
+                      .clock = client.time,
+                      .settings = settings,
+                      .printer = printer,
+                      .printerSettings = printerSettings,
+                      .rights =
+                          [this] {
+                              return OperatorRights{Role::Client, 1, client.link.IsConnectionLost()};
+                          },
+                      .isRequestPending = [this] { return client.link.IsRequestPending(); },
+                      .sendToDispatcher = [](const Text&) { return true; },
+                      .showMap = [](const Text&, std::int32_t) {},
+                      .alarmEnded = [](std::int32_t) {}}};
+};
+
+struct TwoClients {
+    TwoClients() {
+        EXPECT_TRUE(server.slots.Listen());
+        server.Raise("alarm").m_IdCode = "1";
+        cAlarm& raised = *server.store.Events().Find(server.store.Events().Next(0));
+        raised.m_TranslationFile = "Town/A";
+        raised.m_AlarmId = 7;
+        key = raised.m_FilePointer;
+        for (ClientSheet* each : {&first, &second}) {
+            EXPECT_EQ(each->client.Start().failure, "");
+            EXPECT_TRUE(each->sheet.OpenAlarm(key, OpenedBy::Operator));
+        }
+    }
+    Text Comments() const { return server.folder.Read("Comments\\Town\\A\\1.TXT"); }
+
+    ManualTime time{};
+    LoopbackLink sockets{time};
+    ServerWorld server{time, sockets};
+    ClientSheet first{time, sockets};
+    ClientSheet second{time, sockets};
+    std::int32_t key = 0;
+};
+
+TEST(ClientSheet, SavesOnTheServerAndSecondClientIsAsked) {
+    TwoClients w;
+    w.first.sheet.TypeNewComments("first");
+    w.first.sheet.Save();
+    w.time.Advance(1000);
+    EXPECT_FALSE(w.first.sheet.IsOpen());
+    EXPECT_EQ(w.Comments(), "first\r\n");
+    EXPECT_EQ(w.server.store.FindAlarmByKey(w.key)->m_Status, kStatusCommented);
+    EXPECT_EQ(w.second.client.store.FindAlarmByKey(w.key)->m_Status, kStatusCommented);
+
+    w.second.sheet.TypeNewComments("second");
+    w.second.sheet.Save();
+    EXPECT_EQ(w.second.dialogs.questions.size(), 1u);
+    EXPECT_EQ(w.second.sheet.OldComments(), "first");
+    w.second.sheet.Save();
+    w.time.Advance(1000);
+    EXPECT_EQ(w.Comments(), "first\r\nsecond\r\n");
+}
+
+TEST(ClientSheet, EndsTheAlarmForAll) {
+    TwoClients w;
+    w.first.sheet.TypeNewComments("done");
+    w.first.dialogs.answers = {true};
+    w.first.sheet.EndAlarm();
+    w.time.Advance(1000);
+    EXPECT_EQ(w.server.store.FindAlarmByKey(w.key)->m_Status, kStatusAcknowledged);
+    EXPECT_EQ(w.Comments(), "done\r\n");
+    w.second.sheet.Tick();
+    EXPECT_FALSE(w.second.sheet.Controls().canEnd);
+    EXPECT_FALSE(w.second.sheet.Notice().text.empty());
+}
+
+TEST(ClientSheet, KeepsTheTextWhenTheServerIsGone) {
+    TwoClients w;
+    w.first.sheet.TypeNewComments("precious");
+    w.server.slots.Shutdown();
+    w.time.Advance(1000);
+    w.first.sheet.Save();
+    w.first.sheet.EndAlarm();
+    w.first.sheet.Tick();
+    EXPECT_TRUE(w.first.sheet.IsOpen());
+    EXPECT_EQ(w.first.sheet.NewComments(), "precious");
+    EXPECT_EQ(w.Comments(), "");
+    EXPECT_TRUE(w.first.dialogs.questions.empty());
+}
+
+}  // namespace
+}  // namespace nordkeep
