@@ -150,6 +150,8 @@ void MainWindow::ShowKeys() {
     table->setShowGrid(false);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setFocusPolicy(Qt::NoFocus);
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     const auto add = [&](int caption, const QString& keys) {
         const int row = table->rowCount();
         table->insertRow(row);
@@ -162,11 +164,12 @@ void MainWindow::ShowKeys() {
         if (!keys.isEmpty()) add(CaptionOf(command), keys);
     }
     for (const WindowKey& key : kWindowKeys) add(key.caption, QString::fromLatin1(key.keys));
-    table->resizeColumnsToContents();
+    table->resizeColumnToContents(0);
+    table->setColumnWidth(0, table->columnWidth(0) + 16);
     table->horizontalHeader()->setStretchLastSection(true);
     auto* layout = new QVBoxLayout(sheet);
     layout->addWidget(table);
-    sheet->resize(480, 520);
+    sheet->resize(460, 500);
     sheet->show();
 }
 
