@@ -14,7 +14,7 @@ constexpr int kTextCount = 3557;
 }  // namespace
 
 bool AlarmCommands::Asks(int text, Answer byDefault, const Text& behind) const {
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault);
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault) && mayChange_();
 }
 
 cAlarm* AlarmCommands::RecordOf(const Text& rowKey) const {

@@ -26,6 +26,9 @@ class AlarmCommands {
     };
     explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
 
+    /// Asked behind every question, since rights and connection may have gone while it was up.
+    void SetGuard(std::function<bool()> mayChange) { mayChange_ = std::move(mayChange); }
+
     /// Ends all alarms that are not ended yet, and silences the sound. Where a filter hides some of them the
     /// question tells how many there are.
     void AckAll(bool isFiltered = false);
@@ -41,6 +44,7 @@ class AlarmCommands {
     void End(cAlarm& alarm);
 
     Needs needs_;
+    std::function<bool()> mayChange_ = [] { return true; };
 };
 
 }  // namespace nordkeep

@@ -26,8 +26,15 @@ MainBox::MainBox(const Needs& needs, const ViewState& view)
     needs_.debug.List().SetLimit(needs_.settings.DebugViewSize);
     needs_.debug.SetHex(view.Check_Debug_HexCode);
     needs_.debug.SetShowLastRow(view.Check_Debug_ShowLastRow);
-    ReadSurroundings();
+    needs_.commands.SetGuard([this] {
+        ReadSurroundings();
+        return inputs_.rights.MayChange();
+    });
     Recalc();
+}
+
+MainBox::~MainBox() {
+    needs_.commands.SetGuard([] { return false; });
 }
 
 // --- Lists
@@ -87,8 +94,15 @@ bool MainBox::HasMap() const {
         const cIDCode* object = objects_.FindObject(CurrentKey(Tab::IdCodes));
         return object && !object->m_MapName.empty();
     }
-    const cAlarm* alarm = CurrentAlarm();
+    const cAlarm* alarm = AlarmOfMap();
     return alarm && !alarm->m_TranslatedMapName.empty();
+}
+
+// Until an alarm has been clicked, the latest one is meant.
+const cAlarm* MainBox::AlarmOfMap() const {
+    if (const cAlarm* alarm = CurrentAlarm()) return alarm;
+    const cAlarm* latest = latestAlarm_ != 0 ? needs_.store.FindAlarmByKey(latestAlarm_) : nullptr;
+    return latest && latest->m_Status != kStatusRemoved ? latest : nullptr;
 }
 
 void MainBox::Recalc() {
@@ -198,7 +212,7 @@ void MainBox::PopUp() {
 Text MainBox::AlarmInfo() {
     const cAlarm* alarm = CurrentAlarm();
     if (!alarm) return {};
-    const Text key = RowKey(*alarm);
+    const Text key = RowKey(*alarm) + alarm->m_AlarmCodeToStore + alarm->m_ObjectInformation;
     if (key == infoOf_) return info_;
     const Text set = alarm->m_TranslationFile;
     const Text idCode = alarm->m_IdCode;

@@ -100,6 +100,7 @@ class MainBox {
         ConsoleEffects effects{};
     };
     MainBox(const Needs& needs, const ViewState& view);
+    ~MainBox();
     MainBox(const MainBox&) = delete;
     MainBox& operator=(const MainBox&) = delete;
 
@@ -205,6 +206,7 @@ class MainBox {
     void Recalc();
     void ReadSurroundings();
     bool HasMap() const;
+    const cAlarm* AlarmOfMap() const;
     void ShowWhatIsPending();
     void ShowChangedObjects();
     AliveState StateOfSet(const Text& set) const;

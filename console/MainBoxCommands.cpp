@@ -159,7 +159,7 @@ void MainBox::OpenMapOfSelected() {
         if (object) needs_.windows.OpenMap(object->m_MapName, 0, OpenedBy::Operator);
         return;
     }
-    const cAlarm* alarm = CurrentAlarm();
+    const cAlarm* alarm = AlarmOfMap();
     if (!alarm) return;
     needs_.windows.OpenMap(alarm->m_TranslatedMapName, alarm->m_FilePointer, OpenedBy::Operator);
 }

@@ -44,6 +44,8 @@ class ListPane final : public QTableView {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// Letters search in the filter box, not by walking through all rows.
+    void keyboardSearch(const QString&) override {}
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

@@ -84,13 +84,19 @@ void MainWindow::PopUpForObject(QPoint place) {
     QMenu menu;
     QMenu* service = menu.addMenu(WithoutMnemonics(ShownLine(items.service)));
     service->setEnabled(box_.StateOf(Command::ServiceInUse).isEnabled);
-    service->addAction(ActionOf(Command::ServiceInUse));
+    const auto add = [&](const QString& text, bool isChecked, Command command, int item) {
+        QAction* action = service->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(isChecked);
+        connect(action, &QAction::triggered, this, [this, command, item] { box_.Run(command, item); });
+    };
+    add(ActionOf(Command::ServiceInUse)->text(), items.mode == static_cast<int>(ServiceMode::InUse),
+        Command::ServiceInUse, 0);
     for (const ObjectMenu::LogOnlyItem& item : items.logOnly) {
-        QAction* action = service->addAction(ShownLine(item.caption));
-        connect(action, &QAction::triggered, this,
-                [this, number = item.item] { box_.Run(Command::ServiceLogOnly, number); });
+        add(ShownLine(item.caption), item.isChecked, Command::ServiceLogOnly, item.item);
     }
-    service->addAction(ActionOf(Command::ServicePeriod));
+    add(ActionOf(Command::ServicePeriod)->text(), items.mode == static_cast<int>(ServiceMode::LogInPeriod),
+        Command::ServicePeriod, 0);
     menu.addAction(ActionOf(Command::ObjectComments));
     ActionOf(Command::ObjectEdit)->setText(ShownLine(items.edit));
     menu.addAction(ActionOf(Command::ObjectEdit));
@@ -144,6 +150,8 @@ void MainWindow::ShowKeys() {
     table->setShowGrid(false);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setFocusPolicy(Qt::NoFocus);
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     const auto add = [&](int caption, const QString& keys) {
         const int row = table->rowCount();
         table->insertRow(row);
@@ -156,11 +164,12 @@ void MainWindow::ShowKeys() {
         if (!keys.isEmpty()) add(CaptionOf(command), keys);
     }
     for (const WindowKey& key : kWindowKeys) add(key.caption, QString::fromLatin1(key.keys));
-    table->resizeColumnsToContents();
+    table->resizeColumnToContents(0);
+    table->setColumnWidth(0, table->columnWidth(0) + 16);
     table->horizontalHeader()->setStretchLastSection(true);
     auto* layout = new QVBoxLayout(sheet);
     layout->addWidget(table);
-    sheet->resize(480, 520);
+    sheet->resize(460, 500);
     sheet->show();
 }
 

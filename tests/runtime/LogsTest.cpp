@@ -29,6 +29,27 @@ TEST(SysLog, WritesOneLineByKindAndTellsTheListenerInAnyCase) {
     EXPECT_EQ(rows.size(), 4u);
 }
 
+TEST(TrafficLog, TellsAListenerAlsoWhenTheFileIsOff) {
+    const TempFolder folder;
+    ManualTime time;
+    TrafficLog log(folder.Tree(), time);
+    Text heard;
+    log.SetListener(
+        [&](TextView bytes, TrafficDirection, TextView port) { heard += Text(port) + Text(bytes); });
+    log.WriteTrafficLog("x", TrafficDirection::Sent, "Port");
+    EXPECT_EQ(heard, "Portx");
+    EXPECT_FALSE(log.IsOpen());
+}
+
+TEST(TrafficLog, ReadsBackWhatItShows) {
+    Text all;
+    for (int code = 0; code < 256; ++code) all += static_cast<char>(code);
+    EXPECT_EQ(BytesOfReadable(ReadableBytes(all, false)), all);
+    EXPECT_EQ(BytesOfReadable("<stx>a<b<3><256><"),
+              "\x02"
+              "a<b\x03<256><");
+}
+
 TEST(TrafficLog, ShowsBytesByNameOrInHexAndClosesWhenIdle) {
     const TempFolder folder;
     folder.MakeFolders("LogFiles");

@@ -5,7 +5,9 @@
 #include "tests/console/MainBoxWorld.h"
 #include "tests/doubles/FakeUserStore.h"
 
+#include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QStyleFactory>
 
 #include <gtest/gtest.h>
@@ -68,6 +70,17 @@ void Save(QWidget& widget, const QString& folder, const QString& name) {
     widget.grab().save(folder + "/" + name + ".png");
 }
 
+/// The popup of a list, which waits until it is closed.
+void SavePopup(QWidget& window, ListPane& list, const QString& folder, const QString& name) {
+    QTimer::singleShot(100, &window, [&] {
+        QWidget* popup = QApplication::activePopupWidget();
+        if (!popup) return;
+        Save(*popup, folder, name);
+        popup->close();
+    });
+    list.onPopup(window.mapToGlobal(QPoint(300, 200)));
+}
+
 TEST(MainWindowShots, AreTaken) {
     const QString folder = qEnvironmentVariable("NORDKEEP_SHOTS");
     if (folder.isEmpty()) GTEST_SKIP() << "only on demand";
@@ -99,6 +112,15 @@ TEST(MainWindowShots, AreTaken) {
             world.time.Advance(1000);
             for (int i = 0; i < 5; ++i) world.Tick();
             Save(window, folder, name + "_4");
+            RowModel& objects = *world.Box().ListOf(Tab::IdCodes);
+            world.Box().Select(Tab::IdCodes, {objects.KeyOf(0)}, objects.KeyOf(0));
+            window.ShowSelection(Tab::IdCodes);
+            SavePopup(window, *window.ListOf(Tab::IdCodes), folder, name + "_popup");
+            window.ActionOf(Command::Keys)->trigger();
+            for (QDialog* sheet : window.findChildren<QDialog*>()) {
+                if (sheet->isVisible()) Save(*sheet, folder, name + "_keys");
+                sheet->close();
+            }
             if (!isDark) {
                 for (const Tab tab : {Tab::Acked, Tab::SysLog, Tab::Debug, Tab::Types, Tab::DataCodes}) {
                     world.Box().ShowTab(tab);
