@@ -3,6 +3,11 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionTitle = 3740;
+constexpr int kCaptionVersion = 3741;
+constexpr int kCaptionDescription = 3742;
+constexpr int kCaptionDataFolder = 3743;
+constexpr int kCaptionMode = 3744;
 int ModeWord(Role role) {
     if (role == Role::Client) return 3504;
     return role == Role::Server ? 3503 : 3502;
@@ -11,10 +16,11 @@ int ModeWord(Role role) {
 }  // namespace
 
 AboutText MakeAboutText(const Captions& captions, TextView version, TextView dataFolder, Role role) {
-    return {.title = captions(3740),
-            .description = captions(3742),
-            .lines = {captions(3741, {version}), captions(3744) + ": " + captions(ModeWord(role)),
-                      captions(3743) + ": " + Text(dataFolder)}};
+    return {.title = captions(kCaptionTitle),
+            .description = captions(kCaptionDescription),
+            .lines = {captions(kCaptionVersion, {version}),
+                      captions(kCaptionMode) + ": " + captions(ModeWord(role)),
+                      captions(kCaptionDataFolder) + ": " + Text(dataFolder)}};
 }
 
 }  // namespace nordkeep

@@ -6,6 +6,10 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionComments = 3260;
+constexpr int kCaptionTypeInformation = 3261;
+constexpr int kCaptionObjectInformation = 3262;
+constexpr int kCaptionNewComment = 3264;
 constexpr int kTextEndAlarm = 1053;
 constexpr int kTextOverwrite = 1080;
 constexpr int kCaptionNotSaved = 3266;
@@ -160,10 +164,10 @@ void CommentBox::PrintInfo() {
     if (!isOpen_) return;
     PrintDocument document{.title = texts_.title, .look = needs_.printerSettings};
     AppendLines(document.lines, {}, texts_.alarm);
-    AppendLines(document.lines, needs_.captions(3262), texts_.information);
-    AppendLines(document.lines, needs_.captions(3261), texts_.typeCodeInfo);
-    AppendLines(document.lines, needs_.captions(3260), OldComments());
-    AppendLines(document.lines, needs_.captions(3264), newComments_);
+    AppendLines(document.lines, needs_.captions(kCaptionObjectInformation), texts_.information);
+    AppendLines(document.lines, needs_.captions(kCaptionTypeInformation), texts_.typeCodeInfo);
+    AppendLines(document.lines, needs_.captions(kCaptionComments), OldComments());
+    AppendLines(document.lines, needs_.captions(kCaptionNewComment), newComments_);
     needs_.printer.Print(document);
 }
 

@@ -5,6 +5,9 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionStatusWords = 3400;
+constexpr int kCaptionTestFailed = 3420;
+constexpr int kCaptionTest2Failed = 3421;
 constexpr int kCaptionTitle = 3750;
 constexpr int kCaptionOpenAlarms = 3751;
 constexpr int kCaptionInService = 3752;
@@ -24,7 +27,7 @@ ShiftList::Part ShiftList::OpenAlarms() const {
     const EventList& events = needs_.store.Events();
     for (const EventSequence at : events.Unacknowledged()) {
         const cAlarm& alarm = *events.Find(at);
-        const int word = 3400 + std::clamp(alarm.m_Status, 0, 5);
+        const int word = kCaptionStatusWords + std::clamp(alarm.m_Status, 0, 5);
         part.lines.push_back(GeneralDate(alarm.m_ArrivedTime) + "   " + needs_.captions(word) + "   " +
                              alarm.m_TranslatedIDCode + "   " + alarm.m_TranslatedTypeCode + "   " +
                              alarm.m_AlarmCodeToStore);
@@ -57,7 +60,8 @@ std::vector<ShiftList::Part> ShiftList::Parts() const {
         const bool hasFailed =
             object.m_AliveTestIntervalHasExceeded || object.m_AliveTest2IntervalHasExceeded;
         if (!hasFailed || IsInService(object, now)) return {};
-        return needs_.captions(object.m_AliveTestIntervalHasExceeded ? 3420 : 3421);
+        return needs_.captions(object.m_AliveTestIntervalHasExceeded ? kCaptionTestFailed
+                                                                     : kCaptionTest2Failed);
     };
     return {OpenAlarms(), Objects(kCaptionInService, inService), Objects(kCaptionFailed, failed)};
 }

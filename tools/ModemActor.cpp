@@ -30,10 +30,18 @@ class Terminal {
         return ::tcsetattr(holder_, TCSANOW, &mode) == 0;
     }
     ~Terminal() {
+        if (!link_.empty()) ::unlink(link_.c_str());
         ::close(holder_);
         ::close(master_);
     }
     const std::string& Device() const { return device_; }
+    /// A second name of the device, for as long as this stands; an older link of that name is replaced.
+    bool LinkAs(const std::string& path) {
+        char old[8];
+        if (::readlink(path.c_str(), old, sizeof old) >= 0) ::unlink(path.c_str());
+        link_ = path;
+        return ::symlink(device_.c_str(), path.c_str()) == 0;
+    }
 
     std::string Receive() const {
         pollfd waiting{master_, POLLIN, 0};
@@ -55,14 +63,18 @@ class Terminal {
     int master_ = -1;
     int holder_ = -1;
     std::string device_{};
+    std::string link_{};
 };
 
 }  // namespace
 
 int ActAsModem(const SendOptions& options) {
-    if (options.targets.front() != "pty") return Complain("the target is pty");
+    std::string link;
+    if (options.targets.front() != "pty" && !TakeTarget(options, "pty", link))
+        return Complain("the target is pty or pty:PATH");
     Terminal terminal;
     if (!terminal.Open()) return Complain("there is no pseudo terminal");
+    if (!link.empty() && !terminal.LinkAs(link)) return Complain("no link can be made at " + link);
     std::printf("the modem is %s\n", terminal.Device().c_str());
     std::fflush(stdout);
     Modem modem;

@@ -1,6 +1,10 @@
 #include "tools/Peers.h"
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <cstdio>
+#include <cstdlib>
 
 namespace nordkeep::tools {
 namespace {
@@ -13,7 +17,7 @@ struct PlayRow {
 constexpr PlayRow kPlays[] = {
     {"gsm", &ActAsModem}, {"confirmation", &DropFiles},
     {"file", &DropFiles}, {"virtualreceiver", &AnswerPolls},
-    {"mail", &SendMails},
+    {"mail", &SendMails}, {"mailbox", &ActAsMailbox},
 };
 
 }  // namespace
@@ -31,6 +35,19 @@ bool TakeTarget(const SendOptions& options, const std::string& kind, std::string
     if (target.rfind(prefix, 0) != 0) return false;
     rest = target.substr(prefix.size());
     return !rest.empty();
+}
+
+int ListenOn(const std::string& port) {
+    const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int on = 1;
+    ::setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(std::atoi(port.c_str())));
+    const bool isWell = ::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+                        ::listen(listener, 8) == 0;
+    return isWell ? listener : -1;
 }
 
 int Complain(const std::string& what) {

@@ -14,7 +14,11 @@ int DropFiles(const SendOptions& options);
 int SendMails(const SendOptions& options);
 /// Answers a port that polls, target listen:PORT, until it has confirmed every event.
 int AnswerPolls(const SendOptions& options);
-/// Is the modem of a port, target pty, until every message has been deleted.
+/// Is the mail server of a port that fetches, target listen:PORT, until its mailbox is empty.
+int ActAsMailbox(const SendOptions& options);
+/// Feeds every port of the demonstration centre in `folder` with one alarm and prints how it went.
+int FeedDemo(const std::string& folder);
+/// Is the modem of a port, target pty (or pty:PATH for a link to it), until every message has been deleted.
 int ActAsModem(const SendOptions& options);
 
 /// The play of a format; none for one that is sent as telegrams.
@@ -22,6 +26,8 @@ Play FindPlay(const std::string& format);
 
 /// What a target says behind "kind:"; false when it is none of that kind.
 bool TakeTarget(const SendOptions& options, const std::string& kind, std::string& rest);
+/// A listening socket of the loopback address; -1 when the port cannot be had.
+int ListenOn(const std::string& port);
 /// Tells what went wrong; 2.
 int Complain(const std::string& what);
 

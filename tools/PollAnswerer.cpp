@@ -1,6 +1,5 @@
 #include "tools/Peers.h"
 
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -11,19 +10,6 @@
 
 namespace nordkeep::tools {
 namespace {
-
-int Listen(const std::string& port) {
-    const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const int on = 1;
-    ::setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(std::atoi(port.c_str())));
-    const bool isWell = ::bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
-                        ::listen(listener, 8) == 0;
-    return isWell ? listener : -1;
-}
 
 /// The head of a request.
 std::string TakeRequest(int connection, int timeoutMs) {
@@ -87,7 +73,7 @@ void Reply(int connection, const std::string& answer, const SendOptions& options
 int AnswerPolls(const SendOptions& options) {
     std::string port;
     if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT");
-    const int listener = Listen(port);
+    const int listener = ListenOn(port);
     if (listener < 0) return Complain("port " + port + " cannot be had");
     Queue queue(options);
     const bool hasFault = options.isCut || options.telegram.hasWrongCheck;

@@ -14,14 +14,17 @@ using nordkeep::tools::SendOptions;
 
 constexpr const char* kHelp =
     "Usage: nordkeep-send [options] TARGET...\n"
-    "Sends telegrams to a port of Nordkeep and shows what it answers.\n\n"
+    "       nordkeep-send --demo FOLDER\n"
+    "Sends telegrams to a port of Nordkeep and shows what it answers; the second form feeds every\n"
+    "port of the demonstration centre in FOLDER with one alarm.\n\n"
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
     "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess,\n"
     "                     sosmini, aptus; and with a target of its own:\n"
     "                     mail (smtp:HOST:PORT), file and confirmation (file:PATH),\n"
     "                     virtualreceiver (listen:PORT, answers a port that polls),\n"
-    "                     gsm (pty, is the modem at the device that it names)\n"
+    "                     mailbox (listen:PORT, is the server of a port that fetches mail),\n"
+    "                     gsm (pty or pty:LINK, is the modem at the device that it names)\n"
     "  --code CODE        ID code and type, default 10000103\n"
     "  --text TEXT        free text behind the code (text, googol, mail, gsm), the blocks (sia),\n"
     "                     the event code (sosaccess), the additional text (the others)\n"
@@ -121,6 +124,7 @@ int main(int argc, char** argv) {
         std::fputs(kHelp, stdout);
         return 0;
     }
+    if (argc == 3 && std::strcmp(argv[1], "--demo") == 0) return nordkeep::tools::FeedDemo(argv[2]);
     if (!Arguments(argc, argv).Read(options)) {
         std::fputs(kHelp, stderr);
         return 2;

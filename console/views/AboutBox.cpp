@@ -5,6 +5,7 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionClose = 3352;
 constexpr const char* kProgramName = "Nordkeep";
 constexpr int kNameSize = 22;  // points
 
@@ -24,7 +25,7 @@ AboutBox::AboutBox(const AboutText& about, const Captions& captions, QWidget* pa
     layout->addSpacing(12);
     for (const Text& line : about.lines) layout->addWidget(NewDataLabel(ShownLine(line)));
     layout->addSpacing(12);
-    auto* close = NewButton(captions, 3352);
+    auto* close = NewButton(captions, kCaptionClose);
     close->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

@@ -17,6 +17,21 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionSend = 3252;
+constexpr int kCaptionEndAlarm = 3253;
+constexpr int kCaptionPrintLog = 3254;
+constexpr int kCaptionPrintInfo = 3255;
+constexpr int kCaptionMap = 3256;
+constexpr int kCaptionBack = 3257;
+constexpr int kCaptionSave = 3258;
+constexpr int kCaptionSendTo = 3259;
+constexpr int kCaptionComments = 3260;
+constexpr int kCaptionTypeInformation = 3261;
+constexpr int kCaptionObjectInformation = 3262;
+constexpr int kCaptionSmallComment = 3263;
+constexpr int kCaptionNewComment = 3264;
+constexpr int kCaptionEarlierAlarms = 3700;
+
 /// A column of its own without margins, in which heading and boxes stand.
 struct Column {
     Column() : widget(new QWidget), layout(new QVBoxLayout(widget)) {
@@ -87,13 +102,13 @@ QWidget* CommentSheet::NewKnowledge() {
     Column column;
     information_ = NewReadOnlyBox();
     form_ = NewForm();
-    column.layout->addWidget(NewHeading(CaptionText(captions_, 3262), information_));
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionObjectInformation), information_));
     column.layout->addWidget(information_, 3);
     column.layout->addWidget(form_, 3);
 
     Column typeCode;
     typeCodeInfo_ = NewReadOnlyBox();
-    typeCode.layout->addWidget(NewHeading(CaptionText(captions_, 3261), typeCodeInfo_));
+    typeCode.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionTypeInformation), typeCodeInfo_));
     typeCode.layout->addWidget(typeCodeInfo_);
     typeCodePart_ = typeCode.widget;
     column.layout->addWidget(typeCodePart_, 2);
@@ -104,7 +119,7 @@ QWidget* CommentSheet::NewKnowledge() {
     earlier_->viewport()->setBackgroundRole(QPalette::Window);
     earlier_->setTextElideMode(Qt::ElideRight);
     earlier_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    earlier.layout->addWidget(NewHeading(CaptionText(captions_, 3700), earlier_));
+    earlier.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionEarlierAlarms), earlier_));
     earlier.layout->addWidget(earlier_);
     earlierPart_ = earlier.widget;
     column.layout->addWidget(earlierPart_, 2);
@@ -116,9 +131,9 @@ QWidget* CommentSheet::NewComments() {
     oldComments_ = NewReadOnlyBox();
     newComments_ = new QPlainTextEdit;
     newComments_->setTabChangesFocus(true);
-    column.layout->addWidget(NewHeading(CaptionText(captions_, 3260), oldComments_));
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionComments), oldComments_));
     column.layout->addWidget(oldComments_, 3);
-    column.layout->addWidget(NewHeading(CaptionText(captions_, 3264), newComments_));
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionNewComment), newComments_));
     column.layout->addWidget(newComments_, 2);
 
     smallPart_ = new QWidget;
@@ -126,7 +141,7 @@ QWidget* CommentSheet::NewComments() {
     small->setContentsMargins(0, 0, 0, 0);
     smallComment_ = new QLineEdit;
     smallCount_ = NewLabel();
-    small->addWidget(NewHeading(CaptionText(captions_, 3263), smallComment_));
+    small->addWidget(NewHeading(CaptionText(captions_, kCaptionSmallComment), smallComment_));
     small->addWidget(smallComment_, 1);
     small->addWidget(smallCount_);
     column.layout->addWidget(smallPart_);
@@ -140,8 +155,8 @@ QWidget* CommentSheet::NewSending() {
     receivers_ = new QComboBox;
     receivers_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     receivers_->setMinimumContentsLength(24);
-    send_ = NewButton(captions_, 3252);
-    row->addWidget(NewHeading(CaptionText(captions_, 3259), receivers_));
+    send_ = NewButton(captions_, kCaptionSend);
+    row->addWidget(NewHeading(CaptionText(captions_, kCaptionSendTo), receivers_));
     row->addWidget(receivers_, 1);
     row->addWidget(send_);
     return sending_;
@@ -149,12 +164,12 @@ QWidget* CommentSheet::NewSending() {
 
 QLayout* CommentSheet::NewButtons() {
     auto* row = new QHBoxLayout;
-    end_ = NewButton(captions_, 3253);
-    printLog_ = NewButton(captions_, 3254);
-    printInfo_ = NewButton(captions_, 3255);
-    map_ = NewButton(captions_, 3256);
-    cancel_ = NewButton(captions_, 3257);
-    save_ = NewButton(captions_, 3258);
+    end_ = NewButton(captions_, kCaptionEndAlarm);
+    printLog_ = NewButton(captions_, kCaptionPrintLog);
+    printInfo_ = NewButton(captions_, kCaptionPrintInfo);
+    map_ = NewButton(captions_, kCaptionMap);
+    cancel_ = NewButton(captions_, kCaptionBack);
+    save_ = NewButton(captions_, kCaptionSave);
     end_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));
     save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_S).toString(QKeySequence::NativeText));
     QFont bold = end_->font();

@@ -9,6 +9,12 @@
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
+namespace {
+
+constexpr int kCaptionBack = 3257;
+constexpr int kCaptionSave = 3258;
+
+}  // namespace
 
 EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget* parent)
     : QDialog(parent), editor_(editor) {
@@ -18,8 +24,8 @@ EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget*
     text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     text_->setLineWrapMode(QPlainTextEdit::NoWrap);
     notice_ = new NoticeBar;
-    save_ = NewButton(captions, 3258);
-    auto* close = NewButton(captions, 3257);
+    save_ = NewButton(captions, kCaptionSave);
+    auto* close = NewButton(captions, kCaptionBack);
     save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_S).toString(QKeySequence::NativeText));
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

@@ -14,6 +14,10 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionZoomIn = 3705;
+constexpr int kCaptionZoomOut = 3706;
+constexpr int kCaptionCenter = 3707;
 constexpr int kCrossArm = 40;   // px
 constexpr int kCrossWidth = 3;  // px
 constexpr int kScrollStep = 40;
@@ -89,15 +93,15 @@ MapWindow::MapWindow(MapBox& map, const Captions& captions, QWidget* parent) : Q
     layout->addWidget(scroll_, 1);
     layout->addWidget(failure_, 1);
     layout->addLayout(NewButtons(captions));
-    resize(900, 680);
+    resize(720, 560);
 }
 
 QLayout* MapWindow::NewButtons(const Captions& captions) {
     auto* row = new QHBoxLayout;
-    auto* in = NewButton(captions, 3705);
-    auto* out = NewButton(captions, 3706);
-    center_ = NewButton(captions, 3707);
-    auto* close = NewButton(captions, 3352);
+    auto* in = NewButton(captions, kCaptionZoomIn);
+    auto* out = NewButton(captions, kCaptionZoomOut);
+    center_ = NewButton(captions, kCaptionCenter);
+    auto* close = NewButton(captions, kCaptionClose);
     connect(in, &QPushButton::clicked, this, [this] { Zoom('+'); });
     connect(out, &QPushButton::clicked, this, [this] { Zoom('-'); });
     connect(center_, &QPushButton::clicked, this, [this] { FindAlarmCenter(); });
@@ -110,6 +114,8 @@ QLayout* MapWindow::NewButtons(const Captions& captions) {
 void MapWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(map_.Title()));
     if (shownGeneration_ != map_.Generation()) LoadPicture();
+    // Beside the sheet, which often opens with it.
+    PutRight(*this, Qt::TopEdge);
     BringToFront(*this, by == OpenedBy::Operator);
     Refresh();
     FindAlarmCenter();

@@ -10,6 +10,10 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionFrom = 3354;
+constexpr int kCaptionTo = 3355;
+constexpr int kCaptionInPeriod = 3356;
+constexpr int kCaptionFromNow = 3357;
 constexpr int kTextCancel = 1400;
 
 OleDate DateOf(const QDateEdit& date, const QTimeEdit& time) {
@@ -33,16 +37,16 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     setModal(false);
     notice_ = new NoticeBar;
     auto* grid = new QGridLayout;
-    grid->addWidget(NewHeading(CaptionText(captions, 3354), start_.date), 0, 0);
+    grid->addWidget(NewHeading(CaptionText(captions, kCaptionFrom), start_.date), 0, 0);
     grid->addWidget(start_.date, 0, 1);
     grid->addWidget(start_.time, 0, 2);
-    grid->addWidget(NewHeading(CaptionText(captions, 3355), stop_.date), 1, 0);
+    grid->addWidget(NewHeading(CaptionText(captions, kCaptionTo), stop_.date), 1, 0);
     grid->addWidget(stop_.date, 1, 1);
     grid->addWidget(stop_.time, 1, 2);
     grid->setColumnMinimumWidth(1, 160);
     grid->setColumnStretch(1, 1);
-    inPeriod_ = NewButton(captions, 3356);
-    fromNow_ = NewButton(captions, 3357);
+    inPeriod_ = NewButton(captions, kCaptionInPeriod);
+    fromNow_ = NewButton(captions, kCaptionFromNow);
     auto* cancel = new QPushButton(ShownLine(captions.FromFile(kTextCancel)));
     cancel->setAutoDefault(false);
     auto* buttons = new QHBoxLayout;

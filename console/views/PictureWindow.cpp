@@ -6,6 +6,7 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionTitle = 3708;
 constexpr int kMargin = 12;
 constexpr int kCaptionSize = 18;  // points
 
@@ -14,12 +15,14 @@ constexpr int kCaptionSize = 18;  // points
 PictureWindow::PictureWindow(AlarmPicture& picture, const Captions& captions, QWidget* parent)
     : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint), picture_(picture) {
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setWindowTitle(PlainCaption(captions, 3708));
-    resize(560, 420);
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
+    resize(480, 360);
 }
 
 void PictureWindow::Show(OpenedBy) {
     Refresh();
+    // Where it hides neither menus nor buttons nor the upper rows of a list.
+    PutRight(*this, Qt::BottomEdge);
     BringToFront(*this, false);
 }
 

@@ -9,6 +9,10 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionTitle = 3710;
+constexpr int kCaptionPrint = 3711;
+constexpr int kCaptionSavePdf = 3712;
 constexpr int kGap = 16;         // px between pages
 constexpr int kPageWidth = 760;  // px
 
@@ -51,15 +55,15 @@ PreviewWindow::PreviewWindow(PageLayout layout, const Captions& captions, QWidge
     setModal(false);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(PlainCaption(captions, 3710));
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
     auto* scroll = new QScrollArea;
     scroll->setWidget(new Pages(std::move(layout)));
     scroll->setAlignment(Qt::AlignHCenter);
     scroll->setBackgroundRole(QPalette::Dark);
     notice_ = new NoticeBar;
-    auto* print = NewButton(captions, 3711);
-    auto* save = NewButton(captions, 3712);
-    auto* close = NewButton(captions, 3352);
+    auto* print = NewButton(captions, kCaptionPrint);
+    auto* save = NewButton(captions, kCaptionSavePdf);
+    auto* close = NewButton(captions, kCaptionClose);
     print->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

@@ -6,6 +6,7 @@
 
 #include <QtCore/QEventLoop>
 #include <QtGui/QPainter>
+#include <QtGui/QShortcut>
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
@@ -73,7 +74,16 @@ QString QtDialogs::ButtonText(int caption, const char* bilingual) const {
     return captions_ ? CaptionText(*captions_, caption) : QString::fromUtf8(bilingual);
 }
 
+// In front of a window that is out of sight nobody would see it.
+QWidget* QtDialogs::Parent() const {
+    QWidget* parent = parent_ ? parent_() : nullptr;
+    return parent && parent->isVisible() && !parent->isMinimized() ? parent : nullptr;
+}
+
 void QtDialogs::Await(QDialog& dialog) {
+    if (silence_) {
+        QObject::connect(new QShortcut(Qt::Key_F8, &dialog), &QShortcut::activated, &dialog, silence_);
+    }
     QEventLoop loop;
     QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
     QObject::connect(&dialog, &QObject::destroyed, &loop, &QEventLoop::quit);

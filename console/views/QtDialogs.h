@@ -22,6 +22,9 @@ class QtDialogs final : public Dialogs {
     /// The window that questions stand in front of.
     void UseParent(std::function<QWidget*()> parent) { parent_ = std::move(parent); }
 
+    /// What the key that silences the sound does while a question blocks the window that has it.
+    void UseSilence(std::function<void()> silence) { silence_ = std::move(silence); }
+
     void ShowMessage(const Text& text) override;
     /// A message that nobody waits for.
     void ShowNotice(const Text& text);
@@ -34,12 +37,13 @@ class QtDialogs final : public Dialogs {
 
  private:
     QString ButtonText(int caption, const char* bilingual) const;
-    QWidget* Parent() const { return parent_ ? parent_() : nullptr; }
+    QWidget* Parent() const;
     /// Until the dialog has been answered or is gone.
     void Await(QDialog& dialog);
 
     const Captions* captions_ = nullptr;
     std::function<QWidget*()> parent_{};
+    std::function<void()> silence_{};
     QPointer<QDialog> question_{};
 };
 

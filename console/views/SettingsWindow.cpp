@@ -9,7 +9,18 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kColumns[] = {3731, 3732, 3733, 3734};
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionTitle = 3730;
+constexpr int kCaptionSection = 3731;
+constexpr int kCaptionKey = 3732;
+constexpr int kCaptionValue = 3733;
+constexpr int kCaptionScope = 3734;
+constexpr int kCaptionWorkstation = 3735;
+constexpr int kCaptionCentre = 3736;
+constexpr int kCaptionPath = 3737;
+constexpr int kCaptionSearch = 3738;
+constexpr int kCaptionOnlyChanged = 3739;
+constexpr int kColumns[] = {kCaptionSection, kCaptionKey, kCaptionValue, kCaptionScope};
 constexpr int kRowPadding = 8;      // px
 constexpr int kColumnPadding = 12;  // px
 constexpr int kChangedRole = Qt::UserRole;
@@ -20,18 +31,18 @@ SettingsWindow::SettingsWindow(const SettingsList& settings, const Captions& cap
     : QDialog(parent) {
     setModal(false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(PlainCaption(captions, 3730));
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
     search_ = new QLineEdit;
-    search_->setPlaceholderText(CaptionText(captions, 3738));
+    search_->setPlaceholderText(CaptionText(captions, kCaptionSearch));
     search_->setClearButtonEnabled(true);
-    onlyChanged_ = new QCheckBox(CaptionText(captions, 3739));
+    onlyChanged_ = new QCheckBox(CaptionText(captions, kCaptionOnlyChanged));
     auto* top = new QHBoxLayout;
     top->addWidget(search_, 1);
     top->addWidget(onlyChanged_);
     table_ = new QTableWidget(0, static_cast<int>(std::size(kColumns)));
     Fill(settings, captions);
-    QLabel* path = NewDataLabel(ShownLine(captions(3737, {settings.Path()})));
-    auto* close = NewButton(captions, 3352);
+    QLabel* path = NewDataLabel(ShownLine(captions(kCaptionPath, {settings.Path()})));
+    auto* close = NewButton(captions, kCaptionClose);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(path, 1);
     bottom->addWidget(close);
@@ -58,7 +69,7 @@ void SettingsWindow::Fill(const SettingsList& settings, const Captions& captions
     table_->setRowCount(static_cast<int>(settings.Rows().size()));
     for (int row = 0; row < table_->rowCount(); ++row) {
         const SettingInForce& setting = settings.Rows()[static_cast<std::size_t>(row)];
-        const int scope = setting.scope == SettingScope::Centre ? 3736 : 3735;
+        const int scope = setting.scope == SettingScope::Centre ? kCaptionCentre : kCaptionWorkstation;
         const QString cells[] = {ShownLine(setting.section), ShownLine(setting.key), ShownLine(setting.value),
                                  CaptionText(captions, scope)};
         for (int column = 0; column < table_->columnCount(); ++column) {

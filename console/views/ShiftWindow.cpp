@@ -5,6 +5,14 @@
 #include <QtWidgets/QTreeWidget>
 
 namespace nordkeep {
+namespace {
+
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionPrint = 3711;
+constexpr int kCaptionTitle = 3750;
+constexpr int kCaptionNone = 3754;
+
+}  // namespace
 
 ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::function<void()> print,
                          QWidget* parent)
@@ -12,7 +20,7 @@ ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::f
     setModal(false);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(PlainCaption(captions, 3750));
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
     auto* tree = new QTreeWidget;
     tree->setHeaderHidden(true);
     for (const ShiftList::Part& part : list.Parts()) {
@@ -21,12 +29,12 @@ ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::f
         QFont bold = heading->font(0);
         bold.setBold(true);
         heading->setFont(0, bold);
-        if (part.lines.empty()) new QTreeWidgetItem(heading, {CaptionText(captions, 3754)});
+        if (part.lines.empty()) new QTreeWidgetItem(heading, {CaptionText(captions, kCaptionNone)});
         for (const Text& line : part.lines) new QTreeWidgetItem(heading, {ShownLine(line)});
         heading->setExpanded(true);
     }
-    auto* printButton = NewButton(captions, 3711);
-    auto* close = NewButton(captions, 3352);
+    auto* printButton = NewButton(captions, kCaptionPrint);
+    auto* close = NewButton(captions, kCaptionClose);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(printButton);

@@ -12,6 +12,16 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionPort = 3327;
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionTitle = 3563;
+constexpr int kCaptionNoPort = 3720;
+constexpr int kCaptionProtocol = 3721;
+constexpr int kCaptionAlarmCode = 3722;
+constexpr int kCaptionExtraText = 3723;
+constexpr int kCaptionPrio = 3724;
+constexpr int kCaptionType = 3725;
+constexpr int kCaptionRaise = 3726;
 constexpr int kLastProtocol = 40;
 
 }  // namespace
@@ -19,7 +29,7 @@ constexpr int kLastProtocol = 40;
 SimulationDialog::SimulationDialog(SimulationBox& simulation, const Captions& captions, QWidget* parent)
     : QDialog(parent), simulation_(simulation), captions_(captions) {
     setModal(false);
-    setWindowTitle(PlainCaption(captions, 3563));
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
     port_ = new QComboBox;
     protocol_ = new QSpinBox;
     protocol_->setRange(0, kLastProtocol);
@@ -28,15 +38,15 @@ SimulationDialog::SimulationDialog(SimulationBox& simulation, const Captions& ca
     const auto row = [&](int caption, QWidget* box) {
         form->addRow(NewHeading(CaptionText(captions, caption), box), box);
     };
-    row(3327, port_);
-    row(3721, protocol_);
-    row(3722, alarmCode_);
-    row(3723, extraText_);
-    row(3724, prio_);
-    row(3725, type_);
-    auto* raise = NewButton(captions, 3726);
+    row(kCaptionPort, port_);
+    row(kCaptionProtocol, protocol_);
+    row(kCaptionAlarmCode, alarmCode_);
+    row(kCaptionExtraText, extraText_);
+    row(kCaptionPrio, prio_);
+    row(kCaptionType, type_);
+    auto* raise = NewButton(captions, kCaptionRaise);
     raise->setDefault(true);
-    auto* close = NewButton(captions, 3352);
+    auto* close = NewButton(captions, kCaptionClose);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
     buttons->addWidget(raise);
@@ -52,7 +62,7 @@ SimulationDialog::SimulationDialog(SimulationBox& simulation, const Captions& ca
 void SimulationDialog::Show(OpenedBy by) {
     const int chosen = qMax(0, port_->currentIndex());
     port_->clear();
-    port_->addItem(CaptionText(captions_, 3720));
+    port_->addItem(CaptionText(captions_, kCaptionNoPort));
     for (const Text& name : simulation_.PortNames()) port_->addItem(ShownLine(name));
     port_->setCurrentIndex(chosen < port_->count() ? chosen : 0);
     BringToFront(*this, by == OpenedBy::Operator);

@@ -12,6 +12,7 @@ namespace {
 const QColor kNoticeBackground(0xFF, 0xE0, 0x8A);
 const QColor kGoodBackground(0xC9, 0xE7, 0xC9);
 constexpr int kNoticeSign = 22;  // px
+constexpr int kEdge = 36;        // px, between a window and the edge of the screen
 
 bool IsControl(QChar character) {
     const char16_t code = character.unicode();
@@ -188,6 +189,14 @@ void BringToFront(QWidget& window, bool takesFocus) {
     window.show();
     window.raise();
     if (takesFocus) window.activateWindow();
+}
+
+void PutRight(QWidget& window, Qt::Edge edge) {
+    const QScreen* screen = window.parentWidget() ? window.parentWidget()->screen() : window.screen();
+    if (!screen || window.testAttribute(Qt::WA_Moved)) return;
+    const QRect room = screen->availableGeometry().adjusted(0, kEdge, -kEdge, -kEdge);
+    const int top = edge == Qt::TopEdge ? room.top() : room.bottom() - window.height();
+    window.move(room.right() - window.width(), top);
 }
 
 void KeepOnScreen(QWidget& window) {

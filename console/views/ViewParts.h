@@ -71,6 +71,8 @@ class Chip final : public QLabel {
 
 /// Shows a window in front. One that opens by itself takes no focus from who types elsewhere.
 void BringToFront(QWidget& window, bool takesFocus);
+/// Puts a window that is shown for the first time to the right edge of the screen, at the top or the bottom.
+void PutRight(QWidget& window, Qt::Edge edge);
 /// Moves a window that lies off all present screens onto the nearest.
 void KeepOnScreen(QWidget& window);
 
