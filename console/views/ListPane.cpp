@@ -232,6 +232,11 @@ void ListPane::RoundEnds() {
 void ListPane::keyPressEvent(QKeyEvent* event) {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isEnter && event->modifiers() == Qt::NoModifier) return onActivate();
+    const bool isStep = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    // Behind a row that has gone nothing is selected: the first step takes the row that moved up.
+    if (isStep && currentIndex().isValid() && !selectionModel()->hasSelection()) {
+        return selectRow(currentIndex().row());
+    }
     QTableView::keyPressEvent(event);
 }
 

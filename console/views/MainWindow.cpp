@@ -141,12 +141,14 @@ void MainWindow::PopUp() {
 
 void MainWindow::ShowState() {
     if (isShowing_) return;
+    // On a client this may wait for the server, and what is clicked meanwhile counts.
+    const QString info = ShownText(box_.AlarmInfo());
     isShowing_ = true;
     ShowCommands();
     ShowTabs();
     banners_->Show(box_.Banners());
     ShowStatus();
-    ShowAlarmInfo();
+    ShowAlarmInfo(info);
     ShowFloating(sysLogWindow_, box_.Tabs().isSysLogWindow);
     ShowFloating(debugWindow_, box_.Tabs().isDebugWindow);
     if (debug_) debug_->Refresh();
@@ -191,8 +193,8 @@ void MainWindow::ShowTabs() {
     }
 }
 
-void MainWindow::ShowAlarmInfo() {
-    SetBoxText(*info_, ShownText(box_.AlarmInfo()));
+void MainWindow::ShowAlarmInfo(const QString& text) {
+    SetBoxText(*info_, text);
     const Text link = box_.Link();
     link_->setVisible(!link.empty());
     link_->setToolTip(PlainToolTip(ShownLine(link)));

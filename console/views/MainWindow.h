@@ -83,7 +83,7 @@ class MainWindow final : public QMainWindow, public MainBoxScreen {
     // Showing
     void ShowCommands();
     void ShowTabs();
-    void ShowAlarmInfo();
+    void ShowAlarmInfo(const QString& text);
     void ShowStatus();
     void ShowFloating(QWidget* window, bool isShown);
     void ShowTray();

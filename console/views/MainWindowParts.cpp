@@ -85,9 +85,7 @@ void MainWindow::AddActions() {
             action->setShortcutContext(command == Command::FileSoundStop ? Qt::ApplicationShortcut
                                                                          : Qt::WindowShortcut);
         }
-        connect(action, &QAction::triggered, this, [this, command] {
-            if (!isShowing_) Run(command);
-        });
+        connect(action, &QAction::triggered, this, [this, command] { Run(command); });
         addAction(action);
         actions_[static_cast<std::size_t>(number)] = action;
     }

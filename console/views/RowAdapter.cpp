@@ -59,6 +59,7 @@ QVariant RowAdapter::data(const QModelIndex& index, int role) const {
 QVariant RowAdapter::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal) return {};
     if (role == Qt::DisplayRole) return section == 0 ? QString() : ShownLine(rows_.Heading(section - 1));
+    if (role == Qt::ToolTipRole && section > 0) return PlainToolTip(ShownLine(rows_.Heading(section - 1)));
     if (role == Qt::TextAlignmentRole) return static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter);
     return {};
 }
