@@ -9,10 +9,12 @@ namespace {
 
 using tools::Modem;
 
-/// A modem at the end of a played serial line. It answers after a while, in one piece or cut in two.
+/// A modem at the end of a played line. It answers after a while, in one piece or cut in two.
 class ModemOnLine {
  public:
-    ModemOnLine(ManualTime& time, FakeMSComm& line) : time_(time), line_(line) {
+    /// `sent` is what the port has sent; `arrive` brings bytes to it.
+    ModemOnLine(ManualTime& time, Text& sent, std::function<void(const Text&)> arrive)
+        : time_(time), sent_(sent), arrive_(std::move(arrive)) {
         timer_ = time.NewTimer([this] { Look(); });
         timer_->Start(5);
     }
@@ -32,16 +34,17 @@ class ModemOnLine {
 
  private:
     void Look() {
-        const Text bytes = std::exchange(line_.sent, {});
+        const Text bytes = std::exchange(sent_, {});
         const Text answer = modem.Take(bytes);
         if (!answer.empty()) Say(answer);
     }
-    void Arrive(const Text& piece) {
-        if (line_.isOpen && !piece.empty()) line_.Arrive(piece);
+    void Arrive(const Text& piece) const {
+        if (!piece.empty()) arrive_(piece);
     }
 
     ManualTime& time_;
-    FakeMSComm& line_;
+    Text& sent_;
+    std::function<void(const Text&)> arrive_;
     std::unique_ptr<Timer> timer_{};
 };
 
@@ -54,9 +57,8 @@ class GsmPortTest : public PortWorld {
 
     void AddPort(const Text& name, const Text& more) {
         folder.Write("Settings\\" + name + ".ini",
-                     "[General]\r\nPortType=RS232\r\nMessageFormat=3\r\nPauseBetweenEachPoll=10\r\n"
-                     "EmptyLocationsToPoll=2\r\n" +
-                         more + "\r\n");
+                     "[General]\r\nMessageFormat=3\r\nPauseBetweenEachPoll=10\r\nEmptyLocationsToPoll=2\r\n" +
+                         more + "\r\nPortType=RS232\r\n");
     }
     void Start(const Text& more = "InitInterval=-1") {
         AddPort("Port1", more);
@@ -64,7 +66,11 @@ class GsmPortTest : public PortWorld {
     }
     void Begin() {
         ports.Discover(parts);
-        for (FakeMSComm* line : serial.made) modems.push_back(std::make_unique<ModemOnLine>(time, *line));
+        for (FakeMSComm* line : serial.made) {
+            modems.push_back(std::make_unique<ModemOnLine>(time, line->sent, [line](const Text& piece) {
+                if (line->isOpen) line->Arrive(piece);
+            }));
+        }
         ticker->Start(1000);
     }
     ModemOnLine& First() { return *modems.at(0); }
@@ -120,6 +126,30 @@ TEST_F(GsmPortTest, ReadsAndDeletesTheMessagesOfTheCard) {
             EXPECT_EQ(First().Count("AT+CMGR=4"), 1u);
             EXPECT_EQ(First().Count("AT+CMGR=6"), 0u);
         }
+    }
+}
+
+TEST_F(GsmPortTest, WorksBehindATcpLine) {
+    for (const char* type : {"TCPC", "TCPS"}) {
+        ports = PortList();
+        sockets.made.clear();
+        intake.events.clear();
+        Start("PortType=" + Text(type) +
+              "\r\nPortSetting=h\r\nPortNumber=7000\r\nInitInterval=60\r\nPollInterval=60");
+        time.Advance(2000);
+        const bool calls = Text(type) == "TCPC";
+        FakeWinsock& line = sockets.Last();
+        if (calls) {
+            line.Establish();
+        } else {
+            sockets.At(0).CallIn();
+        }
+        ModemOnLine modem(time, line.sent, [&line](const Text& piece) { line.Arrive(piece); });
+        modem.modem.messages = {{1, {"070", "A"}}};
+        time.Advance(10'000);
+        EXPECT_EQ(Texts(), (std::vector<Text>{"|A"})) << type;
+        EXPECT_EQ(modem.Count("AT+CMGF=1"), 1u) << type;
+        EXPECT_TRUE(modem.modem.messages.empty()) << type;
     }
 }
 
