@@ -146,6 +146,7 @@ Text DecodeHeaderWords(TextView value) {
     Text bytes;  // of adjacent words in one character set: a letter may be cut in two
     TextView charset;
     const auto flush = [&] {
+        if (bytes.empty()) return;
         decoded += FromCharset(bytes, charset).value_or("");
         bytes.clear();
     };

@@ -81,6 +81,7 @@ MapWindow::MapWindow(MapBox& map, const Captions& captions, QWidget* parent) : Q
     setModal(false);
     canvas_ = new Canvas(map);
     canvas_->installEventFilter(this);
+    canvas_->setFocusPolicy(Qt::StrongFocus);
     scroll_ = new QScrollArea;
     scroll_->setWidget(canvas_);
     scroll_->setAlignment(Qt::AlignCenter);
@@ -119,6 +120,7 @@ void MapWindow::Show(OpenedBy by) {
     BringToFront(*this, by == OpenedBy::Operator);
     Refresh();
     FindAlarmCenter();
+    canvas_->setFocus();
 }
 
 void MapWindow::LoadPicture() {
@@ -180,12 +182,36 @@ void MapWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 bool MapWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == canvas_ && event->type() == QEvent::MouseMove) {
-        const QPointF at = static_cast<QMouseEvent*>(event)->position();
-        map_.MoveMouse({static_cast<int>(at.x()), static_cast<int>(at.y())});
-        status_->setText(ShownLine(map_.StatusText()));
+    if (watched != canvas_) return QDialog::eventFilter(watched, event);
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+            draggedFrom_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+            return true;
+        case QEvent::MouseMove:
+            MoveMouse(*static_cast<QMouseEvent*>(event));
+            return true;
+        case QEvent::Wheel:
+            return TurnWheel(*static_cast<QWheelEvent*>(event));
+        default:
+            return QDialog::eventFilter(watched, event);
     }
-    return QDialog::eventFilter(watched, event);
+}
+
+// With a button down the map is dragged.
+void MapWindow::MoveMouse(const QMouseEvent& event) {
+    if (event.buttons() & Qt::LeftButton) {
+        const QPoint now = event.globalPosition().toPoint();
+        ScrollBy(draggedFrom_.x() - now.x(), draggedFrom_.y() - now.y());
+        draggedFrom_ = now;
+    }
+    map_.MoveMouse({static_cast<int>(event.position().x()), static_cast<int>(event.position().y())});
+    status_->setText(ShownLine(map_.StatusText()));
+}
+
+bool MapWindow::TurnWheel(const QWheelEvent& event) {
+    if (!(event.modifiers() & Qt::ControlModifier) || event.angleDelta().y() == 0) return false;
+    map_.AdjustZoom(event.angleDelta().y() > 0 ? '+' : '-');
+    return true;
 }
 
 void MapWindow::closeEvent(QCloseEvent* event) {

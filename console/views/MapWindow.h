@@ -30,6 +30,8 @@ class MapWindow final : public QDialog, public WindowView {
     void FindAlarmCenter();
     void ScrollBy(int x, int y);
     void Zoom(char key);
+    void MoveMouse(const QMouseEvent& event);
+    bool TurnWheel(const QWheelEvent& event);
 
     MapBox& map_;
     QScrollArea* scroll_ = nullptr;
@@ -37,6 +39,7 @@ class MapWindow final : public QDialog, public WindowView {
     QLabel* failure_ = nullptr;
     QLabel* status_ = nullptr;
     QPushButton* center_ = nullptr;
+    QPoint draggedFrom_{};  // on the screen
     unsigned shownGeneration_ = 0;
 };
 

@@ -5,10 +5,9 @@
 
 #include <QtCore/QLocale>
 #include <QtGui/QFontDatabase>
+#include <QtGui/QFontInfo>
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QPainter>
-
-#include <algorithm>
 
 namespace nordkeep {
 namespace {
@@ -33,18 +32,44 @@ QFont FontOf(const PrinterSettings& look) {
     return font;
 }
 
-/// How many characters from `start` fit into the width; at least one.
-qsizetype FittingLength(const QFontMetricsF& metrics, const QString& line, qsizetype start, qreal width) {
-    qsizetype fits = 1;
-    // Four times what fits on the average: enough for a line of the narrowest letters.
-    const auto most = static_cast<qsizetype>(4 * width / qMax<qreal>(1, metrics.averageCharWidth())) + 2;
-    qsizetype tooLong = qMin(line.size() - start + 1, most);
-    while (fits + 1 < tooLong) {
-        const qsizetype middle = (fits + tooLong) / 2;
-        (metrics.horizontalAdvance(line.mid(start, middle)) <= width ? fits : tooLong) = middle;
+/// Measures lines. A document can have tens of thousands, so that with a font of fixed width, the usual one,
+/// nothing is measured but one letter.
+class LineMeasure {
+ public:
+    explicit LineMeasure(const QFont& font)
+        : metrics_(font), isFixed_(QFontInfo(font).fixedPitch()), letter_(metrics_.horizontalAdvance(u'0')) {}
+
+    /// How many characters from `start` fit into the width; at least one of those that are left.
+    qsizetype Fitting(const QString& line, qsizetype start, qreal width) const {
+        const qsizetype rest = line.size() - start;
+        if (isFixed_) return qBound<qsizetype>(qMin<qsizetype>(1, rest), OfLetter(width, letter_), rest);
+        if (metrics_.horizontalAdvance(line.mid(start, 2 * OfLetter(width, letter_))) <= width &&
+            rest <= 2 * OfLetter(width, letter_)) {
+            return rest;
+        }
+        return Search(line, start, width);
     }
-    return fits;
-}
+
+ private:
+    static qsizetype OfLetter(qreal width, qreal letter) {
+        return static_cast<qsizetype>(width / qMax<qreal>(1, letter));
+    }
+    qsizetype Search(const QString& line, qsizetype start, qreal width) const {
+        // Four times what fits on the average: enough for a line of the narrowest letters.
+        const qsizetype most = 4 * OfLetter(width, metrics_.averageCharWidth()) + 2;
+        qsizetype fits = 1;
+        qsizetype tooLong = qMin(line.size() - start + 1, most);
+        while (fits + 1 < tooLong) {
+            const qsizetype middle = (fits + tooLong) / 2;
+            (metrics_.horizontalAdvance(line.mid(start, middle)) <= width ? fits : tooLong) = middle;
+        }
+        return fits;
+    }
+
+    QFontMetricsF metrics_;
+    bool isFixed_;
+    qreal letter_;
+};
 
 }  // namespace
 
@@ -60,15 +85,13 @@ PageLayout::PageLayout(const PrintDocument& document, QSizeF paper, QString prin
     bold_.setBold(true);
     lineHeight_ = QFontMetricsF(font_).lineSpacing();
     PlaceBody(document);
-    const QFontMetricsF metrics(font_);
-    const bool isTooWide = std::ranges::any_of(document.lines, [&](const Text& line) {
-        return metrics.horizontalAdvance(ShownLine(line)) > body_.width();
-    });
+    BreakLines(document);
+    const bool isTooWide = lines_.size() > static_cast<qsizetype>(document.lines.size());
     if (isTooWide && page_.height() > page_.width()) {
         page_.setSize(page_.size().transposed());
         PlaceBody(document);
+        BreakLines(document);
     }
-    BreakLines(document);
     pageCount_ = qMax(1, static_cast<int>((lines_.size() + linesOnPage_ - 1) / linesOnPage_));
 }
 
@@ -82,15 +105,13 @@ void PageLayout::PlaceBody(const PrintDocument& document) {
 }
 
 void PageLayout::BreakLines(const PrintDocument& document) {
-    const QFontMetricsF metrics(font_);
-    const qreal narrowest = metrics.maxWidth();
+    const LineMeasure measure(font_);
+    lines_.clear();
     for (const Text& text : document.lines) {
         const QString line = ShownLine(text);
         qsizetype start = 0;
         do {
-            const bool fits = static_cast<qreal>(line.size() - start) * narrowest <= body_.width();
-            const qsizetype length =
-                fits ? line.size() - start : FittingLength(metrics, line, start, body_.width());
+            const qsizetype length = measure.Fitting(line, start, body_.width());
             lines_ << line.mid(start, length);
             start += length;
         } while (start < line.size());

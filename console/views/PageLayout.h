@@ -23,6 +23,8 @@ class PageLayout {
     PageLayout(const PrintDocument& document, QSizeF paper, QString printedAt, const Captions& captions);
 
     int PageCount() const { return pageCount_; }
+    /// The lines as they stand on the pages.
+    const QStringList& Lines() const { return lines_; }
     QSizeF PageSize() const { return page_.size(); }
     /// Paints one page, from 0, in the layout's units.
     void Paint(QPainter& painter, int page) const;

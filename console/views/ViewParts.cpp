@@ -209,7 +209,8 @@ void KeepOnScreen(QWidget& window) {
     if (size != window.size()) window.resize(size);
     const int left = qBound(room.left(), frame.left(), qMax(room.left(), room.right() - size.width()));
     const int top = qBound(room.top(), frame.top(), qMax(room.top(), room.bottom() - size.height()));
-    if (window.isVisible() && QPoint(left, top) != frame.topLeft()) window.move(left, top);
+    const bool isPlaced = window.isVisible() || window.testAttribute(Qt::WA_Moved);
+    if (isPlaced && QPoint(left, top) != frame.topLeft()) window.move(left, top);
 }
 
 }  // namespace nordkeep

@@ -47,6 +47,18 @@ TEST(PageLayout, BreaksPagesAndLongLines) {
     EXPECT_GE(odd.PageCount(), 1);
 }
 
+TEST(PageLayout, KeepsEveryCharacterOfALine) {
+    const PrintWorld w;
+    for (const char* font : {"", "DejaVu Sans"}) {
+        const PageLayout layout({.lines = {Text(30, 'W'), Text(4000, 'i')}, .look = {.FontName = font}},
+                                {210, 297}, "", w.captions);
+        QString all;
+        for (const QString& line : layout.Lines()) all += line;
+        EXPECT_EQ(all.count(u'W'), 30);
+        EXPECT_EQ(all.count(u'i'), 4000);
+    }
+}
+
 TEST(PrintJobs, SavesAPdfFile) {
     PrintWorld w;
     const QString path = QString::fromStdString(w.folder.Resolve("a.pdf"));

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "console/views/AboutBox.h"
+#include "console/views/CommentSheet.h"
+#include "console/views/EditorWindow.h"
+#include "console/views/LoginDialog.h"
+#include "console/views/MapWindow.h"
+#include "console/views/PeriodDialog.h"
+#include "console/views/PictureWindow.h"
+#include "console/views/PreviewWindow.h"
+#include "console/views/ReconnectDialog.h"
+#include "console/views/SettingsWindow.h"
+#include "console/views/ShiftWindow.h"
+#include "console/views/SimulationDialog.h"
+#include "tests/console/SheetWorld.h"
+#include "tests/doubles/RecordingIntake.h"
+
+#include <QtCore/QBuffer>
+#include <QtWidgets/QApplication>
+
+#include <fstream>
+
+namespace nordkeep {
+
+inline Text LanguageFile(const char* number) {
+    std::ifstream file(std::string(NORDKEEP_SOURCE_DIR) + "/languages/NK_Lang." + number, std::ios::binary);
+    return Text{std::istreambuf_iterator<char>(file), {}};
+}
+
+inline Text PngOf(int width, int height) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "PNG");
+    return Text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+struct LanguageWorld : SheetWorld {
+    explicit LanguageWorld(const char* number) { language.LoadFrom(LanguageFile(number)); }
+};
+
+/// What nobody means well with.
+inline Text Hostile() {
+    return "<b>fat</b><img src=x> &File %1 \x01\x1b " + Text(2000, 'W');
+}
+
+/// Every window of the operator with something in it, in one language.
+struct AllWindows : LanguageWorld {
+    /// The sample stands wherever a text comes from data.
+    explicit AllWindows(const char* languageNumber, Text sampleText = Hostile())
+        : LanguageWorld(languageNumber), sample(std::move(sampleText)) {
+        folder.Write("Information\\A\\B\\1.TXT", sample);
+        folder.Write("Information\\A\\B\\1\\E1.TXT", sample);
+        folder.Write(kComments, sample);
+        folder.Write("Settings\\TorvexReceivers.INI", "[Receivers]\r\n1=" + sample + "\r\n");
+        folder.Write("Maps\\Shop.png", PngOf(64, 48));
+        Raise("1", kStatusAcknowledged, sample);
+        alarm = &Raise("1", kStatusNew, sample);
+        auto set = std::make_unique<cTranslate>();
+        set->m_FileName = "A/B";
+        set->m_IdCodes.push_back(std::make_unique<cIDCode>());
+        set->m_IdCodes.back()->m_IdCode = "1";
+        set->m_IdCodes.back()->m_ObjectName = sample;
+        translations.Add(std::move(set));
+        sheet.SetView(sheetWindow);
+        mapBox.SetView(mapWindow);
+        picture.SetView(pictureWindow);
+        login.SetView(loginDialog);
+        reconnect.SetView(reconnectDialog);
+        period.SetView(periodDialog);
+        editor.SetView(editorWindow);
+        simulation.SetView(simulationDialog);
+        settingsList.Add(CommentSettingRows());
+    }
+    std::vector<QWidget*> Open() {
+        sheet.OpenAlarm(alarm->m_FilePointer, OpenedBy::Operator);
+        mapBox.Open("Shop.png/10/20", 0, OpenedBy::Operator);
+        picture.Show(1, sample, false);
+        login.Open(OpenedBy::Operator);
+        reconnect.ShowLinkState(LinkState::Lost);
+        period.Open("A/B", "1");
+        editor.Open({kComments, sample, ""});
+        simulation.Open();
+        settingsWindow = std::make_unique<SettingsWindow>(settingsList, captions);
+        about = std::make_unique<AboutBox>(MakeAboutText(captions, "1", sample, Role::Server), captions);
+        shift = std::make_unique<ShiftWindow>(
+            ShiftList({*store, translations, captions, time, printerSettings}), captions, [] {});
+        shift->setAttribute(Qt::WA_DeleteOnClose, false);
+        preview = std::make_unique<PreviewWindow>(
+            PageLayout({.title = sample, .heading = sample, .lines = {sample, "x"}}, {210, 297}, "now",
+                       captions),
+            captions);
+        preview->setAttribute(Qt::WA_DeleteOnClose, false);
+        for (QWidget* window :
+             {static_cast<QWidget*>(settingsWindow.get()), static_cast<QWidget*>(about.get()),
+              static_cast<QWidget*>(shift.get()), static_cast<QWidget*>(preview.get())}) {
+            window->show();
+        }
+        QApplication::processEvents();
+        return {&sheetWindow,         &mapWindow,    &pictureWindow, &loginDialog,
+                &reconnectDialog,     &periodDialog, &editorWindow,  &simulationDialog,
+                settingsWindow.get(), about.get(),   shift.get(),    preview.get()};
+    }
+
+    Text sample;
+    cAlarm* alarm = nullptr;
+    CommentSheet sheetWindow{sheet, captions};
+    MapBox mapBox{{.files = dataFiles, .dataFolder = folder.Tree(), .captions = captions, .loop = time}};
+    MapWindow mapWindow{mapBox, captions};
+    PictureSettings pictures{};
+    AlarmPicture picture{pictures, folder.Tree(), time};
+    PictureWindow pictureWindow{picture, captions};
+    LoginBox login{[](const Text&, const Text&) {}};
+    LoginDialog loginDialog{login, captions};
+    ReconnectBox reconnect{{.language = language,
+                            .captions = captions,
+                            .clock = time,
+                            .loop = time,
+                            .reconnectNow = [] {},
+                            .endProgram = [] {}}};
+    ReconnectDialog reconnectDialog{reconnect, language};
+    PeriodBox period{{.translations = translations,
+                      .setService = [](cTranslate&, cIDCode&, const ServicePeriod&) {},
+                      .captions = captions,
+                      .clock = time,
+                      .rights = [this] { return rights; }}};
+    PeriodDialog periodDialog{period, captions};
+    EditorBox editor{{.files = dataFiles,
+                      .dataFolder = folder.Tree(),
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .mayEdit = [] { return true; }}};
+    EditorWindow editorWindow{editor, captions};
+    RecordingIntake intake{};
+    SimulationBox simulation{
+        {.intake = intake, .translations = translations, .clock = time, .loop = time, .ports = [this] {
+             return std::vector<SimulationBox::Port>{{sample, nullptr}};
+         }}};
+    SimulationDialog simulationDialog{simulation, captions};
+    SettingsList settingsList{files, sample};
+    std::unique_ptr<SettingsWindow> settingsWindow{};
+    std::unique_ptr<AboutBox> about{};
+    std::unique_ptr<ShiftWindow> shift{};
+    std::unique_ptr<PreviewWindow> preview{};
+};
+
+}  // namespace nordkeep
