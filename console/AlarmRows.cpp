@@ -23,6 +23,7 @@ void AlarmRows::SetLooks(const AlarmRowLooks* looks, AlarmColumns columns) {
     looks_ = looks;
     columns_ = std::move(columns);
     sorting_ = {};
+    for (const auto& [key, item] : items_) item->searchText = Text();
     MarkAll();
 }
 
@@ -43,6 +44,7 @@ ListItem& AlarmRows::Update(const cAlarm& alarm) {
     const bool hasIcon = alarm.m_Status >= kStatusNew && alarm.m_Status <= kStatusAcknowledged;
     item->icon = hasIcon ? alarm.m_Status : kStatusNew;
     ListItem& row = *item;
+    row.searchText.clear();
     FlushWhenTooMuchWaits();
     return row;
 }
@@ -181,12 +183,15 @@ std::size_t AlarmRows::PlaceOf(const ListItem& item) const {
     return PlaceFor(item);  // no two rows stand at the same place
 }
 
-bool AlarmRows::PassesFilter(const ListItem& item) const {
+bool AlarmRows::PassesFilter(ListItem& item) const {
     if (words_.empty() || !looks_ || !looks_->cells) return true;
-    const cAlarm* alarm = looks_->cells->RecordOf(item.filePointer);
-    if (!alarm) return false;
-    const Text all = looks_->cells->SearchText(*alarm, columns_.fields);
-    return std::ranges::all_of(words_, [&](const Text& word) { return all.find(word) != Text::npos; });
+    if (item.searchText.empty()) {
+        const cAlarm* alarm = looks_->cells->RecordOf(item.filePointer);
+        if (!alarm) return false;
+        item.searchText = looks_->cells->SearchText(*alarm, columns_.fields);
+    }
+    return std::ranges::all_of(words_,
+                               [&](const Text& word) { return item.searchText.find(word) != Text::npos; });
 }
 
 void AlarmRows::SetFilter(TextView words) {
@@ -196,6 +201,9 @@ void AlarmRows::SetFilter(TextView words) {
     }
     if (upper == words_) return;
     words_ = std::move(upper);
+    if (words_.empty()) {
+        for (const auto& [key, item] : items_) item->searchText = Text();
+    }
     MarkAll();
     Flush();
 }

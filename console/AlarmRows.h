@@ -15,6 +15,7 @@ struct ListItem {
 
     std::uint64_t arrival = 0;  // place in the order of arrival
     Text sortKey{};             // by which the row stands where it stands
+    Text searchText{};          // what a filter looks through; empty until it does
     bool isShown = false;       // stands among the rows that are shown
     bool isMarked = false;      // is to be painted again, and perhaps moved
     bool isGone = false;
@@ -81,7 +82,7 @@ class AlarmRows final : public RowModel {
 
     bool StandsBefore(const ListItem& a, const ListItem& b) const;
     Text NewSortKey(const ListItem& item) const;
-    bool PassesFilter(const ListItem& item) const;
+    bool PassesFilter(ListItem& item) const;
     std::size_t PlaceFor(const ListItem& item) const;
     std::size_t PlaceOf(const ListItem& item) const;
 

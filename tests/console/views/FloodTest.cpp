@@ -116,6 +116,15 @@ TEST(Flood, CostsLittleMoreThanABareTable) {
         raise(kRowsInARound);
         world.Tick();
     });
+    QElapsedTimer timer;
+    timer.start();
+    list.Rows().ClickHeading(4);
+    const auto sortMs = timer.restart();
+    world.Box().SetFilter(Tab::Unacked, "f");
+    const auto firstMs = timer.restart();
+    world.Box().SetFilter(Tab::Unacked, "fi");
+    std::printf("ms for all rows: sort %lld, first filter %lld, next %lld\n", sortMs, firstMs,
+                timer.elapsed());
     std::printf("ms a round, average and longest: bare %.2f %.2f, list %.2f %.2f, sorted %.2f %.2f\n",
                 plain.averageMs, plain.longestMs, inserted.averageMs, inserted.longestMs, sorted.averageMs,
                 sorted.longestMs);
