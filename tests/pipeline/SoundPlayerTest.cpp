@@ -2,6 +2,7 @@
 #include "platform/posix/AplaySound.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
+#include "tests/doubles/WaveFile.h"
 
 #include <gtest/gtest.h>
 
@@ -93,20 +94,6 @@ TEST_F(SoundPlayerTest, AFailingSoundCostsOneLineAndBacksOff) {
     EXPECT_EQ(lines.size(), 2u) << "a new series of failures";
 }
 
-/// Silence of a tenth of a second.
-Text WaveFile() {
-    const auto number = [](std::uint32_t value, int bytes) {
-        Text text;
-        for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 0xFF);
-        return text;
-    };
-    const Text data(800, '\x80');
-    const Text format =
-        number(1, 2) + number(1, 2) + number(8000, 4) + number(8000, 4) + number(1, 2) + number(8, 2);
-    return "RIFF" + number(36 + 800, 4) + "WAVEfmt " + number(16, 4) + format + "data" + number(800, 4) +
-           data;
-}
-
 TEST_F(SoundPlayerTest, TheSystemsPlayerPlaysAndFails) {
     AplaySound aplay;
     SoundPlayer real({folder.Tree(), language, log, aplay}, {"Sounds\\alarm.wav", "null"});
@@ -119,7 +106,7 @@ TEST_F(SoundPlayerTest, TheSystemsPlayerPlaysAndFails) {
         }
         EXPECT_FALSE(real.IsSounding());
     };
-    folder.Write("Sounds\\alarm.wav", WaveFile());
+    folder.Write("Sounds\\alarm.wav", SilentWaveFile());
     playToTheEnd();
     EXPECT_TRUE(lines.empty());
     RemoveFile(folder.Resolve("Sounds\\alarm.wav"));
