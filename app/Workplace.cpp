@@ -52,7 +52,8 @@ Workplace::Workplace(const Needs& needs)
                  .language = needs.foundation.Texts(),
                  .clock = needs.foundation.Platform().clock,
                  .role = needs.foundation.CopyRole(),
-                 .silenceSound = [this] { needs_.outputs.Sound().Silence(); }}),
+                 .silenceSound = [this] { needs_.outputs.Sound().Silence(); },
+                 .alarmEnded = [this](std::int32_t filePointer) { windows_.AlarmEnded(filePointer); }}),
       sheet_(SheetNeeds()),
       map_({.files = *files_,
             .dataFolder = needs.foundation.DataFolder(),
@@ -67,7 +68,7 @@ Workplace::Workplace(const Needs& needs)
                 .store = needs.store,
                 .loop = needs.foundation.Platform().loop,
                 .isQuestionUp = [this] { return IsQuestionUp(); },
-                .isFlood = [this] { return rate_.IsFlood(needs_.foundation.Platform().clock.MonotonicMs()); },
+                .isFlood = [this] { return IsFlood(); },
                 .isRequestPending = [this] { return IsRequestPending(); }}),
       login_([this](const Text& userName, const Text& password) { SendLogin(userName, password); }),
       reconnect_(ReconnectNeeds()),
@@ -198,6 +199,10 @@ ConsoleEffects Workplace::Effects() {
                 [this] {
                     if (screen_) screen_->ShowAbout();
                 },
+            .showShiftList =
+                [this] {
+                    if (screen_) screen_->ShowShiftList();
+                },
             .print = [this](const AlarmRows& list, const std::vector<Text>& keys) { PrintRows(list, keys); },
             .editText =
                 [this](const Text& path) {
@@ -231,6 +236,7 @@ ConsoleSurroundings Workplace::Surroundings() const {
             .clients = slots ? static_cast<int>(slots->ConnectedCount()) : 0,
             .isSounding = needs_.outputs.Sound().IsSounding(),
             .arePortsDisabled = needs_.conditions.arePortsDisabled,
+            .isFlood = IsFlood(),
             .hasGoogolPort = needs_.hasGoogolPort(),
             .isSimulation = foundation.Switches().simulate,
             .mayAskServer = !IsRequestPending()};
@@ -240,6 +246,10 @@ void Workplace::FirstShown() {
     const NetworkSettings& network = needs_.foundation.Network();
     const bool logsInByItself = !network.AutoLoginUserName.empty() && !network.AutoLoginPassword.empty();
     if (IsClient() && network.ViewLoginFormAutomatically && !logsInByItself) AskForLogin();
+}
+
+bool Workplace::IsFlood() const {
+    return rate_.IsFlood(needs_.foundation.Platform().clock.MonotonicMs());
 }
 
 void Workplace::Tick(int elapsedMs) {

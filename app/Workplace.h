@@ -128,6 +128,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
 
     bool IsClient() const { return needs_.foundation.CopyRole() == Role::Client; }
     bool IsRequestPending() const;
+    bool IsFlood() const;
     bool IsQuestionUp() const { return screen_ && screen_->IsQuestionUp(); }
     OperatorRights Rights() const;
     ConsoleSurroundings Surroundings() const;

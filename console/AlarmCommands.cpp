@@ -27,6 +27,7 @@ void AlarmCommands::End(cAlarm& alarm) {
     alarm.m_AckedTime = needs_.clock.Now();
     needs_.store.UpdateToDisk(alarm);
     needs_.store.UpdateAlarmLists(alarm);
+    needs_.alarmEnded(alarm.m_FilePointer);
 }
 
 void AlarmCommands::AckAll(bool isFiltered) {

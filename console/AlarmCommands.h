@@ -23,6 +23,8 @@ class AlarmCommands {
         const Clock& clock;
         Role role = Role::StandAlone;
         std::function<void()> silenceSound = [] {};
+        /// An alarm has been ended here: its picture goes.
+        std::function<void(std::int32_t filePointer)> alarmEnded = [](std::int32_t) {};
     };
     explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
 

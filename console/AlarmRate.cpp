@@ -18,14 +18,14 @@ void AlarmRate::Note(std::int64_t nowMs) {
     IsFlood(nowMs);
 }
 
-bool AlarmRate::IsFlood(std::int64_t nowMs) {
+bool AlarmRate::IsFlood(std::int64_t nowMs) const {
     Forget(nowMs);
     if (times_.size() >= kFloodBegins) isFlood_ = true;
     if (times_.size() < kFloodEnds) isFlood_ = false;
     return isFlood_;
 }
 
-void AlarmRate::Forget(std::int64_t nowMs) {
+void AlarmRate::Forget(std::int64_t nowMs) const {
     while (!times_.empty() && times_.front() <= nowMs - kSpanMs) times_.pop_front();
 }
 

@@ -11,13 +11,14 @@ class AlarmRate {
  public:
     /// A new alarm, at a time that only goes forward, ms.
     void Note(std::int64_t nowMs);
-    bool IsFlood(std::int64_t nowMs);
+    bool IsFlood(std::int64_t nowMs) const;
 
  private:
-    void Forget(std::int64_t nowMs);
+    void Forget(std::int64_t nowMs) const;
 
-    std::deque<std::int64_t> times_{};
-    bool isFlood_ = false;
+    // Of the last minute, brought up to date whenever somebody asks.
+    mutable std::deque<std::int64_t> times_{};
+    mutable bool isFlood_ = false;
 };
 
 }  // namespace nordkeep

@@ -248,6 +248,8 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3761, "Storlek"},
     {3762, "Fet"},
     {3763, "Kursiv"},
+    {3764, "Överlä&mning..."},
+    {3765, "Många larm på en gång - blad och kartor öppnas inte av sig själva"},
 };
 
 }  // namespace

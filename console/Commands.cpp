@@ -85,6 +85,7 @@ constexpr Rule kRules[] = {
     {C::MenuUpdate, 3049, "", Right::Operate, &Always},
     {C::PrinterFont, 3050, "", Right::Edit, &Always},
     {C::SelectAll, 3051, "Ctrl+A", Right::None, &IsAlarmList},
+    {C::ShiftHandover, 3764, "", Right::Operate, &Always},
     {C::Keys, 3640, "F1", Right::None, &Always},
     {C::About, 3052, "", Right::None, &Always},
     {C::PopupComments, 3100, "", Right::Operate, &IsAlarmSelected},
@@ -132,8 +133,8 @@ constexpr int Item(Command command) {
 }
 constexpr int kFileMenu[] = {Item(C::FileLogin), Item(C::FileLogout), Item(C::SetClock), kMenuSeparator,
                              Item(C::Exit)};
-constexpr int kAlarmMenu[] = {Item(C::MenuAckAll), Item(C::FileSoundStop), Item(C::MenuShowLast),
-                              kMenuMaps,           kMenuSeparator,         Item(C::FilePrint)};
+constexpr int kAlarmMenu[] = {Item(C::MenuAckAll), Item(C::FileSoundStop), Item(C::MenuShowLast), kMenuMaps,
+                              kMenuSeparator,      Item(C::FilePrint),     Item(C::ShiftHandover)};
 constexpr int kEditMenu[] = {Item(C::SelectAll), kMenuSeparator, Item(C::PrinterFont), Item(C::FileSetup)};
 constexpr int kViewMenu[] = {Item(C::ShowSysLog),   Item(C::ShowDebug),     Item(C::ShowIdCodes),
                              Item(C::ShowTypes),    Item(C::ShowDataCodes), kMenuSeparator,

@@ -50,6 +50,7 @@ enum class Command : int {
     MenuUpdate,
     PrinterFont,
     SelectAll,
+    ShiftHandover,
     Keys,
     About,
     // The popups

@@ -263,6 +263,7 @@ std::vector<Banner> MainBox::Banners() const {
     const AlarmRows& unacked = needs_.lists.Unacked();
     return BannersOf(needs_.captions, {.isConnectionLost = around_.rights.isConnectionLost,
                                        .arePortsDisabled = around_.arePortsDisabled,
+                                       .isFlood = around_.isFlood,
                                        .mutedPort = needs_.debug.MutedPort(),
                                        .mutedSeconds = needs_.debug.MutedSeconds(),
                                        .hiddenAlarms = unacked.IsFiltered() ? unacked.HiddenCount() : 0,

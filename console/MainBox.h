@@ -34,6 +34,7 @@ struct ConsoleEffects {
     Effect choosePrinterFont = [] {};
     Effect showSettings = [] {};
     Effect showAbout = [] {};
+    Effect showShiftList = [] {};
     /// Prints rows of an alarm list.
     std::function<void(const AlarmRows& list, const std::vector<Text>& keys)> print =
         [](const AlarmRows&, const std::vector<Text>&) {};
@@ -57,6 +58,7 @@ struct ConsoleSurroundings {
     int clients = 0;  // of a server
     bool isSounding = false;
     bool arePortsDisabled = false;
+    bool isFlood = false;  // alarms come faster than they can be opened
     bool hasGoogolPort = false;
     bool isSimulation = false;
     bool mayAskServer = true;  // no request of a client is waiting for its answer

@@ -110,6 +110,9 @@ void MainBox::Run(Command command, int item) {
         case C::PrinterFont:
             effects.choosePrinterFont();
             break;
+        case C::ShiftHandover:
+            effects.showShiftList();
+            break;
         case C::About:
             effects.showAbout();
             break;

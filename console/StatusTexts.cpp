@@ -20,6 +20,7 @@ constexpr int kTextUnacked = 3557;
 constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
 constexpr int kTextLoading = 3564;
+constexpr int kTextFlood = 3765;
 
 constexpr std::int64_t kOverdueMs = 60000;
 constexpr int kMinute = 60;
@@ -33,6 +34,7 @@ std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots)
     std::vector<Banner> banners;
     if (spots.isConnectionLost) banners.push_back({Alarm, captions(kTextNoContact)});
     if (spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextPortsDisabled)});
+    if (spots.isFlood) banners.push_back({Notice, captions(kTextFlood)});
     if (!spots.mutedPort.empty()) {
         banners.push_back(
             {Warning, captions(kTextMuted, {spots.mutedPort, std::to_string(spots.mutedSeconds)})});

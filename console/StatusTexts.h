@@ -20,6 +20,7 @@ struct Banner {
 struct BlindSpots {
     bool isConnectionLost = false;
     bool arePortsDisabled = false;
+    bool isFlood = false;
     Text mutedPort{};
     int mutedSeconds = 0;
     std::size_t hiddenAlarms = 0;
