@@ -6,6 +6,7 @@
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
@@ -15,6 +16,7 @@ namespace nordkeep {
 namespace {
 
 constexpr int kMostMessagesKept = 20;
+constexpr int kPortsInARow = 8;  // a centre has up to 20
 
 }  // namespace
 
@@ -22,7 +24,7 @@ DebugPage::DebugPage(DebugPanel& panel, const Captions& captions, QWidget* paren
     : QWidget(parent), panel_(panel), captions_(captions), rows_(panel.List()) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
-    watch_ = new QHBoxLayout;
+    watch_ = new QGridLayout;
     layout->addLayout(watch_);
     list_ = new ListPane(rows_);
     list_->horizontalHeader()->hide();
@@ -47,27 +49,28 @@ void DebugPage::AddWatchBoxes() {
         delete item;
     }
     watchBoxes_.clear();
-    watch_->addWidget(NewHeading(CaptionText(captions_, 3320)));
+    watch_->addWidget(NewHeading(CaptionText(captions_, 3320)), 0, 0);
     for (std::size_t i = 0; i < panel_.Ports().size(); ++i) {
         const DebugPort& port = panel_.Ports()[i];
         auto* box = new QCheckBox(WithoutMnemonics(ShownLine(port.name)));
         box->setToolTip(PlainToolTip(ShownLine(port.description)));
         box->setChecked(port.isWatched);
         connect(box, &QCheckBox::toggled, this, [this, i](bool isOn) { panel_.Watch(i, isOn); });
-        watch_->addWidget(box);
+        const int place = static_cast<int>(i);
+        watch_->addWidget(box, place / kPortsInARow, 1 + place % kPortsInARow);
         watchBoxes_.push_back(box);
     }
-    watch_->addStretch(1);
+    watch_->setColumnStretch(kPortsInARow + 1, 1);
     auto* hex = NewBox(3324, [this](bool isOn) { panel_.SetHex(isOn); });
     hex->setChecked(panel_.IsHex());
-    watch_->addWidget(hex);
+    watch_->addWidget(hex, 0, kPortsInARow + 2);
     auto* last = NewBox(3323, [this](bool isOn) {
         panel_.SetShowLastRow(isOn);
         list_->FollowEnd(isOn);
     });
     last->setChecked(panel_.ShowsLastRow());
     list_->FollowEnd(panel_.ShowsLastRow());
-    watch_->addWidget(last);
+    watch_->addWidget(last, 0, kPortsInARow + 3);
     QSignalBlocker block(ports_);
     ports_->clear();
     for (const DebugPort& port : panel_.Ports()) {

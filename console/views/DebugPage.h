@@ -7,7 +7,7 @@
 
 class QCheckBox;
 class QComboBox;
-class QHBoxLayout;
+class QGridLayout;
 class QPushButton;
 
 namespace nordkeep {
@@ -32,7 +32,7 @@ class DebugPage final : public QWidget {
     const Captions& captions_;
     RowAdapter rows_;
     ListPane* list_ = nullptr;
-    QHBoxLayout* watch_ = nullptr;
+    QGridLayout* watch_ = nullptr;
     QComboBox* ports_ = nullptr;
     QComboBox* message_ = nullptr;
     QPushButton* send_ = nullptr;
