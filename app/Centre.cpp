@@ -281,7 +281,8 @@ void Centre::DecideOnPorts() {
     const auto text = [&](int number) { return foundation_.Texts().GetLanguageText(number); };
     if (switches.forceDisablePorts) {
         conditions_.arePortsDisabled = true;
-        foundation_.TellFailure(text(kTextPortsDisabled));
+        foundation_.Log().WriteSysLog(text(kTextPortsDisabled), LogKind::Failure);
+        platform.dialogs.ShowNotice(text(kTextPortsDisabled));
     } else if (switches.askForDisablePorts && !foundation_.IsService()) {
         conditions_.arePortsDisabled = platform.dialogs.AskYesNo(text(kTextPortsDisabledQuestion));
     }

@@ -42,6 +42,7 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
     if (dialogs_) {
         dialogs_->UseCaptions(centre.Place().Words());
         dialogs_->UseParent([this] { return &window_; });
+        dialogs_->UseSilence([this] { centre_.Place().Main().Run(Command::FileSoundStop); });
     }
     centre.Place().SetScreen(this);
 }

@@ -9,6 +9,7 @@ namespace nordkeep {
 class TerminalDialogs final : public Dialogs {
  public:
     void ShowMessage(const Text& text) override;
+    void ShowNotice(const Text& text) override { ShowMessage(text); }
     using Dialogs::AskYesNo;
     bool AskYesNo(const Text&, Answer) override { return false; }
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>&) override { return std::nullopt; }

@@ -15,8 +15,6 @@ class TextTable : public TableRows {
 
     int ColumnCount() const override { return columns_; }
     Text Heading(int column) const override;
-    /// The cell of a key; empty for none.
-    Text CellOf(TextView key, int column) const { return Cell(RowOf(key), column); }
 
  protected:
     using Line = std::vector<Text>;

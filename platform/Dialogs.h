@@ -20,6 +20,8 @@ class Dialogs {
  public:
     virtual ~Dialogs() = default;
     virtual void ShowMessage(const Text& text) = 0;
+    /// A message that nobody waits for: the caller goes on at once.
+    virtual void ShowNotice(const Text& text) = 0;
     /// True for yes. `byDefault` is the answer of the Enter key; closing the question is a no.
     virtual bool AskYesNo(const Text& question, Answer byDefault) = 0;
     /// A question whose careless answer is to be no.

@@ -237,6 +237,11 @@ void ListPane::keyPressEvent(QKeyEvent* event) {
     if (isStep && currentIndex().isValid() && !selectionModel()->hasSelection()) {
         return selectRow(currentIndex().row());
     }
+    // The rows are what an operator walks, not the cells of one.
+    const bool isEnd = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+    if (isEnd && event->modifiers() == Qt::NoModifier && model()->rowCount() > 0) {
+        return selectRow(event->key() == Qt::Key_Home ? 0 : model()->rowCount() - 1);
+    }
     QTableView::keyPressEvent(event);
 }
 

@@ -26,8 +26,7 @@ class QtDialogs final : public Dialogs {
     void UseSilence(std::function<void()> silence) { silence_ = std::move(silence); }
 
     void ShowMessage(const Text& text) override;
-    /// A message that nobody waits for.
-    void ShowNotice(const Text& text);
+    void ShowNotice(const Text& text) override;
     bool AskYesNo(const Text& question, Answer byDefault) override;
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override;
 

@@ -73,7 +73,11 @@ void RunningCopy::StartWithScreen() {
     Launch({});
 }
 
-void RunningCopy::Launch(std::vector<std::string> words) {
+void RunningCopy::StartOnDisplay(const std::string& display) {
+    Launch({}, display);
+}
+
+void RunningCopy::Launch(std::vector<std::string> words, const std::string& display) {
     words.insert(words.begin(), std::string(NORDKEEP_BIN_DIR) + "/nordkeep");
     // The path stands last: its value would take in a word that is no switch.
     words.push_back("/PATH:" + data_.Path());
@@ -85,10 +89,15 @@ void RunningCopy::Launch(std::vector<std::string> words) {
     const int log = open(output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
     dup2(log, STDOUT_FILENO);
     dup2(log, STDERR_FILENO);
-    // A workstation gets a screen that nobody sees, and nobody answers its questions.
+    // Without a display a workstation gets a screen that nobody sees, and nobody answers its questions.
     unsetenv("DISPLAY");
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    setenv("NORDKEEP_UNATTENDED", "1", 1);
+    setenv("XDG_CONFIG_HOME", output_.Path().c_str(), 1);
+    if (display.empty()) {
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        setenv("NORDKEEP_UNATTENDED", "1", 1);
+    } else {
+        setenv("DISPLAY", display.c_str(), 1);
+    }
     std::vector<char*> pointers;
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);

@@ -30,6 +30,8 @@ class RunningCopy {
     void Start(const std::vector<std::string>& switches = {});
     /// Starts it as a workstation instead of a service, and waits for nothing.
     void StartWithScreen();
+    /// The same on a display, such as ":7", with a person who answers its questions.
+    void StartOnDisplay(const std::string& display);
     /// SIGTERM; the exit status. SIGKILL gives -1.
     int Stop();
     void Kill();
@@ -43,7 +45,7 @@ class RunningCopy {
     std::vector<Text> EventFiles() const;
 
  private:
-    void Launch(std::vector<std::string> words);
+    void Launch(std::vector<std::string> words, const std::string& display = {});
     int Wait();
 
     TempFolder data_{};

@@ -18,7 +18,8 @@ TEST(VirtualReceiver, BringsEachEventOfAWebServiceOnce) {
     copy.Data().Write("Settings\\Town.IDCode", "FORMAT=1,6,0,0,7,2\r\n100001;Harbour;;;;;Quay\r\n");
     copy.Start();
     // The second complaint about the other receiver comes when the first one's event is confirmed.
-    EXPECT_TRUE(copy.WaitForOutput("Port Port1 reports an error: (CSID=78) Quay -> BAD PASS", 2)) << copy.Output();
+    EXPECT_TRUE(copy.WaitForOutput("Port Port1 reports an error: (CSID=78) Quay -> BAD PASS", 2))
+        << copy.Output();
     ASSERT_EQ(copy.EventFiles().size(), 1u) << copy.Output();
     cAlarm alarm;
     ASSERT_TRUE(ReadFromDisk(copy.Data().Read(copy.EventFiles().front()), 1, alarm));

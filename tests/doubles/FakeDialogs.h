@@ -16,6 +16,7 @@ class FakeDialogs : public Dialogs {
     std::optional<int> language{};
 
     void ShowMessage(const Text& text) override { messages.push_back(text); }
+    void ShowNotice(const Text& text) override { messages.push_back(text); }
     using Dialogs::AskYesNo;
     bool AskYesNo(const Text& question, Answer) override {
         questions.push_back(question);
