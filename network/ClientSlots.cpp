@@ -46,7 +46,7 @@ SocketEvents ClientSlots::EventsOf(int slot) {
     return {.dataArrival = [this, slot] { OnData(slot); },
             .closed = [this, slot] { OnClosed(slot); },
             .error = [this, slot](const Text& description) { OnError(slot, description); },
-            .sendComplete = [this, slot] { At(slot).isSendCompleted = true; }};
+            .sendComplete = [this, slot] { OnSendComplete(slot); }};
 }
 
 bool ClientSlots::Listen() {
@@ -94,6 +94,7 @@ void ClientSlots::OnCall(SocketRequest request) {
         return Refuse(socket, address, kTextNotAllowed);
     At(free).lastHeardMs = needs_.clock.MonotonicMs();
     At(free).address = address;
+    if (handler_ != nullptr) handler_->ClientCame(free);
     Log(free, Line(kTextConnected, address), LogKind::Information);
     NoteClientsChanged();
 }
@@ -112,6 +113,11 @@ void ClientSlots::OnError(int slot, const Text& description) {
     At(slot).socket->Close();
     At(slot).buffer.Clear();
     NoteClientsChanged();
+}
+
+void ClientSlots::OnSendComplete(int slot) {
+    At(slot).isSendCompleted = true;
+    if (handler_ != nullptr) handler_->SendCompleted(slot);
 }
 
 void ClientSlots::OnData(int slot) {

@@ -21,6 +21,10 @@ class SlotHandler {
  public:
     virtual ~SlotHandler() = default;
     virtual void HandleMessage(int slot, std::uint8_t number, TextView payload) = 0;
+    /// A client has come into the slot.
+    virtual void ClientCame(int) {}
+    /// All that the client was sent has left.
+    virtual void SendCompleted(int) {}
 };
 
 /// The server's side of the connections: who may call, eight slots with their buffers, and the sending to
@@ -51,6 +55,8 @@ class ClientSlots {
     /// The client's address, kept from its call on for all lines in the log.
     const Text& AddressOf(int slot) const { return At(slot).address; }
 
+    /// Bytes that the client has been sent and has not taken yet.
+    std::size_t UnsentBytes(int slot) const { return At(slot).socket->UnsentBytes(); }
     void SendTo(int slot, Message message, TextView payload);
     void SendToAll(Message message, TextView payload) { SendToAllBut(-1, message, payload); }
     void SendToAllBut(int slot, Message message, TextView payload);
@@ -83,6 +89,7 @@ class ClientSlots {
     void OnData(int slot);
     void OnClosed(int slot);
     void OnError(int slot, const Text& description);
+    void OnSendComplete(int slot);
     void HandleFrames(int slot);
     void WriteClientSocket(int slot, TextView frame);
     void NoteClientsChanged() const;

@@ -14,6 +14,8 @@ constexpr int kTextRefusedLogin = 1090;
 constexpr int kTextLoggedIn = 1091;
 constexpr int kTextLoggedOut = 1092;
 constexpr std::size_t kLongestNameInLog = 128;
+/// As much of a large store waits in memory for a client at once; the rest follows when that has left.
+constexpr std::size_t kMostEventBytesAtOnce = 16 << 20;
 
 /// A set and one of its objects; both or none.
 struct FoundObject {
@@ -97,10 +99,24 @@ void NetworkServer::SendInitialData(int slot, TextView) {
 }
 
 void NetworkServer::SendAllEvents(int slot, TextView) {
+    walks_.at(static_cast<std::size_t>(slot)) = 0;
+    ContinueAllEvents(slot);
+}
+
+// An event that changes before its turn is sent as it is then.
+void NetworkServer::ContinueAllEvents(int slot) {
+    std::optional<EventSequence>& walk = walks_.at(static_cast<std::size_t>(slot));
     const EventList& events = needs_.store.Events();
-    for (EventSequence at = events.Next(0); at != 0 && needs_.slots.IsConnected(slot); at = events.Next(at))
-        needs_.slots.SendTo(slot, Message::InitialEvent, EventPayload(*events.Find(at)));
-    needs_.slots.SendTo(slot, Message::ClosePending, {});
+    while (walk && needs_.slots.IsConnected(slot)) {
+        if (needs_.slots.UnsentBytes(slot) > kMostEventBytesAtOnce) return;
+        walk = events.Next(*walk);
+        if (*walk != 0) {
+            needs_.slots.SendTo(slot, Message::InitialEvent, EventPayload(*events.Find(*walk)));
+        } else {
+            walk.reset();
+            needs_.slots.SendTo(slot, Message::ClosePending, {});
+        }
+    }
 }
 
 void NetworkServer::SendReload() {

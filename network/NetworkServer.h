@@ -10,7 +10,9 @@
 #include "translation/ServicePeriods.h"
 #include "translation/Translations.h"
 
+#include <array>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace nordkeep {
@@ -56,6 +58,8 @@ class NetworkServer final : public SlotHandler {
     void SendReload();
 
     void HandleMessage(int slot, std::uint8_t number, TextView payload) override;
+    void ClientCame(int slot) override { walks_.at(static_cast<std::size_t>(slot)).reset(); }
+    void SendCompleted(int slot) override { ContinueAllEvents(slot); }
 
  private:
     struct Handler {
@@ -66,6 +70,7 @@ class NetworkServer final : public SlotHandler {
 
     void SendInitialData(int slot, TextView payload);
     void SendAllEvents(int slot, TextView payload);
+    void ContinueAllEvents(int slot);
     void ChangeEvent(int slot, TextView payload);
     void ForwardToTorvex(int slot, TextView payload);
     void ResetAliveTests(int slot, TextView payload);
@@ -87,6 +92,8 @@ class NetworkServer final : public SlotHandler {
 
     Needs needs_;
     FileService fileService_;
+    /// Of each client that is being sent all events: the last that it has got.
+    std::array<std::optional<EventSequence>, kSlotCount> walks_{};
 };
 
 }  // namespace nordkeep

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <unistd.h>
 
@@ -108,8 +109,14 @@ TEST_F(OutputsTest, ComCallIsConnectedFedAndConnectedAgain) {
     EXPECT_EQ(copy.Stop(), 0);
 }
 
-// A pseudo terminal has no control lines: the relay's level is for the fake line to show, here it is that the
-// line is opened, that its failure is told once, and that nothing else suffers.
+bool IsOpenAtTheOtherEnd(int master) {
+    pollfd state{master, 0, 0};
+    return poll(&state, 1, 0) == 0 || (state.revents & POLLHUP) == 0;
+}
+
+// A pseudo terminal has no control lines: the relay's level and its time are for the fake line to show, here
+// it is that the line is opened, held and let go, that its failure is told once over the time of the relay,
+// and that nothing else suffers.
 TEST_F(OutputsTest, RelayAndPrinterWorkAndFailOnTheirOwn) {
     const int master = posix_openpt(O_RDWR | O_NOCTTY);
     grantpt(master);
@@ -126,7 +133,9 @@ TEST_F(OutputsTest, RelayAndPrinterWorkAndFailOnTheirOwn) {
     RemoveFile(copy.Data().Resolve("printer"));
     Alarm();
     EXPECT_TRUE(copy.WaitForOutput("Could not print alarm 10000101"));
+    EXPECT_TRUE(IsOpenAtTheOtherEnd(master));
     EXPECT_EQ(copy.Stop(), 0);
+    EXPECT_FALSE(IsOpenAtTheOtherEnd(master));
     const std::string output = copy.Output();
     EXPECT_EQ(output.find("relay"), output.rfind("relay")) << output;
     close(master);

@@ -230,6 +230,30 @@ TEST_F(ServerTest, EndsPeersThatAnnounceTooMuchOrTakeNothing) {
     EXPECT_EQ(Sent(0), Numbers{8});
 }
 
+TEST_F(ServerTest, SendsALargeStoreInPiecesThatTheClientTakes) {
+    for (int i = 0; i < 3; ++i) world.Raise("event");
+    Connect(2);
+    Slot(0).unsentBytes = (16u << 20) + 1;
+    Send(0, Message::AllEvents);
+    EXPECT_EQ(Sent(0), Numbers{});
+    world.store.RemoveAlarm(*world.store.Events().Find(world.store.Events().Next(0)));
+    world.Raise("new");
+    Send(1, Message::AllEvents);
+    EXPECT_EQ(Sent(0), (Numbers{7, 8})) << "what happens meanwhile is told";
+    EXPECT_EQ(Sent(1), (Numbers{7, 8, 6, 6, 6, 4})) << "and nobody else waits";
+    Slot(0).unsentBytes = 0;
+    Slot(0).CompleteSending();
+    EXPECT_EQ(Sent(0), (Numbers{6, 6, 6, 4}));
+
+    Slot(0).unsentBytes = (16u << 20) + 1;
+    Send(0, Message::AllEvents);
+    Slot(0).CloseByPeer();
+    Slot(0).unsentBytes = 0;
+    Connect(1);
+    Slot(0).CompleteSending();
+    EXPECT_EQ(Sent(0), Numbers{}) << "the next client has not asked";
+}
+
 TEST_F(ServerTest, ServesWhatArrivedWithTheClose) {
     cAlarm& alarm = world.Raise("fire");
     Connect(1);
