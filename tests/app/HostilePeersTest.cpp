@@ -104,6 +104,21 @@ TEST_F(HostilePeersTest, SilentOnesLoseTheirSlots) {
     ExpectService(*Join());
 }
 
+TEST_F(HostilePeersTest, SevenGetEverythingBesideOneThatTakesNothing) {
+    server.Start();
+    std::vector<std::unique_ptr<ProtocolClient>> guests;
+    for (int i = 0; i < 8; ++i) guests.push_back(Join());
+    for (int i = 0; i < 10; ++i) ASSERT_EQ(Alarms(100), 100u);
+    for (std::size_t i = 1; i < guests.size(); ++i) {
+        int events = 0;
+        while (events < 1000) {
+            const WireFrame frame = guests[i]->Next();
+            ASSERT_NE(frame.number, -1) << "client " << i << " after " << events;
+            events += frame.number == 8;
+        }
+    }
+}
+
 /// Puts event files in the place where the server loads them from.
 void PutEvents(const RunningCopy& copy, int count, std::size_t textLength) {
     cAlarm alarm;
