@@ -1,10 +1,12 @@
 #include "tools/Peers.h"
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -94,6 +96,7 @@ using Steps = std::vector<const DemoStep*>;
 pid_t Begin(const Steps& steps, const std::string& folder) {
     const pid_t child = ::fork();
     if (child != 0) return child;
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);  // a port that never comes by is not waited for behind the end
     if (const int nowhere = ::open("/dev/null", O_WRONLY); nowhere >= 0) ::dup2(nowhere, STDOUT_FILENO);
     int result = 0;
     for (const DemoStep* step : steps) result = std::max(result, Feed(*step, folder));
