@@ -7,8 +7,9 @@ as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
+# install_packages LIST...: what stands in these files and is not there yet.
 install_packages() {
-    missing=$(grep -v '^#' cmake/packages.txt | while read -r package; do
+    missing=$(cat "$@" | grep -v '^#' | while read -r package; do
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || printf '%s ' "$package"
     done)
     [ -z "$missing" ] && return 0
