@@ -23,7 +23,7 @@ install_packages() {
     [ $status -eq 0 ] || fail "these packages could not be installed: $missing"
 }
 
-# The message broker is for tests, which start their own: its package must not start a service on this machine,
+# Broker and mail server are for tests, which start their own: their packages must not start a service on this machine,
 # now or with the next boot. What forbids it goes away again, also when the installation is broken off.
 policy=/usr/sbin/policy-rc.d
 forbid_services() {
@@ -38,8 +38,8 @@ allow_services() {
     trap - EXIT INT TERM
     [ "${is_policy_ours:-}" = yes ] && as_root rm -f $policy
     is_policy_ours=
-    case " $missing" in *" rabbitmq-server "*)
-        for unit in rabbitmq-server.service epmd.service epmd.socket; do
+    case " $missing" in *" rabbitmq-server "* | *" dovecot-pop3d "*)
+        for unit in rabbitmq-server.service epmd.service epmd.socket dovecot.service dovecot.socket; do
             as_root systemctl disable "$unit" >/dev/null 2>&1 || true
         done ;;
     esac
