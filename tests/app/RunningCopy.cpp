@@ -97,6 +97,8 @@ void RunningCopy::Launch(std::vector<std::string> words, const std::string& disp
         setenv("NORDKEEP_UNATTENDED", "1", 1);
     } else {
         setenv("DISPLAY", display.c_str(), 1);
+        unsetenv("QT_QPA_PLATFORM");
+        unsetenv("NORDKEEP_UNATTENDED");
     }
     std::vector<char*> pointers;
     for (std::string& word : words) pointers.push_back(word.data());
