@@ -34,6 +34,8 @@ class DemoTest : public ::testing::Test {
 
 TEST_F(DemoTest, EveryPortTakesItsAlarm) {
     copy.Start();
+    // The ports open in the order of their names, and the last is one that would not tell what it missed.
+    ASSERT_TRUE(copy.WaitForOutput("Port opened: 'Port9'"));
     const std::string program = std::string(NORDKEEP_BIN_DIR) + "/nordkeep-send";
     const std::string feed = program + " --demo " + copy.Data().Path() + " > " + copy.Data().Path() + "/fed";
     EXPECT_EQ(std::system(feed.c_str()), 0) << copy.Data().Read("fed") << copy.Output();
