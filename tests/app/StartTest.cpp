@@ -9,7 +9,9 @@ namespace nordkeep {
 namespace {
 
 std::string RunProgram(const std::string& arguments, int* status = nullptr) {
-    const std::string command = std::string(NORDKEEP_BIN_DIR) + "/nordkeep " + arguments + " 2>&1";
+    // Nobody is there to answer what it shows, whatever the screen.
+    const std::string command =
+        "NORDKEEP_UNATTENDED=1 " + std::string(NORDKEEP_BIN_DIR) + "/nordkeep " + arguments + " 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     std::string output;
     char buffer[512];
