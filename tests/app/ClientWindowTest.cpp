@@ -40,7 +40,9 @@ class VirtualScreen {
     const std::string& Display() const { return display_; }
     /// Runs a command of xdotool; true when it succeeded.
     bool Do(const std::string& command) const {
-        return std::system(("DISPLAY=" + display_ + " xdotool " + command + " >/dev/null 2>&1").c_str()) == 0;
+        return std::system(
+                   ("DISPLAY=" + display_ + " timeout 10 xdotool " + command + " >/dev/null 2>&1").c_str()) ==
+               0;
     }
     bool HasWindow(const std::string& title) const {
         return Do("search --onlyvisible --name '" + title + "'");
