@@ -36,16 +36,4 @@ class ClientScreen {
     virtual void EndProgram(const Text& message) = 0;
 };
 
-/// For a client whose screen is not there (yet).
-class NoClientScreen final : public ClientScreen {
- public:
-    void ShowLinkState(LinkState) override {}
-    void ShowUser(const ClientUser&) override {}
-    void AskForLogin() override {}
-    void ForgetPortTree() override {}
-    void ShowPortTree(const std::vector<PortTreeNode>&) override {}
-    void PresentNewEvent(cAlarm&) override {}
-    void EndProgram(const Text&) override {}
-};
-
 }  // namespace nordkeep

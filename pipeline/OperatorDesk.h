@@ -24,18 +24,4 @@ class OperatorDesk {
     virtual void NoteListsChanged() = 0;
 };
 
-/// The desk of a copy without a screen.
-class QuietDesk final : public OperatorDesk {
- public:
-    void OfferSelection(const cAlarm&) override {}
-    void KeepAsLatest(const cAlarm&) override {}
-    void PopUp() override {}
-    void ViewComment(const cAlarm&) override {}
-    void ViewMap(const cAlarm&) override {}
-    void ShowPicture(const cAlarm&, const Text&, bool) override {}
-    void Beep() override {}
-    void PrintAlarmPage(const cAlarm&) override {}
-    void NoteListsChanged() override {}
-};
-
 }  // namespace nordkeep
