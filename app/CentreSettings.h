@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/EngineSettings.h"
-#include "console/AlarmPrinting.h"
-#include "console/CommentSettings.h"
-#include "console/ConsoleSettings.h"
-#include "console/PictureSettings.h"
-#include "console/ViewState.h"
+#include "console/boxes/CommentSettings.h"
+#include "console/boxes/PictureSettings.h"
+#include "console/print/AlarmPrinting.h"
+#include "console/window/ConsoleSettings.h"
+#include "console/window/ViewState.h"
 #include "pipeline/DispatchSettings.h"
 #include "pipeline/IntakeSettings.h"
 #include "pipeline/OutputSettings.h"

@@ -4,7 +4,7 @@
 #include "app/NetworkRole.h"
 #include "app/ServiceStatus.h"
 #include "app/Workplace.h"
-#include "console/AlarmLists.h"
+#include "console/lists/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Dispatcher.h"
 #include "pipeline/ParkedEvents.h"

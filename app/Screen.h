@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/Centre.h"
-#include "console/views/MainWindow.h"
-#include "console/views/QtDialogs.h"
-#include "console/views/QtPrintOutput.h"
+#include "console/views/boxes/QtDialogs.h"
+#include "console/views/print/QtPrintOutput.h"
+#include "console/views/window/MainWindow.h"
 #include "platform/qt/QtUserStore.h"
 
 #include <memory>

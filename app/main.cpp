@@ -3,7 +3,7 @@
 #include "app/Foundation.h"
 #include "app/Screen.h"
 #include "app/TerminalDialogs.h"
-#include "console/views/Icons.h"
+#include "console/views/lists/Icons.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"

@@ -1,6 +1,6 @@
 // Messages a second that each line format decodes, beside a copy of the same bytes.
 
-#include "ports/LineFormat.h"
+#include "ports/formats/LineFormat.h"
 #include "tests/doubles/TempFolder.h"
 #include "tools/Telegrams.h"
 

@@ -1,6 +1,6 @@
 // Reading the stored events back at start, beside a plain read of the same files.
 
-#include "console/AlarmLists.h"
+#include "console/lists/AlarmLists.h"
 #include "platform/posix/SystemClock.h"
 #include "store/EventStore.h"
 

@@ -1,6 +1,6 @@
 // Costs of single steps on the road of a telegram.
 
-#include "ports/Robofon.h"
+#include "ports/formats/Robofon.h"
 #include "store/AlarmText.h"
 #include "store/EventFile.h"
 #include "tests/doubles/TempFolder.h"

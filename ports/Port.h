@@ -2,11 +2,11 @@
 
 #include "pipeline/EventIntake.h"
 #include "platform/EventLoop.h"
-#include "ports/LineFormat.h"
 #include "ports/PortConditions.h"
 #include "ports/ReceivedText.h"
 #include "ports/ReplyQueue.h"
 #include "ports/Transport.h"
+#include "ports/formats/LineFormat.h"
 #include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
 #include "store/EventCommit.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "pipeline/EventPort.h"
-#include "ports/Protocol.h"
-#include "ports/Robofon.h"
-#include "ports/TextTelegram.h"
+#include "ports/formats/Robofon.h"
+#include "ports/formats/TextTelegram.h"
+#include "runtime/Protocol.h"
 #include "runtime/SettingTable.h"
 
 namespace nordkeep {

@@ -7,7 +7,7 @@
 #include "platform/MSComm.h"
 #include "platform/Winsock.h"
 #include "ports/PortLog.h"
-#include "ports/TelegramStep.h"
+#include "ports/formats/TelegramStep.h"
 #include "runtime/TrafficLog.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #include "tools/Telegrams.h"
 
 #include "platform/Text.h"
-#include "ports/Crc16.h"
+#include "ports/formats/Crc16.h"
 
 #include <cctype>
 #include <ctime>

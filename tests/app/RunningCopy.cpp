@@ -1,6 +1,6 @@
 #include "tests/app/RunningCopy.h"
 
-#include "ports/Robofon.h"
+#include "ports/formats/Robofon.h"
 
 #include <arpa/inet.h>
 #include <fcntl.h>

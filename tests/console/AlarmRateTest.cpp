@@ -1,4 +1,4 @@
-#include "console/AlarmRate.h"
+#include "console/window/AlarmRate.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "console/Captions.h"
+#include "console/lists/Captions.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "console/CommentBox.h"
+#include "console/boxes/CommentBox.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/LoopbackLink.h"
 #include "tests/network/ClientWorld.h"

@@ -1,4 +1,4 @@
-#include "console/Commands.h"
+#include "console/window/Commands.h"
 #include "tests/console/MainBoxWorld.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "console/ObjectFiles.h"
+#include "console/boxes/ObjectFiles.h"
 #include "runtime/Dates.h"
 #include "tests/console/SheetWorld.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/MainBox.h"
+#include "console/window/MainBox.h"
 #include "network/NetworkServer.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"

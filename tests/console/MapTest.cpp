@@ -1,5 +1,5 @@
-#include "console/AlarmPicture.h"
-#include "console/MapBox.h"
+#include "console/boxes/AlarmPicture.h"
+#include "console/boxes/MapBox.h"
 #include "tests/console/SheetWorld.h"
 
 #include <gtest/gtest.h>

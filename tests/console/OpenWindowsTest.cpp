@@ -1,4 +1,4 @@
-#include "console/OpenWindows.h"
+#include "console/window/OpenWindows.h"
 #include "tests/console/SheetWorld.h"
 
 #include <gtest/gtest.h>

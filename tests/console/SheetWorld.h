@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/CommentBox.h"
+#include "console/boxes/CommentBox.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/store/StoreWorld.h"
 

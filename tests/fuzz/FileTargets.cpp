@@ -1,5 +1,5 @@
-#include "ports/CollectedFile.h"
-#include "ports/XmlText.h"
+#include "ports/formats/CollectedFile.h"
+#include "ports/formats/XmlText.h"
 #include "runtime/Dates.h"
 #include "runtime/IniText.h"
 #include "runtime/Language.h"

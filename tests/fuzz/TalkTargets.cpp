@@ -1,9 +1,9 @@
-#include "ports/GsmModem.h"
-#include "ports/MailLines.h"
-#include "ports/MailMessage.h"
-#include "ports/MailText.h"
-#include "ports/Pop3Session.h"
-#include "ports/SmtpSession.h"
+#include "ports/collectors/GsmModem.h"
+#include "ports/collectors/MailLines.h"
+#include "ports/collectors/Pop3Session.h"
+#include "ports/collectors/SmtpSession.h"
+#include "ports/formats/MailMessage.h"
+#include "ports/formats/MailText.h"
 #include "tests/fuzz/Targets.h"
 
 #include <cstdlib>

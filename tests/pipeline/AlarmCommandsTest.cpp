@@ -1,4 +1,4 @@
-#include "console/AlarmCommands.h"
+#include "console/window/AlarmCommands.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/pipeline/PipelineTest.h"
 

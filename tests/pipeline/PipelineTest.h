@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/AlarmLists.h"
+#include "console/lists/AlarmLists.h"
 #include "pipeline/Intake.h"
 #include "store/EventFile.h"
 #include "tests/doubles/FakeWinsock.h"

@@ -1,11 +1,11 @@
 // What decoders keep and make stays in bounds, whatever comes.
 
-#include "ports/LineFormat.h"
-#include "ports/RobofonExport.h"
-#include "ports/Rsm02.h"
-#include "ports/SiaData.h"
-#include "ports/SiaWait.h"
-#include "ports/XmlGateways.h"
+#include "ports/formats/LineFormat.h"
+#include "ports/formats/RobofonExport.h"
+#include "ports/formats/Rsm02.h"
+#include "ports/formats/SiaData.h"
+#include "ports/formats/SiaWait.h"
+#include "ports/formats/XmlGateways.h"
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/LineFormat.h"
+#include "ports/formats/LineFormat.h"
 #include "runtime/Dates.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ports/CollectedFile.h"
+#include "ports/formats/CollectedFile.h"
 #include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>

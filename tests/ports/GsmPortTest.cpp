@@ -1,4 +1,4 @@
-#include "ports/GsmModem.h"
+#include "ports/collectors/GsmModem.h"
 #include "tests/ports/PortWorld.h"
 #include "tools/Modem.h"
 

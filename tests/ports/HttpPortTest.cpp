@@ -1,4 +1,4 @@
-#include "ports/VirtualReceiver.h"
+#include "ports/formats/VirtualReceiver.h"
 #include "tests/doubles/FakeInet.h"
 #include "tests/ports/PortWorld.h"
 

@@ -1,6 +1,6 @@
 #include "tests/ports/LineScript.h"
 
-#include "ports/Crc16.h"
+#include "ports/formats/Crc16.h"
 
 namespace nordkeep {
 namespace {

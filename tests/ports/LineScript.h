@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/LineFormat.h"
+#include "ports/formats/LineFormat.h"
 #include "runtime/Fields.h"
 #include "tests/doubles/TempFolder.h"
 #include "tests/ports/Decoding.h"

@@ -1,5 +1,5 @@
-#include "ports/MailMessage.h"
-#include "ports/MailText.h"
+#include "ports/formats/MailMessage.h"
+#include "ports/formats/MailText.h"
 
 #include <gtest/gtest.h>
 

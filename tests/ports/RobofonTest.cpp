@@ -1,4 +1,4 @@
-#include "ports/Robofon.h"
+#include "ports/formats/Robofon.h"
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "ports/SiaData.h"
-#include "ports/SiaDecoding.h"
+#include "ports/formats/SiaData.h"
+#include "ports/formats/SiaDecoding.h"
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>

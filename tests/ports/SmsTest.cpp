@@ -1,4 +1,4 @@
-#include "ports/Sms.h"
+#include "ports/formats/Sms.h"
 
 #include <gtest/gtest.h>
 

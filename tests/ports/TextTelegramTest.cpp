@@ -1,4 +1,4 @@
-#include "ports/TextTelegram.h"
+#include "ports/formats/TextTelegram.h"
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "ports/XmlText.h"
+#include "ports/formats/XmlText.h"
 
 #include <gtest/gtest.h>
 

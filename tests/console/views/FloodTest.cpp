@@ -1,5 +1,5 @@
-#include "console/views/ListPane.h"
-#include "console/views/MainWindow.h"
+#include "console/views/lists/ListPane.h"
+#include "console/views/window/MainWindow.h"
 #include "tests/console/MainBoxWorld.h"
 #include "tests/doubles/FakeUserStore.h"
 

@@ -1,7 +1,7 @@
 // Pictures of the main window, for the eye: NORDKEEP_SHOTS names the folder that they go to. Without it
 // nothing is drawn.
-#include "console/views/ListPane.h"
-#include "console/views/MainWindow.h"
+#include "console/views/lists/ListPane.h"
+#include "console/views/window/MainWindow.h"
 #include "tests/console/MainBoxWorld.h"
 #include "tests/doubles/FakeUserStore.h"
 

@@ -1,4 +1,4 @@
-#include "console/views/QtPrintOutput.h"
+#include "console/views/print/QtPrintOutput.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
 

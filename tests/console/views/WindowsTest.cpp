@@ -1,4 +1,4 @@
-#include "console/views/QtDialogs.h"
+#include "console/views/boxes/QtDialogs.h"
 #include "tests/console/views/AllWindows.h"
 
 #include <QtCore/QTimer>

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "console/boxes/SharedText.h"
+#include "console/lists/Captions.h"
+#include "console/lists/WindowView.h"
+#include "platform/ChildProcess.h"
+#include "platform/Dialogs.h"
+#include "platform/FileTree.h"
+#include "runtime/Role.h"
+
+#include <functional>
+#include <memory>
+
+namespace nordkeep {
+
+/// What an editor works on.
+struct EditedFile {
+    Text path{};     // as for DataFiles
+    Text title{};    // what the operator calls it
+    Text program{};  // that edits it; empty, or not on this machine: the built-in editor
+};
+
+/// The built-in editor of plain texts: object information, type instructions, translation files. There is
+/// one; what somebody else wrote meanwhile is never overwritten unasked.
+class EditorBox {
+ public:
+    struct Needs {
+        DataFiles& files;
+        const FileTree& dataFolder;
+        Dialogs& dialogs;
+        const Captions& captions;
+        Role role = Role::StandAlone;
+        /// The right, and a server that hears of it.
+        std::function<bool()> mayEdit;
+        std::function<bool()> isRequestPending = [] { return false; };
+        /// A file has been written.
+        std::function<void(const Text& path)> saved = [](const Text&) {};
+    };
+    explicit EditorBox(const Needs& needs) : needs_(needs), file_(needs.files) {}
+
+    void SetView(WindowView& view) { view_ = &view; }
+
+    /// Starts the program of the file, or opens it here. An unsaved text is asked for first.
+    void Open(const EditedFile& edited);
+    /// Asks first when the text has not been saved.
+    void Close();
+    bool IsOpen() const { return isOpen_; }
+
+    const Text& Title() const { return title_; }
+    const WindowNotice& Notice() const { return notice_; }
+    const Text& Typed() const { return typed_; }
+    /// Changes when another text is to be shown than what was typed.
+    unsigned Generation() const { return generation_; }
+    void Type(Text text);
+    bool IsChanged() const { return WithoutLastLineEnds(typed_) != file_.Content(); }
+    bool MaySave() const { return needs_.mayEdit() && !isBusy_; }
+    void Save();
+
+ private:
+    bool StartProgram(const EditedFile& edited);
+    bool MayDropText();
+
+    Needs needs_;
+    NoWindowView noView_{};
+    WindowView* view_ = &noView_;
+    SharedText file_;
+    std::vector<std::unique_ptr<ChildProcess>> programs_{};
+    bool isOpen_ = false;
+    bool isBusy_ = false;
+    Text title_{};
+    WindowNotice notice_{};
+    Text typed_{};
+    unsigned generation_ = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "console/lists/WindowView.h"
+
+#include <functional>
+
+namespace nordkeep {
+
+/// The login of a client's user. The box on the screen holds stars only; the password is collected here key
+/// by key, and forgotten as soon as it has been sent.
+class LoginBox {
+ public:
+    /// Sends both to the server; the answer comes by itself.
+    using Send = std::function<void(const Text& userName, const Text& password)>;
+    explicit LoginBox(Send send) : send_(std::move(send)) {}
+
+    void SetView(WindowView& view) { view_ = &view; }
+
+    void Open(OpenedBy by);
+    void Close();
+    bool IsOpen() const { return isOpen_; }
+
+    void TypeUserName(Text name) { userName_ = std::move(name); }
+    /// Takes the printable characters among these; keys without a character leave the password as it is.
+    void TypePassword(TextView characters);
+    /// Takes back the last character.
+    void Backspace();
+    const Text& UserName() const { return userName_; }
+    /// One star for each character of the password.
+    Text Stars() const { return Text(password_.size(), '*'); }
+    bool IsOkEnabled() const { return !userName_.empty() && !password_.empty(); }
+    void Ok();
+
+ private:
+    void Forget();
+
+    Send send_;
+    NoWindowView noView_{};
+    WindowView* view_ = &noView_;
+    bool isOpen_ = false;
+    Text userName_{};
+    Text password_{};
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "console/lists/Captions.h"
+#include "console/lists/OperatorRights.h"
+#include "console/lists/WindowView.h"
+#include "platform/Clock.h"
+#include "translation/ServicePeriods.h"
+#include "translation/Translations.h"
+
+namespace nordkeep {
+
+/// Asks for the time in which an object's events are only logged. It holds the object's names and looks the
+/// object up when the answer comes.
+class PeriodBox {
+ public:
+    struct Needs {
+        Translations& translations;
+        /// Serves the object so from now on; on a client the server does it.
+        std::function<void(cTranslate& set, cIDCode& object, const ServicePeriod& period)> setService;
+        const Captions& captions;
+        const Clock& clock;
+        std::function<OperatorRights()> rights;
+    };
+    explicit PeriodBox(const Needs& needs) : needs_(needs) {}
+
+    void SetView(WindowView& view) { view_ = &view; }
+
+    /// Begins with the object's own period when that is still to end, else with the next hour.
+    void Open(const Text& set, const Text& idCode);
+    void Close();
+    bool IsOpen() const { return isOpen_; }
+
+    const Text& Title() const { return title_; }
+    /// Why no answer can be given, or what went wrong; empty when all is well.
+    const Text& Notice() const { return notice_; }
+    OleDate Start() const { return start_; }
+    OleDate Stop() const { return stop_; }
+    void SetTimes(OleDate start, OleDate stop);
+    /// The stop lies behind the start and behind now.
+    bool IsPeriodEnabled() const { return stop_ > start_ && IsFromNowEnabled(); }
+    bool IsFromNowEnabled() const { return stop_ > needs_.clock.Now(); }
+    /// Both times.
+    void ChoosePeriod();
+    /// From now until the stop.
+    void ChooseFromNow();
+
+ private:
+    void Set(const ServicePeriod& period);
+
+    Needs needs_;
+    NoWindowView noView_{};
+    WindowView* view_ = &noView_;
+    bool isOpen_ = false;
+    Text set_{};
+    Text idCode_{};
+    Text title_{};
+    Text notice_{};
+    OleDate start_{};
+    OleDate stop_{};
+};
+
+/// The object with this ID code, in any case; none when there is none.
+cIDCode* FindObject(const Translations& translations, TextView set, TextView idCode);
+
+}  // namespace nordkeep

@@ -1,0 +1,129 @@
+#include "console/lists/AlarmCells.h"
+
+#include "runtime/Fields.h"
+
+#include <algorithm>
+#include <array>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextFirstStatus = 3400;
+constexpr int kTextRepeated = 3424;
+// Of an object's file a cell shows the beginning.
+constexpr std::size_t kMostOfAFile = 2000;
+constexpr std::size_t kMostFilesKept = 2000;
+
+int FieldOf(TextView name) {
+    return AlarmFieldNumber(name).value_or(-1);
+}
+
+/// The fields that are not simply their placeholder.
+struct SpecialFields {
+    int status = FieldOf("STATUS");
+    int repeated = FieldOf("REPEATED");
+    int objectComments = FieldOf("OBJECTCOMMENTS");
+    int typeInstruction = FieldOf("OBJECTSPECIFICTYPECODE");
+
+    bool IsFromFile(int field) const { return field == objectComments || field == typeInstruction; }
+};
+const SpecialFields& Special() {
+    static const SpecialFields kFields;
+    return kFields;
+}
+
+struct TimeField {
+    const char* name;
+    OleDate cAlarm::*time;
+};
+constexpr TimeField kTimeFields[] = {
+    {"DATE", &cAlarm::m_TimeStamp},          {"TIME", &cAlarm::m_TimeStamp},
+    {"DATETIME", &cAlarm::m_TimeStamp},      {"ACKDATE", &cAlarm::m_AckedTime},
+    {"ACKTIME", &cAlarm::m_AckedTime},       {"ACKDATETIME", &cAlarm::m_AckedTime},
+    {"ARRIVEDDATE", &cAlarm::m_ArrivedTime}, {"ARRIVEDTIME", &cAlarm::m_ArrivedTime},
+};
+
+const TimeField* TimeFieldOf(int field) {
+    static const auto kByNumber = [] {
+        std::array<const TimeField*, kAlarmFieldCount> table{};
+        for (const TimeField& row : kTimeFields) {
+            const int number = FieldOf(row.name);
+            if (number >= 0) table[static_cast<std::size_t>(number)] = &row;
+        }
+        return table;
+    }();
+    return field >= 0 && field < kAlarmFieldCount ? kByNumber[static_cast<std::size_t>(field)] : nullptr;
+}
+
+/// Eight bytes that sort as the time does.
+Text TimeKey(std::int64_t milliseconds) {
+    const auto bits = static_cast<std::uint64_t>(milliseconds) ^ (std::uint64_t{1} << 63);
+    Text key(8, '\0');
+    for (std::size_t i = 0; i < 8; ++i) key[i] = static_cast<char>((bits >> (56 - 8 * i)) & 0xFF);
+    return key;
+}
+
+Text Placeholder(int field) {
+    return "[" + Text(AlarmFieldName(field)) + "]";
+}
+
+}  // namespace
+
+Text AlarmCells::Build(TextView format, const cAlarm& alarm) const {
+    return store_.Texts().BuildAlarmText({format, formats_.date, formats_.time}, alarm);
+}
+
+Text AlarmCells::StatusWord(int status) const {
+    const bool isKnown = status >= kStatusNew && status <= kStatusAcknowledged;
+    return captions_(kTextFirstStatus + (isKnown ? status : 0));
+}
+
+Text AlarmCells::Heading(int field) const {
+    return captions_.FromFile(AlarmFieldHeading(field));
+}
+
+Text AlarmCells::FileCell(const cAlarm& alarm, int field) const {
+    if (fromFiles_.size() > kMostFilesKept) fromFiles_.clear();
+    const auto [known, isNew] = fromFiles_.try_emplace({alarm.m_FilePointer, field});
+    if (isNew) known->second = Build(Placeholder(field), alarm).substr(0, kMostOfAFile);
+    return known->second;
+}
+
+Text AlarmCells::PlainCell(const cAlarm& alarm, int field) const {
+    if (const TimeField* time = TimeFieldOf(field); time && (alarm.*time->time).IsNever()) return {};
+    if (field == Special().status && !formats_.isStatusNumber) return StatusWord(alarm.m_Status);
+    if (field == Special().repeated) return alarm.m_Repeated != 0 ? captions_(kTextRepeated) : Text();
+    if (Special().IsFromFile(field)) return FileCell(alarm, field);
+    return Build(Placeholder(field), alarm);
+}
+
+Text AlarmCells::Cell(const cAlarm& alarm, int field) const {
+    return Printable(PlainCell(alarm, field));
+}
+
+Text AlarmCells::SortKey(const cAlarm& alarm, int field) const {
+    if (const TimeField* time = TimeFieldOf(field)) return TimeKey((alarm.*time->time).Milliseconds());
+    return CollationKey(PlainCell(alarm, field));
+}
+
+Text AlarmCells::SearchText(const cAlarm& alarm, const std::vector<int>& fields) const {
+    Text all;
+    for (const int field : fields) {
+        if (!Special().IsFromFile(field)) all.append(PlainCell(alarm, field)).append(1, '\n');
+    }
+    return UpperCase(TextView(all));
+}
+
+Text AlarmCells::AllFields(const cAlarm& alarm) const {
+    Text all;
+    for (int field = 0; field < kAlarmFieldCount; ++field) {
+        if (Special().IsFromFile(field)) continue;
+        const Text value = Cell(alarm, field);
+        if (TrimBlanks(value).empty()) continue;
+        if (!all.empty()) all += '\n';
+        all.append(Heading(field)).append(": ").append(value);
+    }
+    return all;
+}
+
+}  // namespace nordkeep

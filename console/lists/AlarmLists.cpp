@@ -1,0 +1,60 @@
+#include "console/lists/AlarmLists.h"
+
+#include <algorithm>
+
+namespace nordkeep {
+
+void AlarmLists::Attach(Looks looks) {
+    looks_ = std::move(looks);
+    unacked_.SetLooks(&looks_.rows, looks_.unacked);
+    acked_.SetLooks(&looks_.rows, looks_.acked);
+}
+
+void AlarmLists::UpdateAlarmLists(cAlarm& alarm) {
+    if (alarm.m_Status == kStatusRemoved) return RemoveAlarmRow(alarm);
+    const bool isAcked = alarm.m_Status == kStatusAcknowledged;
+    (isAcked ? unacked_ : acked_).Remove(alarm.m_FilePointer);
+    alarm.m_ListItem = &(isAcked ? acked_ : unacked_).Update(alarm);
+    NoteUnhandled(alarm, alarm.m_Status == kStatusNew || alarm.m_Status == kStatusNewWaiting);
+}
+
+void AlarmLists::RemoveAlarmRow(cAlarm& alarm) {
+    unacked_.Remove(alarm.m_FilePointer);
+    acked_.Remove(alarm.m_FilePointer);
+    alarm.m_ListItem = nullptr;
+    NoteUnhandled(alarm, false);
+}
+
+void AlarmLists::NoteUnhandled(const cAlarm& alarm, bool isUnhandled) {
+    const auto known = arrivals_.find(alarm.m_FilePointer);
+    if (known != arrivals_.end()) {
+        unhandled_.erase({known->second, alarm.m_FilePointer});
+        arrivals_.erase(known);
+    }
+    if (!isUnhandled) return;
+    // An event that came before its arrival was kept has the time of its sender.
+    const OleDate came = alarm.m_ArrivedTime.IsNever() ? alarm.m_TimeStamp : alarm.m_ArrivedTime;
+    unhandled_.emplace(came.Milliseconds(), alarm.m_FilePointer);
+    arrivals_.emplace(alarm.m_FilePointer, came.Milliseconds());
+}
+
+OleDate AlarmLists::OldestUnhandled() const {
+    return unhandled_.empty() ? OleDate() : OleDate::FromMilliseconds(unhandled_.begin()->first);
+}
+
+void AlarmLists::EndBulkLoad() {
+    if (bulkDepth_ > 0) --bulkDepth_;
+    if (bulkDepth_ > 0) return;
+    unacked_.MarkAll();
+    acked_.MarkAll();
+    loadPercent_ = 0;
+}
+
+void AlarmLists::Flush() {
+    if (bulkDepth_ > 0) return;
+    if (looks_.rows.cells) looks_.rows.cells->ForgetFiles();
+    unacked_.Flush();
+    acked_.Flush();
+}
+
+}  // namespace nordkeep

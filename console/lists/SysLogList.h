@@ -1,0 +1,29 @@
+#pragma once
+
+#include "console/lists/Captions.h"
+#include "console/lists/TailRows.h"
+#include "runtime/SysLog.h"
+
+namespace nordkeep {
+
+/// The end of the system log on the screen. It takes rows from the start of the program on; the captions may
+/// come later.
+class SysLogList final : public TailRows<LogRow> {
+ public:
+    void SetCaptions(const Captions* captions) { captions_ = captions; }
+    /// Of a text with several lines each becomes a row; the others have no date.
+    void AddLine(const LogRow& line);
+
+    int ColumnCount() const override { return 3; }
+    Text Heading(int column) const override;
+    Text Cell(int row, int column) const override;
+    Glyph Icon(int row) const override;
+    Text IconWord(int row) const override;
+    Text ToolTip(int row, int column) const override;
+    int DefaultWidth(int column) const override { return column == 0 ? 80 : column == 1 ? 75 : 300; }
+
+ private:
+    const Captions* captions_ = nullptr;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "console/boxes/AboutText.h"
+#include "console/views/lists/ViewParts.h"
+
+namespace nordkeep {
+
+/// Tells which program this is.
+class AboutBox final : public QDialog {
+ public:
+    AboutBox(const AboutText& about, const Captions& captions, QWidget* parent = nullptr);
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,311 @@
+#include "console/views/boxes/CommentSheet.h"
+
+#include "platform/qt/QtText.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtGui/QCloseEvent>
+#include <QtGui/QShortcut>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTableWidget>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kCaptionSend = 3252;
+constexpr int kCaptionEndAlarm = 3253;
+constexpr int kCaptionPrintLog = 3254;
+constexpr int kCaptionPrintInfo = 3255;
+constexpr int kCaptionMap = 3256;
+constexpr int kCaptionBack = 3257;
+constexpr int kCaptionSave = 3258;
+constexpr int kCaptionSendTo = 3259;
+constexpr int kCaptionComments = 3260;
+constexpr int kCaptionTypeInformation = 3261;
+constexpr int kCaptionObjectInformation = 3262;
+constexpr int kCaptionSmallComment = 3263;
+constexpr int kCaptionNewComment = 3264;
+constexpr int kCaptionEarlierAlarms = 3700;
+
+/// A column of its own without margins, in which heading and boxes stand.
+struct Column {
+    Column() : widget(new QWidget), layout(new QVBoxLayout(widget)) {
+        layout->setContentsMargins(0, 0, 0, 0);
+    }
+    QWidget* widget;
+    QVBoxLayout* layout;
+};
+
+QTableWidget* NewForm() {
+    auto* form = new QTableWidget(0, 2);
+    form->horizontalHeader()->hide();
+    form->verticalHeader()->hide();
+    form->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    form->horizontalHeader()->setStretchLastSection(true);
+    form->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    form->setTabKeyNavigation(false);
+    form->setShowGrid(false);
+    form->setAlternatingRowColors(true);
+    return form;
+}
+
+}  // namespace
+
+CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget* parent)
+    : QDialog(parent), sheet_(sheet), captions_(captions) {
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setModal(false);
+    notice_ = new NoticeBar;
+    auto* columns = new QSplitter(Qt::Horizontal);
+    columns->setChildrenCollapsible(false);
+    columns->setHandleWidth(12);
+    columns->addWidget(NewKnowledge());
+    columns->addWidget(NewComments());
+    columns->setStretchFactor(0, 1);
+    columns->setStretchFactor(1, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setSpacing(10);
+    layout->addLayout(NewHeader());
+    layout->addWidget(columns, 1);
+    layout->addWidget(NewSending());
+    layout->addWidget(notice_);
+    layout->addLayout(NewButtons());
+    ConnectAll();
+    resize(940, 640);
+}
+
+QLayout* CommentSheet::NewHeader() {
+    object_ = NewDataLabel();
+    QFont large = object_->font();
+    large.setBold(true);
+    large.setPointSizeF(large.pointSizeF() * 1.4);
+    object_->setFont(large);
+    alarm_ = NewDataLabel();
+    status_ = new Chip;
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addWidget(object_);
+    words->addWidget(alarm_);
+    auto* header = new QHBoxLayout;
+    header->addLayout(words, 1);
+    header->addWidget(status_, 0, Qt::AlignTop);
+    return header;
+}
+
+QWidget* CommentSheet::NewKnowledge() {
+    Column column;
+    information_ = NewReadOnlyBox();
+    form_ = NewForm();
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionObjectInformation), information_));
+    column.layout->addWidget(information_, 3);
+    column.layout->addWidget(form_, 3);
+
+    Column typeCode;
+    typeCodeInfo_ = NewReadOnlyBox();
+    typeCode.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionTypeInformation), typeCodeInfo_));
+    typeCode.layout->addWidget(typeCodeInfo_);
+    typeCodePart_ = typeCode.widget;
+    column.layout->addWidget(typeCodePart_, 2);
+
+    Column earlier;
+    earlier_ = new QListWidget;
+    earlier_->setUniformItemSizes(true);
+    earlier_->viewport()->setBackgroundRole(QPalette::Window);
+    earlier_->setTextElideMode(Qt::ElideRight);
+    earlier_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    earlier.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionEarlierAlarms), earlier_));
+    earlier.layout->addWidget(earlier_);
+    earlierPart_ = earlier.widget;
+    column.layout->addWidget(earlierPart_, 2);
+    return column.widget;
+}
+
+QWidget* CommentSheet::NewComments() {
+    Column column;
+    oldComments_ = NewReadOnlyBox();
+    newComments_ = new QPlainTextEdit;
+    newComments_->setTabChangesFocus(true);
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionComments), oldComments_));
+    column.layout->addWidget(oldComments_, 3);
+    column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionNewComment), newComments_));
+    column.layout->addWidget(newComments_, 2);
+
+    smallPart_ = new QWidget;
+    auto* small = new QHBoxLayout(smallPart_);
+    small->setContentsMargins(0, 0, 0, 0);
+    smallComment_ = new QLineEdit;
+    smallCount_ = NewLabel();
+    small->addWidget(NewHeading(CaptionText(captions_, kCaptionSmallComment), smallComment_));
+    small->addWidget(smallComment_, 1);
+    small->addWidget(smallCount_);
+    column.layout->addWidget(smallPart_);
+    return column.widget;
+}
+
+QWidget* CommentSheet::NewSending() {
+    sending_ = new QWidget;
+    auto* row = new QHBoxLayout(sending_);
+    row->setContentsMargins(0, 0, 0, 0);
+    receivers_ = new QComboBox;
+    receivers_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    receivers_->setMinimumContentsLength(24);
+    send_ = NewButton(captions_, kCaptionSend);
+    row->addWidget(NewHeading(CaptionText(captions_, kCaptionSendTo), receivers_));
+    row->addWidget(receivers_, 1);
+    row->addWidget(send_);
+    return sending_;
+}
+
+QLayout* CommentSheet::NewButtons() {
+    auto* row = new QHBoxLayout;
+    end_ = NewButton(captions_, kCaptionEndAlarm);
+    printLog_ = NewButton(captions_, kCaptionPrintLog);
+    printInfo_ = NewButton(captions_, kCaptionPrintInfo);
+    map_ = NewButton(captions_, kCaptionMap);
+    cancel_ = NewButton(captions_, kCaptionBack);
+    save_ = NewButton(captions_, kCaptionSave);
+    end_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_Return).toString(QKeySequence::NativeText));
+    save_->setToolTip(QKeySequence(Qt::CTRL | Qt::Key_S).toString(QKeySequence::NativeText));
+    QFont bold = end_->font();
+    bold.setBold(true);
+    end_->setFont(bold);
+    row->addWidget(end_);
+    row->addSpacing(24);
+    for (QPushButton* button : {map_, printInfo_, printLog_}) row->addWidget(button);
+    row->addStretch(1);
+    for (QPushButton* button : {save_, cancel_}) row->addWidget(button);
+    return row;
+}
+
+void CommentSheet::ConnectAll() {
+    connect(newComments_, &QPlainTextEdit::textChanged, this,
+            [this] { sheet_.TypeNewComments(TypedText(newComments_->toPlainText())); });
+    connect(smallComment_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        sheet_.TypeSmallComment(FromQString(text));
+        ShowSmallComment();
+    });
+    connect(send_, &QPushButton::clicked, this, [this] {
+        if (receivers_->currentIndex() >= 0)
+            sheet_.Send(static_cast<std::size_t>(receivers_->currentIndex()));
+    });
+    connect(receivers_, &QComboBox::currentIndexChanged, this, [this] { ShowControls(); });
+    connect(end_, &QPushButton::clicked, this, [this] { sheet_.EndAlarm(); });
+    connect(printLog_, &QPushButton::clicked, this, [this] { sheet_.PrintLog(); });
+    connect(printInfo_, &QPushButton::clicked, this, [this] { sheet_.PrintInfo(); });
+    connect(map_, &QPushButton::clicked, this, [this] { sheet_.ShowMap(); });
+    connect(cancel_, &QPushButton::clicked, this, [this] { sheet_.Close(); });
+    connect(save_, &QPushButton::clicked, this, [this] { sheet_.Save(); });
+    const auto shortcut = [this](QKeySequence keys, auto action) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    shortcut(Qt::CTRL | Qt::Key_S, [this] { sheet_.Save(); });
+    shortcut(Qt::CTRL | Qt::Key_Return, [this] { sheet_.EndAlarm(); });
+    shortcut(Qt::CTRL | Qt::Key_Enter, [this] { sheet_.EndAlarm(); });
+}
+
+void CommentSheet::closeEvent(QCloseEvent* event) {
+    // The model closes the window, or keeps it while it waits for an answer.
+    event->ignore();
+    sheet_.Close();
+}
+
+void CommentSheet::Show(OpenedBy by) {
+    setWindowTitle(ShownLine(sheet_.Texts().title));
+    ShowInformation();
+    ShowEarlierAlarms();
+    ShowReceivers();
+    Refresh();
+    BringToFront(*this, by == OpenedBy::Operator);
+    newComments_->setFocus();
+}
+
+void CommentSheet::ShowInformation() {
+    const SheetTexts& texts = sheet_.Texts();
+    object_->setText(ShownLine(texts.object));
+    alarm_->setText(ShownLine(texts.alarm));
+    alarm_->setVisible(!texts.alarm.empty());
+    SetBoxText(*information_, ShownText(texts.information));
+    SetBoxText(*typeCodeInfo_, ShownText(texts.typeCodeInfo));
+    typeCodePart_->setVisible(!texts.typeCodeInfo.empty());
+    form_->setVisible(!texts.form.empty());
+    information_->setVisible(texts.form.empty());
+    form_->setRowCount(static_cast<int>(texts.form.size()));
+    for (int row = 0; row < form_->rowCount(); ++row) {
+        const KeyAndValue& line = texts.form[static_cast<std::size_t>(row)];
+        form_->setItem(row, 0, new QTableWidgetItem(ShownLine(line.key)));
+        form_->setItem(row, 1, new QTableWidgetItem(ShownLine(line.value)));
+    }
+}
+
+void CommentSheet::ShowEarlierAlarms() {
+    earlier_->clear();
+    for (const Text& line : sheet_.Texts().earlierAlarms) {
+        auto* item = new QListWidgetItem(ShownLine(line), earlier_);
+        item->setToolTip(ToolTipText(item->text()));
+    }
+    earlierPart_->setVisible(earlier_->count() > 0);
+}
+
+void CommentSheet::ShowReceivers() {
+    const QSignalBlocker silence(receivers_);
+    receivers_->clear();
+    for (const KeyAndValue& receiver : sheet_.Texts().receivers) {
+        receivers_->addItem(ShownLine(receiver.key + "=" + receiver.value));
+    }
+    // Nobody is chosen until the operator has: a message to the wrong one cannot be taken back.
+    receivers_->setCurrentIndex(-1);
+}
+
+void CommentSheet::Refresh() {
+    const QString old = ShownText(sheet_.OldComments());
+    if (oldComments_->toPlainText() != old) {
+        oldComments_->setPlainText(old);
+        oldComments_->verticalScrollBar()->setValue(oldComments_->verticalScrollBar()->maximum());
+    }
+    if (TypedText(newComments_->toPlainText()) != sheet_.NewComments()) {
+        const QSignalBlocker silence(newComments_);
+        newComments_->setPlainText(ShownText(sheet_.NewComments()));
+    }
+    const QString small = ShownLine(sheet_.SmallComment());
+    if (smallComment_->text() != small) smallComment_->setText(small);
+    const WindowNotice notice = sheet_.Notice();
+    notice_->SetNotice(ShownText(notice.text), notice.isGood);
+    status_->setText(ShownLine(sheet_.StatusWord()));
+    status_->setVisible(!status_->text().isEmpty());
+    ShowSmallComment();
+    ShowControls();
+}
+
+void CommentSheet::ShowSmallComment() {
+    const SheetControls controls = sheet_.Controls();
+    smallPart_->setVisible(controls.hasSmallComment);
+    smallCount_->setText(ShownLine(sheet_.SmallCommentCount()));
+    QPalette colors = palette();
+    if (controls.isSmallCommentTooLong) {
+        colors.setColor(QPalette::Text, WarningColor(colors));
+        colors.setColor(QPalette::WindowText, WarningColor(colors));
+    }
+    smallComment_->setPalette(colors);
+    smallCount_->setPalette(colors);
+}
+
+void CommentSheet::ShowControls() {
+    const SheetControls controls = sheet_.Controls();
+    newComments_->setReadOnly(!controls.canType);
+    smallComment_->setReadOnly(!controls.canType);
+    end_->setVisible(controls.hasAlarm);
+    end_->setEnabled(controls.canEnd);
+    save_->setEnabled(controls.canSave);
+    sending_->setVisible(controls.hasReceivers);
+    send_->setEnabled(controls.canSend && receivers_->currentIndex() >= 0);
+    printLog_->setEnabled(controls.canPrintLog);
+    map_->setEnabled(controls.canShowMap);
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "console/lists/ListColumns.h"
+#include "console/views/lists/RowAdapter.h"
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QTableView>
+
+#include <optional>
+
+namespace nordkeep {
+
+class RowDelegate;
+
+/// A list of rows on the screen. Selection and scroll place stay with their rows whatever comes and goes.
+class ListPane final : public QTableView {
+ public:
+    explicit ListPane(RowAdapter& rows, QWidget* parent = nullptr);
+
+    /// Widths are taken from here, and kept here when somebody changes them.
+    void UseWidths(const ColumnWidths& widths);
+    void SaveWidths();
+    /// The last column takes what is left of the width.
+    void StretchLastColumn();
+    /// The list follows its end unless somebody has scrolled up.
+    void FollowEnd(bool isOn);
+    void MarkFirstCellOnly(bool isOn);
+    /// In the middle of a list without rows.
+    void SetEmptyText(const QString& text);
+    /// Points; 0 is the font's own size.
+    void SetFontSize(int points);
+
+    RowModel& Rows() const { return rows_.Rows(); }
+    std::vector<Text> SelectedKeys() const;
+    Text CurrentKey() const;
+    /// Selects rows without telling.
+    void SelectKeys(const std::vector<Text>& keys, const Text& current);
+    void Reveal(const Text& key);
+
+    std::function<void()> onSelection = [] {};
+    std::function<void()> onActivate = [] {};
+    /// At a place of the screen.
+    std::function<void(QPoint)> onPopup = [](QPoint) {};
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    /// Letters search in the filter box, not by walking through all rows.
+    void keyboardSearch(const QString&) override {}
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+ private:
+    void SetUpHeaders();
+    void ApplyWidths();
+    void ApplyRowHeight();
+    void ShowSorting();
+    void RoundBegins();
+    void RoundEnds();
+    void Notify();
+
+    RowAdapter& rows_;
+    RowDelegate* delegate_ = nullptr;
+    std::optional<ColumnWidths> widths_{};
+    QTimer widthTimer_{};
+    bool isSettingWidths_ = false;
+    bool followsEnd_ = false;
+    bool isInRound_ = false;
+    bool isSilent_ = false;
+    bool wasReset_ = false;
+    // Before a round of changes:
+    bool wasAtEnd_ = false;
+    Text topKey_{};
+    std::vector<Text> keptKeys_{};
+    Text keptCurrent_{};
+    QString emptyText_{};
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,110 @@
+#include "console/views/lists/TreePane.h"
+
+#include "console/views/lists/Icons.h"
+#include "console/views/lists/ViewParts.h"
+
+#include <QtGui/QContextMenuEvent>
+#include <QtGui/QGuiApplication>
+
+namespace nordkeep {
+
+TreeAdapter::TreeAdapter(PortTree& tree, QObject* parent) : QAbstractItemModel(parent), tree_(tree) {
+    tree_.SetObserver(this);
+}
+
+TreeAdapter::~TreeAdapter() {
+    tree_.SetObserver(nullptr);
+}
+
+int TreeAdapter::NodeOf(const QModelIndex& index) {
+    return index.isValid() ? static_cast<int>(index.internalId()) : PortTree::kNone;
+}
+
+QModelIndex TreeAdapter::IndexOf(int node) const {
+    if (node < 0 || node >= tree_.Count()) return {};
+    return createIndex(tree_.At(node).row, 0, static_cast<quintptr>(node));
+}
+
+const std::vector<int>& TreeAdapter::ChildrenOf(const QModelIndex& parent) const {
+    return parent.isValid() ? tree_.At(NodeOf(parent)).children : tree_.Roots();
+}
+
+QModelIndex TreeAdapter::index(int row, int column, const QModelIndex& parent) const {
+    const std::vector<int>& children = ChildrenOf(parent);
+    if (row < 0 || row >= static_cast<int>(children.size()) || column != 0) return {};
+    return createIndex(row, 0, static_cast<quintptr>(children[static_cast<std::size_t>(row)]));
+}
+
+QModelIndex TreeAdapter::parent(const QModelIndex& child) const {
+    return child.isValid() ? IndexOf(tree_.At(NodeOf(child)).parent) : QModelIndex();
+}
+
+int TreeAdapter::rowCount(const QModelIndex& parent) const {
+    return static_cast<int>(ChildrenOf(parent).size());
+}
+
+QVariant TreeAdapter::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const PortTree::Node& node = tree_.At(NodeOf(index));
+    if (role == Qt::DisplayRole) return ShownLine(node.text);
+    if (role != Qt::DecorationRole) return {};
+    QIcon& icon = icons_[node.glyph];
+    if (icon.isNull()) icon = GlyphIcon(node.glyph, QGuiApplication::palette());
+    return icon;
+}
+
+void TreeAdapter::RenewIcons() {
+    icons_.clear();
+    GlyphsChanged();
+}
+
+void TreeAdapter::GlyphsChanged() {
+    for (int node = 0; node < tree_.Count(); ++node) {
+        const QModelIndex at = IndexOf(node);
+        Q_EMIT dataChanged(at, at, {Qt::DecorationRole});
+    }
+}
+
+TreePane::TreePane(PortTree& tree, QWidget* parent) : QTreeView(parent), adapter_(tree) {
+    setModel(&adapter_);
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    connect(&adapter_, &QAbstractItemModel::modelAboutToBeReset, this, [this] { isRestoring_ = true; });
+    connect(&adapter_, &QAbstractItemModel::modelReset, this, [this] { Restore(); });
+    const auto note = [this](const QModelIndex& index, bool isExpanded) {
+        if (!isRestoring_) adapter_.Tree().SetExpanded(TreeAdapter::NodeOf(index), isExpanded);
+    };
+    connect(this, &QTreeView::expanded, this, [note](const QModelIndex& index) { note(index, true); });
+    connect(this, &QTreeView::collapsed, this, [note](const QModelIndex& index) { note(index, false); });
+    Restore();
+}
+
+void TreePane::Restore() {
+    isRestoring_ = true;
+    for (int node = 0; node < adapter_.Tree().Count(); ++node) {
+        setExpanded(adapter_.IndexOf(node), adapter_.Tree().IsExpanded(node));
+    }
+    setCurrentIndex(adapter_.IndexOf(adapter_.Tree().Selected()));
+    isRestoring_ = false;
+}
+
+void TreePane::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (!isRestoring_) onSelect(TreeAdapter::NodeOf(current));
+}
+
+void TreePane::contextMenuEvent(QContextMenuEvent* event) {
+    const QRect row = visualRect(currentIndex());
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    if (currentIndex().isValid()) {
+        onPopup(isByKey ? viewport()->mapToGlobal(row.bottomLeft()) : event->globalPos());
+    }
+}
+
+void TreePane::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) adapter_.RenewIcons();
+}
+
+}  // namespace nordkeep

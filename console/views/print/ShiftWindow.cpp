@@ -1,0 +1,50 @@
+#include "console/views/print/ShiftWindow.h"
+
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QTreeWidget>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kCaptionClose = 3352;
+constexpr int kCaptionPrint = 3711;
+constexpr int kCaptionTitle = 3750;
+constexpr int kCaptionNone = 3754;
+
+}  // namespace
+
+ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::function<void()> print,
+                         QWidget* parent)
+    : QDialog(parent) {
+    setModal(false);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setWindowTitle(PlainCaption(captions, kCaptionTitle));
+    auto* tree = new QTreeWidget;
+    tree->setHeaderHidden(true);
+    for (const ShiftList::Part& part : list.Parts()) {
+        const QString count = QStringLiteral(" (%1)").arg(part.lines.size());
+        auto* heading = new QTreeWidgetItem(tree, {ShownLine(part.heading) + count});
+        QFont bold = heading->font(0);
+        bold.setBold(true);
+        heading->setFont(0, bold);
+        if (part.lines.empty()) new QTreeWidgetItem(heading, {CaptionText(captions, kCaptionNone)});
+        for (const Text& line : part.lines) new QTreeWidgetItem(heading, {ShownLine(line)});
+        heading->setExpanded(true);
+    }
+    auto* printButton = NewButton(captions, kCaptionPrint);
+    auto* close = NewButton(captions, kCaptionClose);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(printButton);
+    buttons->addWidget(close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tree, 1);
+    layout->addLayout(buttons);
+    connect(printButton, &QPushButton::clicked, this, [print = std::move(print)] { print(); });
+    connect(close, &QPushButton::clicked, this, &QDialog::close);
+    resize(760, 520);
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,79 @@
+#include "console/views/window/BannerStack.h"
+
+#include "console/views/lists/Icons.h"
+#include "console/views/lists/ViewParts.h"
+
+#include <QtGui/QPainter>
+
+#include <utility>
+
+namespace nordkeep {
+namespace {
+
+struct Look {
+    QColor paper{};
+    QColor ink{};
+    Glyph glyph = Glyph::LogOddity;
+};
+
+Look LookOf(Banner::Weight weight) {
+    switch (weight) {
+        case Banner::Weight::Alarm:
+            return {{0x9B, 0x11, 0x1E}, Qt::white, Glyph::LogOddity};
+        case Banner::Weight::Warning:
+            return {{0xFF, 0xE0, 0x8A}, Qt::black, Glyph::LogOddity};
+        case Banner::Weight::Notice:
+            break;
+    }
+    return {{0xD6, 0xE6, 0xF5}, Qt::black, Glyph::LogInformation};
+}
+
+constexpr int kGap = 3;
+
+}  // namespace
+
+int BannerStack::BannerHeight() const {
+    return fontMetrics().height() + 12;
+}
+
+QSize BannerStack::sizeHint() const {
+    return {200, static_cast<int>(banners_.size()) * (BannerHeight() + kGap)};
+}
+
+void BannerStack::Show(std::vector<Banner> banners) {
+    if (banners == banners_) return;
+    const bool isSameHeight = banners.size() == banners_.size();
+    banners_ = std::move(banners);
+    QString all;
+    for (const Banner& banner : banners_) all += ShownLine(banner.text) + u'\n';
+    setAccessibleName(all);
+    setVisible(!banners_.empty());
+    if (!isSameHeight) updateGeometry();
+    update();
+}
+
+void BannerStack::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QFont bold = font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    QRect box(0, 0, width(), BannerHeight());
+    for (const Banner& banner : banners_) {
+        const Look look = LookOf(banner.weight);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(look.paper);
+        painter.drawRoundedRect(box, 4, 4);
+        const double side = 18;
+        PaintGlyph(painter, {9, box.top() + (box.height() - side) / 2, side, side}, look.glyph,
+                   {look.ink, look.paper});
+        painter.setPen(look.ink);
+        const QRect text = box.adjusted(36, 0, -8, 0);
+        painter.drawText(
+            text, Qt::AlignVCenter | Qt::TextSingleLine,
+            painter.fontMetrics().elidedText(ShownLine(banner.text), Qt::ElideRight, text.width()));
+        box.translate(0, BannerHeight() + kGap);
+    }
+}
+
+}  // namespace nordkeep

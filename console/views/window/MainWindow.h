@@ -1,0 +1,143 @@
+#pragma once
+
+#include "console/views/lists/RowAdapter.h"
+#include "console/window/MainBox.h"
+#include "platform/UserStore.h"
+
+#include <QtWidgets/QMainWindow>
+
+#include <array>
+#include <memory>
+
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QSplitter;
+class QSystemTrayIcon;
+class QTabWidget;
+
+namespace nordkeep {
+
+class BannerStack;
+class DebugPage;
+class ListPane;
+class TreePane;
+
+/// How the window starts.
+struct MainWindowStart {
+    bool isTopmost = false;
+    bool isMaximised = false;
+    bool isMinimised = false;
+};
+
+/// The operator's main window. It shows what MainBox holds and decides nothing.
+class MainWindow final : public QMainWindow, public MainBoxScreen {
+ public:
+    struct Needs {
+        MainBox& box;
+        Settings& files;   // column widths
+        UserStore& store;  // geometry and text size
+    };
+    explicit MainWindow(const Needs& needs);
+    ~MainWindow() override;
+
+    void ShowAtStart(const MainWindowStart& start);
+    /// Geometry and widths, at a clean stop.
+    void SaveState();
+    /// The program ends: the window closes without asking.
+    void AllowClose() { mayClose_ = true; }
+
+    // MainBoxScreen
+    void ShowState() override;
+    void ShowSelection(Tab tab) override;
+    void Reveal(Tab tab, const Text& key) override;
+    void PopUp() override;
+
+    QAction* ActionOf(Command command) const { return actions_[static_cast<std::size_t>(command)]; }
+    ListPane* ListOf(Tab tab) const { return lists_[static_cast<std::size_t>(tab)]; }
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+ private:
+    // Building
+    void AddActions();
+    void AddMenus();
+    void AddToolBar();
+    void AddCentre();
+    QWidget* NewTreePart();
+    QWidget* NewListPart();
+    QWidget* NewInfoPart();
+    void AddTabs();
+    ListPane* NewList(Tab tab, TextView section);
+    void AddFilterBox();
+    void AddStatusBar();
+    void AddKeys();
+    void AddTray();
+    void AddFloatingWindows();
+    void AddKey(const char* keys, std::function<void()> act);
+
+    // Showing
+    void ShowCommands();
+    void ShowTabs();
+    void ShowAlarmInfo(const QString& text);
+    void ShowStatus();
+    void ShowFloating(QWidget* window, bool isShown);
+    void ShowTray();
+    void RenewIcons();
+    void SetStatusText(QLabel* label, const Text& text);
+
+    // Acting
+    void Run(Command command);
+    void CopySelected();
+    void PopUpFor(Tab tab, QPoint place);
+    void PopUpForObject(QPoint place);
+    void FillCodeMenu(QMenu* menu, Command command);
+    void FillMapMenu(QMenu* menu);
+    void ShowKeys();
+    void NextPane();
+    void Zoom(int step);
+    void ToggleFullScreen();
+    void TakeSelection(Tab tab);
+    void RestoreGeometry();
+
+    Needs needs_;
+    MainBox& box_;
+    const Captions& captions_;
+    std::array<QAction*, static_cast<std::size_t>(kCommandCount)> actions_{};
+    std::array<std::unique_ptr<RowAdapter>, kTabCount> adapters_{};
+    std::array<ListPane*, kTabCount> lists_{};
+    QMenu* simulateMenu_ = nullptr;
+    QMenu* mapMenu_ = nullptr;
+    QToolBar* toolBar_ = nullptr;
+    QTabWidget* pages_ = nullptr;
+    TreePane* tree_ = nullptr;
+    BannerStack* banners_ = nullptr;
+    QLineEdit* filter_ = nullptr;
+    QPlainTextEdit* info_ = nullptr;
+    QPushButton* link_ = nullptr;
+    DebugPage* debug_ = nullptr;
+    QSplitter* sides_ = nullptr;   // tree and lists
+    QSplitter* halves_ = nullptr;  // lists and the alarm's text
+    QLabel* line_ = nullptr;
+    QLabel* unacked_ = nullptr;
+    QLabel* acked_ = nullptr;
+    QLabel* oldest_ = nullptr;
+    QLabel* user_ = nullptr;
+    QLabel* clock_ = nullptr;
+    QWidget* sysLogWindow_ = nullptr;
+    QWidget* debugWindow_ = nullptr;
+    QSystemTrayIcon* tray_ = nullptr;
+    QMenu* trayMenu_ = nullptr;
+    Tray shownTray_{};
+    std::array<QString, 2> filters_{};
+    int fontSize_ = 0;
+    bool mayClose_ = false;
+    bool isShowing_ = false;  // changes of widgets come from the model
+    bool showsLastPressed_ = false;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,176 @@
+#include "console/views/lists/ListPane.h"
+#include "console/views/lists/ViewParts.h"
+#include "console/views/window/MainWindow.h"
+
+#include <QtGui/QShortcut>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTableWidget>
+#include <QtWidgets/QVBoxLayout>
+
+namespace nordkeep {
+namespace {
+
+/// A key of the window that is no command.
+struct WindowKey {
+    int caption;
+    const char* keys;
+};
+constexpr WindowKey kWindowKeys[] = {
+    {3641, "Ctrl+1 ... Ctrl+7"},
+    {3642, "F6"},
+    {3643, "Enter"},
+    {3644, "Menu, Shift+F10"},
+    {3561, "Ctrl+F, Esc"},
+    {3645, "Ctrl++, Ctrl+-, Ctrl+0"},
+    {3646, "F11"},
+};
+constexpr int kCaptionKeys = 3647;
+constexpr int kCaptionTypeItems = 3113;
+constexpr int kCaptionDataItems = 3114;
+constexpr qsizetype kMostItems = 400;
+
+}  // namespace
+
+void MainWindow::AddKey(const char* keys, std::function<void()> act) {
+    auto* key = new QShortcut(QKeySequence(QString::fromLatin1(keys)), this);
+    connect(key, &QShortcut::activated, this, [act = std::move(act)] { act(); });
+}
+
+void MainWindow::AddKeys() {
+    for (int number = 0; number < kTabCount; ++number) {
+        const QByteArray keys = "Ctrl+" + QByteArray::number(number + 1);
+        AddKey(keys.constData(), [this, number] {
+            box_.ShowTab(static_cast<Tab>(number));
+            if (ListPane* list = ListOf(box_.Tabs().current)) list->setFocus(Qt::ShortcutFocusReason);
+        });
+    }
+    AddKey("F6", [this] { NextPane(); });
+    AddKey("F11", [this] { ToggleFullScreen(); });
+    AddKey("Ctrl+F", [this] {
+        filter_->setFocus(Qt::ShortcutFocusReason);
+        filter_->selectAll();
+    });
+    AddKey("Ctrl++", [this] { Zoom(1); });
+    AddKey("Ctrl+=", [this] { Zoom(1); });
+    AddKey("Ctrl+-", [this] { Zoom(-1); });
+    AddKey("Ctrl+0", [this] {
+        fontSize_ = 0;
+        Zoom(0);
+    });
+}
+
+// --- Popups
+
+void MainWindow::PopUpFor(Tab tab, QPoint place) {
+    if (!box_.MayShowPopup()) return;
+    if (tab == Tab::IdCodes) return PopUpForObject(place);
+    if (!box_.AlarmList(tab) || box_.Selected(tab).empty()) return;
+    QMenu menu;
+    for (const Command command : {Command::PopupComments, Command::PopupCopy, Command::PopupPrint}) {
+        menu.addAction(ActionOf(command));
+    }
+    menu.addSeparator();
+    menu.addAction(ActionOf(tab == Tab::Unacked ? Command::PopupClose : Command::PopupArchive));
+    menu.exec(place);
+}
+
+void MainWindow::PopUpForObject(QPoint place) {
+    if (!box_.StateOf(Command::ObjectComments).isEnabled) return;
+    const ObjectMenu items = box_.MenuOfObject();
+    if (items.service.empty()) return;
+    QMenu menu;
+    QMenu* service = menu.addMenu(WithoutMnemonics(ShownLine(items.service)));
+    service->setEnabled(box_.StateOf(Command::ServiceInUse).isEnabled);
+    const auto add = [&](const QString& text, bool isChecked, Command command, int item) {
+        QAction* action = service->addAction(text);
+        action->setCheckable(true);
+        action->setChecked(isChecked);
+        connect(action, &QAction::triggered, this, [this, command, item] { box_.Run(command, item); });
+    };
+    add(ActionOf(Command::ServiceInUse)->text(), items.mode == static_cast<int>(ServiceMode::InUse),
+        Command::ServiceInUse, 0);
+    for (const ObjectMenu::LogOnlyItem& item : items.logOnly) {
+        add(ShownLine(item.caption), item.isChecked, Command::ServiceLogOnly, item.item);
+    }
+    add(ActionOf(Command::ServicePeriod)->text(), items.mode == static_cast<int>(ServiceMode::LogInPeriod),
+        Command::ServicePeriod, 0);
+    menu.addAction(ActionOf(Command::ObjectComments));
+    ActionOf(Command::ObjectEdit)->setText(ShownLine(items.edit));
+    menu.addAction(ActionOf(Command::ObjectEdit));
+    for (const auto& [command, caption] : {std::pair{Command::TypeCodeEdit, kCaptionTypeItems},
+                                           std::pair{Command::DataCodeEdit, kCaptionDataItems}}) {
+        QMenu* codes = menu.addMenu(CaptionText(captions_, caption));
+        codes->setEnabled(box_.StateOf(command).isEnabled);
+        connect(codes, &QMenu::aboutToShow, this,
+                [this, codes, which = command] { FillCodeMenu(codes, which); });
+    }
+    menu.addSeparator();
+    menu.addAction(ActionOf(Command::ResetAliveTest));
+    menu.exec(place);
+}
+
+void MainWindow::FillCodeMenu(QMenu* menu, Command command) {
+    menu->clear();
+    const auto items = command == Command::TypeCodeEdit ? box_.TypeCodeItems() : box_.DataCodeItems();
+    int number = 0;
+    for (const ObjectMenu::CodeItem& item : items) {
+        if (number >= kMostItems) break;
+        QAction* action = menu->addAction(WithoutMnemonics(ShownLine(item.caption)));
+        connect(action, &QAction::triggered, this, [this, command, number] { box_.Run(command, number); });
+        ++number;
+    }
+    if (number == 0) menu->addAction(QStringLiteral("-"))->setEnabled(false);
+}
+
+void MainWindow::FillMapMenu(QMenu* menu) {
+    menu->clear();
+    menu->addAction(ActionOf(Command::MapOfAlarm));
+    menu->addSeparator();
+    qsizetype count = 0;
+    for (const Text& map : box_.Maps()) {
+        if (++count > kMostItems) break;
+        QAction* action = menu->addAction(WithoutMnemonics(ShownLine(map)));
+        action->setEnabled(box_.MayShowPopup());
+        connect(action, &QAction::triggered, this, [this, map] { box_.OpenMap(map); });
+    }
+}
+
+// --- The sheet of keys
+
+void MainWindow::ShowKeys() {
+    auto* sheet = new QDialog(this);
+    sheet->setAttribute(Qt::WA_DeleteOnClose);
+    sheet->setWindowTitle(CaptionText(captions_, kCaptionKeys));
+    auto* table = new QTableWidget(0, 2);
+    table->horizontalHeader()->hide();
+    table->verticalHeader()->hide();
+    table->setShowGrid(false);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setSelectionMode(QAbstractItemView::NoSelection);
+    table->setFocusPolicy(Qt::NoFocus);
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    const auto add = [&](int caption, const QString& keys) {
+        const int row = table->rowCount();
+        table->insertRow(row);
+        table->setItem(row, 0, new QTableWidgetItem(keys));
+        table->setItem(row, 1, new QTableWidgetItem(PlainCaption(captions_, caption)));
+    };
+    for (int number = 0; number < kCommandCount; ++number) {
+        const auto command = static_cast<Command>(number);
+        const QString keys = QString::fromLatin1(KeysOf(command));
+        if (!keys.isEmpty()) add(CaptionOf(command), keys);
+    }
+    for (const WindowKey& key : kWindowKeys) add(key.caption, QString::fromLatin1(key.keys));
+    table->resizeColumnToContents(0);
+    table->setColumnWidth(0, table->columnWidth(0) + 16);
+    table->horizontalHeader()->setStretchLastSection(true);
+    auto* layout = new QVBoxLayout(sheet);
+    layout->addWidget(table);
+    sheet->resize(460, 500);
+    sheet->show();
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "console/lists/Captions.h"
+#include "runtime/DataFiles.h"
+#include "translation/ServicePeriods.h"
+
+#include <vector>
+
+namespace nordkeep {
+
+/// The popup of an object.
+struct ObjectMenu {
+    /// An item of "log only": its number, as the command takes it, and its caption.
+    struct LogOnlyItem {
+        int item = 0;
+        Text caption{};
+        bool isChecked = false;
+    };
+    /// An instruction for a type of the object.
+    struct CodeItem {
+        Text code{};
+        Text caption{};  // with " *" behind when the file exists
+    };
+
+    Text service{};  // of the submenu, with the present mode
+    int mode = 0;
+    std::vector<LogOnlyItem> logOnly{};
+    Text edit{};
+};
+
+/// "Information\<set>\<ID code>.TXT"; empty for a code that cannot name a file.
+Text ObjectInfoFile(const Text& set, const Text& idCode);
+/// "Information\<set>\<ID code>\<code>.TXT"; empty for a code that cannot name a file.
+Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code);
+
+/// The items of "log only": around the clock, and the lengths of the setting ServiceIntervals. What is no
+/// number above 0 has no item.
+std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView serviceIntervals);
+/// The captions of types or codes, with marks for the instructions that exist. One look at the folder.
+std::vector<ObjectMenu::CodeItem> MarkedItems(DataFiles& files, const Text& set, const Text& idCode,
+                                              std::vector<ObjectMenu::CodeItem> items);
+
+}  // namespace nordkeep

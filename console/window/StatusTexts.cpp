@@ -1,0 +1,93 @@
+#include "console/window/StatusTexts.h"
+
+#include "console/lists/RowModel.h"
+#include "runtime/Dates.h"
+#include "runtime/Fields.h"
+
+#include <algorithm>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextServerTitle = 3550;
+constexpr int kTextNotLoggedIn = 3551;
+constexpr int kTextLoggedIn = 3552;
+constexpr int kTextNoContact = 3553;
+constexpr int kTextPortsDisabled = 3554;
+constexpr int kTextMuted = 3555;
+constexpr int kTextHidden = 3556;
+constexpr int kTextUnacked = 3557;
+constexpr int kTextAcked = 3558;
+constexpr int kTextOldest = 3559;
+constexpr int kTextLoading = 3564;
+constexpr int kTextFlood = 3765;
+
+constexpr std::int64_t kOverdueMs = 60000;
+constexpr int kMinute = 60;
+constexpr int kHour = 3600;
+constexpr int kDay = 86400;
+
+}  // namespace
+
+std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots) {
+    using enum Banner::Weight;
+    std::vector<Banner> banners;
+    if (spots.isConnectionLost) banners.push_back({Alarm, captions(kTextNoContact)});
+    if (spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextPortsDisabled)});
+    if (spots.isFlood) banners.push_back({Notice, captions(kTextFlood)});
+    if (!spots.mutedPort.empty()) {
+        banners.push_back(
+            {Warning, captions(kTextMuted, {spots.mutedPort, std::to_string(spots.mutedSeconds)})});
+    }
+    if (spots.hiddenAlarms > 0) {
+        banners.push_back({Warning, captions(kTextHidden, {std::to_string(spots.hiddenAlarms)})});
+    }
+    if (spots.loadPercent < 100) {
+        banners.push_back({Notice, captions(kTextLoading) + " " + std::to_string(spots.loadPercent) + " %"});
+    }
+    return banners;
+}
+
+Text AgeText(OleDate from, OleDate to) {
+    const std::int64_t seconds = std::max<std::int64_t>(0, (to.Milliseconds() - from.Milliseconds()) / 1000);
+    const auto pair = [](std::int64_t value) { return Digits(value, 2); };
+    if (seconds < kMinute) return std::to_string(seconds) + " s";
+    const std::int64_t minutes = seconds / kMinute;
+    if (seconds < kHour) return std::to_string(minutes) + ":" + pair(seconds % kMinute);
+    const std::int64_t hours = seconds / kHour;
+    if (seconds < kDay) {
+        return std::to_string(hours) + ":" + pair(minutes % kMinute) + ":" + pair(seconds % kMinute);
+    }
+    return std::to_string(seconds / kDay) + " d " + pair(hours % 24) + ":" + pair(minutes % kMinute);
+}
+
+StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures) {
+    StatusTexts texts;
+    texts.unacked = captions(kTextUnacked, {std::to_string(figures.unacked)});
+    texts.acked = captions(kTextAcked, {std::to_string(figures.acked)});
+    if (!figures.oldestUnhandled.IsNever()) {
+        texts.oldest = captions(kTextOldest, {AgeText(figures.oldestUnhandled, figures.now)});
+        texts.isOverdue = figures.now.Milliseconds() - figures.oldestUnhandled.Milliseconds() > kOverdueMs;
+    }
+    if (figures.rights.IsClient()) {
+        texts.user = figures.rights.level > 0 ? captions(kTextLoggedIn, {figures.fullName})
+                                              : captions(kTextNotLoggedIn);
+    }
+    texts.clock = FormatDate(figures.now, "YYYY-MM-DD HH:NN:SS");
+    return texts;
+}
+
+Text TitleOf(const Captions& captions, const TitleParts& parts) {
+    Text title = "Nordkeep";
+    if (parts.rights.role == Role::Server) {
+        title += " - " + captions(kTextServerTitle, {std::to_string(parts.clients)});
+    }
+    if (parts.rights.IsClient()) {
+        title += " - " + parts.server;
+        if (!parts.fullName.empty()) title += " - " + parts.fullName;
+        if (parts.rights.isConnectionLost) title += " - DISCONNECTED !";
+    }
+    return Printable(std::move(title));
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "console/lists/Captions.h"
+#include "console/lists/OperatorRights.h"
+#include "platform/OleDate.h"
+
+#include <vector>
+
+namespace nordkeep {
+
+/// A line above the lists that stays as long as what it says is true.
+struct Banner {
+    enum class Weight { Notice, Warning, Alarm };
+    Weight weight = Weight::Warning;
+    Text text{};
+    friend bool operator==(const Banner&, const Banner&) = default;
+};
+
+/// The blind spots of this copy at the moment.
+struct BlindSpots {
+    bool isConnectionLost = false;
+    bool arePortsDisabled = false;
+    bool isFlood = false;
+    Text mutedPort{};
+    int mutedSeconds = 0;
+    std::size_t hiddenAlarms = 0;
+    int loadPercent = 100;
+};
+std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots);
+
+/// What the right part of the status bar counts.
+struct StatusFigures {
+    std::size_t unacked = 0;
+    std::size_t acked = 0;
+    OleDate oldestUnhandled{};  // when it came; never without one
+    OleDate now{};
+    OperatorRights rights{};
+    Text fullName{};
+};
+struct StatusTexts {
+    Text unacked{};
+    Text acked{};
+    Text oldest{};  // empty without an unhandled alarm
+    Text user{};    // empty but on a client
+    Text clock{};
+    bool isOverdue = false;  // the oldest has waited for more than a minute
+    friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
+};
+StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures);
+
+/// A time span as "12 s", "3:07", "2:15:00" or "3 d 04:00". A span below 0, which a clock change makes, is 0.
+Text AgeText(OleDate from, OleDate to);
+
+/// What the window's title tells beside the name of the program.
+struct TitleParts {
+    OperatorRights rights{};
+    int clients = 0;  // connected to a server
+    Text server{};    // of a client
+    Text fullName{};
+};
+Text TitleOf(const Captions& captions, const TitleParts& parts);
+
+/// The icon in the system's tray, by shape.
+enum class TrayState { Idle, NewAlarms, NoContact };
+struct Tray {
+    TrayState state = TrayState::Idle;
+    std::size_t count = 0;
+    friend bool operator==(const Tray&, const Tray&) = default;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,37 @@
+#include "console/window/ViewState.h"
+
+#include <array>
+
+namespace nordkeep {
+namespace {
+
+using V = ViewState;
+constexpr SettingScope kOwn = SettingScope::Workstation;
+
+const std::array kRows = {
+    SettingRow<V>{"General", "ShowSysLog", "0", kOwn, &V::ShowSysLog},
+    SettingRow<V>{"General", "ShowDebug", "0", kOwn, &V::ShowDebug},
+    SettingRow<V>{"General", "ShowIdCodes", "0", kOwn, &V::ShowIdCodes},
+    SettingRow<V>{"General", "ShowTypes", "0", kOwn, &V::ShowTypes},
+    SettingRow<V>{"General", "ShowDataCodes", "0", kOwn, &V::ShowDataCodes},
+    SettingRow<V>{"General", "ShowTabAutomatic", "0", kOwn, &V::ShowTabAutomatic},
+    SettingRow<V>{"General", "Check_Debug_HexCode", "0", kOwn, &V::Check_Debug_HexCode},
+    SettingRow<V>{"General", "Check_Debug_ShowLastRow", "0", kOwn, &V::Check_Debug_ShowLastRow},
+    SettingRow<V>{"General", "AlwaysShowLastAlarm", "0", kOwn, &V::AlwaysShowLastAlarm},
+};
+
+}  // namespace
+
+std::span<const SettingRow<ViewState>> ViewStateRows() {
+    return kRows;
+}
+
+void SaveViewState(Settings& files, const ViewState& state) {
+    for (const SettingRow<V>& row : kRows) {
+        const bool value = state.**std::get_if<bool V::*>(&row.field);
+        const Text text = value ? "-1" : "0";
+        if (files.ReadIni(row.section, row.key, "") != text) files.WriteIni(row.section, row.key, text);
+    }
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,176 @@
+#include "ports/Transport.h"
+#include "ports/formats/CollectedFile.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextFileTrouble = 3612;
+constexpr int kTextBadLine = 3613;
+constexpr int kTextBadLines = 3614;
+
+constexpr std::int64_t kLargestFile = 16 << 20;
+constexpr std::size_t kBadLinesToLog = 20;
+constexpr std::size_t kShownOfBadLine = 200;
+
+/// Collects a file that another program drops: gives it a name of its own, so that the other program can drop
+/// the next one, takes its lines in, and deletes it when every event is safely stored. What a crash leaves
+/// under that name is taken in first, whole: an event may then come twice, but none is lost.
+class FileTransport final : public Transport {
+ public:
+    FileTransport(const TransportParts& parts, PortLog& log, TransportEvents events, FileForm form)
+        : parts_(parts), log_(log), events_(std::move(events)), form_(form) {
+        const Text& file = log_.Line().PortSetting;
+        workFile_ = file.substr(0, file.find_last_of("\\/") + 1) + form_.workName;
+        confirmationPrio_ =
+            LoadSettings(parts.settings, EventPortRows(), log_.Name()).m_DefaultTorvexAckSMSPrio;
+    }
+
+    // Never open: each attempt to open looks for the file, so the reopen interval is the collecting one.
+    bool IsOpen() const override { return false; }
+
+    void Open() override {
+        if (!isOpenLogged_) log_.Opened(log_.Line().PortSetting);
+        isOpenLogged_ = true;
+        isStopped_ = false;
+        if (isLookPlanned_) return;
+        isLookPlanned_ = true;
+        // The first attempt comes before the stored events have been read; taking in comes behind.
+        parts_.loop.Post([this] { Look(); });
+    }
+
+    void Close(bool isShuttingDown) override {
+        isOpenLogged_ = false;
+        isStopped_ = isShuttingDown;
+    }
+
+    Text Take() override { return {}; }
+    bool CanSend() const override { return false; }
+    bool Send(TextView) override { return false; }
+
+ private:
+    enum class State { Idle, Taking, Waiting };
+
+    void Look() {
+        isLookPlanned_ = false;
+        if (isStopped_) return;
+        if (state_ == State::Idle) return Collect();
+        if (state_ == State::Taking && !isContinuing_) return Continue();
+        if (state_ == State::Waiting && waitingSteps_ == 0) Settle();
+    }
+
+    void Collect() {
+        const NativePath work = WorkPath();
+        if (!StampOf(work).Exists()) {
+            const NativePath dropped = parts_.dataFolder.ResolveSetting(log_.Line().PortSetting);
+            if (!StampOf(dropped).Exists()) return;
+            if (!RenameFile(dropped, work)) return Complain(log_.Line().PortSetting);
+        }
+        taken_ = badLines_ = 0;
+        hasFailed_ = false;
+        Read();
+    }
+
+    /// Reads the file; its front may have been taken in already.
+    void Read() {
+        const FileStamp stamp = StampOf(WorkPath());
+        auto content = stamp.size > kLargestFile ? std::nullopt : ReadFile(WorkPath());
+        if (!content) return Complain(workFile_);
+        content_ = std::move(*content);
+        isTroubleLogged_ = false;
+        state_ = State::Taking;
+        Continue();
+    }
+
+    void Continue() {
+        isContinuing_ = false;
+        if (isStopped_) return;
+        FileStep found = NextFileStep(content_, taken_, form_.decode, confirmationPrio_, parts_.clock.Now());
+        taken_ = found.next;
+        LogBadLines(found.badLines);
+        const bool isLast = taken_ >= content_.size();
+        if (isLast) state_ = State::Waiting;
+        ++waitingSteps_;
+        events_.stepReady(std::move(found.step), [this](bool isStored) { OnStepStored(isStored); });
+        if (isLast) return;
+        isContinuing_ = true;
+        parts_.loop.Post([this] { Continue(); });
+    }
+
+    void OnStepStored(bool isStored) {
+        --waitingSteps_;
+        if (!isStored) hasFailed_ = true;
+        if (state_ == State::Waiting && waitingSteps_ == 0) Settle();
+    }
+
+    /// All lines are taken in and no answer is outstanding.
+    void Settle() {
+        if (hasFailed_) {
+            // The store keeps such events and writes them again by itself; the file goes when it has.
+            if (!parts_.areAllEventsStored || !parts_.areAllEventsStored()) return;
+            hasFailed_ = false;
+            ++waitingSteps_;
+            return events_.stepReady({}, [this](bool isStored) { OnStepStored(isStored); });
+        }
+        const FileStamp stamp = StampOf(WorkPath());
+        // Whoever dropped the file may have had it open still, and written on.
+        if (stamp.Exists() && static_cast<std::size_t>(stamp.size) > taken_) return Read();
+        if (stamp.Exists() && !RemoveFile(WorkPath())) return Complain(workFile_);
+        if (badLines_ > kBadLinesToLog) {
+            log_.Failure(kTextBadLines, log_.NameAndDescription() + " (" + std::to_string(badLines_) + ")");
+        }
+        content_.clear();
+        state_ = State::Idle;
+        isTroubleLogged_ = false;
+    }
+
+    void LogBadLines(const std::vector<Text>& lines) {
+        for (const Text& line : lines) {
+            if (++badLines_ > kBadLinesToLog) continue;
+            log_.Failure(kTextBadLine,
+                         log_.NameAndDescription() + " (" + line.substr(0, kShownOfBadLine) + ")");
+        }
+    }
+
+    /// One line for each series of failures.
+    void Complain(const Text& file) {
+        if (isTroubleLogged_) return;
+        isTroubleLogged_ = true;
+        log_.Failure(kTextFileTrouble, log_.NameAndDescription() + " (" + file + ")");
+    }
+
+    NativePath WorkPath() const { return parts_.dataFolder.ResolveSetting(workFile_); }
+
+    TransportParts parts_;
+    PortLog& log_;
+    TransportEvents events_;
+    FileForm form_;
+    Text workFile_{};
+    int confirmationPrio_ = 0;
+
+    State state_ = State::Idle;
+    Text content_{};
+    std::size_t taken_ = 0;
+    std::size_t badLines_ = 0;
+    int waitingSteps_ = 0;  // handed to the port and not known to be stored
+    bool hasFailed_ = false;
+    bool isContinuing_ = false;
+    bool isLookPlanned_ = false;
+    bool isStopped_ = false;
+    bool isOpenLogged_ = false;
+    bool isTroubleLogged_ = false;
+};
+
+bool NamesAFile(const Text& setting) {
+    return setting.find('.', setting.find_last_of("\\/") + 1) != Text::npos;
+}
+
+}  // namespace
+
+std::unique_ptr<Transport> MakeFileTransport(const TransportParts& parts, PortLog& log,
+                                             TransportEvents events) {
+    const auto form = FileFormOf(parts.format);
+    if (!form || !NamesAFile(log.Line().PortSetting)) return nullptr;
+    return std::make_unique<FileTransport>(parts, log, std::move(events), *form);
+}
+
+}  // namespace nordkeep

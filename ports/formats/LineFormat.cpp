@@ -1,0 +1,180 @@
+#include "ports/formats/LineFormat.h"
+
+#include "ports/PortSettings.h"
+#include "ports/collectors/GsmModem.h"
+#include "ports/formats/GoogolT1.h"
+#include "ports/formats/Rsm02.h"
+#include "ports/formats/SurGard.h"
+#include "ports/formats/XmlGateways.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextExportDropped = 1095;
+constexpr int kTextUnknownMessage = 1059;
+constexpr int kTextHiddenNumber = 1060;
+
+template <class Struct>
+Struct Load(const FormatParts& parts, std::span<const SettingRow<Struct>> rows) {
+    return LoadSettings(parts.files, rows, parts.portName);
+}
+
+Text DescriptionOf(const FormatParts& parts) {
+    return LoadLineSettings(parts.files, parts.portName).PortDescription;
+}
+
+/// A format whose line remembers nothing between telegrams.
+template <class FormatSettings>
+class Stateless final : public LineFormat {
+ public:
+    using NextStep = TelegramStep (*)(TextView, const FormatSettings&, OleDate);
+    Stateless(NextStep next, FormatSettings settings) : next_(next), settings_(std::move(settings)) {}
+    TelegramStep Next(TextView received, OleDate now) override { return next_(received, settings_, now); }
+
+ private:
+    NextStep next_;
+    FormatSettings settings_;
+};
+
+template <class FormatSettings>
+std::unique_ptr<LineFormat> MakeStateless(TelegramStep (*next)(TextView, const FormatSettings&, OleDate),
+                                          FormatSettings settings) {
+    return std::make_unique<Stateless<FormatSettings>>(next, std::move(settings));
+}
+
+/// For lines that make their events by themselves: nobody sends them anything.
+class NoTelegrams final : public LineFormat {
+ public:
+    TelegramStep Next(TextView received, OleDate) override { return {.consumed = received.size()}; }
+};
+
+class GoogolFormat final : public LineFormat {
+ public:
+    explicit GoogolFormat(GoogolSettings settings) : settings_(std::move(settings)) {}
+    TelegramStep Next(TextView received, OleDate now) override {
+        return NextGoogolStep(received, settings_, now);
+    }
+    TelegramStep Service(const ServiceTick& tick) override {
+        return SetClockInGoogolT1(clock_, settings_, tick);
+    }
+    bool HasClock() const override { return true; }
+    void RequestClock() override { clock_.isRequested = true; }
+
+ private:
+    GoogolSettings settings_;
+    GoogolClock clock_{};
+};
+
+class Rsm02Format final : public LineFormat {
+ public:
+    Rsm02Format(Rsm02Settings settings, CallerLookup findCaller)
+        : settings_(std::move(settings)), findCaller_(std::move(findCaller)) {}
+    TelegramStep Next(TextView received, OleDate now) override {
+        return NextRsm02Step(received, {settings_, state_, findCaller_}, now);
+    }
+
+ private:
+    Rsm02Settings settings_;
+    Rsm02State state_{};
+    CallerLookup findCaller_;
+};
+
+class SurGardFormat final : public LineFormat {
+ public:
+    explicit SurGardFormat(SurGardSettings settings) : settings_(std::move(settings)) {}
+    TelegramStep Next(TextView received, OleDate now) override {
+        return NextSurGardStep(received, settings_, wait_, now);
+    }
+    TelegramStep Service(const ServiceTick& tick) override {
+        return {.events = wait_.Tick(tick.tickMs, settings_.sia, tick.now)};
+    }
+    TelegramStep Finish(OleDate now) override { return {.events = wait_.Finish(settings_.sia, now)}; }
+
+ private:
+    SurGardSettings settings_;
+    SiaWait wait_{};
+};
+
+class ExportFormat final : public LineFormat {
+ public:
+    explicit ExportFormat(std::shared_ptr<RobofonExport> queue) : queue_(std::move(queue)) {}
+    TelegramStep Next(TextView received, OleDate) override { return queue_->Receive(received); }
+    TelegramStep Service(const ServiceTick& tick) override { return queue_->Tick(tick); }
+
+ private:
+    std::shared_ptr<RobofonExport> queue_;
+};
+
+std::unique_ptr<LineFormat> MakeGoogol(const FormatParts& parts) {
+    GoogolSettings settings = Load(parts, GoogolSettingRows());
+    settings.cleaning = LoadTextCleaning(parts.files, parts.portName);
+    settings.PortDescription = DescriptionOf(parts);
+    return std::make_unique<GoogolFormat>(std::move(settings));
+}
+
+std::unique_ptr<LineFormat> MakeRsm02(const FormatParts& parts) {
+    Rsm02Settings settings = Load(parts, Rsm02SettingRows());
+    constexpr int kTab = 9;
+    settings.SMSCrLfReplaceCharacter = CharacterOr(settings.SMSCrLfReplaceCharacter, kTab);
+    settings.cleaning = LoadTextCleaning(parts.files, parts.portName);
+    settings.calls = Load(parts, CallSettingRows());
+    settings.sia = LoadSiaSettings(parts.files);
+    settings.multiCom = Load(parts, MultiComSettingRows());
+    settings.PortName = parts.portName;
+    settings.PortDescription = DescriptionOf(parts);
+    settings.hiddenNumber = parts.language.GetLanguageText(kTextHiddenNumber);
+    return std::make_unique<Rsm02Format>(std::move(settings), parts.findCaller);
+}
+
+std::unique_ptr<LineFormat> MakeSurGard(const FormatParts& parts) {
+    SurGardSettings settings = Load(parts, SurGardSettingRows());
+    settings.sia = LoadSiaSettings(parts.files);
+    settings.unknownMessage = parts.language.GetLanguageText(kTextUnknownMessage);
+    return std::make_unique<SurGardFormat>(std::move(settings));
+}
+
+std::unique_ptr<LineFormat> MakeExport(const FormatParts& parts) {
+    RobofonExportSettings settings = Load(parts, RobofonExportSettingRows());
+    settings.PortDescription = DescriptionOf(parts);
+    settings.droppedText = parts.language.GetLanguageText(kTextExportDropped);
+    auto queue = std::make_shared<RobofonExport>(std::move(settings));
+    if (parts.exports != nullptr) parts.exports->Add(queue);
+    return std::make_unique<ExportFormat>(std::move(queue));
+}
+
+}  // namespace
+
+std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatParts& parts) {
+    switch (format) {
+        case MessageFormat::Robofon:
+            return MakeStateless(&NextRobofonStep, Load(parts, RobofonSettingRows()));
+        case MessageFormat::GoogolT1:
+            return MakeGoogol(parts);
+        case MessageFormat::PlainText:
+            return MakeStateless(&NextTextStep, LoadTextTelegramSettings(parts.files, parts.portName));
+        case MessageFormat::RSM02:
+            return MakeRsm02(parts);
+        case MessageFormat::RobofonExport:
+            return MakeExport(parts);
+        case MessageFormat::SOSAccessMini:
+            return MakeStateless(&NextSosAccessMiniStep, Load(parts, XmlGatewaySettingRows()));
+        case MessageFormat::AptusMini:
+            return MakeStateless(&NextAptusMiniStep, Load(parts, XmlGatewaySettingRows()));
+        case MessageFormat::SOSAccessV4:
+            return MakeStateless(&NextSosAccessV4Step, Load(parts, XmlGatewaySettingRows()));
+        case MessageFormat::SurGardMLR2:
+            return MakeSurGard(parts);
+        case MessageFormat::GSM:
+            return std::make_unique<GsmModem>(LoadGsmSettings(parts.files, parts.portName),
+                                              parts.conversation);
+        case MessageFormat::TorvexConfirmationFile:
+        case MessageFormat::NordkeepFile:
+        case MessageFormat::VirtualReceiver:
+        case MessageFormat::Mail:
+            return std::make_unique<NoTelegrams>();
+        default:
+            return {};
+    }
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,116 @@
+#include "ports/formats/Robofon.h"
+
+#include "ports/formats/TelegramFields.h"
+#include "runtime/Fields.h"
+#include "runtime/Protocol.h"
+
+#include <array>
+#include <optional>
+
+namespace nordkeep {
+namespace {
+
+// Positions in the telegram, counted from 1.
+constexpr long kKindAt = 4;
+constexpr long kTimeAt = 5;
+constexpr long kFirstPartAt = 5;
+constexpr long kStatusAt = 15;
+constexpr long kClassAt = 16;
+constexpr long kIdAt = 17;
+constexpr long kIdLength = 8;
+constexpr long kEtxAt = 25;
+
+struct ClassRow {
+    char code;
+    int labelText;
+    Protocol protocol;
+};
+
+constexpr std::array<ClassRow, 20> kClasses = {
+    {{'0', 2000, Protocol::Robofon},    {'1', 2001, Protocol::Futura},       {'2', 2002, Protocol::L400},
+     {'4', 2004, Protocol::LFS4},       {'5', 2005, Protocol::Ericsson},     {'6', 2006, Protocol::Multidrop},
+     {'7', 2007, Protocol::SIA},        {'8', 2008, Protocol::AntennaRBM},   {'9', 2009, Protocol::P100},
+     {'A', 2010, Protocol::Electrolux}, {'B', 2011, Protocol::ContactID},    {'C', 2012, Protocol::L400Speak},
+     {'D', 2013, Protocol::EricssonTT}, {'E', 2014, Protocol::Pensionar},    {'F', 2015, Protocol::Stentofon},
+     {'G', 2205, Protocol::LA100},      {'H', 2216, Protocol::STT},          {'I', 2218, Protocol::Scancom},
+     {'K', 2223, Protocol::Linjefel},   {'N', 2224, Protocol::AdemcoExpress}}};
+
+constexpr char kOwnClass = 'S';
+
+char At(TextView telegram, long position) {
+    return telegram[static_cast<std::size_t>(position - 1)];
+}
+
+Text IdPart(TextView telegram, long start) {
+    return UpperCase(TrimBlanks(Substring(telegram, start, kIdLength)));
+}
+
+/// None for a kind that carries no event.
+std::optional<Text> IdCodeOf(TextView telegram) {
+    const char kind = At(telegram, kKindAt);
+    const bool hasFirstPart = kind == 'T' && At(telegram, kClassAt) != '5';
+    if (kind != 'P' && kind != 'T') return std::nullopt;
+    return (hasFirstPart ? IdPart(telegram, kFirstPartAt) : Text()) + IdPart(telegram, kIdAt);
+}
+
+Text ReceiverLine(char status) {
+    const auto bits = static_cast<unsigned char>(status);
+    return std::to_string((bits >> 4) & 7) + ":" + std::to_string(bits & 7);
+}
+
+/// The telegram's own time; `now` when its ten digits are no date.
+OleDate TelegramTime(TextView telegram, OleDate now) {
+    const TextView digits = Substring(telegram, kTimeAt, 10);
+    if (!IsNumeric(digits)) return now;
+    const auto pair = [&](long index) { return LeadingInt32(Substring(digits, 1 + 2 * index, 2)); };
+    return TelegramDate({pair(0), pair(1), pair(2), pair(3), pair(4), 0}, now);
+}
+
+void SetProtocol(DecodedEvent& decoded, char classCode) {
+    if (classCode == kOwnClass) decoded.event.ProtocolType = kOwnProtocol;
+    for (const ClassRow& row : kClasses) {
+        if (row.code != classCode) continue;
+        decoded.labelTexts[0] = row.labelText;
+        decoded.event.TranslationNumberToUse = static_cast<int>(row.protocol);
+    }
+}
+
+void Decode(TelegramStep& step, TextView telegram, const RobofonSettings& settings, OleDate now) {
+    const std::optional<Text> idCode = IdCodeOf(telegram);
+    if (!idCode) return;
+    const bool hasTime = settings.TimeStampFromRBM && At(telegram, kKindAt) == 'P';
+    const char status = At(telegram, kStatusAt);
+    DecodedEvent& decoded = step.events.emplace_back();
+    decoded.event = {.AlarmTime = hasTime ? TelegramTime(telegram, now) : now,
+                     .DefaultAlarmCode = *idCode,
+                     .LineCardNumber = ReceiverLine(status),
+                     .MessageIsFollowedBySpeech = (static_cast<unsigned char>(status) & 8) != 0,
+                     .RawAlarmCode = *idCode};
+    SetProtocol(decoded, At(telegram, kClassAt));
+}
+
+}  // namespace
+
+char XorOf(TextView bytes) {
+    unsigned char sum = 0;
+    for (const char c : bytes) sum = static_cast<unsigned char>(sum ^ static_cast<unsigned char>(c));
+    return static_cast<char>(sum);
+}
+
+TelegramStep NextRobofonStep(TextView received, const RobofonSettings& settings, OleDate now) {
+    if (received.empty()) return {};
+    if (received.front() != bytes::STX) return SkipToStart(received, TextView(&bytes::STX, 1));
+    if (received.size() < kRobofonLength) return {};
+    const TextView telegram = received.substr(0, kRobofonLength);
+    TelegramStep step{.consumed = kRobofonLength};
+    if (At(telegram, kEtxAt) != bytes::ETX || XorOf(telegram.substr(1)) != 0) {
+        step.reply = Text(1, bytes::NAK);
+        return step;
+    }
+    step.reply = Text(1, bytes::ACK);
+    step.isTraffic = true;
+    Decode(step, telegram, settings, now);
+    return step;
+}
+
+}  // namespace nordkeep
