@@ -219,16 +219,20 @@ Foundation::Outcome Foundation::TestClientFolder() {
     return kFailure;
 }
 
+NetworkParts Foundation::PartsOfNetwork() {
+    return {.sockets = platform_.sockets,
+            .loop = platform_.loop,
+            .clock = platform_.clock,
+            .language = language_,
+            .log = log_,
+            .traffic = networkTraffic_,
+            .settings = network_};
+}
+
 Foundation::Outcome Foundation::ListenForClients() {
     networkTraffic_.Configure(network_.LogTraffic, role_);
     if (role_ != Role::Server) return std::nullopt;
-    clients_ = std::make_unique<ClientSlots>(ClientSlots::Needs{.sockets = platform_.sockets,
-                                                                .loop = platform_.loop,
-                                                                .clock = platform_.clock,
-                                                                .language = language_,
-                                                                .log = log_,
-                                                                .traffic = networkTraffic_,
-                                                                .settings = network_});
+    clients_ = std::make_unique<ClientSlots>(PartsOfNetwork());
     if (clients_->Listen()) return std::nullopt;
     TellFailure(language_.GetLanguageText(kTextCannotListen) + std::to_string(network_.NetworkPort) + " (" +
                 clients_->LastError() + ")");
@@ -237,13 +241,7 @@ Foundation::Outcome Foundation::ListenForClients() {
 
 Foundation::Outcome Foundation::ConnectToServer() {
     if (role_ != Role::Client) return std::nullopt;
-    server_ = std::make_unique<ServerLink>(ServerLink::Needs{.sockets = platform_.sockets,
-                                                             .loop = platform_.loop,
-                                                             .clock = platform_.clock,
-                                                             .language = language_,
-                                                             .log = log_,
-                                                             .traffic = networkTraffic_,
-                                                             .settings = network_});
+    server_ = std::make_unique<ServerLink>(PartsOfNetwork());
     ClientStart start = StartClient(*server_, language_, log_);
     if (start.failure.empty()) {
         settings_.UseServerText(std::move(start.serverSettings));

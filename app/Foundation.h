@@ -67,6 +67,7 @@ class Foundation {
     Outcome ChooseRole();
     Outcome MakeFolders();
     Outcome TestClientFolder();
+    NetworkParts PartsOfNetwork();
     Outcome ListenForClients();
     Outcome ConnectToServer();
 

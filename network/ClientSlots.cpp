@@ -32,7 +32,7 @@ bool IsAllowedToCall(TextView clientAddresses, TextView caller) {
     return false;
 }
 
-ClientSlots::ClientSlots(const Needs& needs)
+ClientSlots::ClientSlots(const NetworkParts& needs)
     : needs_(needs), log_(needs.log, needs.clock), listener_(needs.sockets.NewSocket(SocketKind::Tcp)) {
     listener_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnCall(request); }});
     for (int slot = 0; slot < kSlotCount; ++slot) {

@@ -1,12 +1,7 @@
 #pragma once
 
 #include "network/Frames.h"
-#include "network/NetworkSettings.h"
-#include "network/NetworkTraffic.h"
 #include "network/PeerLog.h"
-#include "platform/EventLoop.h"
-#include "platform/Winsock.h"
-#include "runtime/Language.h"
 
 #include <array>
 #include <memory>
@@ -31,16 +26,7 @@ class SlotHandler {
 /// one, all or all but one of them. What the messages mean is the handler's.
 class ClientSlots {
  public:
-    struct Needs {
-        SocketFactory& sockets;
-        EventLoop& loop;
-        const Clock& clock;
-        const Language& language;
-        SysLog& log;
-        const NetworkTraffic& traffic;
-        const NetworkSettings& settings;
-    };
-    explicit ClientSlots(const Needs& needs);
+    explicit ClientSlots(const NetworkParts& needs);
 
     /// Messages that arrive without a handler are dropped.
     void SetHandler(SlotHandler* handler) { handler_ = handler; }
@@ -95,7 +81,7 @@ class ClientSlots {
     void NoteClientsChanged() const;
     Text Line(int textNumber, const Text& address) const;
 
-    Needs needs_;
+    NetworkParts needs_;
     PeerLog log_;
     std::unique_ptr<Winsock> listener_;
     std::array<Slot, kSlotCount> slots_{};

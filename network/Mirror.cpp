@@ -65,6 +65,7 @@ bool Mirror::RequestAllEvents() {
 void Mirror::ConnectionStarts() {
     const EventList& events = needs_.store.Events();
     while (const EventSequence first = events.Next(0)) needs_.store.Forget(*events.Find(first));
+    removed_.clear();
     eventsToPresent_.clear();
     needs_.views.RecalcStatusBars();
 }
@@ -121,6 +122,7 @@ cAlarm& Mirror::StoreEvent(TextView payload) {
         auto added = std::make_unique<cAlarm>();
         ReadEvent(payload, *added);
         alarm = &needs_.store.Append(std::move(added));
+        removed_.erase(alarm->m_FilePointer);
     }
     needs_.store.UpdateAlarmLists(*alarm);
     return *alarm;
@@ -140,17 +142,23 @@ void Mirror::TakeNewEvent(TextView payload) {
     if (!needs_.link.IsRequestPending()) ShowWhatWaits();
 }
 
-// The record of a removed event stays until the next connection; only its row goes.
+// Of a removed event only the pointer stays, so that a message that was still under way for it is no oddity;
+// a client that stays connected for months must not keep every record that its server once had.
 void Mirror::TakeOldEvent(TextView payload) {
-    cAlarm* alarm = needs_.store.FindAlarmByKey(ReadEventHead(payload).filePointer);
+    const std::int32_t pointer = ReadEventHead(payload).filePointer;
+    cAlarm* alarm = needs_.store.FindAlarmByKey(pointer);
     cAlarm changed = alarm != nullptr ? *alarm : cAlarm();
     if (!ReadEvent(payload, changed)) return;
-    if (alarm == nullptr) {
+    if (alarm == nullptr && !removed_.contains(pointer)) {
         return log_.Write(needs_.settings.ServerAddress, needs_.language.GetLanguageText(kTextNoSuchEvent),
                           LogKind::Oddity);
     }
-    *alarm = std::move(changed);
-    needs_.store.UpdateAlarmLists(*alarm);
+    if (changed.m_Status == kStatusRemoved) {
+        removed_.insert(pointer);
+        if (alarm != nullptr) needs_.store.Forget(*alarm);
+    } else {
+        StoreEvent(payload);
+    }
     needs_.views.RecalcStatusBars();
 }
 

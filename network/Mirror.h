@@ -8,6 +8,7 @@
 #include "translation/Translations.h"
 
 #include <deque>
+#include <unordered_set>
 
 namespace nordkeep {
 
@@ -76,6 +77,7 @@ class Mirror final : public ServerPushes {
     // Kept back while a request is pending, since showing them sends requests of its own.
     bool isTreeToShow_ = false;
     std::deque<std::int32_t> eventsToPresent_{};
+    std::unordered_set<std::int32_t> removed_{};  // pointers of events that the server has taken out
     std::shared_ptr<bool> life_ = std::make_shared<bool>(true);  // for tasks that come after the end
 };
 

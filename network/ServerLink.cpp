@@ -12,7 +12,7 @@ constexpr int kTickMs = 100;
 
 }  // namespace
 
-ServerLink::ServerLink(const Needs& needs)
+ServerLink::ServerLink(const NetworkParts& needs)
     : needs_(needs), socket_(needs.sockets.NewSocket(SocketKind::Tcp)) {
     socket_->SetEvents({.dataArrival = [this] { OnData(); },
                         .closed = [this] { OnClosed(); },

@@ -2,12 +2,7 @@
 
 #include "network/Frames.h"
 #include "network/Messages.h"
-#include "network/NetworkSettings.h"
-#include "network/NetworkTraffic.h"
-#include "platform/EventLoop.h"
-#include "platform/Winsock.h"
-#include "runtime/Language.h"
-#include "runtime/SysLog.h"
+#include "network/NetworkParts.h"
 
 #include <memory>
 
@@ -28,16 +23,7 @@ class ServerPushes {
 /// one request at a time. Once lost, nothing is sent until ConnectToServer has succeeded.
 class ServerLink {
  public:
-    struct Needs {
-        SocketFactory& sockets;
-        EventLoop& loop;
-        const Clock& clock;
-        const Language& language;
-        SysLog& log;
-        const NetworkTraffic& traffic;
-        const NetworkSettings& settings;
-    };
-    explicit ServerLink(const Needs& needs);
+    explicit ServerLink(const NetworkParts& needs);
 
     /// Without pushes their messages are dropped.
     void SetPushes(ServerPushes* pushes) { pushes_ = pushes; }
@@ -78,7 +64,7 @@ class ServerLink {
     bool TakeAnswer(Message message, TextView payload);
     void Lose(const Text& reason = {});
 
-    Needs needs_;
+    NetworkParts needs_;
     std::unique_ptr<Winsock> socket_;
     ServerPushes* pushes_ = nullptr;
     FrameBuffer buffer_{};

@@ -3,6 +3,7 @@
 #include "pipeline/EventTexts.h"
 #include "pipeline/RecordBuilding.h"
 #include "runtime/Fields.h"
+#include "runtime/ObjectFiles.h"
 
 #include <array>
 
@@ -153,9 +154,9 @@ void Intake::TakeObject(IntakeRun& run, cTranslate& set, cIDCode& object) {
 }
 
 void Intake::ReadObjectInformation(cAlarm& alarm) const {
-    if (!IsSafeComponent(alarm.m_TranslationFile) || !IsSafeComponent(alarm.m_IdCode)) return;
-    const auto text = ReadFile(needs_.dataFolder.Resolve("Information\\" + alarm.m_TranslationFile + "\\" +
-                                                         alarm.m_IdCode + ".TXT"));
+    const Text file = InformationFile(alarm.m_TranslationFile, alarm.m_IdCode);
+    if (file.empty()) return;
+    const auto text = ReadFile(needs_.dataFolder.Resolve(file));
     if (!text) return;
     const std::vector<TextView> lines = Lines(*text);
     if (!lines.empty()) alarm.m_ObjectInformation = lines.front();

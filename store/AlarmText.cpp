@@ -2,6 +2,7 @@
 
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
+#include "runtime/ObjectFiles.h"
 #include "store/TextTemplate.h"
 
 #include <array>
@@ -37,17 +38,10 @@ Text DateTimeOf(const Source& s, OleDate date) {
     return DateOf(s, date) + " " + TimeOf(s, date);
 }
 
-/// The lines of a file below Information\, joined by a backslash and an n.
-Text InformationText(const Source& s, std::initializer_list<TextView> components, TextView lastName) {
-    Text path = "Information";
-    for (const TextView component : components) {
-        // The names come from telegrams and must not lead out of the folder.
-        if (!IsSafeComponent(component) || component.find(':') != TextView::npos) return {};
-        path.append("\\").append(component);
-    }
-    if (!IsSafeComponent(lastName) || lastName.find(':') != TextView::npos) return {};
-    path.append("\\").append(lastName).append(".TXT");
-    const std::optional<Text> content = ReadFile(s.dataFolder.Resolve(path));
+/// The lines of a file, joined by a backslash and an n.
+Text InformationText(const Source& s, const Text& file) {
+    if (file.empty()) return {};
+    const std::optional<Text> content = ReadFile(s.dataFolder.Resolve(file));
     if (!content) return {};
     Text joined;
     bool isFirst = true;
@@ -60,11 +54,12 @@ Text InformationText(const Source& s, std::initializer_list<TextView> components
 }
 
 Text ObjectComments(const Source& s) {
-    return InformationText(s, {s.alarm.m_TranslationFile}, s.alarm.m_IdCode);
+    return InformationText(s, InformationFile(s.alarm.m_TranslationFile, s.alarm.m_IdCode));
 }
 
 Text ObjectSpecificTypeCode(const Source& s) {
-    return InformationText(s, {s.alarm.m_TranslationFile, s.alarm.m_IdCode}, s.alarm.m_TypeCode);
+    return InformationText(
+        s, TypeInformationFile(s.alarm.m_TranslationFile, s.alarm.m_IdCode, s.alarm.m_TypeCode));
 }
 
 Text TorvexStatus(const Source& s) {

@@ -1,7 +1,7 @@
 #include "console/boxes/CommentBox.h"
 
-#include "console/boxes/ObjectFiles.h"
 #include "runtime/Dates.h"
+#include "runtime/ObjectFiles.h"
 
 #include <deque>
 

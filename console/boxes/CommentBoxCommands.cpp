@@ -1,5 +1,5 @@
 #include "console/boxes/CommentBox.h"
-#include "console/boxes/ObjectFiles.h"
+#include "runtime/ObjectFiles.h"
 
 #include <utility>
 

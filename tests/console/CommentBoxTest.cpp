@@ -1,5 +1,5 @@
-#include "console/boxes/ObjectFiles.h"
 #include "runtime/Dates.h"
+#include "runtime/ObjectFiles.h"
 #include "tests/console/SheetWorld.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "console/boxes/ObjectFiles.h"
+#include "runtime/ObjectFiles.h"
 
 #include "platform/FileTree.h"
 
@@ -23,15 +23,21 @@ Text FileIn(const Text& folder, TextView name) {
     return folder + "\\" + (IsSafeComponent(file) ? file : FileSafeName(name) + ".TXT");
 }
 
+/// A code comes from a telegram: one that would lead elsewhere names no file.
+bool HasFile(TextView code) {
+    return IsSafeComponent(code) && code.find(':') == TextView::npos;
+}
+
 }  // namespace
 
 Text InformationFile(TextView set, TextView idCode) {
-    return FileIn(FolderOf("Information", set), idCode);
+    if (set.empty() || !HasFile(idCode)) return {};
+    return FolderOf("Information", set) + "\\" + Text(idCode) + ".TXT";
 }
 
 Text TypeInformationFile(TextView set, TextView idCode, TextView typeCode) {
-    const Text folder = FolderOf("Information", set) + "\\";
-    return FileIn(folder + (IsSafeComponent(idCode) ? Text(idCode) : FileSafeName(idCode)), typeCode);
+    if (set.empty() || !HasFile(idCode) || !HasFile(typeCode)) return {};
+    return FolderOf("Information", set) + "\\" + Text(idCode) + "\\" + Text(typeCode) + ".TXT";
 }
 
 Text CommentFile(TextView set, TextView idCode) {
