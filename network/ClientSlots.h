@@ -1,6 +1,7 @@
 #pragma once
 
 #include "network/Frames.h"
+#include "network/NetworkParts.h"
 #include "network/PeerLog.h"
 
 #include <array>
