@@ -93,6 +93,8 @@ class Centre {
     ServicePeriods servicePeriods_;
     TorvexLink torvex_;
     AlarmOutputs outputs_;
+    DeskLink desk_{};
+    AlarmHandling handling_;
     Resets resets_;
     Workplace workplace_;
     Dispatcher dispatcher_;

@@ -27,7 +27,7 @@ void NetworkRole::Attach(const Needs& needs) {
                                                                        .clock = platform.clock,
                                                                        .settings = foundation_.Network(),
                                                                        .store = needs.store,
-                                                                       .views = needs.views,
+                                                                       .handling = needs.handling,
                                                                        .translations = needs.translations,
                                                                        .objectViews = needs.objectViews,
                                                                        .objectReplica = *objects_,

@@ -19,6 +19,7 @@ class NetworkRole {
     /// What the two need of the centre.
     struct Needs {
         EventStore& store;
+        AlarmHandling& handling;
         AlarmViews& views;
         Translations& translations;
         ObjectViews& objectViews;

@@ -47,13 +47,9 @@ Workplace::Workplace(const Needs& needs)
                  .pageSettings = needs.settings.alarmPages,
                  .output = *this}),
       commands_({.store = needs.store,
-                 .views = needs.lists,
+                 .handling = needs.handling,
                  .dialogs = needs.foundation.Platform().dialogs,
-                 .language = needs.foundation.Texts(),
-                 .clock = needs.foundation.Platform().clock,
-                 .role = needs.foundation.CopyRole(),
-                 .silenceSound = [this] { needs_.outputs.Sound().Silence(); },
-                 .alarmEnded = [this](std::int32_t filePointer) { windows_.AlarmEnded(filePointer); }}),
+                 .language = needs.foundation.Texts()}),
       sheet_(SheetNeeds()),
       map_({.files = *files_,
             .dataFolder = needs.foundation.DataFolder(),
@@ -93,22 +89,23 @@ Workplace::Workplace(const Needs& needs)
             debug_.NoteTraffic(bytes, direction, port);
         });
     ListSettings();
+    needs_.desk.Attach(*this);
 }
 
 Workplace::~Workplace() {
+    needs_.desk.Detach();
     needs_.foundation.Traffic().SetListener({});
 }
 
 CommentBox::Needs Workplace::SheetNeeds() {
     const PlatformParts& platform = needs_.foundation.Platform();
     return {.store = needs_.store,
-            .views = needs_.lists,
+            .handling = needs_.handling,
             .translations = needs_.translations,
             .files = *files_,
             .dialogs = platform.dialogs,
             .language = needs_.foundation.Texts(),
             .captions = captions_,
-            .clock = platform.clock,
             .settings = needs_.settings.comments,
             .printer = *this,
             .printerSettings = printerSettings_,
@@ -118,8 +115,7 @@ CommentBox::Needs Workplace::SheetNeeds() {
             .showMap =
                 [this](const Text& reference, std::int32_t filePointer) {
                     windows_.OpenMap(reference, filePointer, OpenedBy::Operator);
-                },
-            .alarmEnded = [this](std::int32_t filePointer) { windows_.AlarmEnded(filePointer); }};
+                }};
 }
 
 EditorBox::Needs Workplace::EditorNeeds() {

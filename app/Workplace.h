@@ -14,6 +14,7 @@
 #include "console/window/OpenWindows.h"
 #include "console/window/SettingsList.h"
 #include "pipeline/AlarmOutputs.h"
+#include "pipeline/DeskLink.h"
 #include "pipeline/Dispatcher.h"
 #include "ports/PortConditions.h"
 #include "translation/AliveTestReset.h"
@@ -44,6 +45,8 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
         const CentreSettings& settings;
         AlarmLists& lists;
         EventStore& store;
+        AlarmHandling& handling;
+        DeskLink& desk;
         Translations& translations;
         TranslationMarks& marks;
         ServicePeriods& servicePeriods;
@@ -109,7 +112,8 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void ShowPicture(const cAlarm& alarm, const Text& caption, bool isFollowedBySpeech) override;
     void Beep() override;
     void PrintAlarmPage(const cAlarm& alarm) override { printing_.PrintAlarmPage(alarm); }
-    void NoteListsChanged() override {}
+    void AlarmEnded(std::int32_t filePointer) override { windows_.AlarmEnded(filePointer); }
+    void AllAlarmsEnded() override { needs_.outputs.Sound().Silence(); }
 
     // --- ClientScreen
     void ShowLinkState(LinkState state) override;

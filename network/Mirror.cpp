@@ -57,7 +57,6 @@ bool Mirror::RequestAllEvents() {
     needs_.views.BeginBulkLoad();
     const bool isDone = needs_.link.RequestAllEvents();
     needs_.views.EndBulkLoad();
-    needs_.views.RecalcStatusBars();
     return isDone;
 }
 
@@ -67,7 +66,6 @@ void Mirror::ConnectionStarts() {
     while (const EventSequence first = events.Next(0)) needs_.store.Forget(*events.Find(first));
     removed_.clear();
     eventsToPresent_.clear();
-    needs_.views.RecalcStatusBars();
 }
 
 // On a later turn: whoever asked still has to look at the answer.
@@ -130,12 +128,10 @@ cAlarm& Mirror::StoreEvent(TextView payload) {
 
 void Mirror::TakeInitialEvent(TextView payload) {
     StoreEvent(payload);
-    if (!needs_.link.IsRequestPending()) needs_.views.RecalcStatusBars();
 }
 
 void Mirror::TakeNewEvent(TextView payload) {
     const cAlarm& alarm = StoreEvent(payload);
-    needs_.views.RecalcStatusBars();
     if (!IsActive(alarm)) return;
     eventsToPresent_.push_back(alarm.m_FilePointer);
     if (eventsToPresent_.size() > kMostToPresent) eventsToPresent_.pop_front();
@@ -159,7 +155,6 @@ void Mirror::TakeOldEvent(TextView payload) {
     } else {
         StoreEvent(payload);
     }
-    needs_.views.RecalcStatusBars();
 }
 
 void Mirror::ResetAliveTests(TextView payload) {

@@ -141,21 +141,9 @@ void NetworkServer::ChangeEvent(int slot, TextView payload) {
                           ", Client: " + needs_.slots.AddressOf(slot) + ")";
         return needs_.slots.Log(slot, line, LogKind::Oddity);
     }
-    *alarm = std::move(changed);
-    needs_.store.UpdateToDisk(*alarm);
+    const cAlarm left = needs_.handling.TakeOver(*alarm, std::move(changed));
     // The other clients get the change a second time, as they always have.
-    needs_.slots.SendToAllBut(slot, Message::OldEvent, EventPayload(*alarm));
-    FinishChange(*alarm);
-}
-
-void NetworkServer::FinishChange(cAlarm& alarm) {
-    if (alarm.m_Status == kStatusRemoved) {
-        needs_.store.ArchiveToFile(alarm);
-        needs_.store.Forget(alarm);
-    } else {
-        needs_.store.UpdateAlarmLists(alarm);
-    }
-    needs_.views.RecalcStatusBars();
+    needs_.slots.SendToAllBut(slot, Message::OldEvent, EventPayload(left));
 }
 
 void NetworkServer::ForwardToTorvex(int, TextView payload) {

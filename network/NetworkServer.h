@@ -3,8 +3,8 @@
 #include "network/ClientSlots.h"
 #include "network/FileService.h"
 #include "network/Messages.h"
+#include "pipeline/AlarmHandling.h"
 #include "pipeline/TorvexLink.h"
-#include "store/EventStore.h"
 #include "translation/AliveTestTimers.h"
 #include "translation/PortBinding.h"
 #include "translation/ServicePeriods.h"
@@ -37,7 +37,7 @@ class NetworkServer final : public SlotHandler {
         const Clock& clock;
         const NetworkSettings& settings;
         EventStore& store;
-        AlarmViews& views;
+        AlarmHandling& handling;
         Translations& translations;
         ObjectViews& objectViews;
         ObjectReplica& objectReplica;
@@ -87,7 +87,6 @@ class NetworkServer final : public SlotHandler {
 
     void SendTranslations(int slot);
     void SendPortTree(int slot);
-    void FinishChange(cAlarm& alarm);
     Text AddressLine(int textNumber, int slot) const;
 
     Needs needs_;

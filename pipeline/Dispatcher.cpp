@@ -45,7 +45,6 @@ const Dispatcher::Step Dispatcher::kSteps[] = {
     {"relay", Runs::OnlyForNewAlarms, &Dispatcher::OperateRelay},
     {"line printer", Runs::OnlyForNewAlarms, &Dispatcher::PrintLine},
     {"page printer", Runs::Always, &Dispatcher::PrintPage},
-    {"lists changed", Runs::Always, &Dispatcher::NoteListsChanged},
 };
 
 // The selection comes last: on a client the row is known only now.
@@ -135,8 +134,7 @@ void Dispatcher::SendWaitingToTorvex(OleDate now) {
         const bool isSent = !IsToBePassedToTorvex(alarm) || needs_.torvex.Send(TorvexLine(alarm));
         if (!isSent && needs_.torvexSettings.RetryFailedTransmissions) continue;
         alarm.m_SentToTorvex = -1;
-        needs_.store.UpdateToDisk(alarm);
-        needs_.store.UpdateAlarmLists(alarm);
+        needs_.store.Update(alarm);
     }
 }
 
@@ -260,10 +258,6 @@ void Dispatcher::PrintLine(Dispatch& dispatch) {
 
 void Dispatcher::PrintPage(Dispatch& dispatch) {
     needs_.desk.PrintAlarmPage(dispatch.alarm);
-}
-
-void Dispatcher::NoteListsChanged(Dispatch&) {
-    needs_.desk.NoteListsChanged();
 }
 
 }  // namespace nordkeep

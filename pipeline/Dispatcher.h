@@ -88,7 +88,6 @@ class Dispatcher {
     void OperateRelay(Dispatch& dispatch);
     void PrintLine(Dispatch& dispatch);
     void PrintPage(Dispatch& dispatch);
-    void NoteListsChanged(Dispatch& dispatch);
 
     /// The text of an alarm for Torvex, with its line feed.
     Text TorvexLine(const cAlarm& alarm) const;

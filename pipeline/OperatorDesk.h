@@ -4,7 +4,8 @@
 
 namespace nordkeep {
 
-/// What an event does at the operator's place. The decisions are the pipeline's; the desk carries them out.
+/// What an event, and what is done to it, brings about at the operator's place. The decisions are the
+/// pipeline's; the desk carries them out.
 class OperatorDesk {
  public:
     virtual ~OperatorDesk() = default;
@@ -20,8 +21,10 @@ class OperatorDesk {
     virtual void Beep() = 0;
     /// Prints the alarm on its own page if the page printer's settings say so; asked for every alarm.
     virtual void PrintAlarmPage(const cAlarm& alarm) = 0;
-    /// The alarm lists have changed.
-    virtual void NoteListsChanged() = 0;
+    /// An operator has ended the alarm here: its picture goes.
+    virtual void AlarmEnded(std::int32_t filePointer) = 0;
+    /// An operator has ended all alarms here: the sound goes off.
+    virtual void AllAlarmsEnded() = 0;
 };
 
 }  // namespace nordkeep

@@ -21,8 +21,7 @@ void Resets::DetectRepeat(cAlarm& alarm) {
         if (end > alarm.m_ArrivedTime) alarm.m_Status = kStatusAcknowledged;
         older.m_RepeatedCompareTime = alarm.m_ArrivedTime;
     }
-    store_.UpdateToDisk(older);
-    store_.UpdateAlarmLists(older);
+    store_.Update(older);
 }
 
 bool Resets::ResolveResets(cAlarm& alarm) {
@@ -33,7 +32,8 @@ bool Resets::ResolveResets(cAlarm& alarm) {
     if (mode == kAcknowledgeAtOnce || mode == kAcknowledgeAfterDelay) {
         for (const EventSequence hit : active.ResetHits(alarm)) {
             if (cAlarm* waiting = store_.Events().Find(hit)) {
-                EndAlarm(*waiting, mode == kAcknowledgeAtOnce ? kStatusAcknowledged : kStatusReset);
+                handling_.EndByReset(*waiting,
+                                     mode == kAcknowledgeAtOnce ? kStatusAcknowledged : kStatusReset);
             }
         }
     }
@@ -54,14 +54,6 @@ void Resets::TakeOverTexts(cAlarm& alarm) const {
     alarm.m_Customer = waiting.m_Customer;
 }
 
-void Resets::EndAlarm(cAlarm& waiting, int status) {
-    waiting.m_Status = status;
-    waiting.m_AckedTime = clock_.Now();
-    if (status == kStatusAcknowledged) waiting.m_ListItem = nullptr;
-    store_.UpdateAlarmLists(waiting);
-    store_.UpdateToDisk(waiting);
-}
-
 void Resets::AcknowledgeDelayed(OleDate now) {
     if (settings_.AutoAckResetEvents != kAcknowledgeAfterDelay) return;
     const std::vector<EventSequence> received(store_.Events().ResetReceived().begin(),
@@ -70,7 +62,7 @@ void Resets::AcknowledgeDelayed(OleDate now) {
         cAlarm* alarm = store_.Events().Find(sequence);
         if (!alarm || alarm->m_Status != kStatusReset) continue;
         if (alarm->m_AckedTime.PlusMinutes(settings_.AutoAckResetEventsTimeout) < now) {
-            EndAlarm(*alarm, kStatusAcknowledged);
+            handling_.EndByReset(*alarm, kStatusAcknowledged);
         }
     }
 }

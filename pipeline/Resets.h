@@ -1,16 +1,15 @@
 #pragma once
 
+#include "pipeline/AlarmHandling.h"
 #include "pipeline/ResetSettings.h"
-#include "platform/Clock.h"
-#include "store/EventStore.h"
 
 namespace nordkeep {
 
 /// Pairs new records with active alarms: repeats of an alarm, and resets that end one.
 class Resets {
  public:
-    Resets(EventStore& store, const Clock& clock, const ResetSettings& settings)
-        : store_(store), clock_(clock), settings_(settings) {}
+    Resets(EventStore& store, AlarmHandling& handling, const Clock& clock, const ResetSettings& settings)
+        : store_(store), handling_(handling), clock_(clock), settings_(settings) {}
 
     /// Marks a record that repeats an active alarm, and acknowledges it when it follows closely enough.
     void DetectRepeat(cAlarm& alarm);
@@ -22,9 +21,9 @@ class Resets {
 
  private:
     void TakeOverTexts(cAlarm& alarm) const;
-    void EndAlarm(cAlarm& waiting, int status);
 
     EventStore& store_;
+    AlarmHandling& handling_;
     const Clock& clock_;
     const ResetSettings& settings_;
 };

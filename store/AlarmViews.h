@@ -17,7 +17,6 @@ class AlarmViews {
     virtual void BeginBulkLoad() = 0;
     virtual void ShowLoadProgress(int percent) = 0;
     virtual void EndBulkLoad() = 0;
-    virtual void RecalcStatusBars() = 0;
 };
 
 }  // namespace nordkeep

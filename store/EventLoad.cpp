@@ -65,7 +65,6 @@ void EventLoad::Run() {
     for (auto& [number, alarm] : unsaved_) TakeIn(std::move(alarm));
     FillList();
     parts_.views.EndBulkLoad();
-    parts_.views.RecalcStatusBars();
     LogCounts();
 }
 
@@ -148,7 +147,7 @@ void EventLoad::TakeIn(std::unique_ptr<cAlarm> alarm) {
 void EventLoad::Drop(cAlarm& alarm) {
     store_.ArchiveToFile(alarm);
     alarm.m_Status = kStatusRemoved;
-    store_.UpdateToDisk(alarm);
+    store_.Update(alarm);
     ++dropped_;
 }
 

@@ -67,9 +67,8 @@ cAlarm& EventStore::StoreNew(std::unique_ptr<cAlarm> alarm) {
         alarm->m_FilePointer = --lastWithoutFile_;
         parts_.log.WriteSysLog(parts_.language.GetLanguageText(kTextNoFreeNumber), LogKind::Failure);
     }
-    UpdateToDisk(*alarm, NetworkEvent::NewEvent);
     cAlarm& record = Append(std::move(alarm));
-    UpdateAlarmLists(record);
+    UpdateIndexed(record, NetworkEvent::NewEvent);
     EnforceAlarmLimits();
     return record;
 }
@@ -92,9 +91,19 @@ void EventStore::UpdateAlarmLists(cAlarm& alarm) {
     parts_.views.UpdateAlarmLists(alarm);
 }
 
-void EventStore::UpdateToDisk(cAlarm& alarm, NetworkEvent event) {
+bool EventStore::Update(cAlarm& alarm) {
     Reindex(alarm);
-    if (!parts_.replica.SendAlarm(alarm, event)) return;
+    return UpdateIndexed(alarm, NetworkEvent::OldEvent);
+}
+
+bool EventStore::UpdateIndexed(cAlarm& alarm, NetworkEvent event) {
+    const bool isOwner = parts_.replica.SendAlarm(alarm, event);
+    if (isOwner) UpdateToDisk(alarm, event);
+    parts_.views.UpdateAlarmLists(alarm);
+    return isOwner;
+}
+
+void EventStore::UpdateToDisk(cAlarm& alarm, NetworkEvent event) {
     if (alarm.m_Status == kStatusRemoved) return DeleteFromDisk(alarm);
     WriteToDisk(alarm, event == NetworkEvent::NewEvent ? DurableWrites::Opening::CreateNew
                                                        : DurableWrites::Opening::Existing);
@@ -135,8 +144,7 @@ void EventStore::ArchiveToFile(const cAlarm& alarm) {
 void EventStore::RemoveAlarm(cAlarm& alarm) {
     ArchiveToFile(alarm);
     alarm.m_Status = kStatusRemoved;
-    UpdateToDisk(alarm);
-    Forget(alarm);
+    if (Update(alarm)) events_.TakeOut(events_.SequenceOf(alarm));
 }
 
 std::int32_t EventStore::GetNextAlarmId() {
@@ -183,7 +191,6 @@ void EventStore::PruneOldAlarms() {
         ++removed;
     }
     if (removed == 0) return;
-    parts_.views.RecalcStatusBars();
     LogCount(kTextRemovedByAge, removed, LogKind::Information);
 }
 

@@ -64,14 +64,16 @@ class EventStore : private CommitListener {
 
     // --- A record's change
 
-    /// After every change of a record: tells the other copies, and on all but a client writes its file, or
-    /// deletes it for status -1. The indexes follow.
-    void UpdateToDisk(cAlarm& alarm, NetworkEvent event = NetworkEvent::OldEvent);
-    /// Shows the record's present state. The indexes follow.
+    /// After every change of a record that is made on this copy: the indexes follow, the other copies are
+    /// told, the file is written, or deleted for status -1, and the row shows the present state. False on a
+    /// client, whose records are the server's.
+    bool Update(cAlarm& alarm);
+    /// After a change that the server has told of: the indexes follow, and the row shows it.
     void UpdateAlarmLists(cAlarm& alarm);
     /// One line into Data\Archive.TXT; nothing on a client.
     void ArchiveToFile(const cAlarm& alarm);
-    /// Archives the record, deletes its file, and takes it out of list and view.
+    /// Archives the record, deletes its file, and takes it out of list and view. On a client the server does
+    /// all but the row; the record stays for its answer.
     void RemoveAlarm(cAlarm& alarm);
 
     // --- Numbers
@@ -102,6 +104,8 @@ class EventStore : private CommitListener {
     void Committed() override;
 
     void Reindex(const cAlarm& alarm);
+    bool UpdateIndexed(cAlarm& alarm, NetworkEvent event);
+    void UpdateToDisk(cAlarm& alarm, NetworkEvent event);
     bool WriteToDisk(cAlarm& alarm, DurableWrites::Opening opening);
     void DeleteFromDisk(const cAlarm& alarm);
     bool IsTooOld(const cAlarm& alarm, OleDate today) const;

@@ -6,9 +6,8 @@
 #include "console/lists/OperatorRights.h"
 #include "console/lists/WindowView.h"
 #include "console/print/PrintDocument.h"
-#include "platform/Clock.h"
+#include "pipeline/AlarmHandling.h"
 #include "platform/Dialogs.h"
-#include "store/EventStore.h"
 #include "translation/Translations.h"
 
 namespace nordkeep {
@@ -55,13 +54,12 @@ class CommentBox {
  public:
     struct Needs {
         EventStore& store;
-        AlarmViews& views;
+        AlarmHandling& handling;
         const Translations& translations;
         DataFiles& files;
         Dialogs& dialogs;
         const Language& language;
         const Captions& captions;
-        const Clock& clock;
         const CommentSettings& settings;
         PrintOutput& printer;
         const PrinterSettings& printerSettings;
@@ -71,8 +69,6 @@ class CommentBox {
         /// Takes a line to the dispatcher; false when it did not get away.
         std::function<bool(const Text& line)> sendToDispatcher;
         std::function<void(const Text& reference, std::int32_t filePointer)> showMap;
-        /// The alarm has been ended here: its picture goes.
-        std::function<void(std::int32_t filePointer)> alarmEnded;
     };
     explicit CommentBox(const Needs& needs) : needs_(needs), comments_(needs.files) {}
 
@@ -139,8 +135,8 @@ class CommentBox {
     TextSaved SaveText();
     bool MayOverwrite();
     void StoreInAlarm(bool isCommentWritten);
-    bool TakeSmallComment(cAlarm& alarm);
-    void End(cAlarm& alarm);
+    /// What was typed for the alarm, if it is anything new; from now on it counts as saved.
+    std::optional<Text> TakeSmallComment(const cAlarm& alarm);
     void Warn(int caption);
 
     Needs needs_;

@@ -101,10 +101,9 @@ bool CommentBox::MayOverwrite() {
     return false;
 }
 
-bool CommentBox::TakeSmallComment(cAlarm& alarm) {
-    if (!std::exchange(isSmallCommentTyped_, false) || smallComment_ == alarm.m_SmallComment) return false;
-    alarm.m_SmallComment = smallComment_;
-    return true;
+std::optional<Text> CommentBox::TakeSmallComment(const cAlarm& alarm) {
+    if (!std::exchange(isSmallCommentTyped_, false) || smallComment_ == alarm.m_SmallComment) return {};
+    return smallComment_;
 }
 
 void CommentBox::StoreInAlarm(bool isCommentWritten) {
@@ -113,12 +112,9 @@ void CommentBox::StoreInAlarm(bool isCommentWritten) {
         isSmallCommentTyped_ = false;
         return;
     }
-    if (isCommentWritten && alarm->m_Status == kStatusNew) alarm->m_Status = kStatusCommented;
-    if (isCommentWritten && alarm->m_Status == kStatusNewWaiting) alarm->m_Status = kStatusCommentedWaiting;
-    const bool isNewSmallComment = TakeSmallComment(*alarm);
-    if (!isCommentWritten && !isNewSmallComment) return;
-    needs_.store.UpdateToDisk(*alarm);
-    needs_.store.UpdateAlarmLists(*alarm);
+    const std::optional<Text> smallComment = TakeSmallComment(*alarm);
+    if (isCommentWritten) return needs_.handling.Comment(*alarm, smallComment);
+    if (smallComment) needs_.handling.TakeSmallComment(*alarm, *smallComment);
 }
 
 void CommentBox::EndAlarm() {
@@ -131,19 +127,9 @@ void CommentBox::EndAlarm() {
         Warn(MayChange() ? kCaptionChangedByOthers : kCaptionNoContact);
         return;
     }
-    End(*alarm);
+    needs_.handling.End(*alarm, TakeSmallComment(*alarm));
     // The alarm stays ended when its comment cannot be saved; then the sheet stays with the typed text.
     if (SaveText() != TextSaved::Refused) operation.CloseAtEnd();
-}
-
-void CommentBox::End(cAlarm& alarm) {
-    TakeSmallComment(alarm);
-    alarm.m_Status = kStatusAcknowledged;
-    alarm.m_AckedTime = needs_.clock.Now();
-    needs_.store.UpdateToDisk(alarm);
-    needs_.store.UpdateAlarmLists(alarm);
-    needs_.views.RecalcStatusBars();
-    needs_.alarmEnded(*subject_.filePointer);
 }
 
 void CommentBox::Send(std::size_t receiver) {

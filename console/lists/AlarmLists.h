@@ -24,7 +24,6 @@ class AlarmLists final : public AlarmViews {
     void BeginBulkLoad() override { ++bulkDepth_; }
     void ShowLoadProgress(int percent) override { loadPercent_ = percent; }
     void EndBulkLoad() override;
-    void RecalcStatusBars() override {}
 
     std::size_t UnackedCount() const { return unacked_.Count(); }
     std::size_t AckedCount() const { return acked_.Count(); }

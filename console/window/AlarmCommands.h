@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "pipeline/AlarmHandling.h"
 #include "platform/Dialogs.h"
 #include "runtime/Language.h"
-#include "runtime/Role.h"
-#include "store/EventStore.h"
 
 #include <functional>
 #include <span>
@@ -16,15 +14,10 @@ namespace nordkeep {
 class AlarmCommands {
  public:
     struct Needs {
-        EventStore& store;
-        AlarmViews& views;
+        const EventStore& store;
+        AlarmHandling& handling;
         Dialogs& dialogs;
         const Language& language;
-        const Clock& clock;
-        Role role = Role::StandAlone;
-        std::function<void()> silenceSound = [] {};
-        /// An alarm has been ended here: its picture goes.
-        std::function<void(std::int32_t filePointer)> alarmEnded = [](std::int32_t) {};
     };
     explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
 
@@ -36,14 +29,12 @@ class AlarmCommands {
     void AckAll(bool isFiltered = false);
     /// Ends the selected new alarms.
     void CloseSelected(std::span<const Text> rowKeys);
-    /// Archives the selected old alarms. On a client the server takes the record out.
+    /// Archives the selected old alarms.
     void ArchiveSelected(std::span<const Text> rowKeys);
 
  private:
     /// `behind`: a further line of the question.
     bool Asks(int text, Answer byDefault = Answer::No, const Text& behind = {}) const;
-    cAlarm* RecordOf(const Text& rowKey) const;
-    void End(cAlarm& alarm);
 
     Needs needs_;
     std::function<bool()> mayChange_ = [] { return true; };

@@ -19,13 +19,12 @@ struct ClientSheet {
     NoPrintOutput printer{};
     PrinterSettings printerSettings{};
     CommentBox sheet{{.store = client.store,
-                      .views = client.views,
+                      .handling = client.handling,
                       .translations = client.translations,
                       .files = client.remote,
                       .dialogs = dialogs,
                       .language = client.language,
                       .captions = captions,
-                      .clock = client.time,
                       .settings = settings,
                       .printer = printer,
                       .printerSettings = printerSettings,
@@ -35,8 +34,7 @@ struct ClientSheet {
                           },
                       .isRequestPending = [this] { return client.link.IsRequestPending(); },
                       .sendToDispatcher = [](const Text&) { return true; },
-                      .showMap = [](const Text&, std::int32_t) {},
-                      .alarmEnded = [](std::int32_t) {}}};
+                      .showMap = [](const Text&, std::int32_t) {}}};
 };
 
 struct TwoClients {

@@ -165,7 +165,7 @@ TEST(CommentBox, EndsTheAlarmBeforeItSaves) {
     EXPECT_EQ(alarm.m_AckedTime, w.time.Now());
     EXPECT_EQ(alarm.m_SmallComment, "s");
     EXPECT_EQ(w.replica.sent, "7:5s ");
-    EXPECT_EQ(w.ended, std::vector<std::int32_t>{alarm.m_FilePointer});
+    EXPECT_EQ(w.desk.ended, std::vector<std::int32_t>{alarm.m_FilePointer});
     EXPECT_EQ(w.Comments(), "done\r\n");
     EXPECT_FALSE(w.sheet.IsOpen());
 }
@@ -202,20 +202,18 @@ TEST(CommentBox, AlarmThatGoesWhileTheQuestionIsUpIsLeftAlone) {
         SheetWorld w;
         MeddlingDialogs dialogs;
         CommentBox sheet({.store = *w.store,
-                          .views = w.views,
+                          .handling = w.handling,
                           .translations = w.translations,
                           .files = w.dataFiles,
                           .dialogs = dialogs,
                           .language = w.language,
                           .captions = w.captions,
-                          .clock = w.time,
                           .settings = w.settings,
                           .printer = w.printer,
                           .printerSettings = w.printerSettings,
                           .rights = [&] { return w.rights; },
                           .sendToDispatcher = [](const Text&) { return true; },
-                          .showMap = [](const Text&, std::int32_t) {},
-                          .alarmEnded = [&](std::int32_t key) { w.ended.push_back(key); }});
+                          .showMap = [](const Text&, std::int32_t) {}});
         cAlarm& alarm = w.Raise();
         const std::int32_t key = alarm.m_FilePointer;
         sheet.OpenAlarm(key, OpenedBy::Operator);
@@ -226,10 +224,10 @@ TEST(CommentBox, AlarmThatGoesWhileTheQuestionIsUpIsLeftAlone) {
             EXPECT_FALSE(sheet.OpenAlarm(key, OpenedBy::Operator)) << "one operation at a time";
             if (isRemoved) return w.store->RemoveAlarm(alarm);
             alarm.m_Status = kStatusAcknowledged;
-            w.store->UpdateToDisk(alarm);
+            w.store->Update(alarm);
         };
         sheet.EndAlarm();
-        EXPECT_TRUE(w.ended.empty());
+        EXPECT_TRUE(w.desk.ended.empty());
         EXPECT_TRUE(sheet.IsOpen());
         EXPECT_FALSE(sheet.Notice().text.empty());
         sheet.Save();

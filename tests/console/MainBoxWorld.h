@@ -4,6 +4,7 @@
 #include "network/NetworkServer.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/RecordingDesk.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <fstream>
@@ -92,6 +93,7 @@ struct MainBoxWorld {
               store({world.folder.Tree(), files, world.language, world.time, log, commit, replica, lists,
                      role, 1},
                     storeSettings),
+              handling({store, lists, world.time, world.desk}),
               translations({world.folder.Tree(), files, world.language, world.time, log, marks,
                             translationSettings, timers}),
               periods({world.folder.Tree(), marks, objectReplica, translationSettings}),
@@ -101,8 +103,7 @@ struct MainBoxWorld {
               dataFiles(world.folder.Tree()),
               debug({world.folder.Tree(), world.time, captions, log,
                      [&world](const Text& name, TextView bytes) { world.sent += name + ":" + Text(bytes); }}),
-              commands({store, lists, world.dialogs, world.language, world.time, role,
-                        [&world] { world.around.isSounding = false; }}),
+              commands({store, handling, world.dialogs, world.language}),
               box(NeedsOf(world), LoadSettings(files, ViewStateRows())) {
             log.SetRowListener([this](const LogRow& row) { sysLog.AddLine(row); });
             translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&world.port});
@@ -164,6 +165,7 @@ struct MainBoxWorld {
         AlarmLists lists{};
         AliveTestTimers timers;
         EventStore store;
+        AlarmHandling handling;
         Translations translations;
         ServicePeriods periods;
         Captions captions;
@@ -179,6 +181,7 @@ struct MainBoxWorld {
     ManualTime time{};
     Language language{};
     FakeDialogs dialogs{};
+    RecordingDesk desk{};
     RecordingWindows windows{};
     PortBinding port{};
     ConsoleSurroundings around{};

@@ -2,6 +2,7 @@
 
 #include "console/boxes/CommentBox.h"
 #include "tests/doubles/FakeDialogs.h"
+#include "tests/doubles/RecordingDesk.h"
 #include "tests/store/StoreWorld.h"
 
 namespace nordkeep {
@@ -84,6 +85,8 @@ struct ConsoleWorld : StoreWorld {
     RecordingFiles dataFiles{folder.Tree()};
     FakeDialogs dialogs{};
     Captions captions{language};
+    RecordingDesk desk{};
+    AlarmHandling handling{{*store, views, time, desk}};
     RecordingPrinter printer{};
     PrinterSettings printerSettings{};
     bool isRequestPending = false;
@@ -109,16 +112,14 @@ struct SheetWorld : ConsoleWorld {
     RecordingView view{};
     bool isDispatcherThere = true;
     Text dispatched{};
-    std::vector<std::int32_t> ended{};
     Text shownMap{};
     CommentBox sheet{{.store = *store,
-                      .views = views,
+                      .handling = handling,
                       .translations = translations,
                       .files = dataFiles,
                       .dialogs = dialogs,
                       .language = language,
                       .captions = captions,
-                      .clock = time,
                       .settings = settings,
                       .printer = printer,
                       .printerSettings = printerSettings,
@@ -129,8 +130,7 @@ struct SheetWorld : ConsoleWorld {
                               dispatched += line;
                               return isDispatcherThere;
                           },
-                      .showMap = [this](const Text& reference, std::int32_t) { shownMap = reference; },
-                      .alarmEnded = [this](std::int32_t key) { ended.push_back(key); }}};
+                      .showMap = [this](const Text& reference, std::int32_t) { shownMap = reference; }}};
 };
 
 }  // namespace nordkeep

@@ -19,9 +19,12 @@ class RecordingDesk final : public OperatorDesk {
     }
     void Beep() override { calls.push_back("beep"); }
     void PrintAlarmPage(const cAlarm&) override { calls.push_back("page"); }
-    void NoteListsChanged() override { calls.push_back("lists"); }
+    void AlarmEnded(std::int32_t filePointer) override { ended.push_back(filePointer); }
+    void AllAlarmsEnded() override { ++timesAllEnded; }
 
     std::vector<Text> calls{};
+    std::vector<std::int32_t> ended{};
+    int timesAllEnded = 0;
 };
 
 }  // namespace nordkeep

@@ -144,7 +144,7 @@ TEST_F(PlayedServer, ChangesCarryTheInitials) {
     Socket().Arrive(FrameOf(Message::NewEvent, EventOf(5, 0)));
     Sent();
     cAlarm& alarm = *client.store.FindAlarmByKey(5);
-    client.store.UpdateToDisk(alarm, NetworkEvent::NewEvent);
+    client.store.Update(alarm);
     EXPECT_EQ(alarm.m_User, "A  ");
     EXPECT_EQ(Sent(), Numbers{7});
     client.network.ViewLoginFormAutomatically = true;
@@ -362,21 +362,20 @@ class Day {
         alarm->m_ArrivedTime = server_.time.Now();
         resets_.DetectRepeat(*alarm);
         resets_.ResolveResets(*alarm);
-        server_.store.UpdateAlarmLists(server_.store.StoreNew(std::move(alarm)));
+        server_.store.StoreNew(std::move(alarm));
     }
     void Change(EventStore& store, cAlarm& alarm, int status) {
         if (alarm.m_Status == kStatusRemoved) return;
         alarm.m_Status = status;
         alarm.m_SmallComment = "note" + std::to_string(random_());
-        store.UpdateToDisk(alarm);
-        store.UpdateAlarmLists(alarm);
+        store.Update(alarm);
         if (&store == &server_.store && status == kStatusRemoved) store.Forget(alarm);
     }
 
     ServerWorld& server_;
     std::mt19937 random_;
     ResetSettings resetSettings_;
-    Resets resets_{server_.store, server_.time, resetSettings_};
+    Resets resets_{server_.store, server_.handling, server_.time, resetSettings_};
 };
 
 void MirrorTest::RestartTheNetwork(const std::vector<std::unique_ptr<ClientWorld>>& clients, Day& day) {

@@ -71,6 +71,8 @@ struct ClientWorld {
     EventStore store{
         StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Client, 1},
         storeSettings};
+    RecordingDesk desk{};
+    AlarmHandling handling{{store, views, time, desk}};
     Translations translations{
         {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
     RecordingScreen screen{};

@@ -75,7 +75,7 @@ TEST_F(RealSocketsTest, ClientsFollowTheirServerAndComeBack) {
 
     cAlarm& alarm = *one->store.Events().Find(one->store.Events().Next(0));
     alarm.m_Status = kStatusAcknowledged;
-    one->store.UpdateToDisk(alarm);
+    one->store.Update(alarm);
     EXPECT_TRUE(Until(
         [&] { return two->store.FindAlarmByKey(alarm.m_FilePointer)->m_Status == kStatusAcknowledged; }));
 

@@ -5,30 +5,13 @@
 #include "network/ServerReplica.h"
 #include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/RecordingDesk.h"
+#include "tests/doubles/RowViews.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <set>
 
 namespace nordkeep {
-
-/// The rows of the lists, by record number.
-class RowViews final : public AlarmViews {
- public:
-    void UpdateAlarmLists(cAlarm& alarm) override {
-        if (alarm.m_Status == kStatusRemoved) {
-            rows.erase(alarm.m_FilePointer);
-        } else {
-            rows[alarm.m_FilePointer] = alarm.m_Status;
-        }
-    }
-    void RemoveAlarmRow(cAlarm& alarm) override { rows.erase(alarm.m_FilePointer); }
-    void BeginBulkLoad() override {}
-    void ShowLoadProgress(int) override {}
-    void EndBulkLoad() override {}
-    void RecalcStatusBars() override {}
-
-    std::map<std::int32_t, int> rows{};
-};
 
 /// A server on a data folder of its own: one port with the set "A", objects 1 and 2.
 struct ServerWorld {
@@ -86,6 +69,8 @@ struct ServerWorld {
     EventStore store{
         StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Server, 1},
         storeSettings};
+    RecordingDesk desk{};
+    AlarmHandling handling{{store, views, time, desk}};
     Translations translations{
         {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
     ServicePeriods periods{{folder.Tree(), objectViews, replica, translationSettings}};
@@ -100,7 +85,7 @@ struct ServerWorld {
                           .clock = time,
                           .settings = network,
                           .store = store,
-                          .views = views,
+                          .handling = handling,
                           .translations = translations,
                           .objectViews = objectViews,
                           .objectReplica = replica,

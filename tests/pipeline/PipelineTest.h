@@ -1,11 +1,11 @@
 #pragma once
 
-#include "console/lists/AlarmLists.h"
 #include "pipeline/Intake.h"
 #include "store/EventFile.h"
 #include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/RecordingDesk.h"
+#include "tests/doubles/RowViews.h"
 #include "tests/doubles/TempFolder.h"
 #include "translation/AliveScan.h"
 
@@ -92,7 +92,7 @@ class PipelineTest : public ::testing::Test {
         NoObjectReplica objectReplica{};
         NoObjectViews objectViews{};
         NoTelegramExport telegramExport{};
-        AlarmLists lists{};
+        RowViews lists{};
         RecordingDesk desk{};
         QuietOutputs outputs{};
         LookupRules lookup;
@@ -102,6 +102,7 @@ class PipelineTest : public ::testing::Test {
         ServicePeriods periods;
         FakeSockets sockets{};
         TorvexLink torvex;
+        AlarmHandling handling;
         Resets resets;
         Dispatcher dispatcher;
         ParkedEvents parked;

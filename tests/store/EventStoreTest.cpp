@@ -72,7 +72,7 @@ TEST(EventStore, ANewEventIsToldThenWrittenAndEveryChangeFollows) {
     const Text before = world.folder.Read(path);
     alarm.m_AlarmCodeToStore = "1st";
     alarm.m_Status = kStatusAcknowledged;
-    world.store->UpdateToDisk(alarm);
+    world.store->Update(alarm);
     const Text after = world.folder.Read(path);
     EXPECT_EQ(after.size(), before.size()) << "a shorter record leaves old bytes behind it";
     EXPECT_EQ(after.substr(after.size() - 2), before.substr(before.size() - 2));
@@ -91,7 +91,7 @@ TEST(EventStore, ANewEventIsToldThenWrittenAndEveryChangeFollows) {
     cAlarm gone = AlarmAt(45356);
     gone.m_FilePointer = 5;
     gone.m_Status = kStatusRemoved;
-    world.store->UpdateToDisk(gone);
+    world.store->Update(gone);
     EXPECT_TRUE(world.logged.empty()) << "a file that is not there ends quietly";
 }
 
@@ -101,7 +101,7 @@ TEST(EventStore, AClientWritesNothing) {
     cAlarm& alarm = world.store->Append(std::make_unique<cAlarm>(AlarmAt(1)));
     world.store->LoadEvents();
     world.store->PruneOldAlarms();
-    world.store->UpdateToDisk(alarm);
+    world.store->Update(alarm);
     EXPECT_EQ(world.store->GetNextAlarmId(), 0);
     world.store->RemoveAlarm(alarm);
     EXPECT_EQ(world.replica.sent, "7:0n 7:-1n ");
@@ -204,7 +204,6 @@ TEST(Limits, WhatIsOlderThanItsDaysLeavesWhateverItsStatus) {
     world.store->PruneOldAlarms();
     EXPECT_EQ(world.Order(), "45326.0 45356.0 far ");
     EXPECT_EQ(world.logged, std::vector<Text>{"pruned:4"});
-    EXPECT_EQ(world.views.calls, "bars ");
     world.store->PruneOldAlarms();
     EXPECT_EQ(world.logged.size(), 1u);
 }

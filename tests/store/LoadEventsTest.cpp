@@ -78,7 +78,7 @@ TEST(LoadEvents, BadFilesAreNamedOnceAndStay) {
 
     cAlarm& alarm = *world.store->FindAlarmByKey(4);
     EXPECT_FALSE(alarm.m_IsStored);
-    world.store->UpdateToDisk(alarm);
+    world.store->Update(alarm);
     EXPECT_EQ(world.FileCount(), 5u) << "the file keeps its spelling";
     world.store->RemoveAlarm(alarm);
     EXPECT_EQ(world.FileCount(), 4u);
@@ -98,7 +98,7 @@ TEST(LoadEvents, RemovesWhatIsOldOrMarked) {
     EXPECT_EQ(world.FileCount(), 1010u);
     EXPECT_EQ(world.logged, std::vector<Text>{"old:1"});
     EXPECT_TRUE(world.Archived().starts_with("2;")) << "archived with the status that it had";
-    EXPECT_EQ(world.views.calls, "begin 1 2 end bars ");
+    EXPECT_EQ(world.views.calls, "begin 1 2 end ");
     EXPECT_EQ(world.replica.sent, "");
     EXPECT_EQ(world.FileCount(), 1010u);
 }
@@ -146,7 +146,7 @@ TEST(LoadEvents, KeepsWhatCouldNotBeWritten) {
     RemoveFile(world.folder.Resolve(path));
     world.folder.MakeFolders(path);
     alarm.m_AlarmCodeToStore = "changed";
-    world.store->UpdateToDisk(alarm);
+    world.store->Update(alarm);
     world.Put(1, AlarmAt(45355, "other"));
     world.store->LoadEvents();
     EXPECT_EQ(world.Order(), "other changed ");

@@ -42,7 +42,7 @@ TEST(Outage, IsLoggedAndToldOnceAndNothingIsLost) {
     EXPECT_TRUE(told.empty()) << "told inside the intake of an event";
     world.commit.Commit();
     changed.m_Status = kStatusAcknowledged;
-    world.store->UpdateToDisk(changed);
+    world.store->Update(changed);
     for (int i = 0; i < 3; ++i) {
         world.store->RetryFailedWrites();
         world.commit.Commit();
@@ -105,11 +105,11 @@ TEST(Outage, OneBadFileHoldsUpNoOther) {
     }
     for (cAlarm* alarm : alarms) {
         alarm->m_Status = kStatusCommented;
-        world.store->UpdateToDisk(*alarm);
+        world.store->Update(*alarm);
     }
     EXPECT_EQ(world.store->UnsavedCount(), 5u);
     BreakDisk(world);
-    for (cAlarm* alarm : alarms) world.store->UpdateToDisk(*alarm);
+    for (cAlarm* alarm : alarms) world.store->Update(*alarm);
     EXPECT_EQ(world.store->UnsavedCount(), 20u);
     MendDisk(world);
     for (int i = 0; i < 10; ++i) world.store->RetryFailedWrites();

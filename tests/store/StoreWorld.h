@@ -12,12 +12,14 @@ namespace nordkeep {
 /// The lists as the store tells them: the alarm texts of the rows that stand there.
 class RecordingViews final : public AlarmViews {
  public:
-    void UpdateAlarmLists(cAlarm& alarm) override { rows[alarm.m_FilePointer] = alarm.m_AlarmCodeToStore; }
+    void UpdateAlarmLists(cAlarm& alarm) override {
+        if (alarm.m_Status == kStatusRemoved) return RemoveAlarmRow(alarm);
+        rows[alarm.m_FilePointer] = alarm.m_AlarmCodeToStore;
+    }
     void RemoveAlarmRow(cAlarm& alarm) override { rows.erase(alarm.m_FilePointer); }
     void BeginBulkLoad() override { calls += "begin "; }
     void ShowLoadProgress(int percent) override { calls += std::to_string(percent) + " "; }
     void EndBulkLoad() override { calls += "end "; }
-    void RecalcStatusBars() override { calls += "bars "; }
 
     std::map<std::int32_t, Text> rows{};
     Text calls{};
