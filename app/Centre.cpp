@@ -17,7 +17,6 @@ constexpr int kTextServer = 3503;
 constexpr int kTextClient = 3504;
 constexpr int kTextService = 3505;
 constexpr int kTextShuttingDown = 3506;
-constexpr int kTextCannotStore = 3518;
 
 int ModeText(const Foundation& foundation) {
     if (foundation.CopyRole() == Role::Client) return kTextClient;
@@ -35,40 +34,13 @@ Centre::Centre(Foundation& f)
       settings_(f.Files()),
       stalls_(f.Platform().clock, f.Platform().loop, f.Log(), f.Texts()),
       status_(f.Platform().serviceManager, f.Platform().loop, f.Texts()),
-      commit_([this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); }),
       network_(f),
       fieldMap_(f.Files()),
-      lookup_(MakeLookupRules(settings_.translation, f.Texts())),
-      timers_(settings_.translation, PaceOf(f.Switches()), f.Log()),
-      store_({.dataFolder = f.DataFolder(),
-              .files = f.Files(),
-              .language = f.Texts(),
-              .clock = f.Platform().clock,
-              .log = f.Log(),
-              .commit = commit_,
-              .replica = network_.Alarms(),
-              .views = lists_,
-              .role = f.CopyRole(),
-              .randomSeed = StartSeed()},
-             settings_.store),
-      translations_({.dataFolder = f.DataFolder(),
-                     .files = f.Files(),
-                     .language = f.Texts(),
-                     .clock = f.Platform().clock,
-                     .log = f.Log(),
-                     .views = objectViews_,
-                     .settings = settings_.translation,
-                     .timers = timers_}),
-      servicePeriods_({.dataFolder = f.DataFolder(),
-                       .views = objectViews_,
-                       .replica = network_.Objects(),
-                       .settings = settings_.translation}),
       torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
       outputs_({.dataFolder = f.DataFolder(),
                 .files = f.Files(),
                 .language = f.Texts(),
                 .log = f.Log(),
-                .text = store_.Texts(),
                 .dispatchSettings = settings_.dispatch,
                 .deskSettings = settings_.desk,
                 .settings = settings_.outputs,
@@ -79,49 +51,27 @@ Centre::Centre(Foundation& f)
                 .printer = f.Platform().printer,
                 .sound = f.Platform().sound,
                 .isSilent = f.IsService()}),
-      handling_({.store = store_, .views = lists_, .clock = f.Platform().clock, .desk = desk_}),
-      resets_(store_, handling_, f.Platform().clock, settings_.resets),
+      core_({.dataFolder = f.DataFolder(),
+             .files = f.Files(),
+             .language = f.Texts(),
+             .clock = f.Platform().clock,
+             .log = f.Log(),
+             .disk = f.Platform().disk,
+             .requestCommit = [this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); },
+             .alarmReplica = network_.Alarms(),
+             .objectReplica = network_.Objects(),
+             .alarmViews = lists_,
+             .objectViews = objectViews_,
+             .desk = desk_,
+             .outputs = outputs_,
+             .torvex = torvex_,
+             .telegramExport = exports_,
+             .fieldMap = &fieldMap_,
+             .role = f.CopyRole(),
+             .pace = PaceOf(f.Switches()),
+             .randomSeed = StartSeed()},
+            settings_),
       workplace_(WorkplaceNeeds()),
-      dispatcher_({.dataFolder = f.DataFolder(),
-                   .language = f.Texts(),
-                   .clock = f.Platform().clock,
-                   .log = f.Log(),
-                   .text = store_.Texts(),
-                   .settings = settings_.dispatch,
-                   .deskSettings = settings_.desk,
-                   .torvexSettings = settings_.torvex,
-                   .store = store_,
-                   .resets = resets_,
-                   .torvex = torvex_,
-                   .desk = desk_,
-                   .outputs = outputs_}),
-      parked_(resets_, dispatcher_, settings_.resets),
-      intake_({.dataFolder = f.DataFolder(),
-               .files = f.Files(),
-               .language = f.Texts(),
-               .clock = f.Platform().clock,
-               .settings = settings_.intake,
-               .translationSettings = settings_.translation,
-               .lookup = lookup_,
-               .timers = timers_,
-               .translations = translations_,
-               .views = objectViews_,
-               .replica = network_.Objects(),
-               .store = store_,
-               .resets = resets_,
-               .parked = parked_,
-               .dispatcher = dispatcher_,
-               .fieldMap = &fieldMap_}),
-      aliveScan_({.translations = translations_,
-                  .periods = servicePeriods_,
-                  .alarm = intake_,
-                  .telegramExport = exports_,
-                  .views = objectViews_,
-                  .replica = network_.Objects(),
-                  .clock = f.Platform().clock,
-                  .settings = settings_.translation,
-                  .timers = timers_}),
-      reloadWatch_(translations_, servicePeriods_, settings_.translation),
       portParts_(
           {.dataFolder = f.DataFolder(),
            .settings = f.Files(),
@@ -132,16 +82,16 @@ Centre::Centre(Foundation& f)
            .loop = f.Platform().loop,
            .sockets = f.Platform().sockets,
            .serial = f.Platform().serial,
-           .intake = intake_,
-           .commit = commit_,
+           .intake = core_.intake,
+           .commit = core_.commit,
            .stalls = stalls_,
            .findCaller = [this](const PortBinding& ownPort,
                                 TextView number) { return FindCaller(ownPort, ports_.Bindings(), number); },
            .exports = &exports_,
-           .areAllEventsStored = [this] { return store_.UnsavedCount() == 0; },
+           .areAllEventsStored = [this] { return core_.store.UnsavedCount() == 0; },
            .inet = &f.Platform().inet}),
-      simulation_({.intake = intake_,
-                   .translations = translations_,
+      simulation_({.intake = core_.intake,
+                   .translations = core_.translations,
                    .clock = f.Platform().clock,
                    .loop = f.Platform().loop,
                    .ports = [this] { return PortsToSimulate(); },
@@ -157,37 +107,36 @@ Centre::Centre(Foundation& f)
                .dispatchSettings = settings_.dispatch,
                .torvexSettings = settings_.torvex,
                .resetSettings = settings_.resets,
-               .text = store_.Texts(),
-               .store = store_,
+               .text = core_.store.Texts(),
+               .store = core_.store,
                .torvex = torvex_,
                .outputs = outputs_,
-               .dispatcher = dispatcher_,
-               .resets = resets_,
-               .parked = parked_,
-               .translations = translations_,
-               .aliveScan = aliveScan_,
-               .reloadWatch = reloadWatch_,
+               .dispatcher = core_.dispatcher,
+               .resets = core_.resets,
+               .parked = core_.parked,
+               .translations = core_.translations,
+               .aliveScan = core_.aliveScan,
+               .reloadWatch = core_.reloadWatch,
                .ports = ports_,
                .conditions = conditions_,
                .lists = lists_,
                .stalls = stalls_,
                .status = status_,
                .network = network_,
-               .workplace = workplace_}) {
-    workplace_.SetDispatcher(&dispatcher_);
-}
+               .workplace = workplace_}) {}
 
 Workplace::Needs Centre::WorkplaceNeeds() {
     return {.foundation = foundation_,
             .settings = settings_,
             .lists = lists_,
-            .store = store_,
-            .handling = handling_,
+            .store = core_.store,
+            .handling = core_.handling,
             .desk = desk_,
-            .translations = translations_,
+            .translations = core_.translations,
             .marks = objectViews_,
-            .servicePeriods = servicePeriods_,
-            .timers = timers_,
+            .servicePeriods = core_.servicePeriods,
+            .timers = core_.timers,
+            .dispatcher = core_.dispatcher,
             .torvex = torvex_,
             .outputs = outputs_,
             .network = network_,
@@ -233,18 +182,17 @@ const Centre::Step Centre::kStopSteps[] = {
 };
 
 void Centre::Start() {
-    network_.Attach({.store = store_,
-                     .handling = handling_,
+    network_.Attach({.store = core_.store,
+                     .handling = core_.handling,
                      .views = lists_,
-                     .translations = translations_,
+                     .translations = core_.translations,
                      .objectViews = objectViews_,
-                     .servicePeriods = servicePeriods_,
-                     .timers = timers_,
+                     .servicePeriods = core_.servicePeriods,
+                     .timers = core_.timers,
                      .torvex = torvex_,
                      .ports = [this] { return PortsInTree(); },
                      .requestReload = [this] { duties_.RequestReload(); },
                      .screen = workplace_});
-    store_.SetOutageListener([this](const Text& reason) { RaiseStorageAlarm(reason); });
     for (const Step& step : kStartSteps) (this->*step.run)();
 }
 
@@ -255,14 +203,6 @@ void Centre::CloseAndShutdownEverything() {
                                   LogKind::Information);
     for (const Step& step : kStopSteps) (this->*step.run)();
     duties_.EndProgram();
-}
-
-// Operators see it although it cannot be stored either.
-void Centre::RaiseStorageAlarm(const Text& reason) {
-    intake_.HandleIncomingEvent(
-        {.AlarmTime = foundation_.Platform().clock.Now(),
-         .ProtocolType = kOwnProtocol,
-         .ExtraText = foundation_.Texts().GetLanguageText(kTextCannotStore) + reason});
 }
 
 void Centre::EndOnFailure() {
@@ -318,7 +258,7 @@ void Centre::MakePorts() {
 }
 
 void Centre::LoadTranslations() {
-    if (!IsClient()) translations_.ReloadAllTranslations(true, ports_.Bindings());
+    if (!IsClient()) core_.translations.ReloadAllTranslations(true, ports_.Bindings());
 }
 
 void Centre::OpenPorts() {
@@ -329,7 +269,7 @@ void Centre::OpenPorts() {
 void Centre::LoadStoredEvents() {
     if (IsClient()) return;
     MakeFolder(foundation_.DataFolder().Resolve("Data\\Events"));
-    store_.LoadEvents();
+    core_.store.LoadEvents();
 }
 
 void Centre::BringInState() {
@@ -360,7 +300,7 @@ void Centre::FinishFormats() {
 
 void Centre::SettleReplies() {
     const StallWatch::Mark mark(stalls_, "storing events");
-    commit_.Commit();
+    core_.commit.Commit();
 }
 
 void Centre::ClosePorts() {
@@ -368,7 +308,7 @@ void Centre::ClosePorts() {
 }
 
 void Centre::DispatchParked() {
-    parked_.DispatchAll();
+    core_.parked.DispatchAll();
 }
 
 void Centre::CloseOutputs() {
@@ -377,7 +317,7 @@ void Centre::CloseOutputs() {
 }
 
 void Centre::SaveLastEvents() {
-    if (!IsClient()) translations_.SaveLastEvents();
+    if (!IsClient()) core_.translations.SaveLastEvents();
 }
 
 void Centre::CloseNetwork() {

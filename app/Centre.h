@@ -8,12 +8,9 @@
 #include "console/boxes/SimulationBox.h"
 #include "console/lists/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
-#include "pipeline/Intake.h"
-#include "pipeline/ParkedEvents.h"
+#include "pipeline/Core.h"
 #include "ports/PortList.h"
 #include "ports/formats/FieldMap.h"
-#include "translation/AliveScan.h"
-#include "translation/ReloadWatch.h"
 
 namespace nordkeep {
 
@@ -69,7 +66,6 @@ class Centre {
     void SendOnPort(const Text& portName, TextView bytes);
     std::vector<SimulationBox::Port> PortsToSimulate() const;
 
-    void RaiseStorageAlarm(const Text& reason);
     void EndOnFailure();
     std::vector<PortInTree> PortsInTree() const;
     bool IsClient() const { return foundation_.CopyRole() == Role::Client; }
@@ -78,7 +74,6 @@ class Centre {
     CentreSettings settings_;
     StallWatch stalls_;
     ServiceStatus status_;
-    EventCommit commit_;
     NetworkRole network_;
     TranslationMarks objectViews_{};
     ExportQueues exports_{};
@@ -86,22 +81,11 @@ class Centre {
     PortConditions conditions_{};
     bool hasGoogolPort_ = false;  // known once the ports are made
     AlarmLists lists_{};
-    LookupRules lookup_;
-    AliveTestTimers timers_;
-    EventStore store_;
-    Translations translations_;
-    ServicePeriods servicePeriods_;
     TorvexLink torvex_;
     AlarmOutputs outputs_;
     DeskLink desk_{};
-    AlarmHandling handling_;
-    Resets resets_;
+    Core core_;
     Workplace workplace_;
-    Dispatcher dispatcher_;
-    ParkedEvents parked_;
-    Intake intake_;
-    AliveScan aliveScan_;
-    ReloadWatch reloadWatch_;
     PortParts portParts_;
     PortList ports_{};
     SimulationBox simulation_;

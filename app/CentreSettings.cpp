@@ -3,14 +3,8 @@
 namespace nordkeep {
 
 CentreSettings::CentreSettings(const Settings& files)
-    : engine(LoadEngineSettings(files)),
-      store(LoadSettings(files, StoreSettingRows())),
-      translation(LoadSettings(files, TranslationSettingRows())),
-      intake(LoadSettings(files, IntakeSettingRows())),
-      resets(LoadResetSettings(files)),
-      dispatch(LoadSettings(files, DispatchSettingRows())),
-      desk(LoadSettings(files, DeskSettingRows())),
-      torvex(LoadSettings(files, TorvexSettingRows())),
+    : CoreSettings(LoadCoreSettings(files)),
+      engine(LoadEngineSettings(files)),
       outputs(LoadSettings(files, OutputSettingRows())),
       comCall(LoadSettings(files, ComCallSettingRows())),
       view(LoadSettings(files, ViewStateRows())),

@@ -18,6 +18,7 @@ namespace nordkeep {
 struct PlatformParts {
     Clock& clock;
     EventLoop& loop;
+    DurableWrites& disk;
     SocketFactory& sockets;
     SerialFactory& serial;
     InetFactory& inet;

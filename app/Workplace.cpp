@@ -411,7 +411,7 @@ void Workplace::AskForLogin() {
 }
 
 void Workplace::PresentNewEvent(cAlarm& alarm) {
-    if (dispatcher_) dispatcher_->PresentAtDesk(alarm);
+    needs_.dispatcher.PresentAtDesk(alarm);
 }
 
 void Workplace::EndProgram(const Text& message) {

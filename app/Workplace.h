@@ -51,6 +51,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
         TranslationMarks& marks;
         ServicePeriods& servicePeriods;
         const AliveTestTimers& timers;
+        Dispatcher& dispatcher;
         TorvexLink& torvex;
         AlarmOutputs& outputs;
         NetworkRole& network;
@@ -123,8 +124,6 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void ShowPortTree(const std::vector<PortTreeNode>& nodes) override { main_.ShowTree(nodes); }
     void PresentNewEvent(cAlarm& alarm) override;
     void EndProgram(const Text& message) override;
-    /// Who decides what a new alarm of the server opens here; set once it exists.
-    void SetDispatcher(Dispatcher* dispatcher) { dispatcher_ = dispatcher; }
 
  private:
     void Print(const PrintDocument& document) override;
@@ -154,7 +153,6 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
 
     Needs needs_;
     WorkplaceScreen* screen_ = nullptr;
-    Dispatcher* dispatcher_ = nullptr;
     Captions captions_;
     PrinterSettings printerSettings_;
     std::unique_ptr<DataFiles> files_;

@@ -8,6 +8,7 @@
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
 #include "platform/posix/AplaySound.h"
+#include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
 #include "platform/posix/PrinterDevice.h"
 #include "platform/posix/SystemClock.h"
@@ -70,6 +71,7 @@ int main(int argc, char** argv) {
     const auto application = MakeApplication(argc, argv, hasScreen);
     SystemClock clock;
     QtEventLoop loop;
+    DurableFiles disk;
     QtSockets sockets;
     QtSerial serial;
     QtInetFactory inet;
@@ -83,6 +85,7 @@ int main(int argc, char** argv) {
 
     Foundation foundation({.clock = clock,
                            .loop = loop,
+                           .disk = disk,
                            .sockets = sockets,
                            .serial = serial,
                            .inet = inet,

@@ -1,6 +1,7 @@
 // Reading the stored events back at start, beside a plain read of the same files.
 
 #include "console/lists/AlarmLists.h"
+#include "platform/posix/DurableFiles.h"
 #include "platform/posix/SystemClock.h"
 #include "store/EventStore.h"
 
@@ -30,9 +31,11 @@ void LoadEvents(const FileTree& folder) {
     Settings files(folder);
     Language language;
     SysLog log(folder, clock);
-    EventCommit commit([] {});
+    DurableFiles disk;
+    EventCommit commit(disk, [] {});
     NoReplica replica;
     AlarmLists lists;
+    NoStorageAlarm noAlarm;
     const StoreSettings settings{.MaxAlarms = 0, .MaxAlarmDays = 0};
     EventStore store({.dataFolder = folder,
                       .files = files,
@@ -41,7 +44,8 @@ void LoadEvents(const FileTree& folder) {
                       .log = log,
                       .commit = commit,
                       .replica = replica,
-                      .views = lists},
+                      .views = lists,
+                      .storageAlarm = noAlarm},
                      settings);
     store.LoadEvents();
 }

@@ -29,6 +29,7 @@ NativePath PrinterOf(const AlarmOutputs::Needs& needs) {
 
 AlarmOutputs::AlarmOutputs(const Needs& needs)
     : needs_(needs),
+      text_(needs.dataFolder, needs.language),
       comCall_(needs.comCallSettings, needs.sockets),
       queue_(needs.settings.MSMQFormatName, needs.queues, needs.log, needs.language),
       sound_({.dataFolder = needs.dataFolder,
@@ -41,15 +42,14 @@ AlarmOutputs::AlarmOutputs(const Needs& needs)
 
 void AlarmOutputs::SendToComCall(const cAlarm& alarm) {
     if (!comCall_.IsConnected()) return;
-    comCall_.Send(needs_.text.BuildAlarmText({needs_.comCallSettings.Format, kIsoDate, kIsoTime}, alarm) +
-                  "\n");
+    comCall_.Send(text_.BuildAlarmText({needs_.comCallSettings.Format, kIsoDate, kIsoTime}, alarm) + "\n");
 }
 
 void AlarmOutputs::SendToMessageQueue(const cAlarm& alarm) {
     if (!queue_.IsConfigured()) return;
     const DispatchSettings& dates = needs_.dispatchSettings;
     const auto build = [&](const Text& format) {
-        return needs_.text.BuildAlarmText({format, dates.AlarmDateFormat, dates.AlarmTimeFormat}, alarm);
+        return text_.BuildAlarmText({format, dates.AlarmDateFormat, dates.AlarmTimeFormat}, alarm);
     };
     queue_.Send({build(needs_.settings.MSMQLabel), build(needs_.settings.MSMQBody)});
 }
@@ -60,7 +60,7 @@ void AlarmOutputs::PlaySound(SoundRequest request) {
 
 void AlarmOutputs::PrintAlarm(const cAlarm& alarm) {
     const DeskSettings& desk = needs_.deskSettings;
-    const Text text = needs_.text.BuildAlarmText(
+    const Text text = text_.BuildAlarmText(
         {desk.ContinousPrinterFormat, desk.PrinterDateFormat, desk.PrinterTimeFormat}, alarm);
     printer_.SendPRN(desk.PrinterISO2DOS ? ToCodePage850(text) : text, alarm.m_AlarmCodeToStore);
 }

@@ -20,7 +20,6 @@ class AlarmOutputs final : public Outputs {
         const Settings& files;
         const Language& language;
         SysLog& log;
-        const AlarmText& text;
         const DispatchSettings& dispatchSettings;
         const DeskSettings& deskSettings;
         const OutputSettings& settings;
@@ -50,6 +49,7 @@ class AlarmOutputs final : public Outputs {
 
  private:
     Needs needs_;
+    AlarmText text_;
     ComCallLink comCall_;
     MessageQueueOutput queue_;
     SoundPlayer sound_;

@@ -14,7 +14,7 @@ void EventCommit::End(Completion completion) {
 
 bool EventCommit::Write(const NativePath& path, TextView bytes, DurableWrites::Opening opening) {
     Request();
-    const bool isWritten = writes_.Write(path, bytes, opening);
+    const bool isWritten = disk_.Write(path, bytes, opening);
     if (!isWritten) NoteFailure();
     return isWritten;
 }
@@ -31,14 +31,14 @@ void EventCommit::Request() {
 }
 
 void EventCommit::Synchronise() {
-    const bool isSafe = writes_.Synchronise();
+    const bool isSafe = disk_.Synchronise();
     if (!isSafe) {
         // Nobody can tell which of the files are lost, nor, with a telegram in hand, which of them are its
         // own.
         for (Waiting& waiting : waiting_) waiting.isStored = false;
         openTelegrams_.assign(openTelegrams_.size(), false);
     }
-    if (listener_) listener_->Synchronised(isSafe, writes_.LastError());
+    if (listener_) listener_->Synchronised(isSafe, disk_.LastError());
 }
 
 void EventCommit::Commit() {

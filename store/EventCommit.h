@@ -30,7 +30,8 @@ class EventCommit {
     using Completion = std::function<void(bool isStored)>;
 
     /// `requestCommit` arranges for Commit to be called at the end of the present turn of the loop.
-    explicit EventCommit(std::function<void()> requestCommit) : requestCommit_(std::move(requestCommit)) {}
+    EventCommit(DurableWrites& disk, std::function<void()> requestCommit)
+        : disk_(disk), requestCommit_(std::move(requestCommit)) {}
 
     /// One listener, which outlives this object or is taken away with nullptr.
     void SetListener(CommitListener* listener) { listener_ = listener; }
@@ -41,7 +42,7 @@ class EventCommit {
     /// False when the file could not be written; the telegram in hand then counts as not stored.
     bool Write(const NativePath& path, TextView bytes, DurableWrites::Opening opening);
     /// The system's words for the last failed write.
-    const Text& LastError() const { return writes_.LastError(); }
+    const Text& LastError() const { return disk_.LastError(); }
     /// Asks for a Commit at the end of this turn.
     void Request();
     /// Something of the telegram in hand could not be stored for a reason other than a failed write.
@@ -57,9 +58,9 @@ class EventCommit {
 
     void Synchronise();
 
+    DurableWrites& disk_;
     std::function<void()> requestCommit_;
     CommitListener* listener_ = nullptr;
-    DurableWrites writes_{};
     std::vector<bool> openTelegrams_{};  // innermost last; true while nothing of it has failed
     std::vector<Waiting> waiting_{};
     bool isRequested_ = false;

@@ -198,9 +198,9 @@ void EventStore::NoteOutage(const Text& reason) {
     if (isOutage_) return;
     isOutage_ = true;
     isOutageToTell_ = true;
-    outageReason_ = reason;
+    outageText_ = parts_.language.GetLanguageText(kTextNotStored) + reason;
     savedLate_ = 0;
-    parts_.log.WriteSysLog(parts_.language.GetLanguageText(kTextNotStored) + reason, LogKind::Failure);
+    parts_.log.WriteSysLog(outageText_, LogKind::Failure);
 }
 
 void EventStore::EndOutageWhenOver() {
@@ -220,7 +220,7 @@ void EventStore::Synchronised(bool isSafe, const Text& reason) {
 }
 
 void EventStore::Committed() {
-    if (std::exchange(isOutageToTell_, false) && onOutage_) onOutage_(outageReason_);
+    if (std::exchange(isOutageToTell_, false)) parts_.storageAlarm.RaiseStorageAlarm(outageText_);
 }
 
 void EventStore::RetryFailedWrites() {

@@ -10,6 +10,7 @@
 #include "store/EventFile.h"
 #include "store/EventFolder.h"
 #include "store/EventList.h"
+#include "store/StorageAlarm.h"
 
 namespace nordkeep {
 
@@ -23,6 +24,7 @@ struct StoreParts {
     EventCommit& commit;
     AlarmReplica& replica;
     AlarmViews& views;
+    StorageAlarm& storageAlarm;
     Role role = Role::StandAlone;
     std::uint64_t randomSeed = 0;  // differs at every start
 };
@@ -33,16 +35,10 @@ struct StoreParts {
 /// failure of such an outage is logged and told, the others are only counted.
 class EventStore : private CommitListener {
  public:
-    /// Told once for each outage, when the replies of the turn have gone, with the reason in the system's
-    /// words.
-    using OutageListener = std::function<void(const Text& reason)>;
-
     EventStore(const StoreParts& parts, const StoreSettings& settings);
     ~EventStore() override;
     EventStore(const EventStore&) = delete;
     EventStore& operator=(const EventStore&) = delete;
-
-    void SetOutageListener(OutageListener listener) { onOutage_ = std::move(listener); }
 
     // --- The records
 
@@ -128,9 +124,8 @@ class EventStore : private CommitListener {
     std::int32_t lastWithoutFile_ = 0;            // records without a file count down from here
     bool isOutage_ = false;
     bool isOutageToTell_ = false;
-    Text outageReason_{};
+    Text outageText_{};
     std::size_t savedLate_ = 0;
-    OutageListener onOutage_{};
 };
 
 }  // namespace nordkeep

@@ -19,7 +19,7 @@ struct ClientSheet {
     NoPrintOutput printer{};
     PrinterSettings printerSettings{};
     CommentBox sheet{{.store = client.store,
-                      .handling = client.handling,
+                      .handling = client.core.handling,
                       .translations = client.translations,
                       .files = client.remote,
                       .dialogs = dialogs,

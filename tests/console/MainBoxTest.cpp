@@ -170,7 +170,7 @@ TEST_F(MainBoxTest, AnAnswerCountsForNothingOnceTheServerHasGone) {
     world.around.rights.level = 1;
     cAlarm& alarm = world.Raise();
     world.Tick();
-    AlarmCommands commands({world.running->store, world.running->handling, dialogs, world.language});
+    AlarmCommands commands({world.running->store, world.running->core.handling, dialogs, world.language});
     commands.SetGuard([this] { return world.around.rights.MayChange(); });
     commands.AckAll();
     EXPECT_EQ(alarm.m_Status, kStatusNew);

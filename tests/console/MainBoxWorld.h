@@ -4,8 +4,8 @@
 #include "network/NetworkServer.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingDesk.h"
 #include "tests/doubles/TempFolder.h"
+#include "tests/doubles/TestCore.h"
 
 #include <fstream>
 #include <iterator>
@@ -86,24 +86,25 @@ struct MainBoxWorld {
         Running(MainBoxWorld& world, Role role)
             : files(world.folder.Tree()),
               settings(LoadSettings(files, ConsoleSettingRows())),
-              storeSettings(LoadSettings(files, StoreSettingRows())),
-              translationSettings(LoadSettings(files, TranslationSettingRows())),
               log(world.folder.Tree(), world.time),
-              timers(translationSettings, AliveTestPace::Minutes, log),
-              store({world.folder.Tree(), files, world.language, world.time, log, commit, replica, lists,
-                     role, 1},
-                    storeSettings),
-              handling({store, lists, world.time, world.desk}),
-              translations({world.folder.Tree(), files, world.language, world.time, log, marks,
-                            translationSettings, timers}),
-              periods({world.folder.Tree(), marks, objectReplica, translationSettings}),
+              core({.dataFolder = world.folder.Tree(),
+                    .files = files,
+                    .language = world.language,
+                    .log = log,
+                    .clock = world.time,
+                    .loop = world.time,
+                    .sockets = world.sockets,
+                    .role = role,
+                    .alarmViews = &lists,
+                    .objectViews = &marks,
+                    .settings = LoadCoreSettings(files)}),
               captions(world.language),
               cells(store, captions,
                     {settings.AlarmDateFormat, settings.AlarmTimeFormat, settings.ViewStatusAsNumber}),
               dataFiles(world.folder.Tree()),
               debug({world.folder.Tree(), world.time, captions, log,
                      [&world](const Text& name, TextView bytes) { world.sent += name + ":" + Text(bytes); }}),
-              commands({store, handling, world.dialogs, world.language}),
+              commands({store, core.handling, world.dialogs, world.language}),
               box(NeedsOf(world), LoadSettings(files, ViewStateRows())) {
             log.SetRowListener([this](const LogRow& row) { sysLog.AddLine(row); });
             translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&world.port});
@@ -129,7 +130,7 @@ struct MainBoxWorld {
                 world.effects += "print " + std::to_string(keys.size()) + ";";
             };
             effects.setService = [this](cTranslate& set, cIDCode& object, const ServicePeriod& period) {
-                periods.Set(set, object, period);
+                core.servicePeriods.Set(set, object, period);
             };
             return {.store = store,
                     .lists = lists,
@@ -137,7 +138,7 @@ struct MainBoxWorld {
                     .cells = cells,
                     .translations = translations,
                     .marks = marks,
-                    .translationSettings = translationSettings,
+                    .translationSettings = core.settings.translation,
                     .sysLog = sysLog,
                     .debug = debug,
                     .files = dataFiles,
@@ -155,19 +156,12 @@ struct MainBoxWorld {
 
         Settings files;
         ConsoleSettings settings;
-        StoreSettings storeSettings;
-        TranslationSettings translationSettings;
         SysLog log;
-        EventCommit commit{[] {}};
-        NoReplica replica{};
-        NoObjectReplica objectReplica{};
         TranslationMarks marks{};
         AlarmLists lists{};
-        AliveTestTimers timers;
-        EventStore store;
-        AlarmHandling handling;
-        Translations translations;
-        ServicePeriods periods;
+        TestCore core;
+        EventStore& store = core.store;
+        Translations& translations = core.translations;
         Captions captions;
         AlarmCells cells;
         LocalDataFiles dataFiles;
@@ -181,7 +175,7 @@ struct MainBoxWorld {
     ManualTime time{};
     Language language{};
     FakeDialogs dialogs{};
-    RecordingDesk desk{};
+    FakeSockets sockets{};
     RecordingWindows windows{};
     PortBinding port{};
     ConsoleSurroundings around{};

@@ -100,13 +100,13 @@ TEST_F(PlayedServer, EventsAreMirroredOnceAndLeaveWhenRemoved) {
     Socket().Arrive(FrameOf(Message::NewEvent, EventOf(5, 0)));
     Socket().Arrive(FrameOf(Message::InitialEvent, EventOf(5, 1)));
     EXPECT_EQ(client.store.Events().Count(), 1u);
-    EXPECT_EQ(client.views.rows.at(5), 1);
+    EXPECT_EQ(client.core.views.rows.at(5), 1);
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(5, -1)));
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(5, -1)));
     EXPECT_EQ(client.store.Events().Count(), 0u);
-    EXPECT_TRUE(client.views.rows.empty());
+    EXPECT_TRUE(client.core.views.rows.empty());
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(5, 1)));
-    EXPECT_EQ(client.views.rows.at(5), 1);
+    EXPECT_EQ(client.core.views.rows.at(5), 1);
     EXPECT_FALSE(client.HasLogged("unknown"));
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(5, -1)));
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(6, 5)));
@@ -229,7 +229,7 @@ class MirrorTest : public ::testing::Test {
     }
     void ExpectEqual(ClientWorld& client) {
         EXPECT_EQ(EventsOf(client.store), EventsOf(server.store));
-        EXPECT_EQ(client.views.rows, server.views.rows);
+        EXPECT_EQ(client.core.views.rows, server.core.views.rows);
         EXPECT_EQ(SetsOf(client.translations), SetsOf(server.translations));
         EXPECT_EQ(client.mirror.PortTree(), MakePortTree({{"Port one", &server.port}}));
         EXPECT_EQ(client.screen.tree, client.mirror.PortTree());
@@ -270,7 +270,7 @@ TEST_F(MirrorTest, ALostServerComesBackAfterAFullInterval) {
     client.session.Tick(100);
     EXPECT_EQ(client.session.State(), LinkState::Lost);
     EXPECT_EQ(client.store.Events().Count(), 0u) << "what may be out of date is not shown";
-    EXPECT_TRUE(client.views.rows.empty());
+    EXPECT_TRUE(client.core.views.rows.empty());
 
     server.Raise("meanwhile");
     link.isRefusing = false;
@@ -311,7 +311,7 @@ class Day {
                 if (cAlarm* alarm = AnyEvent(server_.store)) server_.store.RemoveAlarm(*alarm);
                 break;
             case 3:
-                server_.periods.Set(set, object, {.mode = Below(4), .end = server_.time.Now()});
+                server_.core.servicePeriods.Set(set, object, {.mode = Below(4), .end = server_.time.Now()});
                 break;
             case 4:
                 object.m_LastIncomingEvent = server_.time.Now();
@@ -375,7 +375,7 @@ class Day {
     ServerWorld& server_;
     std::mt19937 random_;
     ResetSettings resetSettings_;
-    Resets resets_{server_.store, server_.handling, server_.time, resetSettings_};
+    Resets resets_{server_.store, server_.core.handling, server_.time, resetSettings_};
 };
 
 void MirrorTest::RestartTheNetwork(const std::vector<std::unique_ptr<ClientWorld>>& clients, Day& day) {

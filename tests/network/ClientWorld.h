@@ -62,19 +62,18 @@ struct ClientWorld {
     ServerLink link{{sockets, loop, time, language, log, traffic, network}};
     ClientUser user{};
     ClientReplica replica{link, user};
-    RowViews views{};
-    NoObjectViews objectViews{};
-    StoreSettings storeSettings{};
-    TranslationSettings translationSettings{};
-    AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
-    EventCommit commit{[] {}};
-    EventStore store{
-        StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Client, 1},
-        storeSettings};
-    RecordingDesk desk{};
-    AlarmHandling handling{{store, views, time, desk}};
-    Translations translations{
-        {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
+    TestCore core{{.dataFolder = folder.Tree(),
+                   .files = files,
+                   .language = language,
+                   .log = log,
+                   .clock = time,
+                   .loop = loop,
+                   .sockets = sockets,
+                   .role = Role::Client,
+                   .alarmReplica = &replica,
+                   .objectReplica = &replica}};
+    EventStore& store = core.store;
+    Translations& translations = core.translations;
     RecordingScreen screen{};
     Mirror mirror{{.link = link,
                    .loop = loop,
@@ -83,10 +82,10 @@ struct ClientWorld {
                    .log = log,
                    .settings = network,
                    .store = store,
-                   .views = views,
+                   .views = core.views,
                    .translations = translations,
-                   .objectViews = objectViews,
-                   .timers = timers,
+                   .objectViews = core.noObjectViews,
+                   .timers = core.timers,
                    .screen = screen,
                    .user = user}};
     ClientSession session{{link, mirror, replica, language, log, network, screen}};

@@ -141,12 +141,12 @@ TEST_F(ServerTest, TellsChangesOnceAndThoseOfAClientTwiceToTheOthers) {
     EXPECT_EQ(Sent(1), Numbers{7});
     EXPECT_EQ(alarm.m_User, "AB ");
     EXPECT_EQ(alarm.m_URL, "url");
-    EXPECT_EQ(world.views.rows.at(alarm.m_FilePointer), kStatusAcknowledged);
+    EXPECT_EQ(world.core.views.rows.at(alarm.m_FilePointer), kStatusAcknowledged);
 
     changed.m_Status = kStatusRemoved;
     Send(1, Message::OldEvent, EventPayload(changed));
     EXPECT_EQ(world.store.Events().Count(), 0u);
-    EXPECT_TRUE(world.views.rows.empty());
+    EXPECT_TRUE(world.core.views.rows.empty());
     EXPECT_TRUE(ListFiles(world.folder.Resolve("Data\\Events")).empty());
     EXPECT_NE(world.folder.Read("Data\\Archive.TXT"), "");
     Send(1, Message::OldEvent, EventPayload(changed));

@@ -3,11 +3,9 @@
 #include "network/EventRecord.h"
 #include "network/NetworkServer.h"
 #include "network/ServerReplica.h"
-#include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingDesk.h"
-#include "tests/doubles/RowViews.h"
 #include "tests/doubles/TempFolder.h"
+#include "tests/doubles/TestCore.h"
 
 #include <set>
 
@@ -60,22 +58,18 @@ struct ServerWorld {
     NetworkTraffic traffic{folder.Tree(), time};
     ClientSlots slots{{sockets, loop, time, language, log, traffic, network}};
     ServerReplica replica{slots};
-    RowViews views{};
-    NoObjectViews objectViews{};
-    StoreSettings storeSettings{};
-    TranslationSettings translationSettings{};
-    AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
-    EventCommit commit{[] {}};
-    EventStore store{
-        StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, Role::Server, 1},
-        storeSettings};
-    RecordingDesk desk{};
-    AlarmHandling handling{{store, views, time, desk}};
-    Translations translations{
-        {folder.Tree(), files, language, time, log, objectViews, translationSettings, timers}};
-    ServicePeriods periods{{folder.Tree(), objectViews, replica, translationSettings}};
-    TorvexSettings torvexSettings{};
-    TorvexLink torvex{torvexSettings, sockets, loop};
+    TestCore core{{.dataFolder = folder.Tree(),
+                   .files = files,
+                   .language = language,
+                   .log = log,
+                   .clock = time,
+                   .loop = loop,
+                   .sockets = sockets,
+                   .role = Role::Server,
+                   .alarmReplica = &replica,
+                   .objectReplica = &replica}};
+    EventStore& store = core.store;
+    Translations& translations = core.translations;
     PortBinding port{};
     int reloads = 0;
     NetworkServer server{{.slots = slots,
@@ -85,13 +79,13 @@ struct ServerWorld {
                           .clock = time,
                           .settings = network,
                           .store = store,
-                          .handling = handling,
+                          .handling = core.handling,
                           .translations = translations,
-                          .objectViews = objectViews,
+                          .objectViews = core.noObjectViews,
                           .objectReplica = replica,
-                          .servicePeriods = periods,
-                          .timers = timers,
-                          .torvex = torvex,
+                          .servicePeriods = core.servicePeriods,
+                          .timers = core.timers,
+                          .torvex = core.torvex,
                           .ports =
                               [this] {
                                   return std::vector<PortInTree>{{"Port one", &port}};

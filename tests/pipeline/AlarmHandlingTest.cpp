@@ -28,7 +28,7 @@ TEST_F(AlarmHandlingTest, EndsAllAndSilencesTheSound) {
     Handling().EndAll();
     running->commit.Commit();
     EXPECT_EQ(Statuses(), (Numbers{5, 5, 5, 5}));
-    EXPECT_EQ(running->lists.UnackedCount(), 0u);
+    EXPECT_EQ(running->views.UnackedCount(), 0u);
     EXPECT_EQ(Stored(*all[0]).m_AckedTime, time.Now());
     EXPECT_LT(all[3]->m_AckedTime, time.Now()) << "what had ended before keeps its time";
     EXPECT_EQ(running->desk.ended,
@@ -44,7 +44,7 @@ TEST_F(AlarmHandlingTest, EndsAndArchivesSeveral) {
     Handling().Archive(chosen);
     running->commit.Commit();
     EXPECT_EQ(Statuses(), (Numbers{0, 5}));
-    EXPECT_EQ(running->lists.AckedCount(), 1u);
+    EXPECT_EQ(running->views.AckedCount(), 1u);
     EXPECT_FALSE(folder.Exists("Data\\Events\\A" + Digits(chosen[0], 7) + ".eve"));
     const Text archive = folder.Read("Data\\Archive.TXT");
     EXPECT_EQ(std::ranges::count(archive, '\n'), 2);

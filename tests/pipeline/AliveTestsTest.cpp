@@ -19,8 +19,8 @@ class AliveTestsTest : public PipelineTest {
         Start();
     }
     void Scan() {
-        running->scan.Tick(60'000, time.Now());
-        while (running->scan.IsRunning()) running->scan.Continue();
+        running->aliveScan.Tick(60'000, time.Now());
+        while (running->aliveScan.IsRunning()) running->aliveScan.Continue();
         running->commit.Commit();
     }
     void AdvanceMinutes(int minutes) { time.Set(time.Now().PlusMinutes(minutes)); }

@@ -35,8 +35,8 @@ class ClockChangesTest : public PipelineTest {
         Start();
     }
     void Scan() {
-        running->scan.Tick(60'000, time.Now());
-        while (running->scan.IsRunning()) running->scan.Continue();
+        running->aliveScan.Tick(60'000, time.Now());
+        while (running->aliveScan.IsRunning()) running->aliveScan.Continue();
     }
     cIDCode& Yard() { return *running->translations.Sets().at(0)->m_IdCodes.at(2); }
     bool HasStatus(int status) {
@@ -51,8 +51,8 @@ std::vector<Deadline> ClockChangesTest::Deadlines() {
          [this] { return All().size() == 2; }},
         {"end of a service period", "", 60,
          [this] {
-             running->periods.Set(*running->translations.Sets()[0], Yard(),
-                                  LogUntil(time.Now(), time.Now().PlusMinutes(60)));
+             running->servicePeriods.Set(*running->translations.Sets()[0], Yard(),
+                                         LogUntil(time.Now(), time.Now().PlusMinutes(60)));
          },
          [this] { Scan(); }, [this] { return Yard().m_ServiceMode == 0; }},
         {"parked reset", "UnAssociatedResetEventsTimeout=3600\r\n", 60,
@@ -121,7 +121,7 @@ TEST_F(ClockChangesTest, LogsGoToTheFileOfTheDayThatTheClockShows) {
     StartWith("");
     for (const int minutes : {0, 60, 0}) {
         time.Set(OleDate::FromCivil({2026, 5, 4, 23, 30, 0}).PlusMinutes(minutes));
-        running->log.WriteSysLog("at " + std::to_string(minutes), LogKind::Information);
+        log.WriteSysLog("at " + std::to_string(minutes), LogKind::Information);
     }
     Text found;
     for (const Text& name : ListFiles(folder.Resolve("LogFiles"))) {

@@ -48,7 +48,7 @@ TEST_F(DispatchTest, StepsRunOnWhenOneCannotWrite) {
     Start();
     const cAlarm& alarm = TakeIn("100101");
     EXPECT_EQ(Stored(alarm).m_TranslatedIDCode, "Shop");
-    EXPECT_EQ(running->lists.UnackedCount(), 1u);
+    EXPECT_EQ(running->views.UnackedCount(), 1u);
 }
 
 TEST_F(DispatchTest, AClientsDeskDoesWhatTheServersDoes) {

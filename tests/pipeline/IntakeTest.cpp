@@ -191,8 +191,8 @@ TEST_F(IntakeTest, KeepsAnObjectInServiceOutOfTheNewAlarms) {
     StoreServicePeriod(set, *set.m_IdCodes.front(), LogOnly());
     const cAlarm& alarm = TakeIn("100101");
     EXPECT_EQ(alarm.m_Status, kStatusAcknowledged);
-    EXPECT_EQ(running->lists.UnackedCount(), 0u);
-    EXPECT_EQ(running->lists.AckedCount(), 1u);
+    EXPECT_EQ(running->views.UnackedCount(), 0u);
+    EXPECT_EQ(running->views.AckedCount(), 1u);
 }
 
 TEST_F(IntakeTest, EventWithoutAPortMeetsNoObject) {

@@ -1,13 +1,9 @@
 #pragma once
 
-#include "pipeline/Intake.h"
 #include "store/EventFile.h"
-#include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
-#include "tests/doubles/RecordingDesk.h"
-#include "tests/doubles/RowViews.h"
 #include "tests/doubles/TempFolder.h"
-#include "translation/AliveScan.h"
+#include "tests/doubles/TestCore.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +21,10 @@ class PipelineTest : public ::testing::Test {
         port.PortName = port.binding.portName = "Port1";
         port.m_PortDescription = "Receiver";
         port.m_CLIdTranslatedDefaultAliveTestTypeReset = "98";
+        language.LoadFrom(
+            "1049=New\n1050=Old\n1051=Env\n1052=Ascii\n1060=Hidden\n1097=Speech\n1098=Confirmed\n"
+            "1200=Alarm\n1201=Restore\n1202=Opening\n1203=Closing\n1204=Report\n"
+            "1205=Group:\n1206=Zone:\n1207=User:\n");
     }
 
     void WriteSettings(const Text& general) {
@@ -39,7 +39,15 @@ class PipelineTest : public ::testing::Test {
     }
 
     void Start() {
-        running.emplace(*this);
+        running.emplace(CoreGround{.dataFolder = folder.Tree(),
+                                   .files = files,
+                                   .language = language,
+                                   .log = log,
+                                   .clock = time,
+                                   .loop = time,
+                                   .sockets = sockets,
+                                   .settings = LoadCoreSettings(files)});
+        running->store.LoadEvents();
         running->translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&port.binding});
     }
 
@@ -74,46 +82,14 @@ class PipelineTest : public ::testing::Test {
         return stored;
     }
 
-    struct Running {
-        explicit Running(PipelineTest& test);
-
-        SysLog log;
-        Language language{};
-        Settings files;
-        DispatchSettings dispatchSettings;
-        DeskSettings deskSettings;
-        TorvexSettings torvexSettings;
-        ResetSettings resetSettings;
-        StoreSettings storeSettings;
-        IntakeSettings intakeSettings;
-        TranslationSettings translationSettings;
-        EventCommit commit;
-        NoReplica replica{};
-        NoObjectReplica objectReplica{};
-        NoObjectViews objectViews{};
-        NoTelegramExport telegramExport{};
-        RowViews lists{};
-        RecordingDesk desk{};
-        QuietOutputs outputs{};
-        LookupRules lookup;
-        AliveTestTimers timers;
-        EventStore store;
-        Translations translations;
-        ServicePeriods periods;
-        FakeSockets sockets{};
-        TorvexLink torvex;
-        AlarmHandling handling;
-        Resets resets;
-        Dispatcher dispatcher;
-        ParkedEvents parked;
-        Intake intake;
-        AliveScan scan;
-    };
-
     TempFolder folder{};
     ManualTime time{};
     EventPort port{};
-    std::optional<Running> running{};
+    FakeSockets sockets{};
+    Settings files{folder.Tree()};
+    Language language{};
+    SysLog log{folder.Tree(), time};
+    std::optional<TestCore> running{};
 };
 
 }  // namespace nordkeep

@@ -49,8 +49,8 @@ TEST_F(ResetsTest, OneResetEndsAllAlarmsThatWaitForIt) {
     TakeIn("100101");
     TakeIn("100101");
     TakeIn("100102");
-    EXPECT_EQ(running->lists.AckedCount(), 2u);
-    EXPECT_EQ(running->lists.UnackedCount(), 1u);
+    EXPECT_EQ(running->views.AckedCount(), 2u);
+    EXPECT_EQ(running->views.UnackedCount(), 1u);
 }
 
 TEST_F(ResetsTest, DelayedAcknowledgeWaitsItsMinutes) {
@@ -64,7 +64,7 @@ TEST_F(ResetsTest, DelayedAcknowledgeWaitsItsMinutes) {
     running->resets.AcknowledgeDelayed(time.Now());
     running->commit.Commit();
     EXPECT_EQ(Stored(alarm).m_Status, kStatusAcknowledged);
-    EXPECT_EQ(running->lists.UnackedCount(), 0u) << "the resetting record waits for the same delay";
+    EXPECT_EQ(running->views.UnackedCount(), 0u) << "the resetting record waits for the same delay";
 }
 
 TEST_F(ResetsTest, CloseRepeatsAreAcknowledgedAndAPauseOpensANewWindow) {

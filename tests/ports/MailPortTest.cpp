@@ -39,7 +39,7 @@ class MailPortTest : public PortWorld {
     }
 
     bool commitsWaiting = false;
-    EventCommit commit{[this] { commitsWaiting = true; }};
+    EventCommit commit{disk, [this] { commitsWaiting = true; }};
     PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
                     time,          sockets,  serial,   intake, commit,  stalls};
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/posix/DurableFiles.h"
 #include "ports/PortList.h"
 #include "tests/doubles/FakeMSComm.h"
 #include "tests/doubles/FakeWinsock.h"
@@ -34,7 +35,8 @@ class PortWorld : public ::testing::Test {
     FakeSockets sockets{};
     FakeSerial serial{};
     RecordingIntake intake{};
-    EventCommit commit{[] {}};
+    DurableFiles disk{};
+    EventCommit commit{disk, [] {}};
     StallWatch stalls{time, time, log, language};
     PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
                     time,          sockets,  serial,   intake, commit,  stalls};

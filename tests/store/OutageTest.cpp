@@ -26,12 +26,9 @@ void MendDisk(const StoreWorld& world) {
 TEST(Outage, IsLoggedAndToldOnceAndNothingIsLost) {
     StoreWorld world;
     Text replies;
-    std::vector<Text> told;
-    world.store->SetOutageListener([&](const Text& reason) {
-        told.push_back(reason);
-        // The system's own alarm about it cannot be stored either, and must not lead to the next one.
-        world.StoreNew(AlarmAt(45356, "own"));
-    });
+    const std::vector<Text>& told = world.outage.told;
+    // The system's own alarm about it cannot be stored either, and must not lead to the next one.
+    world.outage.onAlarm = [&] { world.StoreNew(AlarmAt(45356, "own")); };
     Receive(world, AlarmAt(45356, "a"), replies);
     world.commit.Commit();
     cAlarm& changed = *world.store->Events().Find(1);
@@ -50,7 +47,7 @@ TEST(Outage, IsLoggedAndToldOnceAndNothingIsLost) {
     EXPECT_EQ(replies, "ACK - - ");
     ASSERT_EQ(told.size(), 1u);
     EXPECT_NE(told[0].find("Events"), Text::npos) << told[0];
-    EXPECT_EQ(world.logged, std::vector<Text>{"failed:" + told[0]});
+    EXPECT_EQ(world.logged, told);
     EXPECT_EQ(world.Order(), "a b c own ");
     EXPECT_EQ(world.store->UnsavedCount(), 4u);
 
@@ -151,7 +148,8 @@ TEST(Outage, AnArchiveThatCannotBeWrittenCostsNoLineAndNoReply) {
 TEST(EventCommit, RepliesLeaveTogetherInOrderAndAskForOneTurn) {
     TempFolder folder;
     std::size_t requests = 0;
-    EventCommit commit([&] { ++requests; });
+    DurableFiles disk;
+    EventCommit commit(disk, [&] { ++requests; });
     Text replies;
     const auto reply = [&](const char* name) {
         return [&replies, name](bool isStored) { replies += Text(name) + (isStored ? "+ " : "- "); };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/posix/DurableFiles.h"
 #include "store/EventStore.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
@@ -37,6 +38,17 @@ class RecordingReplica final : public AlarmReplica {
     Text sent{};
 };
 
+/// What the operators are told of outages.
+class RecordingOutage final : public StorageAlarm {
+ public:
+    void RaiseStorageAlarm(const Text& text) override {
+        told.push_back(text);
+        if (onAlarm) onAlarm();
+    }
+    std::vector<Text> told{};
+    std::function<void()> onAlarm{};
+};
+
 inline cAlarm AlarmAt(double days, Text text = "x", Text prio = "1") {
     cAlarm alarm;
     alarm.m_ArrivedTime = OleDate::FromDays(days);
@@ -55,7 +67,8 @@ struct StoreWorld {
         language.LoadFrom("3510=dropped:\n3511=old:\n3512=pruned:\n3513=bad:\n3518=failed:\n3519=again:\n");
         log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
         store = std::make_unique<EventStore>(
-            StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, role, 1}, settings);
+            StoreParts{folder.Tree(), files, language, time, log, commit, replica, views, outage, role, 1},
+            settings);
     }
 
     /// Writes an event file as an earlier run would have left it.
@@ -89,8 +102,10 @@ struct StoreWorld {
     SysLog log{folder.Tree(), time};
     RecordingReplica replica{};
     RecordingViews views{};
+    RecordingOutage outage{};
     std::size_t requestedCommits = 0;
-    EventCommit commit{[this] { ++requestedCommits; }};
+    DurableFiles disk{};
+    EventCommit commit{disk, [this] { ++requestedCommits; }};
     std::vector<Text> logged{};
     std::unique_ptr<EventStore> store{};
 };

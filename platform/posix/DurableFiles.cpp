@@ -1,4 +1,4 @@
-#include "platform/DurableWrites.h"
+#include "platform/posix/DurableFiles.h"
 
 #include "platform/posix/Descriptor.h"
 
@@ -22,11 +22,11 @@ NativePath FolderOf(const NativePath& path) {
 
 }  // namespace
 
-DurableWrites::~DurableWrites() {
+DurableFiles::~DurableFiles() {
     for (const OpenFile& file : open_) ::close(file.descriptor);
 }
 
-bool DurableWrites::Write(const NativePath& path, TextView bytes, Opening opening) {
+bool DurableFiles::Write(const NativePath& path, TextView bytes, Opening opening) {
     bool isNew = opening == Opening::CreateNew;
     Descriptor file(isNew ? OpenNew(path) : OpenExisting(path, isNew));
     if (!file) return Fail("open", path);
@@ -41,23 +41,23 @@ bool DurableWrites::Write(const NativePath& path, TextView bytes, Opening openin
     return true;
 }
 
-int DurableWrites::OpenNew(const NativePath& path) {
+int DurableFiles::OpenNew(const NativePath& path) {
     return OpenRegular(path.c_str(), O_RDWR | O_CREAT | O_EXCL).Release();
 }
 
-int DurableWrites::OpenExisting(const NativePath& path, bool& isNew) {
+int DurableFiles::OpenExisting(const NativePath& path, bool& isNew) {
     Descriptor file = OpenRegular(path.c_str(), O_RDWR);
     isNew = !file && errno == ENOENT;
     return isNew ? OpenNew(path) : file.Release();
 }
 
-bool DurableWrites::Synchronise() {
+bool DurableFiles::Synchronise() {
     SynchroniseFiles();
     SynchroniseFolders();
     return !std::exchange(hasFailed_, false);
 }
 
-void DurableWrites::SynchroniseFiles() {
+void DurableFiles::SynchroniseFiles() {
     // The data of all files is set going first, so that the journal entry which the first synchronisation
     // waits for covers the others too, and these find little left to do.
     if (open_.size() > 1) {
@@ -72,7 +72,7 @@ void DurableWrites::SynchroniseFiles() {
     }
 }
 
-void DurableWrites::SynchroniseFolders() {
+void DurableFiles::SynchroniseFolders() {
     for (const NativePath& path : std::exchange(newFolders_, {})) {
         const Descriptor folder(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         // Some file systems synchronise no folders, and say so; there the files alone have to do.
@@ -82,7 +82,7 @@ void DurableWrites::SynchroniseFolders() {
     }
 }
 
-bool DurableWrites::Fail(const char* operation, const NativePath& path) {
+bool DurableFiles::Fail(const char* operation, const NativePath& path) {
     lastError_ = Text(operation) + " " + FromUtf8(path) + ": " + SystemErrorText(errno);
     return false;
 }

@@ -1,4 +1,4 @@
-#include "platform/DurableWrites.h"
+#include "platform/posix/DurableFiles.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -9,13 +9,13 @@
 namespace nordkeep {
 namespace {
 
-using Opening = DurableWrites::Opening;
+using Opening = DurableFiles::Opening;
 
 class Durable : public testing::Test {
  protected:
     NativePath At(const std::string& name) const { return folder.Path() + "/" + name; }
     TempFolder folder{};
-    DurableWrites writes{};
+    DurableFiles writes{};
 };
 
 TEST_F(Durable, OldTailBytesStay) {
