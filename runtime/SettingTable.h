@@ -13,18 +13,44 @@ namespace nordkeep {
 /// Whose setting it is: the workstation's own, the whole centre's (on a client the server's), or a port's.
 enum class SettingScope { Workstation, Centre, Port };
 
-/// One key of a settings file and the field of a subsystem's settings struct that it fills.
-/// A number outside low to high is set to the nearer end.
+/// One key of a settings file and the field of a subsystem's settings struct that it fills. The key's default
+/// is what the field holds in a fresh struct, so a struct that nobody has loaded has the values of a centre
+/// without the key. A number outside low to high is set to the nearer end.
 template <class Struct>
 struct SettingRow {
+    using Field = std::variant<Text Struct::*, int Struct::*, bool Struct::*>;
+
+    constexpr SettingRow(const char* itsSection, const char* itsKey, SettingScope itsScope, Field itsField,
+                         int lowest = INT_MIN, int highest = INT_MAX)
+        : section(itsSection), key(itsKey), scope(itsScope), field(itsField), low(lowest), high(highest) {}
+    /// The older form, with a default beside the struct's own; goes when the last table is converted.
+    constexpr SettingRow(const char* itsSection, const char* itsKey, const char* itsDefault,
+                         SettingScope itsScope, Field itsField, int lowest = INT_MIN, int highest = INT_MAX)
+        : SettingRow(itsSection, itsKey, itsScope, itsField, lowest, highest) {
+        ownDefault = itsDefault;
+    }
+
     const char* section;
     const char* key;
-    const char* byDefault;
     SettingScope scope;
-    std::variant<Text Struct::*, int Struct::*, bool Struct::*> field;
-    int low = INT_MIN;
-    int high = INT_MAX;
+    Field field;
+    int low;
+    int high;
+    const char* ownDefault = nullptr;
 };
+
+/// What a settings file says when it says the value of this field.
+template <class Struct>
+[[gnu::noinline]] Text SettingText(const Struct& settings, const SettingRow<Struct>& row) {
+    if (const auto* text = std::get_if<Text Struct::*>(&row.field)) return settings.**text;
+    if (const auto* flag = std::get_if<bool Struct::*>(&row.field)) return settings.**flag ? "1" : "0";
+    return std::to_string(settings.*std::get<int Struct::*>(row.field));
+}
+
+template <class Struct>
+Text DefaultText(const SettingRow<Struct>& row, const Struct& fresh = Struct{}) {
+    return row.ownDefault ? Text(row.ownDefault) : SettingText(fresh, row);
+}
 
 /// Sets one field from the text of its key. Not inlined: the compiler would warn of the kinds of field that a
 /// struct does not have.
@@ -40,12 +66,14 @@ template <class Struct>
 /// Fills a subsystem's settings from the files; `portName` serves the rows of scope Port.
 template <class Struct>
 Struct LoadSettings(const Settings& files, std::span<const SettingRow<Struct>> rows, TextView portName = {}) {
+    const Struct fresh{};
     Struct settings{};
     for (const SettingRow<Struct>& row : rows) {
+        const Text byDefault = DefaultText(row, fresh);
         const Text value =
-            row.scope == SettingScope::Port ? files.ReadPortIni(row.section, row.key, row.byDefault, portName)
-            : row.scope == SettingScope::Centre ? files.ReadMainIni(row.section, row.key, row.byDefault)
-                                                : files.ReadIni(row.section, row.key, row.byDefault);
+            row.scope == SettingScope::Port     ? files.ReadPortIni(row.section, row.key, byDefault, portName)
+            : row.scope == SettingScope::Centre ? files.ReadMainIni(row.section, row.key, byDefault)
+                                                : files.ReadIni(row.section, row.key, byDefault);
         StoreSetting(settings, row, value);
     }
     return settings;

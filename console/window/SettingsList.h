@@ -24,7 +24,7 @@ class SettingsList {
     template <class Struct>
     void Add(std::span<const SettingRow<Struct>> rows) {
         for (const SettingRow<Struct>& row : rows) {
-            if (row.scope != SettingScope::Port) AddRow(row.section, row.key, row.byDefault, row.scope);
+            if (row.scope != SettingScope::Port) AddRow(row.section, row.key, DefaultText(row), row.scope);
         }
     }
     /// The settings file of this copy.

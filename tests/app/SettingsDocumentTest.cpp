@@ -41,8 +41,9 @@ template <class Struct>
 void Add(Keys& keys, std::span<const SettingRow<Struct>> rows) {
     for (const SettingRow<Struct>& row : rows) {
         const char* file = row.scope == SettingScope::Port ? "port " : "main ";
-        const auto [known, isNew] = keys.emplace(file + Text(row.section) + " " + row.key, row.byDefault);
-        EXPECT_TRUE(isNew || known->second == row.byDefault) << row.key << " has two defaults";
+        const Text byDefault = DefaultText(row);
+        const auto [known, isNew] = keys.emplace(file + Text(row.section) + " " + row.key, byDefault);
+        EXPECT_TRUE(isNew || known->second == byDefault) << row.key << " has two defaults";
     }
 }
 
