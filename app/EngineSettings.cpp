@@ -11,20 +11,18 @@ constexpr int kMostSeconds = 2'000'000;
 using E = EngineSettings;
 
 const std::array kRows = {
-    SettingRow<E>{kGeneral, "SystemTimerInterval", "100", kCentre, &E::SystemTimerInterval},
-    SettingRow<E>{kGeneral, "LogFileSavePeriod", "30", kCentre, &E::LogFileSavePeriod},
-    SettingRow<E>{kGeneral, "ContinousDebugToFile", "0", kCentre, &E::ContinousDebugToFile},
-    SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", "0", kCentre, &E::ContinousDebugFormatAsHex},
-    SettingRow<E>{kGeneral, "CreateLogFile", "0", kCentre, &E::CreateLogFile},
-    SettingRow<E>{kGeneral, "AlarmLogFileName", "Alarm.LOG", SettingScope::Workstation, &E::AlarmLogFileName},
-    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", "0", kCentre, &E::AlarmLogFileCyclicWritePeriod,
-                  0},
-    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWriteString", "", kCentre, &E::AlarmLogFileCyclicWriteString},
-    SettingRow<E>{kGeneral, "TorvexCyclicWritePeriod", "0", kCentre, &E::TorvexCyclicWritePeriod, 0},
-    SettingRow<E>{kGeneral, "TorvexCyclicWriteString", "", kCentre, &E::TorvexCyclicWriteString},
-    SettingRow<E>{kGeneral, "TorvexCyclicLineFeedPeriod", "0", kCentre, &E::TorvexCyclicLineFeedPeriod, 0},
-    SettingRow<E>{kGeneral, "CyclicWriteTimePeriodInSeconds", "0", kCentre,
-                  &E::CyclicWriteTimePeriodInSeconds},
+    SettingRow<E>{kGeneral, "SystemTimerInterval", kCentre, &E::SystemTimerInterval},
+    SettingRow<E>{kGeneral, "LogFileSavePeriod", kCentre, &E::LogFileSavePeriod},
+    SettingRow<E>{kGeneral, "ContinousDebugToFile", kCentre, &E::ContinousDebugToFile},
+    SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", kCentre, &E::ContinousDebugFormatAsHex},
+    SettingRow<E>{kGeneral, "CreateLogFile", kCentre, &E::CreateLogFile},
+    SettingRow<E>{kGeneral, "AlarmLogFileName", SettingScope::Workstation, &E::AlarmLogFileName},
+    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", kCentre, &E::AlarmLogFileCyclicWritePeriod, 0},
+    SettingRow<E>{kGeneral, "AlarmLogFileCyclicWriteString", kCentre, &E::AlarmLogFileCyclicWriteString},
+    SettingRow<E>{kGeneral, "TorvexCyclicWritePeriod", kCentre, &E::TorvexCyclicWritePeriod, 0},
+    SettingRow<E>{kGeneral, "TorvexCyclicWriteString", kCentre, &E::TorvexCyclicWriteString},
+    SettingRow<E>{kGeneral, "TorvexCyclicLineFeedPeriod", kCentre, &E::TorvexCyclicLineFeedPeriod, 0},
+    SettingRow<E>{kGeneral, "CyclicWriteTimePeriodInSeconds", kCentre, &E::CyclicWriteTimePeriodInSeconds},
 };
 
 }  // namespace

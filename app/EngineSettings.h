@@ -11,7 +11,7 @@ struct EngineSettings {
     bool ContinousDebugToFile = false;
     bool ContinousDebugFormatAsHex = false;
     bool CreateLogFile = false;             // an external program empties the alarm log
-    Text AlarmLogFileName{};                // its argument
+    Text AlarmLogFileName{"Alarm.LOG"};     // its argument
     int AlarmLogFileCyclicWritePeriod = 0;  // ms, or seconds by CyclicWriteTimePeriodInSeconds; 0 is off
     Text AlarmLogFileCyclicWriteString{};
     int TorvexCyclicWritePeriod = 0;  // as the period above

@@ -3,6 +3,7 @@
 #include "network/FileService.h"
 #include "network/RemoteDataFiles.h"
 #include "runtime/DataFiles.h"
+#include "runtime/IdleSettings.h"
 
 namespace nordkeep {
 namespace {
@@ -346,6 +347,7 @@ void Workplace::ListSettings() {
     inForce_.Add(NetworkSettingRows());
     inForce_.Add(EngineSettingRows());
     inForce_.Add(StoreSettingRows());
+    inForce_.Add(IdleSettingRows());
     inForce_.Add(TranslationSettingRows());
     inForce_.Add(IntakeSettingRows());
     inForce_.Add(DispatchSettingRows());

@@ -36,7 +36,8 @@ void LoadEvents(const FileTree& folder) {
     NoReplica replica;
     AlarmLists lists;
     NoStorageAlarm noAlarm;
-    const StoreSettings settings{.MaxAlarms = 0, .MaxAlarmDays = 0};
+    StoreSettings settings;
+    settings.MaxAlarms = settings.MaxAlarmDays = 0;
     EventStore store({.dataFolder = folder,
                       .files = files,
                       .language = language,

@@ -10,18 +10,18 @@ constexpr SettingScope kOwn = SettingScope::Workstation;
 using N = NetworkSettings;
 
 const std::array kRows = {
-    SettingRow<N>{kNetWork, "ServerAddress", "", kOwn, &N::ServerAddress},
-    SettingRow<N>{kNetWork, "ClientAddresses", "", kOwn, &N::ClientAddresses},
-    SettingRow<N>{kNetWork, "NetworkPort", "17666", kOwn, &N::NetworkPort, 0, 65535},
-    SettingRow<N>{kNetWork, "NetworkKeepAliveInterval", "5000", kOwn, &N::NetworkKeepAliveInterval, 0},
-    SettingRow<N>{kNetWork, "NetworkReconnectInterval", "60000", kOwn, &N::NetworkReconnectInterval},
-    SettingRow<N>{kNetWork, "NetworkTimeout", "5000", kOwn, &N::NetworkTimeout, 100},
-    SettingRow<N>{kNetWork, "AskForNetworkModeAtStartup", "0", kOwn, &N::AskForNetworkModeAtStartup},
-    SettingRow<N>{kNetWork, "LogTraffic", "0", kOwn, &N::LogTraffic},
-    SettingRow<N>{kNetWork, "ViewLoginFormAutomatically", "0", kOwn, &N::ViewLoginFormAutomatically},
-    SettingRow<N>{kNetWork, "AutoLoginUserName", "", kOwn, &N::AutoLoginUserName},
-    SettingRow<N>{kNetWork, "AutoLoginPassword", "", kOwn, &N::AutoLoginPassword},
-    SettingRow<N>{kNetWork, "RemoteFileFolders", "", kOwn, &N::RemoteFileFolders},
+    SettingRow<N>{kNetWork, "ServerAddress", kOwn, &N::ServerAddress},
+    SettingRow<N>{kNetWork, "ClientAddresses", kOwn, &N::ClientAddresses},
+    SettingRow<N>{kNetWork, "NetworkPort", kOwn, &N::NetworkPort, 0, 65535},
+    SettingRow<N>{kNetWork, "NetworkKeepAliveInterval", kOwn, &N::NetworkKeepAliveInterval, 0},
+    SettingRow<N>{kNetWork, "NetworkReconnectInterval", kOwn, &N::NetworkReconnectInterval},
+    SettingRow<N>{kNetWork, "NetworkTimeout", kOwn, &N::NetworkTimeout, 100},
+    SettingRow<N>{kNetWork, "AskForNetworkModeAtStartup", kOwn, &N::AskForNetworkModeAtStartup},
+    SettingRow<N>{kNetWork, "LogTraffic", kOwn, &N::LogTraffic},
+    SettingRow<N>{kNetWork, "ViewLoginFormAutomatically", kOwn, &N::ViewLoginFormAutomatically},
+    SettingRow<N>{kNetWork, "AutoLoginUserName", kOwn, &N::AutoLoginUserName},
+    SettingRow<N>{kNetWork, "AutoLoginPassword", kOwn, &N::AutoLoginPassword},
+    SettingRow<N>{kNetWork, "RemoteFileFolders", kOwn, &N::RemoteFileFolders},
 };
 
 }  // namespace

@@ -1,45 +1,44 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// The spool of the alarm log, below the data folder; an external program empties it.
 inline constexpr TextView kAlarmLogSpool = "AlarmLogFile.spl";
 
+/// The lines of log files, and those to the dispatcher and to ComCall, unless the settings say otherwise.
+inline constexpr TextView kLogFileFormat =
+    "[Date]|[Time]|[AlarmCodeToStore]|[ProtocolType]|[TrPrio]|[TrTypeCode]|[TrIDCode]";
+inline constexpr TextView kLineFormat =
+    "1|[Date]|[Time]|[AlarmCodeToStore]|[ProtocolType]|[TrPrio]|[TrTypeCode]|[TrIDCode]";
+
 /// What happens to an alarm record once it is complete. The formats are templates of BuildAlarmText.
-struct DispatchSettings {
+struct DispatchSettings : AlarmDateSettings, AlarmLogDateSettings {
     bool SendNotTranslatedToOldAlarms = false;
-    Text AlarmFileFormat{};
-    Text AlarmDateFormat{};
-    Text AlarmTimeFormat{};
-    Text AlarmLogFileFileFormat{};
-    Text AlarmLogFileDateFormat{};
-    Text AlarmLogFileTimeFormat{};
+    Text AlarmFileFormat{
+        "[Date];[Time];[ProtocolType];[TrPrio];[TrIDCode];[TrTypeCode];[AlarmCodeToStore];[Originator]"};
+    Text AlarmLogFileFileFormat{kLogFileFormat};
     bool CreateTypeLogFiles = false;
     bool CreateObjectLogFiles = false;
-    Text ObjectLogFileFormat{};
-    Text ObjectLogFileDateFormat{};
-    Text ObjectLogFileTimeFormat{};
+    Text ObjectLogFileFormat{kLogFileFormat};
+    Text ObjectLogFileDateFormat{"Short Date"};
+    Text ObjectLogFileTimeFormat{"Long Time"};
 };
 
 /// When the operator's place reacts to an alarm. A range is "low-high"; low -1 is every priority.
-struct DeskSettings {
+struct DeskSettings : PictureTimeSettings, PrinterDateSettings {
     bool AlarmPopup = true;
     bool AutoViewComment = false;
     bool AutoViewMap = false;
-    int AlarmPictureTime = -1;  // below 0: no picture
     bool AlarmPictureUseSoundPrio = false;
-    int SpeechPictureTime = -1;  // below 0: speech makes no difference to the picture
-    Text SoundPrio{};
+    Text SoundPrio{"-1"};
     int AlarmSound = 0;  // 1 beep, 2 once, 3 until stopped
     Text AlarmSoundFile{};
-    Text RelayPrio{};
+    Text RelayPrio{"-1"};
     int RelayPort = -1;
     int PrinterPort = -1;
     Text ContinousPrinterFormat{};
-    Text PrinterDateFormat{};
-    Text PrinterTimeFormat{};
     bool PrinterISO2DOS = false;
 };
 
@@ -47,8 +46,8 @@ struct DeskSettings {
 struct TorvexSettings {
     int Port = -1;   // TCP port; below 1: not configured
     Text Address{};  // empty: the system listens on the port, else it connects to this host
-    Text StatusToBePassedToTorvex{};
-    Text Format{};
+    Text StatusToBePassedToTorvex{"0,1,2,3,4"};
+    Text Format{kLineFormat};
     int DelayAndWaitForAck = 0;  // seconds; 0 sends at once
     bool RetryFailedTransmissions = false;
 };

@@ -19,7 +19,7 @@ Text RestoreTypeOf(const EventPort& port, int translationNumber) {
 // An event without a port is the system's own about the object, not a sign of life of it.
 void Intake::NoteObjectHeard(IntakeRun& run, cTranslate& set, cIDCode& object) {
     object.m_LastIncomingEvent = needs_.clock.Now();
-    const Text ownType = std::to_string(needs_.translationSettings.aliveTest2Type);
+    const Text ownType = std::to_string(needs_.translationSettings.AliveTest2Type);
     if (!run.event.PortObject || !object.m_AliveTestIntervalHasExceeded || run.alarm->m_TypeCode == ownType)
         return;
     // Cleared first, so that the restore does not raise another.
@@ -62,7 +62,7 @@ void Intake::RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const 
 
 void Intake::FeedAliveTests(IntakeRun& run) {
     if (!run.IsFound() || !run.event.PortObject) return;
-    const int feeding = needs_.translationSettings.aliveTest2ResetTimerPrio;
+    const int feeding = needs_.translationSettings.AliveTest2ResetTimerPrio;
     const bool feedsTest2 = feeding != kNoSuchPriority &&
                             LeadingNumber(run.alarm->m_TranslatedPrio) == feeding &&
                             run.object->AliveTestIsToBeUsed(2);
@@ -84,12 +84,12 @@ void Intake::FeedTest2(IntakeRun& run) {
         run.alarm->m_Status = kStatusAcknowledged;
         return;
     }
-    const Text type = std::to_string(needs_.translationSettings.aliveTest2TypeReset);
+    const Text type = std::to_string(needs_.translationSettings.AliveTest2TypeReset);
     RaiseSyntheticRestore(run, *run.lastSet, object, type);
 }
 
 void Intake::RaiseSilenceAlarm(cTranslate& set, cIDCode& object, int test, OleDate now) {
-    const int typeNumber = needs_.translationSettings.AliveTestType(test);
+    const int typeNumber = needs_.translationSettings.TypeOf(test);
     const Text type = std::to_string(typeNumber);
     HandleIncomingEvent({.AlarmTime = now,
                          .ProtocolType = kOwnProtocol,

@@ -6,14 +6,14 @@ namespace nordkeep {
 namespace {
 
 const std::array kIntake = {
-    SettingRow<IntakeSettings>{"General", "SIADecodeErrorType", "0", SettingScope::Centre,
+    SettingRow<IntakeSettings>{"General", "SIADecodeErrorType", SettingScope::Centre,
                                &IntakeSettings::SIADecodeErrorType, -32768, 32767},
 };
 
 const std::array kPriority = {
-    SettingRow<PrioritySettings>{"General", "NonTextDefaultPrio", "", SettingScope::Centre,
+    SettingRow<PrioritySettings>{"General", "NonTextDefaultPrio", SettingScope::Centre,
                                  &PrioritySettings::NonTextDefaultPrio},
-    SettingRow<PrioritySettings>{"General", "AlwaysApplyNonTextDefaultPrio", "0", SettingScope::Centre,
+    SettingRow<PrioritySettings>{"General", "AlwaysApplyNonTextDefaultPrio", SettingScope::Centre,
                                  &PrioritySettings::AlwaysApplyNonTextDefaultPrio},
 };
 

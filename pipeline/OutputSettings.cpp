@@ -13,22 +13,20 @@ constexpr int kLongestRelayDelay = 1'000'000;
 
 using O = OutputSettings;
 const std::array kOutputs = {
-    SettingRow<O>{kGeneral, "MSMQFormatName", "", kCentre, &O::MSMQFormatName},
-    SettingRow<O>{kGeneral, "MSMQLabel", "", kCentre, &O::MSMQLabel},
-    SettingRow<O>{kGeneral, "MSMQBody", "", kCentre, &O::MSMQBody},
-    SettingRow<O>{kGeneral, "RelayBehaviour", "1", kOwn, &O::RelayBehaviour},
-    SettingRow<O>{kGeneral, "RelayDelay", "10", kOwn, &O::RelayDelay, 0, kLongestRelayDelay},
-    SettingRow<O>{kGeneral, "AlarmSoundDevice", "", kOwn, &O::AlarmSoundDevice},
+    SettingRow<O>{kGeneral, "MSMQFormatName", kCentre, &O::MSMQFormatName},
+    SettingRow<O>{kGeneral, "MSMQLabel", kCentre, &O::MSMQLabel},
+    SettingRow<O>{kGeneral, "MSMQBody", kCentre, &O::MSMQBody},
+    SettingRow<O>{kGeneral, "RelayBehaviour", kOwn, &O::RelayBehaviour},
+    SettingRow<O>{kGeneral, "RelayDelay", kOwn, &O::RelayDelay, 0, kLongestRelayDelay},
+    SettingRow<O>{kGeneral, "AlarmSoundDevice", kOwn, &O::AlarmSoundDevice},
 };
 
 using C = ComCallSettings;
 const std::array kComCallRows = {
-    SettingRow<C>{kComCall, "Address", "", kCentre, &C::Address},
-    SettingRow<C>{kComCall, "Format",
-                  "1|[Date]|[Time]|[AlarmCodeToStore]|[ProtocolType]|[TrPrio]|[TrTypeCode]|[TrIDCode]",
-                  kCentre, &C::Format},
-    SettingRow<C>{kComCall, "ReconnectInterval", "0", kCentre, &C::ReconnectInterval, 0},
-    SettingRow<C>{kComCall, "LineFeedPeriod", "0", kCentre, &C::LineFeedPeriod, 0},
+    SettingRow<C>{kComCall, "Address", kCentre, &C::Address},
+    SettingRow<C>{kComCall, "Format", kCentre, &C::Format},
+    SettingRow<C>{kComCall, "ReconnectInterval", kCentre, &C::ReconnectInterval, 0},
+    SettingRow<C>{kComCall, "LineFeedPeriod", kCentre, &C::LineFeedPeriod, 0},
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "pipeline/DispatchSettings.h"
 
 namespace nordkeep {
 
@@ -17,7 +17,7 @@ struct OutputSettings {
 /// The ComCall line. Without an address there is none; with an interval of 0 it is never connected.
 struct ComCallSettings {
     Text Address{};  // "host:port"
-    Text Format{};
+    Text Format{kLineFormat};
     int ReconnectInterval = 0;  // ms
     int LineFeedPeriod = 0;     // ms; 0: no line feeds
 };

@@ -9,16 +9,14 @@ constexpr const char* kGeneral = "General";
 constexpr SettingScope kCentre = SettingScope::Centre;
 
 const std::array kRows = {
-    SettingRow<ResetSettings>{kGeneral, "AutoAckRepeatedEvents", "0", kCentre,
+    SettingRow<ResetSettings>{kGeneral, "AutoAckRepeatedEvents", kCentre,
                               &ResetSettings::AutoAckRepeatedEvents},
-    SettingRow<ResetSettings>{kGeneral, "AutoCloseResetEvents", "0", kCentre,
+    SettingRow<ResetSettings>{kGeneral, "AutoCloseResetEvents", kCentre,
                               &ResetSettings::AutoCloseResetEvents},
-    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEvents", "0", kCentre,
-                              &ResetSettings::AutoAckResetEvents},
-    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEventsTimeout", "0", kCentre,
+    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEvents", kCentre, &ResetSettings::AutoAckResetEvents},
+    SettingRow<ResetSettings>{kGeneral, "AutoAckResetEventsTimeout", kCentre,
                               &ResetSettings::AutoAckResetEventsTimeout, 1},
-    SettingRow<ResetSettings>{kGeneral, "UnAssociatedResetEventsTimeout", "0", kCentre,
-                              &ResetSettings::UnAssociatedResetEventsTimeout},
+    kParkingRow<ResetSettings>,
 };
 
 }  // namespace

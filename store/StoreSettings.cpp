@@ -7,24 +7,37 @@ namespace {
 
 constexpr const char* kGeneral = "General";
 constexpr SettingScope kCentre = SettingScope::Centre;
+constexpr int kNoTestPrio = 9999;
 using Row = SettingRow<StoreSettings>;
 
 const std::array kRows = {
-    Row{kGeneral, "MaxAlarms", "5000", kCentre, &StoreSettings::MaxAlarms},
-    Row{kGeneral, "MaxTestAlarms", "-99", kCentre, &StoreSettings::MaxTestAlarms},
-    Row{kGeneral, "MaxAlarmDays", "30", kCentre, &StoreSettings::MaxAlarmDays},
-    Row{kGeneral, "AliveTest2ResetTimerPrio", "9999", kCentre, &StoreSettings::AliveTest2ResetTimerPrio},
-    Row{kGeneral, "WidthForNumber", "4", SettingScope::Workstation, &StoreSettings::WidthForNumber},
-    Row{kGeneral, "SmallCommentSize", "0", kCentre, &StoreSettings::SmallCommentSize, 0, 128},
-    Row{kGeneral, "ArchiveLogFileTimeFormat", "", kCentre, &StoreSettings::ArchiveLogFileTimeFormat},
-    Row{kGeneral, "AlarmLogFileDateFormat", "Short Date", kCentre, &StoreSettings::AlarmLogFileDateFormat},
-    Row{kGeneral, "AlarmLogFileTimeFormat", "Long Time", kCentre, &StoreSettings::AlarmLogFileTimeFormat},
+    Row{kGeneral, "MaxAlarms", kCentre, &StoreSettings::MaxAlarms},
+    Row{kGeneral, "MaxTestAlarms", kCentre, &StoreSettings::MaxTestAlarms},
+    Row{kGeneral, "MaxAlarmDays", kCentre, &StoreSettings::MaxAlarmDays},
+    kTestPrioRow<StoreSettings>,
+    Row{kGeneral, "WidthForNumber", SettingScope::Workstation, &StoreSettings::WidthForNumber},
+    kSmallCommentRow<StoreSettings>,
+    Row{kGeneral, "ArchiveLogFileTimeFormat", kCentre, &StoreSettings::ArchiveLogFileTimeFormat},
+    kAlarmLogDateRow<StoreSettings>,
+    kAlarmLogTimeRow<StoreSettings>,
 };
 
 }  // namespace
 
 std::span<const SettingRow<StoreSettings>> StoreSettingRows() {
     return kRows;
+}
+
+bool IsTestAlarm(const cAlarm& alarm, const StoreSettings& settings) {
+    if (alarm.m_TranslatedPrio == "-1") return true;
+    const int prio = settings.AliveTest2ResetTimerPrio;
+    return prio != kNoTestPrio && LeadingNumber(alarm.m_TranslatedPrio) == prio;
+}
+
+bool IsTooOld(const cAlarm& alarm, const StoreSettings& settings, OleDate today) {
+    constexpr std::int64_t kDay = 86'400'000;
+    const std::int64_t end = alarm.m_ArrivedTime.Milliseconds() + settings.MaxAlarmDays * kDay;
+    return settings.MaxAlarmDays > 0 && end < today.Milliseconds();
 }
 
 }  // namespace nordkeep

@@ -14,14 +14,14 @@ void AliveTestTimers::Restart(cIDCode& object, int test, OleDate heard, TextView
 }
 
 void AliveTestTimers::LogExpiration(const cIDCode& object, int test, TextView cause) const {
-    if (!settings_.aliveTestDebug) return;
+    if (!settings_.AliveTestDebug) return;
     Text line(AliveTestName(test));
     line.append(" was ").append(cause).append(" '").append(object.m_IdCode).append("' to ");
     LogDebug(line + GeneralDate(object.GetNextAliveTestExpirationTime(test)));
 }
 
 void AliveTestTimers::LogDebug(TextView text) const {
-    if (settings_.aliveTestDebug) log_.WriteSysLog(text, LogKind::Information);
+    if (settings_.AliveTestDebug) log_.WriteSysLog(text, LogKind::Information);
 }
 
 }  // namespace nordkeep

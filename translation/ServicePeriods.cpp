@@ -69,7 +69,7 @@ ServicePeriod LogBetween(OleDate begin, OleDate end) {
 }
 
 ServicePeriod LogForInterval(const TranslationSettings& settings, int item, OleDate now) {
-    const int minutes = LeadingInt32(GetField(settings.serviceIntervals, item - 1, ","));
+    const int minutes = LeadingInt32(GetField(settings.ServiceIntervals, item - 1, ","));
     return LogUntil(now, now.PlusMinutes(minutes));
 }
 
@@ -86,7 +86,7 @@ bool StoreServicePeriod(cTranslate& set, cIDCode& object, const ServicePeriod& p
 
 bool ServicePeriods::Set(cTranslate& set, cIDCode& object, const ServicePeriod& period) {
     if (!Change(set, object, period)) return false;
-    if (needs_.settings.autoExchangeServiceInfo) WriteOut(set, object);
+    if (needs_.settings.AutoExchangeServiceInfo) WriteOut(set, object);
     return true;
 }
 

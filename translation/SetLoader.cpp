@@ -66,7 +66,7 @@ void SetLoader::Load(bool loadLastEvents) {
 bool SetLoader::LoadObjects() {
     const NativePath path = needs_.dataFolder.Resolve(IdCodeFileName(set_.m_FileName));
     set_.m_FileTimeStampIDCode = FileTime(path);
-    set_.m_ZeroTrim = needs_.settings.zeroTrimObjectId ? -1 : 0;
+    set_.m_ZeroTrim = needs_.settings.ZeroTrimObjectId ? -1 : 0;
     const std::optional<Text> content = ReadFile(path);
     if (!content) {
         // A file that an editor holds for a moment must not cost a centre its objects.
@@ -144,8 +144,8 @@ void SetLoader::StartTests(cIDCode& object) const {
     // Both tests hang on the first one's schedule: an object with only a second schedule is left alone here,
     // and one with only a first gets an expiration of test 2 that nothing reads.
     if (!object.AliveTestIsToBeUsed(1)) return;
-    StartTest(object, 1, needs_.settings.resetAliveTestTimers);
-    StartTest(object, 2, needs_.settings.resetAliveTest2Timers);
+    StartTest(object, 1, needs_.settings.ResetAliveTestTimers);
+    StartTest(object, 2, needs_.settings.ResetAliveTest2Timers);
 }
 
 void SetLoader::StartTest(cIDCode& object, int test, bool isWanted) const {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Text.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 #include <span>
 
@@ -12,27 +12,24 @@ namespace nordkeep {
 inline constexpr int kOneAlarmForEachFailure = 1;
 
 /// The settings of translation and supervision. Read once at start; types are 16-bit numbers.
-struct TranslationSettings {
-    bool zeroTrimObjectId = false;
-    bool matchClidIfExisting = false;
-    int unAssociatedResetEventsTimeout = 0;  // seconds; below 1 resets are not parked
-    int aliveTestBehaviour = 0;
-    int aliveTestType = 0;
-    int aliveTestTypeReset = 0;  // steers nothing; known so that a settings file may hold it
-    int aliveTest2Behaviour = 0;
-    int aliveTest2Type = 0;
-    int aliveTest2TypeReset = 0;
-    int aliveTest2ResetTimerPrio = 9999;  // priority of the events that feed test 2; 9999 for none
-    bool resetAliveTestTimers = false;
-    bool resetAliveTest2Timers = false;
-    bool aliveTestDebug = false;
-    bool viewAliveTestStatusInTree = false;
-    int autoReloadTranslations = 0;  // seconds; below 1 is off, 1 to 4 count as 5
-    bool autoExchangeServiceInfo = false;
-    Text serviceIntervals{};  // minutes, separated by commas
+struct TranslationSettings : ParkingSettings, TestPrioSettings {
+    bool ZeroTrimObjectId = false;
+    bool MatchCLIDIfExisting = false;
+    int AliveTestBehaviour = 0;
+    int AliveTestType = 0;
+    int AliveTest2Behaviour = 0;
+    int AliveTest2Type = 0;
+    int AliveTest2TypeReset = 0;
+    bool ResetAliveTestTimers = false;
+    bool ResetAliveTest2Timers = false;
+    bool AliveTestDebug = false;
+    bool ViewAliveTestStatusInTree = false;
+    int AutoReloadTranslations = 0;  // seconds; below 1 is off, 1 to 4 count as 5
+    bool AutoExchangeServiceInfo = false;
+    Text ServiceIntervals{"30,60"};  // minutes, separated by commas
 
-    int AliveTestBehaviour(int test) const { return test == 1 ? aliveTestBehaviour : aliveTest2Behaviour; }
-    int AliveTestType(int test) const { return test == 1 ? aliveTestType : aliveTest2Type; }
+    int BehaviourOf(int test) const { return test == 1 ? AliveTestBehaviour : AliveTest2Behaviour; }
+    int TypeOf(int test) const { return test == 1 ? AliveTestType : AliveTest2Type; }
 };
 
 std::span<const SettingRow<TranslationSettings>> TranslationSettingRows();

@@ -7,13 +7,11 @@ constexpr const char* kGeneral = "General";
 using Row = SettingRow<CommentSettings>;
 
 constexpr Row kRows[] = {
-    {kGeneral, "SmallCommentSize", "0", SettingScope::Centre, &CommentSettings::SmallCommentSize, 0, 128},
-    {kGeneral, "ViewDynamicFormInAlarmComment", "0", SettingScope::Workstation,
+    kSmallCommentRow<CommentSettings>,
+    {kGeneral, "ViewDynamicFormInAlarmComment", SettingScope::Workstation,
      &CommentSettings::ViewDynamicFormInAlarmComment},
-    {kGeneral, "ManualTransmission", "", SettingScope::Centre, &CommentSettings::ManualTransmission},
-    {kGeneral, "ManualTransmissionFormat",
-     "[AlarmCodeToStore] [ProtocolType] [TrPrio] [TrTypeCode] [TrIDCode]", SettingScope::Centre,
-     &CommentSettings::ManualTransmissionFormat},
+    {kGeneral, "ManualTransmission", SettingScope::Centre, &CommentSettings::ManualTransmission},
+    {kGeneral, "ManualTransmissionFormat", SettingScope::Centre, &CommentSettings::ManualTransmissionFormat},
 };
 
 }  // namespace

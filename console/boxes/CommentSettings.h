@@ -1,15 +1,14 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// How the comment sheet is laid out and what it sends.
-struct CommentSettings {
-    int SmallCommentSize = 0;                    // characters; 0 hides the box
+struct CommentSettings : SmallCommentSettings {
     bool ViewDynamicFormInAlarmComment = false;  // the object information is a file of keys and values
     Text ManualTransmission{};                   // "0" takes the sending to the dispatcher away
-    Text ManualTransmissionFormat{};
+    Text ManualTransmissionFormat{"[AlarmCodeToStore] [ProtocolType] [TrPrio] [TrTypeCode] [TrIDCode]"};
 
     bool MaySend() const { return ManualTransmission.empty() || IsTrue(ManualTransmission); }
 };

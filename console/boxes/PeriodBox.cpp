@@ -17,7 +17,7 @@ OleDate WholeMinute(OleDate date) {
 
 }  // namespace
 
-cIDCode* FindObject(const Translations& translations, TextView set, TextView idCode) {
+cIDCode* FindObjectInAnyCase(const Translations& translations, TextView set, TextView idCode) {
     const cTranslate* known = translations.Find(set);
     if (!known) return nullptr;
     for (const auto& object : known->m_IdCodes) {
@@ -27,7 +27,7 @@ cIDCode* FindObject(const Translations& translations, TextView set, TextView idC
 }
 
 void PeriodBox::Open(const Text& set, const Text& idCode) {
-    const cIDCode* object = FindObject(needs_.translations, set, idCode);
+    const cIDCode* object = FindObjectInAnyCase(needs_.translations, set, idCode);
     if (!object) return;
     set_ = set;
     idCode_ = idCode;
@@ -64,7 +64,7 @@ void PeriodBox::ChooseFromNow() {
 
 void PeriodBox::Set(const ServicePeriod& period) {
     cTranslate* set = needs_.translations.Find(set_);
-    cIDCode* object = FindObject(needs_.translations, set_, idCode_);
+    cIDCode* object = FindObjectInAnyCase(needs_.translations, set_, idCode_);
     if (!needs_.rights().MayChange() || !set || !object) {
         notice_ = needs_.captions(needs_.rights().isConnectionLost ? kCaptionNoContact : kCaptionObjectGone);
         view_->Refresh();

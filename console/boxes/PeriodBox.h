@@ -60,6 +60,6 @@ class PeriodBox {
 };
 
 /// The object with this ID code, in any case; none when there is none.
-cIDCode* FindObject(const Translations& translations, TextView set, TextView idCode);
+cIDCode* FindObjectInAnyCase(const Translations& translations, TextView set, TextView idCode);
 
 }  // namespace nordkeep

@@ -8,11 +8,11 @@ constexpr SettingScope kOwn = SettingScope::Workstation;
 using Row = SettingRow<PictureSettings>;
 
 constexpr Row kRows[] = {
-    {kGeneral, "DefaultZoom", "100", kOwn, &PictureSettings::DefaultZoom},
-    {kGeneral, "AlarmPictures", "", kOwn, &PictureSettings::AlarmPictures},
-    {kGeneral, "SpeechPictures", "", kOwn, &PictureSettings::SpeechPictures},
-    {kGeneral, "AlarmPictureTime", "-1", kOwn, &PictureSettings::AlarmPictureTime},
-    {kGeneral, "SpeechPictureTime", "-1", kOwn, &PictureSettings::SpeechPictureTime},
+    {kGeneral, "DefaultZoom", kOwn, &PictureSettings::DefaultZoom},
+    {kGeneral, "AlarmPictures", kOwn, &PictureSettings::AlarmPictures},
+    {kGeneral, "SpeechPictures", kOwn, &PictureSettings::SpeechPictures},
+    kAlarmPictureTimeRow<PictureSettings>,
+    kSpeechPictureTimeRow<PictureSettings>,
 };
 
 }  // namespace

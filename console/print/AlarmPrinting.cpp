@@ -15,11 +15,11 @@ constexpr TextView kDefaultLine =
     "[NUMBER::4] [DATE] [TIME] [TRPRIO::3] [TRIDCODE::28] [TRTYPECODE::28] [ALARMCODETOSTORE]";
 constexpr TextView kRowNumber = "[NUMBER";
 constexpr SettingRow<AlarmPageSettings> kRows[] = {
-    {kSection, "PrioToPrint", "", SettingScope::Workstation, &AlarmPageSettings::PrioToPrint},
-    {kSection, "StatusToPrint", "", SettingScope::Workstation, &AlarmPageSettings::StatusToPrint},
-    {kGeneral, "PrintLastDayUnackedAutomatically", "0", SettingScope::Workstation,
+    {kSection, "PrioToPrint", SettingScope::Workstation, &AlarmPageSettings::PrioToPrint},
+    {kSection, "StatusToPrint", SettingScope::Workstation, &AlarmPageSettings::StatusToPrint},
+    {kGeneral, "PrintLastDayUnackedAutomatically", SettingScope::Workstation,
      &AlarmPageSettings::PrintLastDayUnackedAutomatically},
-    {kGeneral, "PrintLastDayAckedAutomatically", "0", SettingScope::Workstation,
+    {kGeneral, "PrintLastDayAckedAutomatically", SettingScope::Workstation,
      &AlarmPageSettings::PrintLastDayAckedAutomatically},
 };
 
@@ -59,14 +59,16 @@ PrintDocument AlarmPrinting::RowsDocument(const Text& title,
     const Text line = look.DumpPrinterFormat.empty() ? Text(kDefaultLine) : look.DumpPrinterFormat;
     const AlarmText& texts = needs_.store.Texts();
     PrintDocument document{.title = title, .look = look};
-    const Text headings = WithWidth(WithWidth(line, "[DATE]", look.DateFormat), "[TIME]", look.TimeFormat);
-    document.heading =
-        texts.BuildAlarmText({headings, look.DateFormat, look.TimeFormat}, cAlarm(), HeaderMode::Headings);
+    const Text headings =
+        WithWidth(WithWidth(line, "[DATE]", look.PrinterDateFormat), "[TIME]", look.PrinterTimeFormat);
+    document.heading = texts.BuildAlarmText({headings, look.PrinterDateFormat, look.PrinterTimeFormat},
+                                            cAlarm(), HeaderMode::Headings);
     for (const std::int32_t key : filePointers) {
         const cAlarm* alarm = needs_.store.FindAlarmByKey(key);
         if (!alarm) continue;
         const Text numbered = FillRowNumber(line, document.lines.size() + 1);
-        document.lines.push_back(texts.BuildAlarmText({numbered, look.DateFormat, look.TimeFormat}, *alarm));
+        document.lines.push_back(
+            texts.BuildAlarmText({numbered, look.PrinterDateFormat, look.PrinterTimeFormat}, *alarm));
     }
     return document;
 }
@@ -94,8 +96,8 @@ void AlarmPrinting::PrintAlarmPage(const cAlarm& alarm) {
         .isUnattended = true};
     for (int field = 0; field < kAlarmFieldCount; ++field) {
         const Text place = "[" + Text(AlarmFieldName(field)) + "]";
-        const Text value =
-            needs_.store.Texts().BuildAlarmText({place, look.DateFormat, look.TimeFormat}, alarm);
+        const Text value = needs_.store.Texts().BuildAlarmText(
+            {place, look.PrinterDateFormat, look.PrinterTimeFormat}, alarm);
         if (TrimBlanks(value).empty()) continue;
         document.lines.push_back(FitWidth(needs_.captions.FromFile(AlarmFieldHeading(field)), 24) + " " +
                                  value);

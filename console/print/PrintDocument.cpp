@@ -8,15 +8,15 @@ constexpr SettingScope kOwn = SettingScope::Workstation;
 using Row = SettingRow<PrinterSettings>;
 
 constexpr Row kRows[] = {
-    {kGeneral, "Printer.FontName", "", kOwn, &PrinterSettings::FontName},
-    {kGeneral, "Printer.FontBold", "0", kOwn, &PrinterSettings::FontBold},
-    {kGeneral, "Printer.FontItalic", "0", kOwn, &PrinterSettings::FontItalic},
-    {kGeneral, "Printer.FontSize", "0", kOwn, &PrinterSettings::FontSize, 0, 72},
-    {kGeneral, "LeftMargin", "15", kOwn, &PrinterSettings::LeftMargin, 0, 150},
-    {kGeneral, "TopMargin", "0", kOwn, &PrinterSettings::TopMargin, 0, 150},
-    {kGeneral, "DumpPrinterFormat", "", kOwn, &PrinterSettings::DumpPrinterFormat},
-    {kGeneral, "PrinterDateFormat", "Short Date", kOwn, &PrinterSettings::DateFormat},
-    {kGeneral, "PrinterTimeFormat", "Long Time", kOwn, &PrinterSettings::TimeFormat},
+    {kGeneral, "Printer.FontName", kOwn, &PrinterSettings::FontName},
+    {kGeneral, "Printer.FontBold", kOwn, &PrinterSettings::FontBold},
+    {kGeneral, "Printer.FontItalic", kOwn, &PrinterSettings::FontItalic},
+    {kGeneral, "Printer.FontSize", kOwn, &PrinterSettings::FontSize, 0, 72},
+    {kGeneral, "LeftMargin", kOwn, &PrinterSettings::LeftMargin, 0, 150},
+    {kGeneral, "TopMargin", kOwn, &PrinterSettings::TopMargin, 0, 150},
+    {kGeneral, "DumpPrinterFormat", kOwn, &PrinterSettings::DumpPrinterFormat},
+    kPrinterDateRow<PrinterSettings>,
+    kPrinterTimeRow<PrinterSettings>,
 };
 
 }  // namespace

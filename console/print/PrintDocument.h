@@ -1,11 +1,11 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// How pages look, section General of the workstation's own settings.
-struct PrinterSettings {
+struct PrinterSettings : PrinterDateSettings {
     Text FontName{};  // empty: a font of fixed width
     bool FontBold = false;
     bool FontItalic = false;
@@ -13,8 +13,6 @@ struct PrinterSettings {
     int LeftMargin = 15;  // mm
     int TopMargin = 0;    // mm
     Text DumpPrinterFormat{};
-    Text DateFormat{};
-    Text TimeFormat{};
 };
 std::span<const SettingRow<PrinterSettings>> PrinterSettingRows();
 

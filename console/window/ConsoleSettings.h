@@ -1,22 +1,19 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// How the operator's window looks and behaves. Colours are numbers with red in the lowest byte; empty or
 /// below 0 they are those of the theme.
-struct ConsoleSettings {
+struct ConsoleSettings : AlarmDateSettings {
     Text ToolBar{};  // empty: shown
-    Text AlarmDateFormat{};
-    Text AlarmTimeFormat{};
     Text UnackedStatusBarFormat{};
     Text AckedStatusBarFormat{};
     Text ViewAlarmStatusBar{};  // empty: shown
     bool ViewStatusAsNumber = false;
     bool ViewAlarmToolTip = false;
     bool ViewTypeCodeInfo = false;
-    bool AllowEdit = false;  // steers nothing; known so that a settings file may hold it
     bool FloatingSysLogWindow = false;
     bool FloatingDebugWindow = false;
     bool FullRowSelect = true;
@@ -26,15 +23,15 @@ struct ConsoleSettings {
     int StatusBarFontSize = 0;  // points; 0: the font of the system
     Text StatusBarForeColor{};
     Text StatusBarBackColor{};
-    Text DebugForeColor{};
-    Text DebugBackColor{};
+    Text DebugForeColor{"-1"};
+    Text DebugBackColor{"-1"};
     int MinColumnWidth = 0;
     int LogViewSize = 1000;
     int DebugViewSize = 200;
     int AlarmCopyDelimiter = 9;  // character code
     Text EditApp{};              // programs that edit texts and translation files; empty: the own editor
     Text TypeAndIDCodeEditApp{};
-    Text DataCodeEditApp{};
+    Text DataCodeEditApp{"Notepad.exe"};
 
     bool HasToolBar() const { return TrimBlanks(ToolBar).empty() || IsTrue(ToolBar); }
     bool HasStatusLines() const {

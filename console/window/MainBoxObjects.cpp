@@ -69,7 +69,7 @@ void MainBox::ShowChangedObjects() {
 
 AliveState MainBox::StateOfSet(const Text& set) const {
     const cTranslate* found =
-        needs_.translationSettings.viewAliveTestStatusInTree ? needs_.translations.Find(set) : nullptr;
+        needs_.translationSettings.ViewAliveTestStatusInTree ? needs_.translations.Find(set) : nullptr;
     AliveState worst = AliveState::NotSupervised;
     if (!found) return worst;
     const OleDate now = needs_.clock.Now();
@@ -89,7 +89,7 @@ ObjectMenu MainBox::MenuOfObject() {
     if (!object) return menu;
     menu.service = needs_.captions(kTextService) + ": " + ServiceWord(needs_.captions, *object);
     menu.mode = object->m_ServiceMode;
-    menu.logOnly = LogOnlyItems(needs_.captions, needs_.translationSettings.serviceIntervals);
+    menu.logOnly = LogOnlyItems(needs_.captions, needs_.translationSettings.ServiceIntervals);
     if (!menu.logOnly.empty()) {
         menu.logOnly.front().isChecked = menu.mode == static_cast<int>(ServiceMode::LogOnly);
     }

@@ -24,9 +24,9 @@ Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code) {
     return "Information\\" + set + "\\" + idCode + "\\" + code + ".TXT";
 }
 
-std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView serviceIntervals) {
+std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals) {
     std::vector<ObjectMenu::LogOnlyItem> items{{0, captions(kTextAroundTheClock)}};
-    const std::vector<Text> lengths = Split(serviceIntervals, ',');
+    const std::vector<Text> lengths = Split(ServiceIntervals, ',');
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         const std::int64_t minutes = LeadingNumber(lengths[i]);
         if (minutes <= 0) continue;

@@ -35,7 +35,7 @@ Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code);
 
 /// The items of "log only": around the clock, and the lengths of the setting ServiceIntervals. What is no
 /// number above 0 has no item.
-std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView serviceIntervals);
+std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals);
 /// The captions of types or codes, with marks for the instructions that exist. One look at the folder.
 std::vector<ObjectMenu::CodeItem> MarkedItems(DataFiles& files, const Text& set, const Text& idCode,
                                               std::vector<ObjectMenu::CodeItem> items);

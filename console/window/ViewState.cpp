@@ -9,15 +9,15 @@ using V = ViewState;
 constexpr SettingScope kOwn = SettingScope::Workstation;
 
 const std::array kRows = {
-    SettingRow<V>{"General", "ShowSysLog", "0", kOwn, &V::ShowSysLog},
-    SettingRow<V>{"General", "ShowDebug", "0", kOwn, &V::ShowDebug},
-    SettingRow<V>{"General", "ShowIdCodes", "0", kOwn, &V::ShowIdCodes},
-    SettingRow<V>{"General", "ShowTypes", "0", kOwn, &V::ShowTypes},
-    SettingRow<V>{"General", "ShowDataCodes", "0", kOwn, &V::ShowDataCodes},
-    SettingRow<V>{"General", "ShowTabAutomatic", "0", kOwn, &V::ShowTabAutomatic},
-    SettingRow<V>{"General", "Check_Debug_HexCode", "0", kOwn, &V::Check_Debug_HexCode},
-    SettingRow<V>{"General", "Check_Debug_ShowLastRow", "0", kOwn, &V::Check_Debug_ShowLastRow},
-    SettingRow<V>{"General", "AlwaysShowLastAlarm", "0", kOwn, &V::AlwaysShowLastAlarm},
+    SettingRow<V>{"General", "ShowSysLog", kOwn, &V::ShowSysLog},
+    SettingRow<V>{"General", "ShowDebug", kOwn, &V::ShowDebug},
+    SettingRow<V>{"General", "ShowIdCodes", kOwn, &V::ShowIdCodes},
+    SettingRow<V>{"General", "ShowTypes", kOwn, &V::ShowTypes},
+    SettingRow<V>{"General", "ShowDataCodes", kOwn, &V::ShowDataCodes},
+    SettingRow<V>{"General", "ShowTabAutomatic", kOwn, &V::ShowTabAutomatic},
+    SettingRow<V>{"General", "Check_Debug_HexCode", kOwn, &V::Check_Debug_HexCode},
+    SettingRow<V>{"General", "Check_Debug_ShowLastRow", kOwn, &V::Check_Debug_ShowLastRow},
+    SettingRow<V>{"General", "AlwaysShowLastAlarm", kOwn, &V::AlwaysShowLastAlarm},
 };
 
 }  // namespace

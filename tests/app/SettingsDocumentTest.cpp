@@ -23,6 +23,7 @@
 #include "ports/formats/SurGard.h"
 #include "ports/formats/VirtualReceiver.h"
 #include "ports/formats/XmlGateways.h"
+#include "runtime/IdleSettings.h"
 #include "store/StoreSettings.h"
 #include "translation/TranslationSettings.h"
 
@@ -61,6 +62,7 @@ Keys KeysOfTheTables() {
     Add(keys, EventPortRows());
     Add(keys, GoogolSettingRows());
     Add(keys, GsmSettingRows());
+    Add(keys, IdleSettingRows());
     Add(keys, IntakeSettingRows());
     Add(keys, LineSettingRows());
     Add(keys, MailSettingRows());

@@ -118,10 +118,11 @@ Text Sequence(const char* list, int time, int ticks, bool isSpeech = false) {
     folder.Write("1", "one");
     folder.Write("P\\2", "two");
     ManualTime loop;
-    const PictureSettings settings{.AlarmPictures = isSpeech ? "1" : list,
-                                   .SpeechPictures = isSpeech ? list : "1",
-                                   .AlarmPictureTime = isSpeech ? 0 : time,
-                                   .SpeechPictureTime = isSpeech ? time : 0};
+    PictureSettings settings;
+    settings.AlarmPictures = isSpeech ? "1" : list;
+    settings.SpeechPictures = isSpeech ? list : "1";
+    settings.AlarmPictureTime = isSpeech ? 0 : time;
+    settings.SpeechPictureTime = isSpeech ? time : 0;
     AlarmPicture picture(settings, folder.Tree(), loop);
     picture.Show(1, "caption", isSpeech);
     Text shown;
@@ -146,7 +147,9 @@ TEST(AlarmPicture, StepsThroughItsList) {
 TEST(AlarmPicture, GoesWithItsAlarm) {
     TempFolder folder;
     ManualTime loop;
-    const PictureSettings settings{.AlarmPictures = "1", .AlarmPictureTime = 10};
+    PictureSettings settings;
+    settings.AlarmPictures = "1";
+    settings.AlarmPictureTime = 10;
     AlarmPicture picture(settings, folder.Tree(), loop);
     RecordingView view;
     picture.SetView(view);

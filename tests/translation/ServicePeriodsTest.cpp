@@ -37,8 +37,8 @@ TEST_F(ServicePeriodsTest, ASettingIsToldToAllAndClearsTheFailures) {
     EXPECT_EQ(witness.seen, (Texts{"row 1", "tree states", "mode 1"}));
     EXPECT_FALSE(Object("1").m_AliveTestIntervalHasExceeded || Object("1").m_AliveTest2IntervalHasExceeded);
     EXPECT_FALSE(folder.Exists("Data\\A.ServiceOut")) << "exchange is off";
-    settings.autoExchangeServiceInfo = true;
-    settings.serviceIntervals = "30,60";
+    settings.AutoExchangeServiceInfo = true;
+    settings.ServiceIntervals = "30,60";
     periods.Set(set, Object("1"), LogForInterval(settings, 2, At(10)));
     EXPECT_FALSE(periods.EndWhenOver(set, Object("1"), At(10, 59)));
     EXPECT_TRUE(periods.EndWhenOver(set, Object("1"), At(11)));
@@ -67,7 +67,7 @@ TEST_F(ServicePeriodsTest, TakesInWhatAnotherSystemLeaves) {
         {"1;1;x;20260310110000\r\n1;2;;20260310120000", 2, At(12)},
     };
     cTranslate& set = LoadSet("1");
-    settings.autoExchangeServiceInfo = true;
+    settings.AutoExchangeServiceInfo = true;
     for (const Case& c : cases) {
         StoreServicePeriod(set, Object("1"), LogOnly());
         folder.Write("Data\\a.servicein", c.line);
