@@ -1,5 +1,7 @@
 #include "store/EventLoad.h"
 
+#include "store/EventFile.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -49,17 +51,20 @@ std::vector<ArrivalOrder::Item> ArrivalOrder::Take() {
     return std::exchange(items_, {});
 }
 
-EventLoad::EventLoad(EventStore& store)
-    : store_(store),
-      parts_(store.parts_),
-      today_(parts_.clock.Now().Midnight()),
-      tests_(store.settings_.MaxTestAlarms),
-      ordinary_(store.settings_.MaxAlarms) {}
+EventLoad::EventLoad(const StoreParts& parts, const StoreSettings& settings, EventList& events,
+                     EventFiles& files)
+    : parts_(parts),
+      settings_(settings),
+      events_(events),
+      files_(files),
+      today_(parts.clock.Now().Midnight()),
+      tests_(settings.MaxTestAlarms),
+      ordinary_(settings.MaxAlarms) {}
 
 void EventLoad::Run() {
     EmptyList();
-    std::vector<EventFileName> files = store_.folder_.List();
-    if (ConvertOldFile()) files = store_.folder_.List();
+    std::vector<EventFileName> files = files_.List();
+    if (ConvertOldFile()) files = files_.List();
     parts_.views.BeginBulkLoad();
     ReadFiles(files);
     for (auto& [number, alarm] : unsaved_) TakeIn(std::move(alarm));
@@ -70,13 +75,12 @@ void EventLoad::Run() {
 
 // What has not reached the disk must not be lost by reading the disk.
 void EventLoad::EmptyList() {
-    EventList& events = store_.events_;
-    for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
-        std::unique_ptr<cAlarm> alarm = events.TakeOut(at);
+    for (EventSequence at = events_.Next(0); at != 0; at = events_.Next(at)) {
+        std::unique_ptr<cAlarm> alarm = events_.TakeOut(at);
         parts_.views.RemoveAlarmRow(*alarm);
         alarm->m_ListItem = nullptr;
         const std::int32_t number = alarm->m_FilePointer;
-        if (number < 0 || store_.unsaved_.contains(number)) unsaved_[number] = std::move(alarm);
+        if (files_.IsUnsaved(number)) unsaved_[number] = std::move(alarm);
     }
 }
 
@@ -106,9 +110,8 @@ void EventLoad::ConvertRecords(TextView content) {
 }
 
 void EventLoad::Convert(std::unique_ptr<cAlarm> alarm) {
-    const std::optional<std::int32_t> number = store_.GetFreeEventFileNumber();
-    alarm->m_FilePointer = number ? *number : --store_.lastWithoutFile_;
-    if (store_.WriteToDisk(*alarm, DurableWrites::Opening::CreateNew)) return;
+    files_.GiveNumber(*alarm);
+    if (files_.Write(*alarm, DurableWrites::Opening::CreateNew)) return;
     unsaved_[alarm->m_FilePointer] = std::move(alarm);
 }
 
@@ -134,20 +137,20 @@ std::unique_ptr<cAlarm> EventLoad::ReadOne(const EventFileName& file) {
 }
 
 void EventLoad::TakeIn(std::unique_ptr<cAlarm> alarm) {
-    if (alarm->m_Status != kStatusRemoved && store_.IsTooOld(*alarm, today_)) {
-        store_.ArchiveToFile(*alarm);
+    if (alarm->m_Status != kStatusRemoved && IsTooOld(*alarm, settings_, today_)) {
+        files_.ArchiveToFile(*alarm);
         alarm->m_Status = kStatusRemoved;
         ++tooOld_;
     }
-    if (alarm->m_Status == kStatusRemoved) return store_.DeleteFromDisk(*alarm);
-    ArrivalOrder& list = store_.IsTestAlarm(*alarm) ? tests_ : ordinary_;
+    if (alarm->m_Status == kStatusRemoved) return files_.Delete(*alarm);
+    ArrivalOrder& list = IsTestAlarm(*alarm, settings_) ? tests_ : ordinary_;
     if (const std::unique_ptr<cAlarm> oldest = list.Insert(std::move(alarm))) Drop(*oldest);
 }
 
 void EventLoad::Drop(cAlarm& alarm) {
-    store_.ArchiveToFile(alarm);
+    files_.ArchiveToFile(alarm);
     alarm.m_Status = kStatusRemoved;
-    store_.Update(alarm);
+    if (parts_.replica.SendAlarm(alarm, NetworkEvent::OldEvent)) files_.Delete(alarm);
     ++dropped_;
 }
 
@@ -162,20 +165,18 @@ void EventLoad::FillList() {
                std::back_inserter(all),
                [](const auto& a, const auto& b) { return a.arrivedMs < b.arrivedMs; });
     for (ArrivalOrder::Item& item : all) {
-        parts_.views.UpdateAlarmLists(store_.Append(std::move(item.alarm)));
+        cAlarm& alarm = *item.alarm;
+        events_.Append(std::move(item.alarm), IsTestAlarm(alarm, settings_));
+        parts_.views.UpdateAlarmLists(alarm);
     }
 }
 
 void EventLoad::LogCounts() {
-    store_.LogCount(kTextDropped, dropped_, LogKind::Information);
-    store_.LogCount(kTextTooOld, tooOld_, LogKind::Information);
+    parts_.LogCount(kTextDropped, dropped_, LogKind::Information);
+    parts_.LogCount(kTextTooOld, tooOld_, LogKind::Information);
     if (!unreadable_.empty()) {
-        store_.LogCount(kTextUnreadable, unreadable_.size(), LogKind::Failure, JoinNames(unreadable_));
+        parts_.LogCount(kTextUnreadable, unreadable_.size(), LogKind::Failure, JoinNames(unreadable_));
     }
-}
-
-void EventStore::LoadEvents() {
-    if (parts_.role != Role::Client) EventLoad(*this).Run();
 }
 
 }  // namespace nordkeep

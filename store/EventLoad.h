@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/EventStore.h"
+#include "store/EventFiles.h"
 
 namespace nordkeep {
 
@@ -30,10 +30,10 @@ class ArrivalOrder {
     std::vector<Item> items_{};  // with a limit a heap, the oldest in front
 };
 
-/// One run of LoadEvents.
+/// One reading of all event files into the list of records.
 class EventLoad {
  public:
-    explicit EventLoad(EventStore& store);
+    EventLoad(const StoreParts& parts, const StoreSettings& settings, EventList& events, EventFiles& files);
     void Run();
 
  private:
@@ -48,8 +48,10 @@ class EventLoad {
     void FillList();
     void LogCounts();
 
-    EventStore& store_;
     const StoreParts& parts_;
+    const StoreSettings& settings_;
+    EventList& events_;
+    EventFiles& files_;
     OleDate today_;
     ArrivalOrder tests_;
     ArrivalOrder ordinary_;

@@ -1,42 +1,15 @@
 #pragma once
 
-#include "runtime/Role.h"
-#include "runtime/Settings.h"
-#include "runtime/SysLog.h"
-#include "store/AlarmReplica.h"
-#include "store/AlarmViews.h"
-#include "store/Archive.h"
-#include "store/EventCommit.h"
-#include "store/EventFile.h"
-#include "store/EventFolder.h"
-#include "store/EventList.h"
-#include "store/StorageAlarm.h"
+#include "store/EventFiles.h"
 
 namespace nordkeep {
 
-/// What the store is built on; all of it outlives the store.
-struct StoreParts {
-    const FileTree& dataFolder;
-    Settings& files;
-    const Language& language;
-    const Clock& clock;
-    SysLog& log;
-    EventCommit& commit;
-    AlarmReplica& replica;
-    AlarmViews& views;
-    StorageAlarm& storageAlarm;
-    Role role = Role::StandAlone;
-    std::uint64_t randomSeed = 0;  // differs at every start
-};
-
 /// All stored events: the records in memory, their files, their limits and the way out of the store.
 ///
-/// A record that cannot be written stays in memory and is written again by RetryFailedWrites; the first
-/// failure of such an outage is logged and told, the others are only counted.
-class EventStore : private CommitListener {
+/// A record that cannot be written stays in memory until it can.
+class EventStore {
  public:
     EventStore(const StoreParts& parts, const StoreSettings& settings);
-    ~EventStore() override;
     EventStore(const EventStore&) = delete;
     EventStore& operator=(const EventStore&) = delete;
 
@@ -55,8 +28,6 @@ class EventStore : private CommitListener {
     void Forget(const cAlarm& alarm);
     /// Empties the list without touching files or rows.
     void Clear();
-    /// "-1", or the priority that resets the second alive test.
-    bool IsTestAlarm(const cAlarm& alarm) const;
 
     // --- A record's change
 
@@ -67,15 +38,13 @@ class EventStore : private CommitListener {
     /// After a change that the server has told of: the indexes follow, and the row shows it.
     void UpdateAlarmLists(cAlarm& alarm);
     /// One line into Data\Archive.TXT; nothing on a client.
-    void ArchiveToFile(const cAlarm& alarm);
+    void ArchiveToFile(const cAlarm& alarm) { files_.ArchiveToFile(alarm); }
     /// Archives the record, deletes its file, and takes it out of list and view. On a client the server does
     /// all but the row; the record stays for its answer.
     void RemoveAlarm(cAlarm& alarm);
 
     // --- Numbers
 
-    /// A number for a new event file; none when all are taken.
-    std::optional<std::int32_t> GetFreeEventFileNumber() { return folder_.GetFreeEventFileNumber(); }
     /// The running number of a new record, from the settings file at each call; 0 on a client.
     std::int32_t GetNextAlarmId();
 
@@ -89,43 +58,21 @@ class EventStore : private CommitListener {
     void PruneOldAlarms();
     /// Writes again what could not be written. To be called every few seconds; costs nothing when all is
     /// well.
-    void RetryFailedWrites();
+    void RetryFailedWrites() { files_.RetryFailedWrites(); }
     /// Records whose present state is not in their files.
-    std::size_t UnsavedCount() const { return unsaved_.size(); }
+    std::size_t UnsavedCount() const { return files_.UnsavedCount(); }
 
  private:
-    friend class EventLoad;
-
-    void Synchronised(bool isSafe, const Text& reason) override;
-    void Committed() override;
-
     void Reindex(const cAlarm& alarm);
     bool UpdateIndexed(cAlarm& alarm, NetworkEvent event);
     void UpdateToDisk(cAlarm& alarm, NetworkEvent event);
-    bool WriteToDisk(cAlarm& alarm, DurableWrites::Opening opening);
-    void DeleteFromDisk(const cAlarm& alarm);
-    bool IsTooOld(const cAlarm& alarm, OleDate today) const;
     void RemoveOldest(std::size_t tests, std::size_t ordinary);
-    void NoteOutage(const Text& reason);
-    void EndOutageWhenOver();
-    bool RetryWrite(std::int32_t number);
-    void LogCount(int textNumber, std::size_t count, LogKind kind, TextView behind = {});
 
     StoreParts parts_;
     const StoreSettings& settings_;
     AlarmText texts_;
-    EventFolder folder_;
-    Archive archive_;
     EventList events_{};
-
-    std::unordered_set<std::int32_t> written_{};  // since the last synchronisation
-    std::set<std::int32_t> unsaved_{};            // to be written again
-    std::int32_t retriedLast_ = -1;               // where the next round of tries begins
-    std::int32_t lastWithoutFile_ = 0;            // records without a file count down from here
-    bool isOutage_ = false;
-    bool isOutageToTell_ = false;
-    Text outageText_{};
-    std::size_t savedLate_ = 0;
+    EventFiles files_;
 };
 
 }  // namespace nordkeep

@@ -111,7 +111,10 @@ TEST(EventStore, AClientWritesNothing) {
 }
 
 TEST(EventStore, ArchivesInAFormatOfTheOperators) {
-    StoreWorld world({.ArchiveLogFileTimeFormat = "[DATE]|[TRPRIO]", .AlarmLogFileDateFormat = "YY-M-D"});
+    StoreSettings settings;
+    settings.ArchiveLogFileTimeFormat = "[DATE]|[TRPRIO]";
+    settings.AlarmLogFileDateFormat = "YY-M-D";
+    StoreWorld world(settings);
     cAlarm alarm = AlarmAt(1, "x", "7");
     alarm.m_TimeStamp = OleDate::FromCivil({2020, 3, 5});
     world.store->ArchiveToFile(alarm);
@@ -134,7 +137,9 @@ TEST(AlarmNumber, IsTakenFromTheFileEachTime) {
                           {4, "rubbish", 0, "1"},
                           {12, "999999999", 999999999, "0"},
                           {4, "", 0, "1"}}) {
-        StoreWorld world({.WidthForNumber = c.width});
+        StoreSettings settings;
+        settings.WidthForNumber = c.width;
+        StoreWorld world(settings);
         world.files.WriteIni("General", "NextAlarmId", c.before);
         EXPECT_EQ(world.store->GetNextAlarmId(), c.id) << c.width << " " << c.before;
         EXPECT_EQ(world.files.ReadIni("General", "NextAlarmId", ""), c.after) << c.width << " " << c.before;
@@ -160,7 +165,10 @@ TEST(Limits, NothingLeavesUntilFivePercentAbove) {
                           {100, 20, 106, 21, 100, 20},
                           {0, 20, 300, 21, 300, 21},
                           {1, 1, 5, 5, 1, 1}}) {
-        StoreWorld world({.MaxAlarms = c.maxAlarms, .MaxTestAlarms = c.maxTests});
+        StoreSettings settings;
+        settings.MaxAlarms = c.maxAlarms;
+        settings.MaxTestAlarms = c.maxTests;
+        StoreWorld world(settings);
         for (int i = 0; i < c.tests; ++i) world.StoreNew(AlarmAt(45356, "t", "-1"));
         for (int i = 0; i < c.ordinary; ++i) world.StoreNew(AlarmAt(45356, std::to_string(i)));
         const EventList& events = world.store->Events();
@@ -187,13 +195,16 @@ TEST(Limits, TestAlarmsAreKnownByTheirPriority) {
                           {7, "77", false},
                           {0, "", true},
                           {0, "x", true}}) {
-        StoreWorld world({.AliveTest2ResetTimerPrio = c.resetTimerPrio});
-        EXPECT_EQ(world.store->IsTestAlarm(AlarmAt(1, "x", c.prio)), c.isTest) << c.resetTimerPrio << c.prio;
+        StoreSettings settings;
+        settings.AliveTest2ResetTimerPrio = c.resetTimerPrio;
+        EXPECT_EQ(IsTestAlarm(AlarmAt(1, "x", c.prio), settings), c.isTest) << c.resetTimerPrio << c.prio;
     }
 }
 
 TEST(Limits, WhatIsOlderThanItsDaysLeavesWhateverItsStatus) {
-    StoreWorld world({.MaxAlarmDays = 30});
+    StoreSettings settings;
+    settings.MaxAlarmDays = 30;
+    StoreWorld world(settings);
     for (const double days : {45326.0, 45325.9, 45356.0, 45000.0, 0.0}) {
         cAlarm alarm = AlarmAt(days, std::to_string(days).substr(0, 7));
         alarm.m_Status = days < 45000 ? kStatusNewWaiting : kStatusAcknowledged;

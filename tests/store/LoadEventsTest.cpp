@@ -34,10 +34,12 @@ Text LinesOf(const Text& archive, char kind) {
 TEST(LoadEvents, GivesTheListThatInsertingOneByOneGives) {
     std::mt19937 random(7);
     for (const auto& [maxAlarms, maxTests] : {std::pair{0, 0}, {20, -99}, {1, 1}, {50, 5}, {1000, 1000}}) {
-        StoreWorld world({.MaxAlarms = maxAlarms,
-                          .MaxTestAlarms = maxTests,
-                          .MaxAlarmDays = 0,
-                          .ArchiveLogFileTimeFormat = "[ALARMCODETOSTORE]"});
+        StoreSettings settings;
+        settings.MaxAlarms = maxAlarms;
+        settings.MaxTestAlarms = maxTests;
+        settings.MaxAlarmDays = 0;
+        settings.ArchiveLogFileTimeFormat = "[ALARMCODETOSTORE]";
+        StoreWorld world(settings);
         LiteralList ordinary, tests;
         for (std::int32_t number = 0; number < 120; ++number) {
             const int day = static_cast<int>(random() % 15);

@@ -130,7 +130,10 @@ TEST(Outage, ALostFolderIsMadeAgain) {
 }
 
 TEST(Outage, AnArchiveThatCannotBeWrittenCostsNoLineAndNoReply) {
-    StoreWorld world({.MaxAlarms = 1, .ArchiveLogFileTimeFormat = "[ALARMCODETOSTORE]"});
+    StoreSettings settings;
+    settings.MaxAlarms = 1;
+    settings.ArchiveLogFileTimeFormat = "[ALARMCODETOSTORE]";
+    StoreWorld world(settings);
     Text replies;
     world.folder.MakeFolders("Data\\Archive.TXT");
     for (const char* text : {"a", "b", "c"}) Receive(world, AlarmAt(45356, text), replies);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/posix/DurableFiles.h"
+#include "store/EventFile.h"
 #include "store/EventStore.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "store/Archive.h"
+#include "store/EventFolder.h"
+#include "store/EventList.h"
+#include "store/StoreParts.h"
+
+namespace nordkeep {
+
+/// The event files of the records, and the archive of those that leave.
+///
+/// A record that cannot be written is written again by RetryFailedWrites; the first failure of such an outage
+/// is logged and told, the others are only counted.
+class EventFiles : private CommitListener {
+ public:
+    EventFiles(const StoreParts& parts, const StoreSettings& settings, const AlarmText& texts,
+               const EventList& events);
+    ~EventFiles() override;
+    EventFiles(const EventFiles&) = delete;
+    EventFiles& operator=(const EventFiles&) = delete;
+
+    /// The files of the folder; see EventFolder.
+    std::vector<EventFileName> List() { return folder_.List(); }
+    /// Gives a new record the number of its file. False when all are taken: the record gets a number below 0
+    /// and has no file.
+    bool GiveNumber(cAlarm& alarm);
+    bool Write(cAlarm& alarm, DurableWrites::Opening opening);
+    void Delete(const cAlarm& alarm);
+    /// One line into Data\Archive.TXT; nothing on a client.
+    void ArchiveToFile(const cAlarm& alarm);
+
+    /// The record's present state is not in its file.
+    bool IsUnsaved(std::int32_t number) const { return number < 0 || unsaved_.contains(number); }
+    std::size_t UnsavedCount() const { return unsaved_.size(); }
+    void RetryFailedWrites();
+
+ private:
+    void Synchronised(bool isSafe, const Text& reason) override;
+    void Committed() override;
+
+    void NoteOutage(const Text& reason);
+    void EndOutageWhenOver();
+    bool RetryWrite(std::int32_t number);
+
+    const StoreParts& parts_;
+    const StoreSettings& settings_;
+    const AlarmText& texts_;
+    const EventList& events_;
+    EventFolder folder_;
+    Archive archive_;
+    std::unordered_set<std::int32_t> written_{};  // since the last synchronisation
+    std::set<std::int32_t> unsaved_{};            // to be written again
+    std::int32_t retriedLast_ = -1;               // where the next round of tries begins
+    std::int32_t lastWithoutFile_ = 0;            // records without a file count down from here
+    bool isOutage_ = false;
+    bool isOutageToTell_ = false;
+    Text outageText_{};
+    std::size_t savedLate_ = 0;
+};
+
+}  // namespace nordkeep
