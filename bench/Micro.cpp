@@ -45,7 +45,7 @@ void FindObjectAmong(benchmark::State& state) {
     }
     set.index.Rebuild(set);
     const Text code = Digits(state.range(0) / 2, 6);
-    for (auto _ : state) benchmark::DoNotOptimize(FindObject(set, {code, "", {}}, {}));
+    for (auto _ : state) benchmark::DoNotOptimize(MatchObject(set, {code, "", {}}, {}));
 }
 BENCHMARK(FindObjectAmong)->Arg(10)->Arg(1000)->Arg(100'000);
 

@@ -74,10 +74,6 @@ Text ClientSlots::Line(int textNumber, const Text& address) const {
     return needs_.language.GetLanguageText(textNumber) + " " + address;
 }
 
-void ClientSlots::NoteClientsChanged() const {
-    if (onClientsChanged_) onClientsChanged_();
-}
-
 void ClientSlots::Refuse(Winsock& socket, const Text& address, int textNumber) {
     socket.Close();
     log_.Write(address, Line(textNumber, address), LogKind::Failure);
@@ -96,7 +92,6 @@ void ClientSlots::OnCall(SocketRequest request) {
     At(free).address = address;
     if (handler_ != nullptr) handler_->ClientCame(free);
     Log(free, Line(kTextConnected, address), LogKind::Information);
-    NoteClientsChanged();
 }
 
 void ClientSlots::OnClosed(int slot) {
@@ -105,14 +100,12 @@ void ClientSlots::OnClosed(int slot) {
     Log(slot, Line(kTextDisconnected, AddressOf(slot)), LogKind::Information);
     At(slot).socket->Close();
     At(slot).buffer.Clear();
-    NoteClientsChanged();
 }
 
 void ClientSlots::OnError(int slot, const Text& description) {
     Log(slot, Line(kTextConnectionError, AddressOf(slot)) + " (" + description + ")", LogKind::Failure);
     At(slot).socket->Close();
     At(slot).buffer.Clear();
-    NoteClientsChanged();
 }
 
 void ClientSlots::OnSendComplete(int slot) {
@@ -162,7 +155,6 @@ void ClientSlots::WriteClientSocket(int slot, TextView frame) {
     const Text reason = isBacklog ? "takes no data" : socket.LastError();
     socket.Close();
     Log(slot, Line(kTextConnectionError, AddressOf(slot)) + " (" + reason + ")", LogKind::Failure);
-    NoteClientsChanged();
 }
 
 void ClientSlots::Supervise(int elapsedMs) {

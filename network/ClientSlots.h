@@ -31,8 +31,6 @@ class ClientSlots {
 
     /// Messages that arrive without a handler are dropped.
     void SetHandler(SlotHandler* handler) { handler_ = handler; }
-    /// Told whenever the number of clients may have changed.
-    void SetOnClientsChanged(std::function<void()> listener) { onClientsChanged_ = std::move(listener); }
 
     /// False when the port cannot be had; LastError tells why.
     bool Listen();
@@ -79,7 +77,6 @@ class ClientSlots {
     void OnSendComplete(int slot);
     void HandleFrames(int slot);
     void WriteClientSocket(int slot, TextView frame);
-    void NoteClientsChanged() const;
     Text Line(int textNumber, const Text& address) const;
 
     NetworkParts needs_;
@@ -88,7 +85,6 @@ class ClientSlots {
     std::array<Slot, kSlotCount> slots_{};
     std::unique_ptr<Winsock> refusal_{};  // takes the calls that find no free slot
     SlotHandler* handler_ = nullptr;
-    std::function<void()> onClientsChanged_{};
     int supervisionMs_ = 0;
 };
 

@@ -24,7 +24,7 @@ struct FoundObject {
     explicit operator bool() const { return object != nullptr; }
 };
 
-FoundObject FindObject(const Translations& translations, const ObjectName& name) {
+FoundObject FindNamedObject(const Translations& translations, const ObjectName& name) {
     cTranslate* set = translations.Find(name.fileName);
     return {.set = set, .object = set == nullptr ? nullptr : FindExactObject(*set, name.idCode)};
 }
@@ -152,7 +152,7 @@ void NetworkServer::ForwardToTorvex(int, TextView payload) {
 
 void NetworkServer::ResetAliveTests(int, TextView payload) {
     const auto name = ReadWholePayload<ObjectName>(payload);
-    const FoundObject found = name ? FindObject(needs_.translations, *name) : FoundObject();
+    const FoundObject found = name ? FindNamedObject(needs_.translations, *name) : FoundObject();
     if (!found) return;
     const AliveTestReset reset({needs_.timers, needs_.objectViews, needs_.objectReplica});
     reset.Reset(*found.set, *found.object, needs_.clock.Now());
@@ -160,7 +160,7 @@ void NetworkServer::ResetAliveTests(int, TextView payload) {
 
 void NetworkServer::ChangeServiceMode(int, TextView payload) {
     const auto change = ReadWholePayload<ServiceModeChange>(payload);
-    const FoundObject found = change ? FindObject(needs_.translations, change->object) : FoundObject();
+    const FoundObject found = change ? FindNamedObject(needs_.translations, change->object) : FoundObject();
     if (!found) return;
     needs_.servicePeriods.Set(*found.set, *found.object,
                               {.mode = change->mode, .begin = change->begin, .end = change->end});

@@ -62,7 +62,6 @@ void AwaitReset(cAlarm& alarm) {
 }  // namespace
 
 void Intake::HandleIncomingEvent(const IncomingEvent& event) {
-    ++receivedEvents_;
     IntakeRun run{.event = event, .alarm = std::make_unique<cAlarm>()};
     run.alarm->m_AlarmId = needs_.store.GetNextAlarmId();
     run.alarm->m_ArrivedTime = needs_.clock.Now();
@@ -124,7 +123,7 @@ void Intake::WalkSet(IntakeRun& run, cTranslate& set, bool alwaysApplyDefaultPri
     alarm.m_IdCode = Substring(run.code, set.m_IdCode_Format_StartPos, set.m_IdCode_Format_Length);
     alarm.m_TranslatedIDCode = alarm.m_IdCode;
     const ObjectMatch match =
-        FindObject(set, {alarm.m_IdCode, run.event.Originator, needs_.clock.Now()}, needs_.lookup);
+        MatchObject(set, {alarm.m_IdCode, run.event.Originator, needs_.clock.Now()}, needs_.lookup);
     run.isParked = run.isParked || match.isParked;
     run.isInService = run.isInService || match.isInService;
     if (match.object) TakeObject(run, set, *match.object);

@@ -12,8 +12,6 @@
 #include "translation/SilenceAlarm.h"
 #include "translation/Translations.h"
 
-#include <cstdint>
-
 namespace nordkeep {
 
 /// Builds one record from each event, finds its object and texts, keeps the object's alive tests, and hands
@@ -43,9 +41,6 @@ class Intake final : public EventIntake, public SilenceAlarm {
     void HandleIncomingEvent(const IncomingEvent& event) override;
     void RaiseSilenceAlarm(cTranslate& set, cIDCode& object, int test, OleDate now) override;
 
-    /// Events since the start, restores included.
-    std::int64_t ReceivedEvents() const { return receivedEvents_; }
-
  private:
     void Translate(IntakeRun& run, bool alwaysApplyDefaultPrio);
     void WalkSet(IntakeRun& run, cTranslate& set, bool alwaysApplyDefaultPrio);
@@ -63,7 +58,6 @@ class Intake final : public EventIntake, public SilenceAlarm {
     void HandOver(IntakeRun& run);
 
     Needs needs_;
-    std::int64_t receivedEvents_ = 0;
 };
 
 }  // namespace nordkeep

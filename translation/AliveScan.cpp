@@ -76,8 +76,7 @@ void AliveScan::ScanObject(cTranslate& set, cIDCode& object) {
 
 void AliveScan::ScanTest(cTranslate& set, cIDCode& object, int test) {
     if (!object.AliveTestHasExpired(test, now_) || !object.AliveTestIsToBeUsed(test)) return;
-    if (needs_.settings.AliveTestBehaviour(test) == kOneAlarmForEachFailure && object.FailedFlag(test))
-        return;
+    if (needs_.settings.BehaviourOf(test) == kOneAlarmForEachFailure && object.FailedFlag(test)) return;
     needs_.alarm.RaiseSilenceAlarm(set, object, test, now_);
     if (!HasBeenReloaded()) Fail(set, object, test);
 }
@@ -96,20 +95,10 @@ void AliveScan::Fail(cTranslate& set, cIDCode& object, int test) {
 }
 
 void AliveScan::LogChange(TextView verb, const cIDCode& object, int test, TextView preposition) const {
-    if (!needs_.settings.aliveTestDebug) return;
+    if (!needs_.settings.AliveTestDebug) return;
     Text line(verb);
     line.append(AliveTestName(test)).append(" '").append(object.m_IdCode).append(preposition);
     needs_.timers.LogDebug(line + GeneralDate(object.GetNextAliveTestExpirationTime(test)));
-}
-
-void AliveScan::ResetTests(cTranslate& set, cIDCode& object, OleDate now) {
-    for (const int test : {1, 2}) {
-        needs_.timers.Restart(object, test, now, "reset by client");
-        object.FailedFlag(test) = false;
-    }
-    needs_.views.UpdateObjectTreeEntry(set, object);
-    needs_.views.RecalcAliveTestView();
-    needs_.replica.SendAliveTestReset(set, object);
 }
 
 }  // namespace nordkeep

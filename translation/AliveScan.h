@@ -39,9 +39,6 @@ class AliveScan {
     void Continue();
     bool IsRunning() const { return isRunning_; }
 
-    /// An operator's command, here or at a client: both tests start anew and count as not failed.
-    void ResetTests(cTranslate& set, cIDCode& object, OleDate now);
-
  private:
     void Begin(OleDate now);
     void StartOver();

@@ -35,12 +35,12 @@ std::optional<CallerMatch> FindCallerAtPort(const PortBinding& port, TextView nu
 }  // namespace
 
 LookupRules MakeLookupRules(const TranslationSettings& settings, const Language& language) {
-    return {.matchCallers = settings.matchClidIfExisting,
+    return {.matchCallers = settings.MatchCLIDIfExisting,
             .hiddenNumber = language.GetLanguageText(kHiddenNumberText),
-            .parksResets = settings.unAssociatedResetEventsTimeout >= 1};
+            .parksResets = settings.UnAssociatedResetEventsTimeout >= 1};
 }
 
-ObjectMatch FindObject(const cTranslate& set, const ObjectQuery& query, const LookupRules& rules) {
+ObjectMatch MatchObject(const cTranslate& set, const ObjectQuery& query, const LookupRules& rules) {
     const Text upper = UpperCase(query.idCode);
     const TextView code = ZeroTrimCode(upper, set.IsZeroTrimmed());
     const Position matching = FirstMatch(set.index, code, query.originator, rules);

@@ -34,7 +34,7 @@ struct ObjectMatch {
 
 /// Walks the objects in order up to the first match (that one included); cost does not grow with their
 /// number.
-ObjectMatch FindObject(const cTranslate& set, const ObjectQuery& query, const LookupRules& rules);
+ObjectMatch MatchObject(const cTranslate& set, const ObjectQuery& query, const LookupRules& rules);
 
 /// The first object with exactly this code; none when the set has no such object.
 cIDCode* FindExactObject(const cTranslate& set, TextView idCode);

@@ -1,4 +1,5 @@
 #include "tests/translation/TranslationFixture.h"
+#include "translation/AliveTestReset.h"
 
 namespace nordkeep {
 namespace {
@@ -36,8 +37,8 @@ TEST_F(AliveScanTest, GoesThroughSetsAndObjectsInOrder) {
 
 TEST_F(AliveScanTest, RepeatsAnAlarmUnlessToldOtherwise) {
     LoadSet("1;;60;;;;;;;;60");
-    settings.aliveTestBehaviour = kOneAlarmForEachFailure;
-    settings.aliveTest2Behaviour = 7;
+    settings.AliveTestBehaviour = kOneAlarmForEachFailure;
+    settings.AliveTest2Behaviour = 7;
     for (const int hour : {11, 12, 13}) scan.Tick(kRound, At(hour, 1));
     EXPECT_EQ(witness.alarms, (Texts{"A 1 1", "A 1 2", "A 1 2"})) << "12:01 is not behind 12:01";
     EXPECT_EQ(Expiration("1", 1), At(12, 1)) << "a silenced test is not even rescheduled";
@@ -45,7 +46,7 @@ TEST_F(AliveScanTest, RepeatsAnAlarmUnlessToldOtherwise) {
 
 TEST_F(AliveScanTest, AFailureIsShownExportedAndLogged) {
     LoadSet("1;;08:00:00;;ALARM;PROTO\n2;;60;;ALARM;");
-    settings.aliveTestDebug = true;
+    settings.AliveTestDebug = true;
     Object("1").SetNextAliveTestExpirationTime(1, At(8));
     witness.seen.clear();
     scan.Tick(kRound, At(8, 0, 30));
@@ -60,7 +61,7 @@ TEST_F(AliveScanTest, AFailureIsShownExportedAndLogged) {
 
 TEST_F(AliveScanTest, EndsServicePeriodsFirst) {
     cTranslate& set = LoadSet("1;;60");
-    settings.aliveTestBehaviour = kOneAlarmForEachFailure;
+    settings.AliveTestBehaviour = kOneAlarmForEachFailure;
     StoreServicePeriod(set, Object("1"), LogUntil(At(10), At(11)));
     Object("1").m_AliveTestIntervalHasExceeded = true;
     witness.onAlarm = [this] { EXPECT_EQ(Object("1").m_ServiceMode, 0); };
@@ -68,13 +69,13 @@ TEST_F(AliveScanTest, EndsServicePeriodsFirst) {
     EXPECT_EQ(witness.alarms, Texts{"A 1 1"}) << "the end of the period has cleared the failure";
 }
 
-TEST_F(AliveScanTest, ResetsBothTests) {
+TEST_F(AliveScanTest, AResetStartsBothTestsAnew) {
     cTranslate& set = LoadSet("1;;60;;;;;;;;08:00:00");
-    settings.aliveTestDebug = true;
+    settings.AliveTestDebug = true;
     Object("1").m_AliveTestIntervalHasExceeded = true;
     Object("1").m_AliveTest2IntervalHasExceeded = true;
     witness.seen.clear();
-    scan.ResetTests(set, Object("1"), At(12));
+    AliveTestReset({timers, witness, witness}).Reset(set, Object("1"), At(12));
     EXPECT_EQ(Expiration("1", 1), At(13));
     EXPECT_EQ(Expiration("1", 2), At(8).PlusDays(2));
     EXPECT_FALSE(Object("1").m_AliveTestIntervalHasExceeded || Object("1").m_AliveTest2IntervalHasExceeded);

@@ -76,7 +76,7 @@ TEST(ObjectLookup, FindsWhatAWalkFinds) {
             }
             const ObjectQuery query{code(), caller(), kNow};
             const ObjectMatch expected = Walk(set, query, rules);
-            const ObjectMatch found = FindObject(set, query, rules);
+            const ObjectMatch found = MatchObject(set, query, rules);
             ASSERT_EQ(found.object, expected.object)
                 << round << " " << query.idCode << " " << query.originator;
             ASSERT_EQ(found.isParked, expected.isParked) << round << " " << query.idCode;

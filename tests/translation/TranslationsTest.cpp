@@ -76,7 +76,7 @@ TEST_F(TranslationsTest, ReloadsInPlaceAndInFileOrder) {
     EXPECT_EQ(Expiration("3"), At(11, 10));
     EXPECT_EQ(Object("5").m_ObjectName, "cinco") << "two rows of one code are one object";
     EXPECT_EQ(FindExactObject(*translations.Sets()[0], "2"), nullptr);
-    EXPECT_FALSE(FindObject(*translations.Sets()[0], {"R", {}, At(11)}, {.parksResets = true}).isParked);
+    EXPECT_FALSE(MatchObject(*translations.Sets()[0], {"R", {}, At(11)}, {.parksResets = true}).isParked);
     EXPECT_EQ(translations.Sets()[0]->m_IdCode_Format_Length, 0) << "a directive that left the file is over";
     EXPECT_EQ(translations.Sets()[0]->m_Padding_Count, 0);
     EXPECT_NE(FindTypeCode(*translations.Sets()[0], "AB"), nullptr);
@@ -95,7 +95,7 @@ TEST_F(TranslationsTest, KeepsPlainRowsAndCallersApart) {
 }
 
 TEST_F(TranslationsTest, KeepsTheObjectsOfAFileThatCannotBeRead) {
-    settings.zeroTrimObjectId = true;
+    settings.ZeroTrimObjectId = true;
     LoadSet("ZEROTRIM=0\n1;one");
     folder.Write("Data\\A.LastEvents", "1;20260310080000");
     RemoveFile(folder.Resolve("Settings\\A.IDCode"));
@@ -104,7 +104,7 @@ TEST_F(TranslationsTest, KeepsTheObjectsOfAFileThatCannotBeRead) {
     EXPECT_EQ(Codes(), Texts{"1"});
     EXPECT_TRUE(Object("1").m_LastIncomingEvent.IsNever());
     EXPECT_EQ(translations.Sets()[0]->m_ZeroTrim, -1);
-    EXPECT_EQ(FindObject(*translations.Sets()[0], {"001", {}, time.Now()}, {}).object, &Object("1"));
+    EXPECT_EQ(MatchObject(*translations.Sets()[0], {"001", {}, time.Now()}, {}).object, &Object("1"));
     EXPECT_FALSE(folder.Exists("Data\\A.LastEvents")) << "saved state is used once or not at all";
 }
 
@@ -139,7 +139,7 @@ TEST_F(TranslationsTest, RestartsTestsAtALoadWhereAsked) {
     LoadSet("1;;60;;;;;;;;60\n2;;;;;;;;;;60\n3;;60");
     EXPECT_EQ(Expiration("2", 2), At(11)) << "a new schedule starts by itself";
     EXPECT_EQ(Expiration("3", 2), At(10)) << "the second test follows the first one's schedule";
-    settings.resetAliveTestTimers = settings.resetAliveTest2Timers = settings.aliveTestDebug = true;
+    settings.ResetAliveTestTimers = settings.ResetAliveTest2Timers = settings.AliveTestDebug = true;
     for (auto& object : translations.Sets()[0]->m_IdCodes)
         object->FailedFlag(1) = object->FailedFlag(2) = true;
     time.Set(At(10, 30));
@@ -168,7 +168,7 @@ TEST_F(TranslationsTest, CarriesSupervisionOverARestart) {
     EXPECT_EQ(Object("1").m_LastIncomingEvent, At(9));
     EXPECT_EQ(Expiration("1", 1), At(11));
     EXPECT_EQ(Expiration("1", 2), At(11, 30));
-    EXPECT_TRUE(FindObject(*translations.Sets()[0], {"R", {}, At(11)}, {.parksResets = true}).isInService);
+    EXPECT_TRUE(MatchObject(*translations.Sets()[0], {"R", {}, At(11)}, {.parksResets = true}).isInService);
     EXPECT_FALSE(folder.Exists("Data\\A.LastEvents"));
     translations.Clear();
     LoadSet(objects);
@@ -205,7 +205,7 @@ TEST_F(TranslationsTest, WatchesItsFiles) {
     LoadSet("1");
     ReloadWatch watch(translations, periods, settings);
     EXPECT_FALSE(watch.Tick(1'000'000)) << "off";
-    settings.autoReloadTranslations = 3;
+    settings.AutoReloadTranslations = 3;
     const auto touch = [this](TextView file, int day) {
         const auto when = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * day);
         std::filesystem::last_write_time(folder.Resolve(file), when);
@@ -225,7 +225,7 @@ TEST_F(TranslationsTest, WatchesItsFiles) {
     folder.Write("Data\\A.ServiceIn", "1;3");
     EXPECT_FALSE(watch.Tick(60'000)) << "a file that was not there is not compared";
     EXPECT_EQ(Object("1").m_ServiceMode, 0) << "exchange is off";
-    settings.autoExchangeServiceInfo = true;
+    settings.AutoExchangeServiceInfo = true;
     EXPECT_FALSE(watch.Tick(60'000));
     EXPECT_EQ(Object("1").m_ServiceMode, 3);
 }
