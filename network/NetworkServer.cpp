@@ -36,9 +36,9 @@ std::vector<PortTreeNode> MakePortTree(const std::vector<PortInTree>& ports) {
     for (const PortInTree& port : ports) {
         nodes.push_back({0, port.description});
         for (int number = 0; port.binding != nullptr && number < kProtocolCount; ++number) {
-            const auto& sets = port.binding->sets[static_cast<std::size_t>(number)];
+            const auto& sets = port.binding->SetsOf(ProtocolOf(number));
             if (sets.empty()) continue;
-            nodes.push_back({1, Text(ProtocolKey(number))});
+            nodes.push_back({1, Text(ProtocolKey(ProtocolOf(number)))});
             for (const cTranslate* set : sets) nodes.push_back({2, set->m_FileName});
         }
     }

@@ -113,7 +113,7 @@ void TranslateByTypeCodes(IntakeRun& run, const cTranslate& set) {
     const IncomingEvent& event = run.event;
     cAlarm& alarm = *run.alarm;
     if ((alarm.m_TypeCode.empty() || run.IsFound()) && set.m_TypeCode_Format_Length > 0) {
-        const bool isSms = event.TranslationNumberToUse == kTranslateSMS && !event.Originator.empty();
+        const bool isSms = event.TranslationNumberToUse == Protocol::SMS && !event.Originator.empty();
         const Text& source = isSms ? event.DefaultAlarmCode : run.code;
         alarm.m_TypeCode = Substring(source, set.m_TypeCode_Format_StartPos, set.m_TypeCode_Format_Length);
     }
@@ -130,10 +130,10 @@ void TranslateByTypeCodes(IntakeRun& run, const cTranslate& set) {
 
 void TranslateEventText(IntakeRun& run, const cTranslate& set, const Settings& settings,
                         const Language& language) {
-    const int number = run.event.TranslationNumberToUse;
+    const Protocol protocol = run.event.TranslationNumberToUse;
     const bool hasDataCodes = !run.IsOwn() && !run.HasGivenType();
-    if (hasDataCodes && number == kTranslateSIA) return TranslateSIA(run, set, settings, language);
-    if (hasDataCodes && number == kTranslateContactID && TranslateContactID(run, set, settings, language))
+    if (hasDataCodes && protocol == Protocol::SIA) return TranslateSIA(run, set, settings, language);
+    if (hasDataCodes && protocol == Protocol::ContactID && TranslateContactID(run, set, settings, language))
         return;
     TranslateByTypeCodes(run, set);
 }

@@ -3,22 +3,9 @@
 #include "pipeline/EventPort.h"
 #include "platform/OleDate.h"
 #include "platform/Text.h"
+#include "runtime/Protocol.h"
 
 namespace nordkeep {
-
-/// Numbers of TranslationNumberToUse at which the intake behaves in a way of its own.
-enum TranslationNumber : int {
-    kTranslateOwn = 0,
-    kTranslateSIA = 8,
-    kTranslateContactID = 12,
-    kTranslateSMS = 17,
-    kTranslateGoogol = 18,
-    kTranslateText = 21,
-    kTranslateCLID = 23,
-    kTranslateSOSXMLv4 = 33,
-    kTranslateVirtualReceiver = 34,
-    kTranslateMultiComXML = 40
-};
 
 /// The protocol tag of the system's own events, as it is stored; compared in upper case.
 inline constexpr const char* kOwnProtocol = "Nordkeep";
@@ -34,7 +21,7 @@ struct IncomingEvent {
     Text Originator{};
     Text ObjectID{};
     const EventPort* PortObject = nullptr;  // none for the system's own events
-    int TranslationNumberToUse = kTranslateOwn;
+    Protocol TranslationNumberToUse = Protocol::Nordkeep;
     cTranslate* SpecificTranslationToUse = nullptr;
     Text LineCardNumber{};
     bool MessageIsFollowedBySpeech = false;

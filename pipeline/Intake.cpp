@@ -14,12 +14,12 @@ constexpr int kTextConfirmation = 1098;
 
 /// The gateways whose settings map XML elements to fields, with the front of their section names.
 struct FieldMapRow {
-    int number;
+    Protocol protocol;
     const char* section;
 };
-constexpr std::array<FieldMapRow, 3> kFieldMaps = {{{kTranslateSOSXMLv4, "SOSAccessV4"},
-                                                    {kTranslateVirtualReceiver, "VirtualReceiver"},
-                                                    {kTranslateMultiComXML, "MulticomXML"}}};
+constexpr std::array<FieldMapRow, 3> kFieldMaps = {{{Protocol::SOSXMLv4, "SOSAccessV4"},
+                                                    {Protocol::VirtualReceiver, "VirtualReceiver"},
+                                                    {Protocol::MultiComXML, "MulticomXML"}}};
 
 void Pad(IntakeRun& run, const cTranslate& set) {
     const auto count = static_cast<std::size_t>(std::max(set.m_Padding_Count, 0));
@@ -28,19 +28,19 @@ void Pad(IntakeRun& run, const cTranslate& set) {
 }
 
 void ClearTextsOfUnknownObject(IntakeRun& run) {
-    const int number = run.event.TranslationNumberToUse;
-    const bool applies = number == kTranslateSMS || number == kTranslateGoogol || number == kTranslateText;
+    const Protocol protocol = run.event.TranslationNumberToUse;
+    const bool applies = ClassOf(protocol) == ProtocolClass::Texts;
     cAlarm& alarm = *run.alarm;
     // Asked of the texts and not of the match: an object named like its code counts as unknown.
     if (!applies || alarm.m_TranslatedIDCode != alarm.m_IdCode) return;
     alarm.m_ExtraText = alarm.m_AlarmCodeToStore;
     alarm.m_TranslatedIDCode.clear();
-    if (number != kTranslateSMS) alarm.m_TranslatedTypeCode.clear();
+    if (protocol != Protocol::SMS) alarm.m_TranslatedTypeCode.clear();
 }
 
 void TypeUnknownCaller(IntakeRun& run) {
     const EventPort* port = run.event.PortObject;
-    if (run.event.TranslationNumberToUse != kTranslateCLID || run.IsFound() || !port) return;
+    if (run.event.TranslationNumberToUse != Protocol::CLID || run.IsFound() || !port) return;
     cAlarm& alarm = *run.alarm;
     alarm.m_TypeCode = alarm.m_TranslatedTypeCode = port->m_CLIdUnknownIDCodeAliveTestType;
     alarm.m_TranslatedPrio = std::to_string(LeadingInt32(port->m_CLIdUnknownIDCodeAliveTestPrio));
@@ -94,7 +94,7 @@ void Intake::HandOver(IntakeRun& run) {
 void Intake::ApplyFieldMap(IntakeRun& run, TextView moment) {
     if (!needs_.fieldMap || !run.event.PortObject) return;
     for (const FieldMapRow& row : kFieldMaps) {
-        if (row.number != run.event.TranslationNumberToUse) continue;
+        if (row.protocol != run.event.TranslationNumberToUse) continue;
         needs_.fieldMap->ApplyXmlFieldMap(*run.event.PortObject, *run.alarm, row.section + Text(moment),
                                           run.event.XMLDocument);
         run.code = run.alarm->m_AlarmCode;
@@ -104,16 +104,16 @@ void Intake::ApplyFieldMap(IntakeRun& run, TextView moment) {
 void Intake::Translate(IntakeRun& run, bool alwaysApplyDefaultPrio) {
     const IncomingEvent& event = run.event;
     const PortBinding* port = event.PortObject ? &event.PortObject->binding : nullptr;
-    const int number = event.TranslationNumberToUse;
+    const Protocol protocol = event.TranslationNumberToUse;
     cTranslate* set = event.SpecificTranslationToUse;
-    if (!set) set = needs_.translations.GetNextTranslation(port, number, nullptr);
+    if (!set) set = needs_.translations.GetNextTranslation(port, protocol, nullptr);
     // Padding is the first set's, and stays for all that follow.
     if (set) Pad(run, *set);
     while (set && !run.IsFound()) {
         WalkSet(run, *set, alwaysApplyDefaultPrio);
         run.lastSet = set;
         set = event.SpecificTranslationToUse ? nullptr
-                                             : needs_.translations.GetNextTranslation(port, number, set);
+                                             : needs_.translations.GetNextTranslation(port, protocol, set);
     }
 }
 

@@ -8,9 +8,9 @@ namespace {
 
 constexpr int kNoSuchPriority = 9999;
 
-Text RestoreTypeOf(const EventPort& port, int translationNumber) {
-    if (translationNumber == kTranslateSIA) return port.m_CLIdTranslatedSIAAliveTestTypeReset;
-    if (translationNumber == kTranslateContactID) return port.m_CLIdTranslatedContactIDAliveTestTypeReset;
+Text RestoreTypeOf(const EventPort& port, Protocol protocol) {
+    if (protocol == Protocol::SIA) return port.m_CLIdTranslatedSIAAliveTestTypeReset;
+    if (protocol == Protocol::ContactID) return port.m_CLIdTranslatedContactIDAliveTestTypeReset;
     return port.m_CLIdTranslatedDefaultAliveTestTypeReset;
 }
 
@@ -29,9 +29,9 @@ void Intake::NoteObjectHeard(IntakeRun& run, cTranslate& set, cIDCode& object) {
 
 void Intake::RaiseRestore(IntakeRun& run, cTranslate& set, cIDCode& object) {
     const IncomingEvent& event = run.event;
-    const int number = event.TranslationNumberToUse;
-    const Text type = RestoreTypeOf(*event.PortObject, number);
-    if (number != kTranslateSIA && number != kTranslateContactID) {
+    const Protocol protocol = event.TranslationNumberToUse;
+    const Text type = RestoreTypeOf(*event.PortObject, protocol);
+    if (protocol != Protocol::SIA && protocol != Protocol::ContactID) {
         return RaiseSyntheticRestore(run, set, object, type);
     }
     HandleIncomingEvent({.AlarmTime = needs_.clock.Now(),
@@ -42,7 +42,7 @@ void Intake::RaiseRestore(IntakeRun& run, cTranslate& set, cIDCode& object) {
                          .Originator = event.Originator,
                          .ObjectID = event.ObjectID,
                          .PortObject = event.PortObject,
-                         .TranslationNumberToUse = number,
+                         .TranslationNumberToUse = protocol,
                          .SpecificTranslationToUse = event.SpecificTranslationToUse,
                          .LineCardNumber = event.LineCardNumber,
                          .ForcedTypeCode = type});

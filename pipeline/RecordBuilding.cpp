@@ -25,7 +25,7 @@ void TakeOver(IntakeRun& run) {
     alarm.m_LineCardNumber = event.LineCardNumber;
     alarm.m_RawAlarmCode = event.RawAlarmCode;
     alarm.m_URL = event.URL;
-    alarm.m_TranslationNumberToUse = event.TranslationNumberToUse;
+    alarm.m_TranslationNumberToUse = NumberOf(event.TranslationNumberToUse);
     alarm.m_IsAConfirmationSMS = event.IsAConfirmationSMS;
     alarm.m_MessageIsFollowedBySpeech = event.MessageIsFollowedBySpeech;
     if (!event.PortObject) return;
@@ -43,7 +43,7 @@ Text AlarmCodeToStore(const Text& code, const Text& extraText) {
 
 void UseSenderAsCode(IntakeRun& run) {
     const IncomingEvent& event = run.event;
-    const bool applies = event.TranslationNumberToUse == kTranslateSMS && !event.Originator.empty() &&
+    const bool applies = event.TranslationNumberToUse == Protocol::SMS && !event.Originator.empty() &&
                          event.PortObject && event.PortObject->m_UseSenderAsIDCode;
     if (!applies) return;
     cAlarm& alarm = *run.alarm;
@@ -77,7 +77,7 @@ Text SIACodeToStore(const IncomingEvent& event) {
 }
 
 bool IsSIADecodeError(const IncomingEvent& event, int siaDecodeErrorType) {
-    return event.TranslationNumberToUse == kTranslateSIA && event.DefaultType >= 0 &&
+    return event.TranslationNumberToUse == Protocol::SIA && event.DefaultType >= 0 &&
            event.DefaultType == siaDecodeErrorType;
 }
 
@@ -105,9 +105,9 @@ void BuildRecord(IntakeRun& run, const RecordDefaults& defaults) {
     if (event.DefaultType >= 0) alarm.m_TypeCode = std::to_string(event.DefaultType);
     alarm.m_AlarmCodeToStore = AlarmCodeToStore(run.code, event.ExtraText);
     UseSenderAsCode(run);
-    if (event.TranslationNumberToUse == kTranslateContactID) run.code = UpperCase(run.code);
+    if (event.TranslationNumberToUse == Protocol::ContactID) run.code = UpperCase(run.code);
     const bool isDecodeError = IsSIADecodeError(event, defaults.siaDecodeErrorType);
-    if (event.TranslationNumberToUse == kTranslateSIA) BuildSIAForm(run, isDecodeError);
+    if (event.TranslationNumberToUse == Protocol::SIA) BuildSIAForm(run, isDecodeError);
     alarm.m_TranslatedPrio = alarm.m_Prio;
     alarm.m_TranslatedTypeCode = alarm.m_TypeCode;
     if (!isDecodeError) alarm.m_TranslatedIDCode = alarm.m_IdCode;

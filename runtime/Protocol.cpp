@@ -9,28 +9,82 @@ namespace {
 constexpr std::array<TextView, 8> kPortTypes = {"RS232", "TCPC", "TCPS", "FILE",
                                                 "UDP",   "HTTP", "POP3", "SMTP"};
 
-struct FormatRow {
-    TextView name;
-    bool isTelegramFormat;
+constexpr std::array<TextView, 14> kFormats = {"Robofon (RBM600)",
+                                               "Googol (GoogolT1)",
+                                               "Text",
+                                               "GSM",
+                                               "RSM-02",
+                                               "Robofon (RBM600) Export",
+                                               "SOS Access XML (Mini)",
+                                               "Aptus XML (Mini)",
+                                               "Torvex SMS Confirmation File",
+                                               "SOS Access XML (V4)",
+                                               "Virtual Receiver (ROC)",
+                                               "Mail (POP3/SMTP)",
+                                               "Nordkeep File",
+                                               "Sur-Gard (MLR2-DG)"};
+
+struct ProtocolRow {
+    Protocol protocol;
+    TextView key;
+    ProtocolClass itsClass = ProtocolClass::Codes;
 };
 
-constexpr std::array<FormatRow, 14> kFormats = {{{"Robofon (RBM600)", true},
-                                                 {"Googol (GoogolT1)", true},
-                                                 {"Text", true},
-                                                 {"GSM", false},
-                                                 {"RSM-02", true},
-                                                 {"Robofon (RBM600) Export", true},
-                                                 {"SOS Access XML (Mini)", true},
-                                                 {"Aptus XML (Mini)", true},
-                                                 {"Torvex SMS Confirmation File", false},
-                                                 {"SOS Access XML (V4)", true},
-                                                 {"Virtual Receiver (ROC)", true},
-                                                 {"Mail (POP3/SMTP)", false},
-                                                 {"Nordkeep File", false},
-                                                 {"Sur-Gard (MLR2-DG)", true}}};
+constexpr std::array<ProtocolRow, kProtocolCount> kProtocols = {{
+    {Protocol::Nordkeep, "Nordkeep"},
+    {Protocol::Robofon, "Robofon"},
+    {Protocol::Futura, "Futura"},
+    {Protocol::L400, "L400"},
+    {Protocol::Franklin, "Franklin"},
+    {Protocol::LFS4, "LFS4"},
+    {Protocol::Ericsson, "Ericsson"},
+    {Protocol::Multidrop, "Multidrop"},
+    {Protocol::SIA, "SIA", ProtocolClass::SIA},
+    {Protocol::Antenna, "Antenna"},
+    {Protocol::P100, "P100"},
+    {Protocol::Electrolux, "Electrolux"},
+    {Protocol::ContactID, "ContactID", ProtocolClass::ContactID},
+    {Protocol::L400Speak, "L400Speak"},
+    {Protocol::EricssonTT, "EricssonTT"},
+    {Protocol::Pensionar, "Pensionar"},
+    {Protocol::Stentofon, "Stentofon"},
+    {Protocol::SMS, "SMS", ProtocolClass::Texts},
+    {Protocol::Googol, "Googol", ProtocolClass::Texts},
+    {Protocol::LA100, "LA100"},
+    {Protocol::SOSAccess, "SOSAccess"},
+    {Protocol::PlainText, "Text", ProtocolClass::Texts},
+    {Protocol::Ademco, "Ademco"},
+    {Protocol::CLID, "CLID"},
+    {Protocol::SOSXMLMini, "SOSXMLMini"},
+    {Protocol::AntennaRBM, "AntennaRBM"},
+    {Protocol::STT, "STT"},
+    {Protocol::L400RBM, "L400RBM"},
+    {Protocol::Scancom, "Scancom"},
+    {Protocol::TMA2, "TMA2"},
+    {Protocol::AptusXMLMini, "AptusXMLMini"},
+    {Protocol::Linjefel, "Linjefel"},
+    {Protocol::AdemcoExpress, "AdemcoExpress"},
+    {Protocol::SOSXMLv4, "SOSXMLv4"},
+    {Protocol::VirtualReceiver, "VirtualReceiver"},
+    {Protocol::TM2TAM2, "TM2-TAM2"},
+    {Protocol::HEP100, "HE-P100"},
+    {Protocol::HEP100Raw, "HE-P100-RAW"},
+    {Protocol::FILE, "FILE"},
+    {Protocol::MAIL, "MAIL"},
+    {Protocol::MultiComXML, "MultiComXML"},
+}};
 
-const FormatRow& RowOf(MessageFormat format) {
-    return kFormats[static_cast<std::size_t>(format)];
+/// A row is found by its number, so each stands where its number says.
+constexpr bool StandInOrder() {
+    for (int number = 0; number < kProtocolCount; ++number) {
+        if (NumberOf(kProtocols[static_cast<std::size_t>(number)].protocol) != number) return false;
+    }
+    return true;
+}
+static_assert(StandInOrder());
+
+const ProtocolRow& RowOf(Protocol protocol) {
+    return kProtocols[static_cast<std::size_t>(NumberOf(protocol))];
 }
 
 }  // namespace
@@ -49,11 +103,15 @@ std::optional<MessageFormat> ParseMessageFormat(int number) {
 }
 
 TextView NameOf(MessageFormat format) {
-    return RowOf(format).name;
+    return kFormats[static_cast<std::size_t>(format)];
 }
 
-bool IsTelegramFormat(MessageFormat format) {
-    return RowOf(format).isTelegramFormat;
+TextView ProtocolKey(Protocol protocol) {
+    return IsKnown(protocol) ? RowOf(protocol).key : TextView();
+}
+
+ProtocolClass ClassOf(Protocol protocol) {
+    return IsKnown(protocol) ? RowOf(protocol).itsClass : ProtocolClass::Codes;
 }
 
 int SlotLimit(PortType type) {

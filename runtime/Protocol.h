@@ -70,14 +70,38 @@ enum class Protocol : int {
     MultiComXML = 40
 };
 
+/// How many protocol numbers there are.
+inline constexpr int kProtocolCount = 41;
+
+/// What the codes of a protocol are, as far as the intake treats them in a way of their own.
+enum class ProtocolClass {
+    Codes,
+    Texts,      // messages that people have written
+    SIA,        // data codes of letters
+    ContactID,  // data codes of digits, with a qualifier
+};
+
+/// The number of a protocol in records and settings.
+constexpr int NumberOf(Protocol protocol) {
+    return static_cast<int>(protocol);
+}
+/// The protocol of a number from outside. A number without one stays what it is: it has no key and no sets.
+constexpr Protocol ProtocolOf(int number) {
+    return static_cast<Protocol>(number);
+}
+constexpr bool IsKnown(Protocol protocol) {
+    return NumberOf(protocol) >= 0 && NumberOf(protocol) < kProtocolCount;
+}
+/// The key of a protocol in the section Translate of a port's settings; empty for a number without one.
+TextView ProtocolKey(Protocol protocol);
+ProtocolClass ClassOf(Protocol protocol);
+
 /// The type that a word of a settings file names, in any case; none for any other word.
 std::optional<PortType> ParsePortType(TextView word);
 /// None for a number outside the table.
 std::optional<MessageFormat> ParseMessageFormat(int number);
 /// The name of a format as the logs show it.
 TextView NameOf(MessageFormat format);
-/// True when received bytes go to the telegram decoder; otherwise they are cut into lines.
-bool IsTelegramFormat(MessageFormat format);
 /// How many ports of a type can run: 16 serial lines, 8 of every other type.
 int SlotLimit(PortType type);
 

@@ -1,6 +1,7 @@
 #include "store/ActiveAlarms.h"
 
 #include "runtime/Fields.h"
+#include "runtime/Protocol.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -9,8 +10,8 @@ namespace nordkeep {
 namespace {
 
 // Numbers at which partners are compared in a way of their own.
-constexpr int kSIA = 8;
-constexpr int kContactID = 12;
+constexpr int kSIA = NumberOf(Protocol::SIA);
+constexpr int kContactID = NumberOf(Protocol::ContactID);
 constexpr TextView kRestoreQualifier = "3";
 
 /// What a hash stands for; the same texts in another role must not meet.

@@ -23,10 +23,10 @@ cIDCode* ObjectAt(const cTranslate& set, Position position) {
 }
 
 std::optional<CallerMatch> FindCallerAtPort(const PortBinding& port, TextView number) {
-    for (int translationNumber = 0; translationNumber < kProtocolCount; ++translationNumber) {
-        for (cTranslate* set : port.sets[static_cast<std::size_t>(translationNumber)]) {
+    for (int place = 0; place < kProtocolCount; ++place) {
+        for (cTranslate* set : port.SetsOf(ProtocolOf(place))) {
             cIDCode* object = ObjectAt(*set, set->index.FedByCaller(number));
-            if (object != nullptr) return CallerMatch{set, object, translationNumber};
+            if (object != nullptr) return CallerMatch{set, object, ProtocolOf(place)};
         }
     }
     return std::nullopt;

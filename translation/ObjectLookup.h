@@ -42,11 +42,11 @@ cIDCode* FindExactObject(const cTranslate& set, TextView idCode);
 /// The first type with exactly this code; none when the set has no such type.
 const cTypeCode* FindTypeCode(const cTranslate& set, TextView typeCode);
 
-/// An object that a call keeps alive, and the protocol number under which its set is bound.
+/// An object that a call keeps alive, and the protocol under which its set is bound.
 struct CallerMatch {
     cTranslate* set = nullptr;
     cIDCode* object = nullptr;
-    int translationNumber = 0;
+    Protocol protocol{};
 };
 
 /// The first object that takes calls from this number as a sign of life: the own port first, then all ports

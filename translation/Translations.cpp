@@ -15,18 +15,6 @@ namespace {
 
 constexpr int kNotObtainedText = 1094;
 
-constexpr std::array<TextView, kProtocolCount> kProtocolKeys = {
-    "Nordkeep",   "Robofon",   "Futura",       "L400",       "Franklin",      "LFS4",       "Ericsson",
-    "Multidrop",  "SIA",       "Antenna",      "P100",       "Electrolux",    "ContactID",  "L400Speak",
-    "EricssonTT", "Pensionar", "Stentofon",    "SMS",        "Googol",        "LA100",      "SOSAccess",
-    "Text",       "Ademco",    "CLID",         "SOSXMLMini", "AntennaRBM",    "STT",        "L400RBM",
-    "Scancom",    "TMA2",      "AptusXMLMini", "Linjefel",   "AdemcoExpress", "SOSXMLv4",   "VirtualReceiver",
-    "TM2-TAM2",   "HE-P100",   "HE-P100-RAW",  "FILE",       "MAIL",          "MultiComXML"};
-
-bool IsNumber(int translationNumber) {
-    return translationNumber >= 0 && translationNumber < kProtocolCount;
-}
-
 bool Holds(const std::vector<cTranslate*>& sets, TextView name) {
     return std::ranges::any_of(sets,
                                [name](const cTranslate* set) { return EqualsNoCase(set->m_FileName, name); });
@@ -38,11 +26,6 @@ bool HasChanged(const NativePath& path, OleDate readTime) {
 }
 
 }  // namespace
-
-TextView ProtocolKey(int translationNumber) {
-    return IsNumber(translationNumber) ? kProtocolKeys[static_cast<std::size_t>(translationNumber)]
-                                       : TextView();
-}
 
 cTranslate* Translations::Find(TextView name) const {
     const auto found =
@@ -67,11 +50,11 @@ cTranslate* Translations::FindOrReloadTranslation(TextView name, bool loadLastEv
 
 void Translations::ReLoadPortTranslations(PortBinding& port, bool loadLastEvents) {
     for (int number = 0; number < kProtocolCount; ++number) {
-        const auto place = static_cast<std::size_t>(number);
-        std::vector<cTranslate*>& sets = port.sets[place];
+        const TextView key = ProtocolKey(ProtocolOf(number));
+        std::vector<cTranslate*>& sets = port.SetsOf(ProtocolOf(number));
         sets.clear();
-        const Text names = needs_.files.ReadPortIni("Translate", ProtocolKey(number), {}, port.portName);
-        port.protocolNames[place] = names.empty() ? TextView() : ProtocolKey(number);
+        const Text names = needs_.files.ReadPortIni("Translate", key, {}, port.portName);
+        port.protocolNames[static_cast<std::size_t>(number)] = names.empty() ? TextView() : key;
         for (const Text& piece : Split(names, ',')) {
             const TextView name = TrimBlanks(piece);
             if (name.empty()) break;
@@ -120,11 +103,11 @@ void Translations::DeleteLastEvents() const {
     }
 }
 
-cTranslate* Translations::GetNextTranslation(const PortBinding* port, int translationNumber,
+cTranslate* Translations::GetNextTranslation(const PortBinding* port, Protocol protocol,
                                              const cTranslate* current) {
     if (port == nullptr) return current == nullptr ? &null_ : nullptr;
-    if (!IsNumber(translationNumber)) return nullptr;
-    const std::vector<cTranslate*>& sets = port->sets[static_cast<std::size_t>(translationNumber)];
+    if (!IsKnown(protocol)) return nullptr;
+    const std::vector<cTranslate*>& sets = port->SetsOf(protocol);
     auto next = sets.begin();
     if (current != nullptr) {
         next = std::find(sets.begin(), sets.end(), current);

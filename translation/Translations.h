@@ -18,9 +18,6 @@
 
 namespace nordkeep {
 
-/// Key of a protocol number (0 to 40) in the section Translate of a port's settings; empty for other numbers.
-TextView ProtocolKey(int translationNumber);
-
 /// All translation sets of this copy, shared by its ports: loaded from their files, reloaded in place with
 /// the state of supervision kept, and saved at a clean stop. On a client it is the mirror of the server's
 /// sets, which the network fills.
@@ -61,7 +58,7 @@ class Translations {
 
     /// The set behind `current` in the port's list for this number: the first when `current` is none, none at
     /// the end. Without a port it is the null translation and then none.
-    cTranslate* GetNextTranslation(const PortBinding* port, int translationNumber, const cTranslate* current);
+    cTranslate* GetNextTranslation(const PortBinding* port, Protocol protocol, const cTranslate* current);
 
     /// True when the .IDCode or .TypeCode file of a loaded set has another time than when it was read.
     bool HaveFilesChanged() const;

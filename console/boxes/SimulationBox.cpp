@@ -50,7 +50,7 @@ void SimulationBox::Raise(const SimulatedAlarm& wanted) {
                                        .DefaultAlarmCode = wanted.alarmCode,
                                        .ExtraText = Marked(wanted.extraText),
                                        .PortObject = hasPort ? ports[wanted.port - 1].event : nullptr,
-                                       .TranslationNumberToUse = wanted.protocol,
+                                       .TranslationNumberToUse = ProtocolOf(wanted.protocol),
                                        .RawAlarmCode = wanted.alarmCode});
 }
 

@@ -33,11 +33,11 @@ void TakeNumberAsCode(DecodedEvent& decoded, const CallSettings& settings) {
     decoded.labelTexts = {kTextCaller};
     decoded.event.DefaultType = LeadingInt16(settings.CLIdTranslatedDefaultAliveTestType);
     decoded.event.DefaultAlarmCode = decoded.event.Originator;
-    decoded.event.TranslationNumberToUse = static_cast<int>(Protocol::CLID);
+    decoded.event.TranslationNumberToUse = Protocol::CLID;
 }
 
 void TakeObject(DecodedEvent& decoded, const CallSettings& settings, const CallerMatch& match) {
-    const auto protocol = static_cast<Protocol>(match.translationNumber);
+    const Protocol protocol = match.protocol;
     const Text& type = TypeOf(protocol, settings);
     const Text mark = protocol == Protocol::SIA ? "#" : "";
     decoded.labelTexts = {};
@@ -46,7 +46,7 @@ void TakeObject(DecodedEvent& decoded, const CallSettings& settings, const Calle
     event.DefaultType = LeadingInt16(type);
     event.DefaultAlarmCode = mark + match.object->m_IdCode + type;
     event.ObjectID = match.object->m_IdCode;
-    event.TranslationNumberToUse = match.translationNumber;
+    event.TranslationNumberToUse = protocol;
     event.SpecificTranslationToUse = match.set;
     event.ForcedTypeCode = type;
 }

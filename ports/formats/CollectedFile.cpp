@@ -59,7 +59,7 @@ std::optional<DecodedEvent> DecodeFileLine(TextView line, int, OleDate now) {
                                   .DefaultAlarmCode = field(kCode),
                                   .ExtraText = field(7),
                                   .Originator = field(8),
-                                  .TranslationNumberToUse = static_cast<int>(Protocol::FILE),
+                                  .TranslationNumberToUse = Protocol::FILE,
                                   .RawAlarmCode = Text(line)}};
 }
 

@@ -68,7 +68,7 @@ TelegramStep TextFrameStep(TextView received, const GoogolSettings& settings, Ol
     IncomingEvent& event = step.events.emplace_back().event;
     event.AlarmTime = now;
     event.ProtocolType = kTextLabel;
-    event.TranslationNumberToUse = static_cast<int>(Protocol::PlainText);
+    event.TranslationNumberToUse = Protocol::PlainText;
     TakeText(event, TrimBlanks(received.substr(1, end - 1)), settings);
     return step;
 }
@@ -88,7 +88,7 @@ void DecodeFrame(TelegramStep& step, TextView frame, const GoogolSettings& setti
     for (const ClassRow& row : kClasses) {
         if (row.code != ByteAt(frame, kClassAt)) continue;
         decoded.labelTexts[0] = row.labelText;
-        decoded.event.TranslationNumberToUse = static_cast<int>(row.protocol);
+        decoded.event.TranslationNumberToUse = row.protocol;
     }
 }
 

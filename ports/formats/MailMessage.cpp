@@ -255,7 +255,7 @@ TelegramStep HandleMailMessage(TextView bytes, TextView envelopeSender, const Ma
                         .ExtraText = std::move(parts.text),
                         .Originator = mail.from.empty() ? Text(envelopeSender) : mail.from,
                         .ObjectID = mail.subject,
-                        .TranslationNumberToUse = static_cast<int>(Protocol::MAIL)};
+                        .TranslationNumberToUse = Protocol::MAIL};
     return {.events = {{.event = std::move(event), .labelTexts = {kTextMail}}}};
 }
 

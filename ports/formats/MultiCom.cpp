@@ -81,7 +81,7 @@ class Decoding {
     DecodedEvent NewEvent(int labelText, Protocol protocol) const {
         DecodedEvent decoded{.event = telegram_.common, .labelTexts = {labelText}};
         if (!elements_.link.empty()) decoded.labelTexts[1] = kTextHasLink;
-        decoded.event.TranslationNumberToUse = static_cast<int>(protocol);
+        decoded.event.TranslationNumberToUse = protocol;
         decoded.event.RawAlarmCode = telegram_.document;
         decoded.event.URL = elements_.link;
         return decoded;

@@ -71,7 +71,7 @@ void SetProtocol(DecodedEvent& decoded, char classCode) {
     for (const ClassRow& row : kClasses) {
         if (row.code != classCode) continue;
         decoded.labelTexts[0] = row.labelText;
-        decoded.event.TranslationNumberToUse = static_cast<int>(row.protocol);
+        decoded.event.TranslationNumberToUse = row.protocol;
     }
 }
 

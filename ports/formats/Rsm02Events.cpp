@@ -117,7 +117,7 @@ class Decoding {
     DecodedEvent NewEvent(const ClassRow& row) const {
         DecodedEvent decoded{.event = common_, .labelTexts = row.labelTexts};
         if (telegram_.classCode == kOwnClass) decoded.event.ProtocolType = kOwnProtocol;
-        decoded.event.TranslationNumberToUse = static_cast<int>(row.protocol);
+        decoded.event.TranslationNumberToUse = row.protocol;
         return decoded;
     }
 

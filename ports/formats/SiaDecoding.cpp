@@ -97,7 +97,7 @@ class Decoding {
     /// What every event of the message has in common.
     IncomingEvent Common() const {
         return {.Originator = message_.sender,
-                .TranslationNumberToUse = static_cast<int>(Protocol::SIA),
+                .TranslationNumberToUse = Protocol::SIA,
                 .LineCardNumber = message_.receiverLine,
                 .MessageIsFollowedBySpeech = message_.isFollowedBySpeech,
                 .RawAlarmCode = raw_,

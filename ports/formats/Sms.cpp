@@ -110,7 +110,7 @@ std::optional<DecodedEvent> DecodeSms(TextView answer, const SmsSettings& settin
                                   .DefaultAlarmCode = Letters(parts.code, settings),
                                   .ExtraText = Letters(parts.text, settings),
                                   .Originator = sender,
-                                  .TranslationNumberToUse = static_cast<int>(Protocol::SMS),
+                                  .TranslationNumberToUse = Protocol::SMS,
                                   .RawAlarmCode = Letters(body, settings)},
                         .labelTexts = {kTextGsm}};
 }
@@ -126,9 +126,7 @@ Text CallerNumber(TextView line, const SmsSettings& settings) {
 }
 
 DecodedEvent CallEvent(const Text& number, OleDate now) {
-    return {.event = {.AlarmTime = now,
-                      .DefaultAlarmCode = number,
-                      .TranslationNumberToUse = static_cast<int>(Protocol::SMS)},
+    return {.event = {.AlarmTime = now, .DefaultAlarmCode = number, .TranslationNumberToUse = Protocol::SMS},
             .labelTexts = {kTextGsm}};
 }
 

@@ -162,7 +162,7 @@ TelegramStep ContactIdStep(TextView message, const SurGardSettings& settings, Ol
     DecodedEvent& decoded = step.events.front();
     decoded.labelTexts = {kTextContactId};
     decoded.event.DefaultAlarmCode = ContactIdCode(message, settings.MLR2QualifierAsNumber);
-    decoded.event.TranslationNumberToUse = static_cast<int>(Protocol::ContactID);
+    decoded.event.TranslationNumberToUse = Protocol::ContactID;
     return step;
 }
 
@@ -171,7 +171,7 @@ TelegramStep RobofonStep(TextView message, OleDate now) {
     DecodedEvent& decoded = step.events.front();
     decoded.labelTexts = {kTextRobofon};
     decoded.event.DefaultAlarmCode = Text(Between(message, 9, 14)) += Between(message, 19, 20);
-    decoded.event.TranslationNumberToUse = static_cast<int>(Protocol::Robofon);
+    decoded.event.TranslationNumberToUse = Protocol::Robofon;
     return step;
 }
 

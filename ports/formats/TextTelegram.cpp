@@ -31,7 +31,7 @@ IncomingEvent MakeEvent(const Text& message, const TextTelegramSettings& setting
             .ProtocolType = kLabel,
             .DefaultAlarmCode = OnOneLine(parts.code, lineFeedBecomes),
             .ExtraText = OnOneLine(parts.text, lineFeedBecomes),
-            .TranslationNumberToUse = static_cast<int>(Protocol::PlainText),
+            .TranslationNumberToUse = Protocol::PlainText,
             .RawAlarmCode = message};
 }
 

@@ -59,14 +59,13 @@ void HandleRocipXml(TelegramStep& step, TextView text, OleDate now) {
     const auto find = [](TextView in) { return FindXmlElement(in, "rocip100", XmlNames::Exact); };
     for (auto element = find(text); element; element = find(text)) {
         const auto get = [&](TextView name) { return GetXmlElement(element->inner, name, XmlNames::Exact); };
-        step.events.push_back(
-            {.event = {.AlarmTime = now,
-                       .DefaultType = TypeNumber(get("EventCode")),
-                       .DefaultAlarmCode = get("site"),
-                       .ExtraText = get("EventText"),
-                       .TranslationNumberToUse = static_cast<int>(Protocol::VirtualReceiver),
-                       .XMLDocument = Text(element->inner)},
-             .labelTexts = {kTextLabel}});
+        step.events.push_back({.event = {.AlarmTime = now,
+                                         .DefaultType = TypeNumber(get("EventCode")),
+                                         .DefaultAlarmCode = get("site"),
+                                         .ExtraText = get("EventText"),
+                                         .TranslationNumberToUse = Protocol::VirtualReceiver,
+                                         .XMLDocument = Text(element->inner)},
+                               .labelTexts = {kTextLabel}});
         text.remove_prefix(element->end);
     }
 }

@@ -49,7 +49,7 @@ void HandleMini(TelegramStep& step, const Document& document, const MiniForm& fo
                                      .DefaultAlarmCode = document.Get(form.codeElement),
                                      .ExtraText = document.Get(form.textElement),
                                      .Originator = document.Get("Anvandare"),
-                                     .TranslationNumberToUse = static_cast<int>(form.protocol)},
+                                     .TranslationNumberToUse = form.protocol},
                            .labelTexts = {form.labelText}});
     step.reply += "<larmtelegramkvittens><larmid>" + document.Get("LarmId") +
                   "</larmid><status>0</status></larmtelegramkvittens>";
@@ -62,7 +62,7 @@ void HandleAlarmRequest(TelegramStep& step, const Document& document) {
                                      .DefaultAlarmCode = document.Get("TransmitterCode"),
                                      .ExtraText = document.Get("EventText"),
                                      .Originator = document.Get("Authentication"),
-                                     .TranslationNumberToUse = static_cast<int>(Protocol::SOSXMLv4),
+                                     .TranslationNumberToUse = Protocol::SOSXMLv4,
                                      .XMLDocument = Text(document.element.inner)},
                            .labelTexts = {kLabel}});
     step.reply += kHead + ("<alarmresponse><reference>" + document.Get("Reference")) +

@@ -57,8 +57,9 @@ std::vector<Deadline> ClockChangesTest::Deadlines() {
          [this] { Scan(); }, [this] { return Yard().m_ServiceMode == 0; }},
         {"parked reset", "UnAssociatedResetEventsTimeout=3600\r\n", 60,
          [this] {
-             running->intake.HandleIncomingEvent(
-                 {.DefaultAlarmCode = "100103", .PortObject = &port, .TranslationNumberToUse = 1});
+             running->intake.HandleIncomingEvent({.DefaultAlarmCode = "100103",
+                                                  .PortObject = &port,
+                                                  .TranslationNumberToUse = Protocol::Robofon});
          },
          [this] { running->parked.Tick(time.Now()); }, [this] { return All().size() == 1; }},
         {"delayed acknowledge", "AutoAckResetEvents=2\r\nAutoAckResetEventsTimeout=60\r\n", 60,

@@ -74,7 +74,7 @@ TEST_F(IntakeTest, LogsAndKeepsCodesApart) {
                                   .DefaultAlarmCode = "1001;1",
                                   .ExtraText = " door; open ",
                                   .PortObject = &port,
-                                  .TranslationNumberToUse = 1,
+                                  .TranslationNumberToUse = Protocol::Robofon,
                                   .LineCardNumber = "2:1",
                                   .MessageIsFollowedBySpeech = true});
     EXPECT_EQ(alarm.m_AlarmCode, "1001;1");
@@ -113,7 +113,7 @@ TEST_F(IntakeTest, DecodesSIAByItsDataCodes) {
                        .ExtraText = "text",
                        .ObjectID = "001234",
                        .PortObject = &port,
-                       .TranslationNumberToUse = kTranslateSIA,
+                       .TranslationNumberToUse = Protocol::SIA,
                        .SIAModifier = "ri1,zz2",
                        .SIABlockType = block,
                        .SIAPrefixText = "in front",
@@ -143,7 +143,7 @@ TEST_F(IntakeTest, DecodesContactIDByQualifierAndClass) {
                        .ProtocolType = "Contact ID",
                        .DefaultAlarmCode = code,
                        .PortObject = &port,
-                       .TranslationNumberToUse = kTranslateContactID});
+                       .TranslationNumberToUse = Protocol::ContactID});
     };
     struct Case {
         const char* code;

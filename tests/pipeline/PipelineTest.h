@@ -58,7 +58,7 @@ class PipelineTest : public ::testing::Test {
                        .DefaultAlarmCode = code,
                        .Originator = originator,
                        .PortObject = &port,
-                       .TranslationNumberToUse = 1});
+                       .TranslationNumberToUse = Protocol::Robofon});
     }
     /// The last record of the list once the event has been taken in.
     cAlarm& TakeIn(const IncomingEvent& event) {

@@ -104,7 +104,7 @@ TEST_F(ResetsTest, EarlyResetIsParkedUntilItsAlarmComes) {
     running->intake.HandleIncomingEvent({.AlarmTime = time.Now(),
                                          .DefaultAlarmCode = "100103",
                                          .PortObject = &port,
-                                         .TranslationNumberToUse = 1});
+                                         .TranslationNumberToUse = Protocol::Robofon});
     EXPECT_TRUE(All().empty());
     EXPECT_FALSE(running->parked.IsEmpty());
     const OleDate arrived = time.Now();
@@ -122,7 +122,7 @@ TEST_F(ResetsTest, ParkedResetAppearsWhenItsTimeIsOut) {
     folder.Write("Settings\\Town.IDCode", "FORMAT=1,4,0,0,5,2\r\n1002;Pump;;;;;;;;1001\r\n");
     Start();
     running->intake.HandleIncomingEvent(
-        {.DefaultAlarmCode = "100103", .PortObject = &port, .TranslationNumberToUse = 1});
+        {.DefaultAlarmCode = "100103", .PortObject = &port, .TranslationNumberToUse = Protocol::Robofon});
     AdvanceSeconds(10);
     running->parked.Tick(time.Now());
     EXPECT_TRUE(All().empty());
@@ -130,7 +130,7 @@ TEST_F(ResetsTest, ParkedResetAppearsWhenItsTimeIsOut) {
     running->parked.Tick(time.Now());
     EXPECT_EQ(All().size(), 1u);
     running->intake.HandleIncomingEvent(
-        {.DefaultAlarmCode = "100103", .PortObject = &port, .TranslationNumberToUse = 1});
+        {.DefaultAlarmCode = "100103", .PortObject = &port, .TranslationNumberToUse = Protocol::Robofon});
     running->parked.DispatchAll();
     EXPECT_EQ(All().size(), 2u) << "a clean stop loses none";
 }

@@ -47,7 +47,7 @@ inline Text Facts(const DecodedEvent& decoded, OleDate now) {
     add("text", Shown(e.ExtraText));
     add("caller", Shown(e.Originator));
     add("object", Shown(e.ObjectID));
-    add("number", std::to_string(e.TranslationNumberToUse));
+    add("number", std::to_string(NumberOf(e.TranslationNumberToUse)));
     add("set", e.SpecificTranslationToUse ? "given" : "");
     add("line", e.LineCardNumber);
     add("speech", e.MessageIsFollowedBySpeech ? "yes" : "");
@@ -161,7 +161,7 @@ inline void ExpectWithstands(const NewDecoder& newDecoder, const std::vector<Tex
 /// What a record is made from, without the time; enough to tell two events apart.
 inline Text Summary(const IncomingEvent& event) {
     return event.DefaultAlarmCode + "|" + event.ExtraText + "|" + event.LineCardNumber + "|" +
-           std::to_string(event.TranslationNumberToUse) + "|" + event.RawAlarmCode +
+           std::to_string(NumberOf(event.TranslationNumberToUse)) + "|" + event.RawAlarmCode +
            (event.MessageIsFollowedBySpeech ? "|speech" : "");
 }
 

@@ -32,7 +32,7 @@ TEST(FileLine, HasATimeAndNumbersOrDoesWithout) {
         EXPECT_EQ(decoded->event.DefaultAlarmCode, "100");
         EXPECT_EQ(decoded->event.ExtraText, "Text");
         EXPECT_EQ(decoded->event.Originator, "Me");
-        EXPECT_EQ(decoded->event.TranslationNumberToUse, 38);
+        EXPECT_EQ(decoded->event.TranslationNumberToUse, Protocol::FILE);
         EXPECT_EQ(decoded->event.RawAlarmCode, c.line);
     }
     EXPECT_FALSE(DecodeFileLine("no fields at all", 1, kNow));

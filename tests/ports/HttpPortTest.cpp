@@ -46,7 +46,7 @@ TEST(PollReply, HasEventsUntilItsCut) {
     EXPECT_EQ(event.DefaultType, 7);
     EXPECT_EQ(event.DefaultAlarmCode, "100");
     EXPECT_EQ(event.ExtraText, "T");
-    EXPECT_EQ(event.TranslationNumberToUse, 34);
+    EXPECT_EQ(event.TranslationNumberToUse, Protocol::VirtualReceiver);
 }
 
 TEST(PollReply, TenWithoutANumberStartTheQueueAnew) {

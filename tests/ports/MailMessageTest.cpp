@@ -140,7 +140,7 @@ TEST(MailEvent, SplitsTheFirstLine) {
         EXPECT_EQ(event.ExtraText, c.text) << c.body;
         EXPECT_EQ(event.Originator, "a@b");
         EXPECT_EQ(event.ObjectID, "S");
-        EXPECT_EQ(event.TranslationNumberToUse, 39);
+        EXPECT_EQ(event.TranslationNumberToUse, Protocol::MAIL);
         EXPECT_EQ(step.events[0].labelTexts[0], 1156);
     }
     EXPECT_EQ(HandleMailMessage("\r\nx", "env@c", {}, kNow).events.at(0).event.Originator, "env@c");

@@ -12,7 +12,7 @@ Text Decoded(const Text& answer, const SmsSettings& settings = {}) {
     const auto decoded = DecodeSms(answer, settings, kNow);
     if (!decoded) return "none";
     EXPECT_EQ(decoded->labelTexts[0], 1038);
-    EXPECT_EQ(decoded->event.TranslationNumberToUse, 17);
+    EXPECT_EQ(decoded->event.TranslationNumberToUse, Protocol::SMS);
     return decoded->event.Originator + "|" + decoded->event.DefaultAlarmCode + "|" + decoded->event.ExtraText;
 }
 

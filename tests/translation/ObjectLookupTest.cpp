@@ -113,7 +113,7 @@ TEST(ObjectLookup, FindsTheCallerAtTheOwnPortFirst) {
     EXPECT_FALSE(FindCaller(own, ports, "999"));
     EXPECT_FALSE(FindCaller(own, ports, ""));
     EXPECT_EQ(FindCaller(own, ports, "070")->object->m_IdCode, "S");
-    EXPECT_EQ(FindCaller(own, ports, "070")->translationNumber, 12);
+    EXPECT_EQ(FindCaller(own, ports, "070")->protocol, Protocol::ContactID);
     EXPECT_EQ(FindCaller(other, ports, "070")->set, &first);
     EXPECT_EQ(FindCaller(other, ports, "071")->object->m_IdCode, "T");
 }

@@ -46,15 +46,17 @@ TEST_F(TranslationsTest, WalksThePortsSetsInOrder) {
     cTranslate* b = translations.Find("B");
     ASSERT_TRUE(a && b);
     EXPECT_EQ(port.sets[1].at(0), b) << "two lists share one set";
-    EXPECT_EQ(translations.GetNextTranslation(&port, 8, nullptr), a);
-    EXPECT_EQ(translations.GetNextTranslation(&port, 8, a), b);
-    EXPECT_EQ(translations.GetNextTranslation(&port, 8, b), nullptr);
-    EXPECT_EQ(translations.GetNextTranslation(&port, 1, a), nullptr);
+    EXPECT_EQ(translations.GetNextTranslation(&port, Protocol::SIA, nullptr), a);
+    EXPECT_EQ(translations.GetNextTranslation(&port, Protocol::SIA, a), b);
+    EXPECT_EQ(translations.GetNextTranslation(&port, Protocol::SIA, b), nullptr);
+    EXPECT_EQ(translations.GetNextTranslation(&port, Protocol::Robofon, a), nullptr);
     for (const int unbound : {-1, 0, 41}) {
-        EXPECT_EQ(translations.GetNextTranslation(&port, unbound, nullptr), nullptr);
+        EXPECT_EQ(translations.GetNextTranslation(&port, ProtocolOf(unbound), nullptr), nullptr);
     }
-    EXPECT_EQ(translations.GetNextTranslation(nullptr, 8, nullptr), &translations.NullTranslation());
-    EXPECT_EQ(translations.GetNextTranslation(nullptr, 8, &translations.NullTranslation()), nullptr);
+    EXPECT_EQ(translations.GetNextTranslation(nullptr, Protocol::SIA, nullptr),
+              &translations.NullTranslation());
+    EXPECT_EQ(translations.GetNextTranslation(nullptr, Protocol::SIA, &translations.NullTranslation()),
+              nullptr);
 }
 
 TEST_F(TranslationsTest, ReloadsInPlaceAndInFileOrder) {
