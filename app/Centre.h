@@ -9,8 +9,8 @@
 #include "console/lists/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Core.h"
+#include "ports/FieldMap.h"
 #include "ports/PortList.h"
-#include "ports/formats/FieldMap.h"
 
 namespace nordkeep {
 
@@ -61,6 +61,16 @@ class Centre {
     void CloseNetwork();
     void RemoveScratchFiles();
 
+    /// Ports ask whether the store still has events to write.
+    class StoredByStore final : public StoredEvents {
+     public:
+        explicit StoredByStore(const EventStore& store) : store_(store) {}
+        bool AreAllStored() const override { return store_.UnsavedCount() == 0; }
+
+     private:
+        const EventStore& store_;
+    };
+
     Workplace::Needs WorkplaceNeeds();
     void SetClocks();
     void SendOnPort(const Text& portName, TextView bytes);
@@ -86,6 +96,8 @@ class Centre {
     DeskLink desk_{};
     Core core_;
     Workplace workplace_;
+    StoredByStore stored_;
+    CommWait commWait_;
     PortParts portParts_;
     PortList ports_{};
     SimulationBox simulation_;

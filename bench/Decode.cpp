@@ -1,6 +1,6 @@
 // Messages a second that each line format decodes, beside a copy of the same bytes.
 
-#include "ports/formats/LineFormat.h"
+#include "ports/LineFormats.h"
 #include "tests/doubles/TempFolder.h"
 #include "tools/Telegrams.h"
 
@@ -60,6 +60,10 @@ std::size_t Decode(LineFormat& format, const Text& telegram) {
     return events;
 }
 
+struct NoCallers final : CallerBook {
+    std::optional<KnownCaller> FindCaller(TextView) const override { return std::nullopt; }
+};
+
 volatile char kept = 0;
 
 void Measure(const FormatRow& row, const FormatParts& parts) {
@@ -88,6 +92,9 @@ int main() {
     const TempFolder folder;
     const Settings files(folder.Tree());
     const Language language;
-    const FormatParts parts{.files = files, .language = language, .portName = "Port1"};
+    const NoCallers callers;
+    ExportQueues exports;
+    const FormatParts parts{
+        .files = files, .language = language, .portName = "Port1", .callers = callers, .exports = exports};
     for (const FormatRow& row : kRows) Measure(row, parts);
 }

@@ -12,11 +12,7 @@ namespace nordkeep {
 namespace {
 
 Text Telegram() {
-    const Text inner = Text(
-                           "  P2405171345\x11"
-                           "010000103") +
-                       '\x03';
-    return '\x02' + inner + XorOf(inner);
+    return EncodeRobofon({.timeOrFirstPart = "2405171345", .status = '\x11', .id = "10000103"});
 }
 
 cAlarm SampleAlarm() {

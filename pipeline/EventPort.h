@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/SettingRow.h"
 #include "translation/PortBinding.h"
 
 namespace nordkeep {
@@ -13,12 +14,14 @@ struct EventPort {
     int m_DefaultSIAPrioO = 0;
     int m_DefaultTorvexAckSMSPrio = 1;
     bool m_UseSenderAsIDCode = false;
-    Text m_CLIdUnknownIDCodeAliveTestType{};
-    Text m_CLIdUnknownIDCodeAliveTestPrio{};
-    Text m_CLIdTranslatedSIAAliveTestTypeReset{};
-    Text m_CLIdTranslatedContactIDAliveTestTypeReset{};
-    Text m_CLIdTranslatedDefaultAliveTestTypeReset{};
+    Text m_CLIdUnknownIDCodeAliveTestType{"00"};
+    Text m_CLIdUnknownIDCodeAliveTestPrio{"-1"};
+    Text m_CLIdTranslatedSIAAliveTestTypeReset{"99"};
+    Text m_CLIdTranslatedContactIDAliveTestTypeReset{"99"};
+    Text m_CLIdTranslatedDefaultAliveTestTypeReset{"99"};
     PortBinding binding{};
 };
+
+std::span<const SettingRow<EventPort>> EventPortRows();
 
 }  // namespace nordkeep

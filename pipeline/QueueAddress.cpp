@@ -15,13 +15,6 @@ bool StartsWith(TextView text, TextView start) {
     return EqualsNoCase(text.substr(0, start.size()), start);
 }
 
-std::optional<int> HexDigit(char digit) {
-    if (digit >= '0' && digit <= '9') return digit - '0';
-    const char upper = UpperCase(digit);
-    if (upper >= 'A' && upper <= 'F') return upper - 'A' + 10;
-    return std::nullopt;
-}
-
 /// UTF-8 of a part of a URL; none for a broken escape. NUL ends a text for the broker's library, so it has no
 /// place here.
 std::optional<std::string> Unescape(TextView part) {
@@ -32,10 +25,10 @@ std::optional<std::string> Unescape(TextView part) {
             continue;
         }
         if (at + 2 >= part.size()) return std::nullopt;
-        const auto high = HexDigit(part[at + 1]);
-        const auto low = HexDigit(part[at + 2]);
-        if (!high || !low) return std::nullopt;
-        plain += static_cast<char>(*high * 16 + *low);
+        const int high = HexDigit(part[at + 1]);
+        const int low = HexDigit(part[at + 2]);
+        if (high < 0 || low < 0) return std::nullopt;
+        plain += static_cast<char>(high * 16 + low);
         at += 2;
     }
     if (plain.find('\0') != std::string::npos) return std::nullopt;

@@ -26,7 +26,7 @@ void PortList::Discover(const PortParts& parts) {
     for (const Text& name : PortNames(parts.dataFolder)) {
         const Text type = parts.settings.ReadPortIni("General", "PortType", "NONE", name);
         if (EqualsNoCase(TrimBlanks(type), "NONE")) continue;
-        auto port = std::make_unique<cPort>(parts, name);
+        auto port = std::make_unique<cPort>(parts, *this, name);
         const bool isUsable = port->InitializePort();
         if (ports_.size() >= kMostPorts) continue;
         if (isUsable) AssignSlot(parts, *port);

@@ -2,14 +2,14 @@
 
 namespace nordkeep {
 
-void ReplyQueue::SendInOrder(Text reply, Then then) {
-    if (reply.empty() && then == Then::GoOn) return;
-    replies_.push_back({nextTicket_++, std::move(reply), State::Ready, then});
+void ReplyQueue::SendInOrder(Text reply, Behind behind) {
+    if (reply.empty() && behind == Behind::StayUp) return;
+    replies_.push_back({nextTicket_++, std::move(reply), State::Ready, behind});
     SendReady();
 }
 
-ReplyQueue::Ticket ReplyQueue::Hold(Text reply, Then then) {
-    replies_.push_back({nextTicket_, std::move(reply), State::Waiting, then});
+ReplyQueue::Ticket ReplyQueue::Hold(Text reply, Behind behind) {
+    replies_.push_back({nextTicket_, std::move(reply), State::Waiting, behind});
     return nextTicket_++;
 }
 
@@ -27,13 +27,11 @@ void ReplyQueue::SendReady() {
     while (!replies_.empty() && replies_.front().state != State::Waiting && !hangsUp) {
         if (replies_.front().state == State::Ready) together += replies_.front().bytes;
         // Also without its reply: a closed line tells the sender to try again.
-        hangsUp = replies_.front().then == Then::HangUp;
+        hangsUp = replies_.front().behind == Behind::HangUp;
         replies_.pop_front();
     }
-    if (!together.empty()) send_(together);
-    if (!hangsUp) return;
-    Clear();
-    hangUp_();
+    if (hangsUp) Clear();
+    if (hangsUp || !together.empty()) sender_.SendReply(together, hangsUp ? Behind::HangUp : Behind::StayUp);
 }
 
 void ReplyQueue::Clear() {

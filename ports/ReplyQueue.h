@@ -1,12 +1,19 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "ports/lines/Line.h"
 
 #include <cstdint>
 #include <deque>
-#include <functional>
 
 namespace nordkeep {
+
+/// Puts replies on the line.
+class ReplySender {
+ public:
+    virtual ~ReplySender() = default;
+    /// `bytes` may be empty ahead of a hang-up.
+    virtual void SendReply(TextView bytes, Behind behind) = 0;
+};
 
 /// The replies of one line, in the order of what they answer. A reply to an event waits until the event is
 /// safely stored; one that answers nothing stored leaves at once unless an earlier one still waits.
@@ -14,15 +21,11 @@ class ReplyQueue {
  public:
     using Ticket = std::uint64_t;
 
-    enum class Then { GoOn, HangUp };
+    explicit ReplyQueue(ReplySender& sender) : sender_(sender) {}
 
-    explicit ReplyQueue(
-        std::function<void(TextView)> send, std::function<void()> hangUp = [] {})
-        : send_(std::move(send)), hangUp_(std::move(hangUp)) {}
-
-    void SendInOrder(Text reply, Then then = Then::GoOn);
+    void SendInOrder(Text reply, Behind behind = Behind::StayUp);
     /// Holds a reply back until Settle.
-    Ticket Hold(Text reply, Then then = Then::GoOn);
+    Ticket Hold(Text reply, Behind behind = Behind::StayUp);
     /// Lets a held reply go, or drops it when its event could not be stored. A ticket from before Clear is
     /// ignored.
     void Settle(Ticket ticket, bool isStored);
@@ -35,13 +38,12 @@ class ReplyQueue {
         Ticket ticket;
         Text bytes;
         State state;
-        Then then;
+        Behind behind;
     };
 
     void SendReady();
 
-    std::function<void(TextView)> send_;
-    std::function<void()> hangUp_;
+    ReplySender& sender_;
     std::deque<Reply> replies_{};
     Ticket nextTicket_ = 1;
 };

@@ -6,17 +6,13 @@
 namespace nordkeep {
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 int Saturated(std::int64_t number, std::int64_t low, std::int64_t high) {
     return static_cast<int>(std::clamp(number, low, high));
 }
 
 }  // namespace
 
-Text GetField(TextView text, long number, TextView delimiter) {
+Text GetField(TextView text, std::size_t number, TextView delimiter) {
     if (delimiter.empty()) return number == 0 ? Text(text) : Text();
     std::size_t start = 0;
     std::size_t end = text.find(delimiter);

@@ -7,10 +7,21 @@
 
 namespace nordkeep {
 
+/// One of 0 to 9.
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+/// The value of a hexadecimal digit in either case; below 0 for any other character.
+constexpr int HexDigit(char c) {
+    if (IsDigit(c)) return c - '0';
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
 /// Field `number` (from 0) of a text that `delimiter` separates; empty when there are too few fields.
 /// Of a delimiter longer than one character only the first character is skipped, so its tail starts the
 /// next field. With an empty delimiter field 0 is the whole text.
-Text GetField(TextView text, long number, TextView delimiter);
+Text GetField(TextView text, std::size_t number, TextView delimiter);
 
 /// The whole number at the front of a text: blanks and tabs, one sign, digits. 0 when there is none; a
 /// fraction is dropped, and numbers beyond the range stop at its end.

@@ -2,18 +2,13 @@
 
 #include "platform/Text.h"
 #include "ports/formats/Crc16.h"
+#include "ports/formats/Robofon.h"
 
 #include <cctype>
 #include <ctime>
 
 namespace nordkeep::tools {
 namespace {
-
-std::string Padded(const std::string& text, std::size_t width) {
-    std::string padded = text.substr(0, width);
-    padded.resize(width, ' ');
-    return padded;
-}
 
 std::string TimeDigits() {
     const std::time_t now = std::time(nullptr);
@@ -23,25 +18,20 @@ std::string TimeDigits() {
     return {digits, std::strftime(digits, sizeof digits, "%y%m%d%H%M", &local)};
 }
 
-char Xor(const std::string& bytes) {
-    char sum = 0;
-    for (const char c : bytes) sum = static_cast<char>(sum ^ c);
-    return sum;
-}
-
 std::string Robofon(const TelegramOptions& options, const std::string& code) {
     // A short telegram carries the first eight characters of its code where a full one has the time.
     const bool isShort = options.kind == 'T' && options.classCode != '5';
-    const std::string first = isShort ? Padded(code, 8) + "  " : TimeDigits();
-    const std::string id = isShort ? Padded(code.size() > 8 ? code.substr(8) : "", 8) : Padded(code, 8);
+    const std::string first = isShort ? code.substr(0, 8) : TimeDigits();
+    const std::string id = !isShort ? code : code.size() > 8 ? code.substr(8) : "";
     const int status =
         (options.receiver & 7) << 4 | (options.isFollowedBySpeech ? 8 : 0) | (options.line & 7);
-    std::string body =
-        std::string("  ") + options.kind + first + static_cast<char>(status) + options.classCode;
-    body += id + '\x03';
-    char check = Xor(body);
-    if (options.hasWrongCheck) check = static_cast<char>(check ^ 0x55);
-    return '\x02' + body + check;
+    std::string telegram = EncodeRobofon({.kind = options.kind,
+                                          .timeOrFirstPart = first,
+                                          .status = static_cast<char>(status),
+                                          .classCode = options.classCode,
+                                          .id = id});
+    if (options.hasWrongCheck) telegram.back() = static_cast<char>(telegram.back() ^ 0x55);
+    return telegram;
 }
 
 std::string WithText(const TelegramOptions& options, const std::string& code) {

@@ -7,12 +7,6 @@ namespace {
 
 constexpr TextView kDefaultPair = "FFFFFF;000000";
 
-int HexDigit(char character) {
-    if (character >= '0' && character <= '9') return character - '0';
-    const char upper = UpperCase(character);
-    return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
-
 std::optional<Rgb> ParseHexColor(TextView text) {
     if (text.size() != 6) return std::nullopt;
     std::array<std::uint8_t, 3> parts{};

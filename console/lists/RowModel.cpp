@@ -1,14 +1,12 @@
 #include "console/lists/RowModel.h"
 
+#include "runtime/Fields.h"
+
 #include <algorithm>
 #include <array>
 
 namespace nordkeep {
 namespace {
-
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 /// Letters with accents that sort with their plain letter, and the letters behind z.
 struct Folding {

@@ -19,7 +19,6 @@ class CommWait {
     /// The program ends: no wait lasts from here on.
     void EndAll() { hasEnded_ = true; }
     bool HasEnded() const { return hasEnded_; }
-    OleDate Now() const { return clock_.Now(); }
 
  private:
     static constexpr int kMomentMs = 10;

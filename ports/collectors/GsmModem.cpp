@@ -1,7 +1,5 @@
 #include "ports/collectors/GsmModem.h"
 
-#include "ports/PortSettings.h"
-
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -9,12 +7,9 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextLineTooLong = 1043;
-
-constexpr std::size_t kLongestLine = 4096;
-constexpr std::size_t kLongestAnswer = 64 << 10;
+// Of one line in one turn of the loop; the others wait their turn behind the other lines.
+constexpr int kChunksInOneTurn = 16;
 constexpr int kPauseOfInitMs = 500;
-constexpr std::int64_t kLengthOfOneCallMs = 15'000;
 // An answer that comes after its command was given up must not be taken for that of a later one: the wrong
 // message would be deleted.
 constexpr std::int64_t kRestMs = 10'000;
@@ -23,34 +18,22 @@ constexpr SettingScope kPort = SettingScope::Port;
 constexpr const char* kGeneral = "General";
 
 const std::array kGsm = {
-    SettingRow<GsmSettings>{kGeneral, "CommandTimeout", "10", kPort, &GsmSettings::CommandTimeout, 1, 32767},
-    SettingRow<GsmSettings>{kGeneral, "InitInterval", "600", kPort, &GsmSettings::InitInterval, -1,
-                            2'000'000},
-    SettingRow<GsmSettings>{kGeneral, "PollInterval", "10", kPort, &GsmSettings::PollInterval, -1, 2'000'000},
-    SettingRow<GsmSettings>{kGeneral, "MinSIMIndex", "1", kPort, &GsmSettings::MinSIMIndex, 0, 100'000},
-    SettingRow<GsmSettings>{kGeneral, "MaxSIMIndex", "10", kPort, &GsmSettings::MaxSIMIndex, 0, 100'000},
-    SettingRow<GsmSettings>{kGeneral, "EmptyLocationsToPoll", "10", kPort,
-                            &GsmSettings::EmptyLocationsToPoll},
-    SettingRow<GsmSettings>{kGeneral, "PauseBetweenEachPoll", "500", kPort,
-                            &GsmSettings::PauseBetweenEachPoll, 0, 60'000},
-    SettingRow<GsmSettings>{kGeneral, "SMSCNumber", "", kPort, &GsmSettings::SMSCNumber},
-    SettingRow<GsmSettings>{kGeneral, "PIN", "", kPort, &GsmSettings::PIN},
-    SettingRow<GsmSettings>{kGeneral, "InitString", "", kPort, &GsmSettings::InitString},
-    SettingRow<GsmSettings>{kGeneral, "FO", "17", kPort, &GsmSettings::FO},
-    SettingRow<GsmSettings>{kGeneral, "VP", "169", kPort, &GsmSettings::VP},
-    SettingRow<GsmSettings>{kGeneral, "PID", "0", kPort, &GsmSettings::PID},
-    SettingRow<GsmSettings>{kGeneral, "DCS", "240", kPort, &GsmSettings::DCS},
-    SettingRow<GsmSettings>{kGeneral, "CharSet", "8859-1", kPort, &GsmSettings::CharSet},
-};
-
-const std::array kSms = {
-    SettingRow<SmsSettings>{kGeneral, "SMSCrLfReplaceCharacter", "9", kPort,
-                            &SmsSettings::SMSCrLfReplaceCharacter},
-    SettingRow<SmsSettings>{kGeneral, "ParseNumericIDCodeFieldUsingSpace", "1", kPort,
-                            &SmsSettings::ParseNumericIDCodeFieldUsingSpace},
-    SettingRow<SmsSettings>{kGeneral, "UseSenderAsIDCode", "0", kPort, &SmsSettings::UseSenderAsIDCode},
-    SettingRow<SmsSettings>{kGeneral, "IA5toISOLatin1", "0", kPort, &SmsSettings::IA5toISOLatin1},
-    SettingRow<SmsSettings>{kGeneral, "DefaultCountryCode", "046", kPort, &SmsSettings::DefaultCountryCode},
+    SettingRow<GsmSettings>{kGeneral, "CommandTimeout", kPort, &GsmSettings::CommandTimeout, 1, 32767},
+    SettingRow<GsmSettings>{kGeneral, "InitInterval", kPort, &GsmSettings::InitInterval, -1, 2'000'000},
+    SettingRow<GsmSettings>{kGeneral, "PollInterval", kPort, &GsmSettings::PollInterval, -1, 2'000'000},
+    SettingRow<GsmSettings>{kGeneral, "MinSIMIndex", kPort, &GsmSettings::MinSIMIndex, 0, 100'000},
+    SettingRow<GsmSettings>{kGeneral, "MaxSIMIndex", kPort, &GsmSettings::MaxSIMIndex, 0, 100'000},
+    SettingRow<GsmSettings>{kGeneral, "EmptyLocationsToPoll", kPort, &GsmSettings::EmptyLocationsToPoll},
+    SettingRow<GsmSettings>{kGeneral, "PauseBetweenEachPoll", kPort, &GsmSettings::PauseBetweenEachPoll, 0,
+                            60'000},
+    SettingRow<GsmSettings>{kGeneral, "SMSCNumber", kPort, &GsmSettings::SMSCNumber},
+    SettingRow<GsmSettings>{kGeneral, "PIN", kPort, &GsmSettings::PIN},
+    SettingRow<GsmSettings>{kGeneral, "InitString", kPort, &GsmSettings::InitString},
+    SettingRow<GsmSettings>{kGeneral, "FO", kPort, &GsmSettings::FO},
+    SettingRow<GsmSettings>{kGeneral, "VP", kPort, &GsmSettings::VP},
+    SettingRow<GsmSettings>{kGeneral, "PID", kPort, &GsmSettings::PID},
+    SettingRow<GsmSettings>{kGeneral, "DCS", kPort, &GsmSettings::DCS},
+    SettingRow<GsmSettings>{kGeneral, "CharSet", kPort, &GsmSettings::CharSet},
 };
 
 const std::array<Text, 4> kReadResponses = {"OK\r", "ERROR\r", "+CMS ERROR", ""};
@@ -65,20 +48,10 @@ std::span<const SettingRow<GsmSettings>> GsmSettingRows() {
     return kGsm;
 }
 
-std::span<const SettingRow<SmsSettings>> SmsSettingRows() {
-    return kSms;
-}
-
 GsmSettings LoadGsmSettings(const Settings& files, const Text& portName) {
-    constexpr int kTab = 9;
     GsmSettings settings = LoadSettings(files, GsmSettingRows(), portName);
-    settings.TestTelegramInterval =
-        LoadSupervisionSettings(files, portName, MessageFormat::GSM).TestTelegramInterval;
-    settings.PortName = portName;
     settings.sms = LoadSettings(files, SmsSettingRows(), portName);
-    settings.sms.SMSCrLfReplaceCharacter = CharacterOr(settings.sms.SMSCrLfReplaceCharacter, kTab);
-    settings.sms.DefaultCountryCode = CountryCode(TrimBlanks(settings.sms.DefaultCountryCode));
-    settings.sms.cleaning = LoadTextCleaning(files, portName);
+    settings.sms.cleaning = LoadSettings(files, TextCleaningRows(), portName);
     return settings;
 }
 
@@ -94,94 +67,63 @@ std::vector<Text> InitCommands(const GsmSettings& settings) {
     return commands;
 }
 
-GsmModem::GsmModem(GsmSettings settings, Conversation conversation)
-    : settings_(std::move(settings)), conversation_(std::move(conversation)) {}
+GsmModem::GsmModem(const Parts& parts)
+    : loop_(parts.loop),
+      clock_(parts.line.clock),
+      wait_(parts.wait),
+      taker_(parts.taker),
+      settings_(parts.settings),
+      lines_(parts.line.log.Name(), settings_.sms),
+      line_(MakeLine(parts.type, parts.line, *this)) {}
 
-void GsmModem::BeginStream() {
-    line_.clear();
+void GsmModem::OnNewStream() {
+    lines_.Clear();
     initCountdownMs_ = pollCountdownMs_ = 0;
 }
 
-TelegramStep GsmModem::Next(TextView received, OleDate now) {
-    TelegramStep step;
-    const std::size_t end = received.find(bytes::LF);
-    const bool isWhole = end != TextView::npos;
-    const TextView piece = received.substr(0, end);
-    step.consumed = piece.size() + (isWhole ? 1 : 0);
-    if (line_.size() + piece.size() > kLongestLine) {
-        // Noise without an end writes one line.
-        if (!std::exchange(isOverflowTold_, true))
-            step.notes.push_back({kTextLineTooLong, " " + settings_.PortName});
-        line_.clear();
+void GsmModem::OnDataWaiting() {
+    for (int i = 0; i < kChunksInOneTurn; ++i) {
+        const Text chunk = line_->Take();
+        if (chunk.empty()) return;
+        taker_.NoteTraffic(chunk, TrafficDirection::Received);
+        if (!taker_.IsMuted()) taker_.TakeStep(lines_.Take(chunk, clock_.Now()), {});
     }
-    if (piece.size() <= kLongestLine) line_ += piece;
-    if (isWhole) TakeLine(std::exchange(line_, {}), step, now);
-    return step;
+    loop_.Post([this] { OnDataWaiting(); });
 }
 
-void GsmModem::TakeLine(Text line, TelegramStep& step, OleDate now) {
-    isOverflowTold_ = false;
-    if (isReading_ && answer_.size() + line.size() < kLongestAnswer) answer_ += line + '\n';
-    const Text upper = UpperCase(line);
-    for (std::size_t i = 0; i < expected_.size(); ++i) {
-        if (expected_[i].empty() || upper.find(expected_[i]) == Text::npos) continue;
-        result_ |= 1 << i;
-        break;
-    }
-    std::erase(line, bytes::CR);
-    if (!line.empty()) HandleTextLine(line, step, now);
-}
-
-void GsmModem::HandleTextLine(const Text& line, TelegramStep& step, OleDate now) {
-    if (line.starts_with("+CMTI:")) isMessageWaiting_ = true;
-    if (line.starts_with("+CLIP:")) HandleCall(line, step, now);
-}
-
-// A phone that rings for minutes makes one event each quarter of a minute.
-void GsmModem::HandleCall(const Text& line, TelegramStep& step, OleDate now) {
-    const Text number = CallerNumber(line, settings_.sms);
-    const std::int64_t elapsedMs = std::abs(now.Milliseconds() - lastCallAt_.Milliseconds());
-    if (number == lastCaller_ && elapsedMs < kLengthOfOneCallMs) return;
-    lastCaller_ = number;
-    lastCallAt_ = now;
-    step.events.push_back(CallEvent(number, now));
+void GsmModem::Say(TextView bytes) {
+    if (line_->Send(bytes, Behind::StayUp)) taker_.NoteTraffic(bytes, TrafficDirection::Sent);
 }
 
 bool GsmModem::IsLineUp() const {
-    return !conversation_.wait->HasEnded() && conversation_.canSend();
+    return !wait_.HasEnded() && line_->CanSend();
 }
 
 int GsmModem::CommResponse(const Text& command, const Responses& expected, Buffer buffer) {
-    CommWait& wait = *conversation_.wait;
-    result_ = 0;
-    if (buffer == Buffer::Clear) line_.clear();
-    expected_ = expected;
-    conversation_.send(command + bytes::CR);
-    wait.Begin(settings_.CommandTimeout * 1000LL);
-    while (result_ == 0 && !wait.IsOver() && conversation_.canSend()) wait.Pump();
-    expected_ = {};
-    return result_;
+    if (buffer == Buffer::Clear) lines_.Clear();
+    lines_.Expect(expected);
+    Say(command + bytes::CR);
+    wait_.Begin(settings_.CommandTimeout * 1000LL);
+    while (lines_.Result() == 0 && !wait_.IsOver() && line_->CanSend()) wait_.Pump();
+    lines_.ExpectNothing();
+    return lines_.Result();
 }
 
 void GsmModem::PauseWithEvents(int ms) {
-    CommWait& wait = *conversation_.wait;
-    wait.Begin(ms);
-    while (!wait.IsOver()) wait.Pump();
+    wait_.Begin(ms);
+    while (!wait_.IsOver()) wait_.Pump();
 }
 
-TelegramStep GsmModem::Service(const ServiceTick& tick) {
-    constexpr std::int64_t kAheadOfFaultMs = 10'000;
-    const std::int64_t patienceMs = settings_.TestTelegramInterval * 1000LL - kAheadOfFaultMs;
-    const bool isDue =
-        settings_.TestTelegramInterval > 0 && !tick.isTestTelegramMissing && tick.silentMs > patienceMs;
-    if (!isDue || tick.tickMs <= 0 || !conversation_.wait || !tick.canSend) return {};
-    return {.isTraffic = CommResponse("AT", {"OK", "", "", ""}) != 0};
-}
-
-void GsmModem::Converse(const ServiceTick& tick) {
-    if (!conversation_.wait || !tick.canSend) return;
+void GsmModem::Tick(const CollectorTick& tick) {
+    // The first tick, of no length, comes before the stored events have been read: nothing may wait in it.
+    if (tick.tickMs <= 0 || !line_->CanSend()) return;
     Initialise(tick.tickMs);
     if (IsLineUp()) PollWhenDue(tick.tickMs);
+    if (IsLineUp() && taker_.IsProofDue()) ProveLine();
+}
+
+void GsmModem::ProveLine() {
+    if (CommResponse("AT", {"OK", "", "", ""}) != 0) taker_.TakeStep({.isTraffic = true}, {});
 }
 
 void GsmModem::Initialise(int tickMs) {
@@ -201,26 +143,25 @@ void GsmModem::Initialise(int tickMs) {
 void GsmModem::PollWhenDue(int tickMs) {
     restMs_ = std::max<std::int64_t>(restMs_ - tickMs, 0);
     const bool isDue = settings_.PollInterval > 0 && pollCountdownMs_ <= 0;
-    if (restMs_ == 0 && (isDue || isMessageWaiting_)) return Poll();
+    if (restMs_ == 0 && (isDue || lines_.IsMessageWaiting())) return Poll();
     if (pollCountdownMs_ > 0) pollCountdownMs_ -= tickMs;
 }
 
 void GsmModem::Poll() {
     pollCountdownMs_ = settings_.PollInterval * 1000LL;
-    const bool wasWoken = std::exchange(isMessageWaiting_, false);
-    isReading_ = true;
+    const bool wasWoken = lines_.TakeMessageMark();
+    lines_.BeginReading();
     const bool isThrough = PollLocations(wasWoken);
-    isReading_ = false;
-    answer_.clear();
+    lines_.EndReading();
     if (isThrough) return;
-    isMessageWaiting_ = isMessageWaiting_ || wasWoken;
+    if (wasWoken) lines_.MarkMessage();
     restMs_ = kRestMs;
 }
 
 /// False when the modem left a command unanswered.
 bool GsmModem::PollLocations(bool wasWoken) {
     if (const int result = CommResponse("AT", kReadResponses); result != 1) return result != 0;
-    conversation_.act({.isTraffic = true}, {});
+    taker_.TakeStep({.isTraffic = true}, {});
     int empty = 0;
     for (int index = settings_.MinSIMIndex; index <= settings_.MaxSIMIndex && IsLineUp(); ++index) {
         const Location location = PollLocation(index);
@@ -228,7 +169,7 @@ bool GsmModem::PollLocations(bool wasWoken) {
         if (location == Location::Stuck) return true;
         PauseWithEvents(settings_.PauseBetweenEachPoll);
         if (location != Location::Empty) continue;
-        const bool isWoken = wasWoken || isMessageWaiting_;
+        const bool isWoken = wasWoken || lines_.IsMessageWaiting();
         if (++empty >= settings_.EmptyLocationsToPoll && !isWoken) return true;
     }
     return true;
@@ -236,10 +177,10 @@ bool GsmModem::PollLocations(bool wasWoken) {
 
 GsmModem::Location GsmModem::PollLocation(int index) {
     const Text number = std::to_string(index);
-    answer_.clear();
+    lines_.ClearAnswer();
     const int read = CommResponse("AT+CMGR=" + number, kReadResponses);
     if (read == 0) return Location::Silent;
-    if (read != 1 || !HoldsSms(answer_)) return Location::Empty;
+    if (read != 1 || !HoldsSms(lines_.Answer())) return Location::Empty;
     if (!AwaitMessage()) return Location::Silent;
     if (!TakeInMessage()) return Location::Stuck;
     const int deleted = CommResponse("AT+CMGD=" + number, {"OK\r", "ERROR", "", ""});
@@ -249,20 +190,20 @@ GsmModem::Location GsmModem::PollLocation(int index) {
 
 /// A line of the message itself can look like the end of the answer.
 bool GsmModem::AwaitMessage() {
-    while (!IsSmsComplete(answer_) && !conversation_.wait->IsOver()) conversation_.wait->Pump();
-    return IsSmsComplete(answer_);
+    while (!IsSmsComplete(lines_.Answer()) && !wait_.IsOver()) wait_.Pump();
+    return IsSmsComplete(lines_.Answer());
 }
 
 /// False when the message is not known to be stored: then it stays in the modem.
 bool GsmModem::TakeInMessage() {
     const auto isStored = std::make_shared<std::optional<bool>>();
     TelegramStep step{.isTraffic = true};
-    if (auto event = DecodeSms(answer_, settings_.sms, conversation_.wait->Now())) {
+    if (auto event = DecodeSms(lines_.Answer(), settings_.sms, clock_.Now())) {
         step.events.push_back(std::move(*event));
     }
-    conversation_.act(std::move(step), [isStored](bool stored) { *isStored = stored; });
-    conversation_.wait->Begin(settings_.CommandTimeout * 1000LL);
-    while (!*isStored && !conversation_.wait->IsOver()) conversation_.wait->Pump();
+    taker_.TakeStep(std::move(step), [isStored](bool stored) { *isStored = stored; });
+    wait_.Begin(settings_.CommandTimeout * 1000LL);
+    while (!*isStored && !wait_.IsOver()) wait_.Pump();
     return isStored->value_or(false);
 }
 

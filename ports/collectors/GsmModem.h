@@ -1,10 +1,11 @@
 #pragma once
 
-#include "ports/formats/LineFormat.h"
-#include "ports/formats/Sms.h"
+#include "ports/collectors/Collector.h"
+#include "ports/collectors/CommWait.h"
+#include "ports/formats/ModemLines.h"
+#include "ports/lines/Line.h"
 #include "runtime/SettingTable.h"
 
-#include <array>
 #include <vector>
 
 namespace nordkeep {
@@ -21,46 +22,52 @@ struct GsmSettings {
     Text SMSCNumber{};
     Text PIN{};
     Text InitString{};
-    Text FO{};
-    Text VP{};
-    Text PID{};
-    Text DCS{};
-    Text CharSet{};
-    int TestTelegramInterval = -1;  // of the port's supervision
-    Text PortName{};
+    Text FO{"17"};
+    Text VP{"169"};
+    Text PID{"0"};
+    Text DCS{"240"};
+    Text CharSet{"8859-1"};
     SmsSettings sms{};
 };
 std::span<const SettingRow<GsmSettings>> GsmSettingRows();
-std::span<const SettingRow<SmsSettings>> SmsSettingRows();
 GsmSettings LoadGsmSettings(const Settings& files, const Text& portName);
 
 /// The commands of an init run, in order.
 std::vector<Text> InitCommands(const GsmSettings& settings);
 
-/// Drives a modem: cuts what it says into lines, initialises it, reads and deletes its stored messages one by
+/// Drives a modem at the other end of a line: initialises it, reads and deletes its stored messages one by
 /// one, and reports calls. A command waits for its answer while everything else goes on.
-class GsmModem final : public LineFormat {
+class GsmModem final : public Collector, private LineListener {
  public:
-    GsmModem(GsmSettings settings, Conversation conversation);
+    struct Parts {
+        PortType type;
+        LineParts line;
+        EventLoop& loop;
+        CommWait& wait;  // one for all ports
+        StepTaker& taker;
+        GsmSettings settings;
+    };
 
-    TelegramStep Next(TextView received, OleDate now) override;
-    TelegramStep Service(const ServiceTick& tick) override;
-    void Converse(const ServiceTick& tick) override;
-    void BeginStream() override;
+    explicit GsmModem(const Parts& parts);
+
+    bool IsOpen() const override { return line_->IsOpen(); }
+    void Open() override { line_->Open(); }
+    void Close(bool isShuttingDown) override { line_->Close(isShuttingDown); }
+    void Tick(const CollectorTick& tick) override;
+    Line& TheLine() { return *line_; }
 
  private:
-    /// Texts that end a wait; the number of the first that a line holds is a bit of the result.
-    using Responses = std::array<Text, 4>;
+    using Responses = ModemLines::Responses;
     enum class Buffer { Keep, Clear };
     enum class Location { Message, Empty, Stuck, Silent };
 
+    void OnDataWaiting() override;
+    void OnNewStream() override;
+
+    void Say(TextView bytes);
     int CommResponse(const Text& command, const Responses& expected, Buffer buffer = Buffer::Keep);
     void PauseWithEvents(int ms);
     bool IsLineUp() const;
-
-    void TakeLine(Text line, TelegramStep& step, OleDate now);
-    void HandleTextLine(const Text& line, TelegramStep& step, OleDate now);
-    void HandleCall(const Text& line, TelegramStep& step, OleDate now);
 
     void Initialise(int tickMs);
     void PollWhenDue(int tickMs);
@@ -69,22 +76,19 @@ class GsmModem final : public LineFormat {
     Location PollLocation(int index);
     bool AwaitMessage();
     bool TakeInMessage();
+    void ProveLine();
 
+    EventLoop& loop_;
+    const Clock& clock_;
+    CommWait& wait_;
+    StepTaker& taker_;
     GsmSettings settings_;
-    Conversation conversation_;
+    ModemLines lines_;
+    std::unique_ptr<Line> line_;
 
-    Text line_{};  // without its end so far
-    bool isOverflowTold_ = false;
-    Responses expected_{};  // while a command waits
-    int result_ = 0;
-    bool isReading_ = false;
-    Text answer_{};  // all lines, while reading
-    bool isMessageWaiting_ = false;
     std::int64_t initCountdownMs_ = 0;
     std::int64_t pollCountdownMs_ = 0;
     std::int64_t restMs_ = 0;  // until late answers have passed
-    Text lastCaller_{};
-    OleDate lastCallAt_{};
 };
 
 }  // namespace nordkeep

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/ReceivedText.h"
+#include "ports/formats/ReceivedText.h"
 
 #include <optional>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ports/formats/MailMessage.h"
+#include "ports/lines/PortLog.h"
 #include "runtime/SettingTable.h"
 
 namespace nordkeep {
@@ -22,6 +24,11 @@ struct SmtpSettings {
 
 std::span<const SettingRow<Pop3Settings>> Pop3SettingRows();
 std::span<const SettingRow<SmtpSettings>> SmtpSettingRows();
+
+/// How the mails of a port become events, with the texts of its log lines.
+MailSettings LoadMailSettings(const Settings& files, const Language& language, const Text& portName);
+/// One log line when the parsing rule is none that the system has; rule 0 is used then.
+void WarnOfParsingRule(PortLog& log, const MailSettings& settings);
 
 /// True when the connection is to be encrypted from its first byte on.
 bool IsTlsWanted(const Pop3Settings& settings, int portNumber);

@@ -12,13 +12,12 @@ constexpr int kTextCaller = 2214;
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<CallSettings>{"General", "ParseCLIDasProtocol", "0", kPort,
-                             &CallSettings::ParseCLIDasProtocol},
-    SettingRow<CallSettings>{"General", "CLIdTranslatedSIAAliveTestType", "99", kPort,
+    SettingRow<CallSettings>{"General", "ParseCLIDasProtocol", kPort, &CallSettings::ParseCLIDasProtocol},
+    SettingRow<CallSettings>{"General", "CLIdTranslatedSIAAliveTestType", kPort,
                              &CallSettings::CLIdTranslatedSIAAliveTestType},
-    SettingRow<CallSettings>{"General", "CLIdTranslatedContactIDAliveTestType", "99", kPort,
+    SettingRow<CallSettings>{"General", "CLIdTranslatedContactIDAliveTestType", kPort,
                              &CallSettings::CLIdTranslatedContactIDAliveTestType},
-    SettingRow<CallSettings>{"General", "CLIdTranslatedDefaultAliveTestType", "99", kPort,
+    SettingRow<CallSettings>{"General", "CLIdTranslatedDefaultAliveTestType", kPort,
                              &CallSettings::CLIdTranslatedDefaultAliveTestType},
 };
 
@@ -36,18 +35,18 @@ void TakeNumberAsCode(DecodedEvent& decoded, const CallSettings& settings) {
     decoded.event.TranslationNumberToUse = Protocol::CLID;
 }
 
-void TakeObject(DecodedEvent& decoded, const CallSettings& settings, const CallerMatch& match) {
-    const Protocol protocol = match.protocol;
+void TakeObject(DecodedEvent& decoded, const CallSettings& settings, const KnownCaller& caller) {
+    const Protocol protocol = caller.protocol;
     const Text& type = TypeOf(protocol, settings);
     const Text mark = protocol == Protocol::SIA ? "#" : "";
     decoded.labelTexts = {};
     IncomingEvent& event = decoded.event;
     event.ProtocolType = kOwnProtocol;
     event.DefaultType = LeadingInt16(type);
-    event.DefaultAlarmCode = mark + match.object->m_IdCode + type;
-    event.ObjectID = match.object->m_IdCode;
+    event.DefaultAlarmCode = mark + caller.idCode + type;
+    event.ObjectID = caller.idCode;
     event.TranslationNumberToUse = protocol;
-    event.SpecificTranslationToUse = match.set;
+    event.SpecificTranslationToUse = caller.set;
     event.ForcedTypeCode = type;
 }
 
@@ -57,10 +56,10 @@ std::span<const SettingRow<CallSettings>> CallSettingRows() {
     return kRows;
 }
 
-void MakeCall(DecodedEvent& decoded, const CallSettings& settings, const CallerLookup& findCaller) {
+void MakeCall(DecodedEvent& decoded, const CallSettings& settings, const CallerBook& callers) {
     if (settings.ParseCLIDasProtocol) return TakeNumberAsCode(decoded, settings);
-    if (!findCaller) return;
-    if (const auto match = findCaller(decoded.event.Originator)) TakeObject(decoded, settings, *match);
+    const auto caller = callers.FindCaller(decoded.event.Originator);
+    if (caller) TakeObject(decoded, settings, *caller);
 }
 
 }  // namespace nordkeep

@@ -1,16 +1,25 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingTable.h"
-#include "translation/ObjectLookup.h"
+#include "runtime/SettingRow.h"
 
-#include <functional>
 #include <optional>
 
 namespace nordkeep {
 
-/// Finds the object that takes calls from a number as a sign of life.
-using CallerLookup = std::function<std::optional<CallerMatch>(TextView number)>;
+/// An object that a call keeps alive, and the protocol under which its set is bound.
+struct KnownCaller {
+    cTranslate* set = nullptr;
+    Text idCode{};
+    Protocol protocol{};
+};
+
+/// Knows the objects that take calls from a number as a sign of life.
+class CallerBook {
+ public:
+    virtual ~CallerBook() = default;
+    virtual std::optional<KnownCaller> FindCaller(TextView number) const = 0;
+};
 
 /// How a port turns calls, which carry a number and no telegram, into events.
 struct CallSettings {
@@ -24,6 +33,6 @@ std::span<const SettingRow<CallSettings>> CallSettingRows();
 
 /// Makes `decoded`, which has the caller's number as Originator, the event of a call. A caller whom nobody
 /// knows leaves it as it is.
-void MakeCall(DecodedEvent& decoded, const CallSettings& settings, const CallerLookup& findCaller);
+void MakeCall(DecodedEvent& decoded, const CallSettings& settings, const CallerBook& callers);
 
 }  // namespace nordkeep

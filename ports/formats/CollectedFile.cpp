@@ -13,8 +13,8 @@ namespace {
 constexpr int kLinesInOneStep = 64;
 constexpr std::size_t kLongestLine = 8192;
 
-bool HasFields(TextView line, long highest) {
-    return std::ranges::count(line, '|') >= highest;
+bool HasFields(TextView line, std::size_t highest) {
+    return static_cast<std::size_t>(std::ranges::count(line, '|')) >= highest;
 }
 
 int NumberOrNone(const Text& field) {
@@ -32,11 +32,11 @@ OleDate TimeOf(const Text& date, const Text& time, OleDate now) {
 }  // namespace
 
 std::optional<DecodedEvent> DecodeConfirmationLine(TextView line, int confirmationPrio, OleDate now) {
-    constexpr long kFirstOfText = 4;
-    constexpr long kLastOfText = 8;
+    constexpr std::size_t kFirstOfText = 4;
+    constexpr std::size_t kLastOfText = 8;
     if (!HasFields(line, kFirstOfText)) return std::nullopt;
     Text text = GetField(line, kFirstOfText, "|");
-    for (long i = kFirstOfText + 1; i <= kLastOfText && HasFields(line, i); ++i) {
+    for (std::size_t i = kFirstOfText + 1; i <= kLastOfText && HasFields(line, i); ++i) {
         text += '|' + GetField(line, i, "|");
     }
     return DecodedEvent{.event = {.AlarmTime = now,
@@ -49,9 +49,9 @@ std::optional<DecodedEvent> DecodeConfirmationLine(TextView line, int confirmati
 }
 
 std::optional<DecodedEvent> DecodeFileLine(TextView line, int, OleDate now) {
-    constexpr long kCode = 3;
+    constexpr std::size_t kCode = 3;
     if (!HasFields(line, kCode)) return std::nullopt;
-    const auto field = [line](long number) { return GetField(line, number, "|"); };
+    const auto field = [line](std::size_t number) { return GetField(line, number, "|"); };
     return DecodedEvent{.event = {.AlarmTime = TimeOf(field(1), field(2), now),
                                   .ProtocolType = "File",
                                   .DefaultPrio = NumberOrNone(field(6)),

@@ -43,12 +43,12 @@ constexpr std::array<ClassRow, 8> kClasses = {{{17, 2100, Protocol::Robofon},
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<GoogolSettings>{"General", "TimeStampFromRBM", "", kPort, &GoogolSettings::TimeStampFromRBM},
-    SettingRow<GoogolSettings>{"General", "GoogolTextLimit", "120", kPort, &GoogolSettings::GoogolTextLimit,
-                               0, 32767},
-    SettingRow<GoogolSettings>{"General", "GoogolTextIsAlarmCode", "0", kPort,
+    SettingRow<GoogolSettings>{"General", "TimeStampFromRBM", kPort, &GoogolSettings::TimeStampFromRBM},
+    SettingRow<GoogolSettings>{"General", "GoogolTextLimit", kPort, &GoogolSettings::GoogolTextLimit, 0,
+                               32767},
+    SettingRow<GoogolSettings>{"General", "GoogolTextIsAlarmCode", kPort,
                                &GoogolSettings::GoogolTextIsAlarmCode},
-    SettingRow<GoogolSettings>{"General", "SetTimeInterval", "-1", kPort, &GoogolSettings::SetTimeInterval},
+    SettingRow<GoogolSettings>{"General", "SetTimeInterval", kPort, &GoogolSettings::SetTimeInterval},
 };
 
 void TakeText(IncomingEvent& event, TextView text, const GoogolSettings& settings) {
@@ -136,7 +136,7 @@ TelegramStep SetClockInGoogolT1(GoogolClock& clock, const GoogolSettings& settin
     if (!clock.lastSetMs) clock.lastSetMs = tick.monotonicMs + kFirstClockDelayMs;
     const std::int64_t passedMs = tick.monotonicMs - *clock.lastSetMs;
     const bool isDue = settings.SetTimeInterval > 0 && passedMs > settings.SetTimeInterval * 60'000LL;
-    if (!(isDue || clock.isRequested) || !tick.canSend) return {};
+    if (!(isDue || tick.isClockWanted) || !tick.canSend) return {};
     clock = {.lastSetMs = tick.monotonicMs};
     return {.reply = ClockTelegram(tick.now), .notes = {{kTextClockSet, settings.PortDescription}}};
 }

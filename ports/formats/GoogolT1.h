@@ -3,7 +3,7 @@
 #include "ports/formats/ServiceTick.h"
 #include "ports/formats/TelegramStep.h"
 #include "ports/formats/TextCleaning.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 #include <optional>
 
@@ -27,7 +27,6 @@ TelegramStep NextGoogolStep(TextView received, const GoogolSettings& settings, O
 /// When the clock of the far end was set; empty before the first tick.
 struct GoogolClock {
     std::optional<std::int64_t> lastSetMs{};
-    bool isRequested = false;  // an operator wants it set now, whatever the interval
 };
 
 /// The clock telegram when it is due and the line can send.

@@ -12,9 +12,6 @@ namespace {
 
 constexpr int kTextMail = 1156;
 constexpr int kTextDropped = 1157;
-constexpr int kTextTo = 1158;
-constexpr int kTextSubject = 1159;
-constexpr int kTextUnknownRule = 3630;
 
 constexpr int kDeepestPart = 8;
 constexpr std::size_t kShownOfValue = 200;
@@ -204,11 +201,10 @@ DecoderNote DroppedNote(const MailMessage& mail, const MailSettings& settings) {
 }
 
 const std::array kRows = {
-    SettingRow<MailSettings>{"General", "ParseNumericIDCodeFieldUsingSpace", "1", SettingScope::Port,
+    SettingRow<MailSettings>{"General", "ParseNumericIDCodeFieldUsingSpace", SettingScope::Port,
                              &MailSettings::ParseNumericIDCodeFieldUsingSpace},
-    SettingRow<MailSettings>{"General", "SubjectFilter", "*", SettingScope::Port,
-                             &MailSettings::SubjectFilter},
-    SettingRow<MailSettings>{"General", "MailParsingRule", "0", SettingScope::Port,
+    SettingRow<MailSettings>{"General", "SubjectFilter", SettingScope::Port, &MailSettings::SubjectFilter},
+    SettingRow<MailSettings>{"General", "MailParsingRule", SettingScope::Port,
                              &MailSettings::MailParsingRule},
 };
 
@@ -216,19 +212,6 @@ const std::array kRows = {
 
 std::span<const SettingRow<MailSettings>> MailSettingRows() {
     return kRows;
-}
-
-MailSettings LoadMailSettings(const Settings& files, const Language& language, const Text& portName) {
-    MailSettings settings = LoadSettings(files, MailSettingRows(), portName);
-    settings.toText = language.GetLanguageText(kTextTo);
-    settings.subjectText = language.GetLanguageText(kTextSubject);
-    return settings;
-}
-
-void WarnOfParsingRule(PortLog& log, const MailSettings& settings) {
-    if (settings.MailParsingRule == 0) return;
-    log.Failure(kTextUnknownRule,
-                log.Name() + " (MailParsingRule=" + std::to_string(settings.MailParsingRule) + ")");
 }
 
 MailMessage ReadMail(TextView bytes) {

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "ports/PortLog.h"
 #include "ports/formats/TelegramStep.h"
-#include "runtime/Language.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 
@@ -22,15 +20,12 @@ MailMessage ReadMail(TextView bytes);
 /// How mails become events.
 struct MailSettings {
     bool ParseNumericIDCodeFieldUsingSpace = true;
-    Text SubjectFilter{};  // patterns separated by commas; none: every subject passes
+    Text SubjectFilter{"*"};  // patterns separated by commas; none: every subject passes
     int MailParsingRule = 0;
     Text toText{};  // for the log line about a dropped mail
     Text subjectText{};
 };
 std::span<const SettingRow<MailSettings>> MailSettingRows();
-MailSettings LoadMailSettings(const Settings& files, const Language& language, const Text& portName);
-/// One log line when the parsing rule is none that the system has; rule 0 is used then.
-void WarnOfParsingRule(PortLog& log, const MailSettings& settings);
 
 /// The event of a mail, or the log line that tells why there is none. `envelopeSender` stands in for a sender
 /// that the mail itself does not name.

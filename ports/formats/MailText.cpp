@@ -1,17 +1,13 @@
 #include "ports/formats/MailText.h"
 
+#include "runtime/Fields.h"
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 namespace nordkeep {
 namespace {
-
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char upper = UpperCase(c);
-    return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
 
 /// The character that "=" and two digits at this place stand for.
 std::optional<char> HexPairAt(TextView text, std::size_t at) {

@@ -16,9 +16,9 @@ constexpr int kTextOther = 2235;
 constexpr int kTextHasLink = 2238;
 
 const std::array kRows = {
-    SettingRow<MultiComSettings>{"General", "MultiComBehaviour", "0", SettingScope::Port,
+    SettingRow<MultiComSettings>{"General", "MultiComBehaviour", SettingScope::Port,
                                  &MultiComSettings::MultiComBehaviour, -32768, 32767},
-    SettingRow<MultiComSettings>{"General", "XmlNamesIgnoreCase", "0", SettingScope::Port,
+    SettingRow<MultiComSettings>{"General", "XmlNamesIgnoreCase", SettingScope::Port,
                                  &MultiComSettings::XmlNamesIgnoreCase},
 };
 

@@ -11,14 +11,15 @@ namespace nordkeep {
 namespace {
 
 // Positions in the telegram, counted from 1.
-constexpr long kKindAt = 4;
-constexpr long kTimeAt = 5;
-constexpr long kFirstPartAt = 5;
-constexpr long kStatusAt = 15;
-constexpr long kClassAt = 16;
-constexpr long kIdAt = 17;
-constexpr long kIdLength = 8;
-constexpr long kEtxAt = 25;
+constexpr std::size_t kKindAt = 4;
+constexpr std::size_t kTimeAt = 5;
+constexpr std::size_t kTimeLength = 10;
+constexpr std::size_t kFirstPartAt = 5;
+constexpr std::size_t kStatusAt = 15;
+constexpr std::size_t kClassAt = 16;
+constexpr std::size_t kIdAt = 17;
+constexpr std::size_t kIdLength = 8;
+constexpr std::size_t kEtxAt = 25;
 
 struct ClassRow {
     char code;
@@ -37,12 +38,24 @@ constexpr std::array<ClassRow, 20> kClasses = {
 
 constexpr char kOwnClass = 'S';
 
-char At(TextView telegram, long position) {
-    return telegram[static_cast<std::size_t>(position - 1)];
+const std::array kRows = {
+    SettingRow<RobofonSettings>{"General", "TimeStampFromRBM", SettingScope::Port,
+                                &RobofonSettings::TimeStampFromRBM},
+};
+
+/// XOR of all bytes.
+char XorOf(TextView bytes) {
+    unsigned char sum = 0;
+    for (const char c : bytes) sum = static_cast<unsigned char>(sum ^ static_cast<unsigned char>(c));
+    return static_cast<char>(sum);
 }
 
-Text IdPart(TextView telegram, long start) {
-    return UpperCase(TrimBlanks(Substring(telegram, start, kIdLength)));
+char At(TextView telegram, std::size_t position) {
+    return static_cast<char>(ByteAt(telegram, position));
+}
+
+Text IdPart(TextView telegram, std::size_t start) {
+    return UpperCase(TrimBlanks(Between(telegram, start, start + kIdLength - 1)));
 }
 
 /// None for a kind that carries no event.
@@ -60,9 +73,9 @@ Text ReceiverLine(char status) {
 
 /// The telegram's own time; `now` when its ten digits are no date.
 OleDate TelegramTime(TextView telegram, OleDate now) {
-    const TextView digits = Substring(telegram, kTimeAt, 10);
+    const TextView digits = Between(telegram, kTimeAt, kTimeAt + kTimeLength - 1);
     if (!IsNumeric(digits)) return now;
-    const auto pair = [&](long index) { return LeadingInt32(Substring(digits, 1 + 2 * index, 2)); };
+    const auto pair = [&](std::size_t index) { return LeadingInt32(digits.substr(2 * index, 2)); };
     return TelegramDate({pair(0), pair(1), pair(2), pair(3), pair(4), 0}, now);
 }
 
@@ -91,10 +104,14 @@ void Decode(TelegramStep& step, TextView telegram, const RobofonSettings& settin
 
 }  // namespace
 
-char XorOf(TextView bytes) {
-    unsigned char sum = 0;
-    for (const char c : bytes) sum = static_cast<unsigned char>(sum ^ static_cast<unsigned char>(c));
-    return static_cast<char>(sum);
+std::span<const SettingRow<RobofonSettings>> RobofonSettingRows() {
+    return kRows;
+}
+
+Text EncodeRobofon(const RobofonFields& fields) {
+    const Text body = "  " + Text(1, fields.kind) + FitWidth(fields.timeOrFirstPart, kTimeLength) +
+                      fields.status + fields.classCode + FitWidth(fields.id, kIdLength) + bytes::ETX;
+    return bytes::STX + body + XorOf(body);
 }
 
 TelegramStep NextRobofonStep(TextView received, const RobofonSettings& settings, OleDate now) {

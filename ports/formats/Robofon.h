@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 
@@ -8,13 +9,22 @@ struct RobofonSettings {
     bool TimeStampFromRBM = false;  // the event's time is the telegram's
 };
 
+std::span<const SettingRow<RobofonSettings>> RobofonSettingRows();
+
 inline constexpr std::size_t kRobofonLength = 26;
 
 /// Decodes the front of what a line of format "Robofon (RBM600)" has received: telegrams of 26 bytes from
 /// STX to the check byte behind ETX, and BEL as line test.
 TelegramStep NextRobofonStep(TextView received, const RobofonSettings& settings, OleDate now);
 
-/// XOR of all bytes.
-char XorOf(TextView bytes);
+/// What a telegram of 26 bytes holds between its marks.
+struct RobofonFields {
+    char kind = 'P';
+    Text timeOrFirstPart{};  // ten characters: YYMMDDHHNN, or the first eight of a long ID code
+    char status = 0;         // receiver in bits 4 to 6, speech in bit 3, line in bits 0 to 2
+    char classCode = '0';
+    Text id{};  // cut or filled with blanks to eight characters
+};
+Text EncodeRobofon(const RobofonFields& fields);
 
 }  // namespace nordkeep

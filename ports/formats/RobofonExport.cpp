@@ -13,22 +13,21 @@ namespace {
 
 constexpr int kTextPort = 1035;
 constexpr std::int64_t kFirstTestDelayMs = 5000;
-constexpr std::size_t kIdLength = 8;
 // A line that is never opened must not fill the memory; the oldest telegrams go first.
 constexpr std::size_t kLongestQueue = 10'000;
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<RobofonExportSettings>{"General", "RBM600ExportTestTelegramInterval", "-1", kPort,
+    SettingRow<RobofonExportSettings>{"General", "RBM600ExportTestTelegramInterval", kPort,
                                       &RobofonExportSettings::RBM600ExportTestTelegramInterval},
-    SettingRow<RobofonExportSettings>{"General", "RBM600ExportRetries", "5", kPort,
+    SettingRow<RobofonExportSettings>{"General", "RBM600ExportRetries", kPort,
                                       &RobofonExportSettings::RBM600ExportRetries, 0, 32767},
-    SettingRow<RobofonExportSettings>{"General", "RBM600ExportTimeout", "1000", kPort,
+    SettingRow<RobofonExportSettings>{"General", "RBM600ExportTimeout", kPort,
                                       &RobofonExportSettings::RBM600ExportTimeout, 0},
 };
 
 char ClassByte(const Text& classCode) {
-    const auto isHexDigit = [](char c) { return HexToLong(TextView(&c, 1)) > 0 || c == '0'; };
+    const auto isHexDigit = [](char c) { return HexDigit(c) >= 0; };
     const bool isHex = !classCode.empty() && std::ranges::all_of(classCode, isHexDigit);
     const int code = isHex ? HexToLong(classCode) : '0';
     return code <= 255 ? static_cast<char>(code) : '0';
@@ -41,10 +40,10 @@ std::span<const SettingRow<RobofonExportSettings>> RobofonExportSettingRows() {
 }
 
 Text ExportBytes(const c26ByteTelegram& telegram, OleDate now) {
-    // The status byte stands between the time and the class: receiver 0, line 0.
-    const Text body = "  P" + FormatDate(now, "YYMMDDHHNN") + Text(1, '\0') + ClassByte(telegram.classCode) +
-                      FitWidth(telegram.text, kIdLength) + bytes::ETX;
-    return bytes::STX + body + XorOf(body);
+    // Receiver 0, line 0.
+    return EncodeRobofon({.timeOrFirstPart = FormatDate(now, "YYMMDDHHNN"),
+                          .classCode = ClassByte(telegram.classCode),
+                          .id = telegram.text});
 }
 
 void RobofonExport::Add(const Text& idCode, const Text& classCode) {
@@ -101,10 +100,6 @@ TelegramStep RobofonExport::Tick(const ServiceTick& tick) {
     }
     step.notes.swap(dropped_);
     return step;
-}
-
-void ExportQueues::ExportTelegram(const Text& alarmCode, const Text& protocol) {
-    for (const auto& queue : queues_) queue->Add(alarmCode, protocol);
 }
 
 }  // namespace nordkeep

@@ -2,11 +2,9 @@
 
 #include "ports/formats/ServiceTick.h"
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingTable.h"
-#include "translation/TelegramExport.h"
+#include "runtime/SettingRow.h"
 
 #include <deque>
-#include <memory>
 #include <optional>
 
 namespace nordkeep {
@@ -56,16 +54,6 @@ class RobofonExport {
     std::deque<c26ByteTelegram> queue_{};
     std::vector<DecoderNote> dropped_{};  // not yet reported
     std::optional<std::int64_t> lastTestMs_{};
-};
-
-/// The export queues of all ports.
-class ExportQueues final : public TelegramExport {
- public:
-    void Add(std::shared_ptr<RobofonExport> queue) { queues_.push_back(std::move(queue)); }
-    void ExportTelegram(const Text& alarmCode, const Text& protocol) override;
-
- private:
-    std::vector<std::shared_ptr<RobofonExport>> queues_{};
 };
 
 }  // namespace nordkeep

@@ -39,10 +39,10 @@ constexpr std::size_t kLongestText = 1 << 17;
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<Rsm02Settings>{"General", "TimeStampFromRBM", "", kPort, &Rsm02Settings::TimeStampFromRBM},
-    SettingRow<Rsm02Settings>{"General", "SMSCrLfReplaceCharacter", "9", kPort,
+    SettingRow<Rsm02Settings>{"General", "TimeStampFromRBM", kPort, &Rsm02Settings::TimeStampFromRBM},
+    SettingRow<Rsm02Settings>{"General", "SMSCrLfReplaceCharacter", kPort,
                               &Rsm02Settings::SMSCrLfReplaceCharacter},
-    SettingRow<Rsm02Settings>{"General", "ParseNumericIDCodeFieldUsingSpace", "1", kPort,
+    SettingRow<Rsm02Settings>{"General", "ParseNumericIDCodeFieldUsingSpace", kPort,
                               &Rsm02Settings::ParseNumericIDCodeFieldUsingSpace},
 };
 

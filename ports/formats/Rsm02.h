@@ -31,7 +31,7 @@ struct Rsm02State {
 struct Rsm02Line {
     const Rsm02Settings& settings;
     Rsm02State& state;
-    const CallerLookup& findCaller;
+    const CallerBook& callers;
 };
 
 /// Decodes the front of what a line of format "RSM-02" has received: frames from STX to ETX with their

@@ -55,7 +55,7 @@ struct TextAndCaller {
 /// The number stands behind "[B"; behind "[A" and "[D" the caller hides it.
 TextAndCaller SplitCaller(TextView text, std::size_t searchFrom, const Text& hiddenNumber) {
     std::size_t mark = text.find('[', searchFrom);
-    const auto letterBehind = [&] { return UpperCase(Substring(text, static_cast<long>(mark) + 2, 1)); };
+    const auto letterBehind = [&] { return UpperCase(text.substr(mark + 1, 1)); };
     while (mark != TextView::npos && letterBehind() != "A" && letterBehind() != "B" &&
            letterBehind() != "D") {
         mark = text.find('[', mark + 1);
@@ -72,8 +72,8 @@ Text WithoutControls(TextView text) {
 }
 
 /// A pair of carriage return and line feed becomes this character; single ones become blanks.
-Text WithoutLineEnds(TextView text, int pairBecomes) {
-    Text joined = ReplaceAll(text, "\r\n", Text(1, static_cast<char>(pairBecomes)));
+Text WithoutLineEnds(TextView text, char pairBecomes) {
+    Text joined = ReplaceAll(text, "\r\n", Text(1, pairBecomes));
     std::ranges::replace(joined, '\r', ' ');
     std::ranges::replace(joined, '\n', ' ');
     return joined;
@@ -131,14 +131,14 @@ class Decoding {
         }
         const Text& caller = common_.Originator;
         const bool isCall = code.empty() && !caller.empty() && caller != settings_.hiddenNumber;
-        if (isCall && row.protocol != Protocol::SIA) MakeCall(decoded, settings_.calls, line_.findCaller);
+        if (isCall && row.protocol != Protocol::SIA) MakeCall(decoded, settings_.calls, line_.callers);
         return decoded;
     }
 
     DecodedEvent SmsEvent(const ClassRow& row) const {
         DecodedEvent decoded = NewEvent(row);
-        const Text text =
-            CleanText(WithoutLineEnds(text_, settings_.SMSCrLfReplaceCharacter), settings_.cleaning);
+        const char pairBecomes = CharacterOf(settings_.SMSCrLfReplaceCharacter, '\t');
+        const Text text = CleanText(WithoutLineEnds(text_, pairBecomes), settings_.cleaning);
         const std::size_t blank = text.find(' ');
         const bool hasCode = settings_.ParseNumericIDCodeFieldUsingSpace && blank != Text::npos &&
                              IsNumeric(TextView(text).substr(0, blank));

@@ -1,13 +1,12 @@
 #include "ports/formats/SiaData.h"
 
+#include "runtime/Fields.h"
+
 #include <algorithm>
 
 namespace nordkeep {
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 bool IsUpper(char c) {
     return c >= 'A' && c <= 'Z';
 }

@@ -1,6 +1,5 @@
 #include "ports/formats/SiaDecoding.h"
 
-#include "pipeline/IntakeSettings.h"
 #include "ports/formats/SiaBlocks.h"
 #include "ports/formats/SiaData.h"
 #include "ports/formats/TextCleaning.h"
@@ -19,9 +18,11 @@ constexpr std::size_t kAccountWidth = 6;
 constexpr std::size_t kLongestMessage = 16384;
 
 const std::array kRows = {
-    SettingRow<SiaSettings>{"General", "SIAAsciiBlockAsSeparateEvent", "1", SettingScope::Centre,
+    SettingRow<SiaSettings>{"General", "SIADecodeErrorType", SettingScope::Centre,
+                            &SiaSettings::SIADecodeErrorType, -32768, 32767},
+    SettingRow<SiaSettings>{"General", "SIAAsciiBlockAsSeparateEvent", SettingScope::Centre,
                             &SiaSettings::SIAAsciiBlockAsSeparateEvent},
-    SettingRow<SiaSettings>{"General", "WaitForMLR2SIAASCIIBlockTimeout", "0", SettingScope::Centre,
+    SettingRow<SiaSettings>{"General", "WaitForMLR2SIAASCIIBlockTimeout", SettingScope::Centre,
                             &SiaSettings::WaitForMLR2SIAASCIIBlockTimeout},
 };
 
@@ -140,12 +141,6 @@ class Decoding {
 
 std::span<const SettingRow<SiaSettings>> SiaSettingRows() {
     return kRows;
-}
-
-SiaSettings LoadSiaSettings(const Settings& files) {
-    SiaSettings settings = LoadSettings<SiaSettings>(files, kRows);
-    settings.SIADecodeErrorType = LoadSettings(files, IntakeSettingRows()).SIADecodeErrorType;
-    return settings;
 }
 
 std::vector<DecodedEvent> DecodeSIABlock(const SiaMessage& message, const SiaSettings& settings,

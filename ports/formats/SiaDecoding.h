@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 
@@ -13,7 +13,6 @@ struct SiaSettings {
 };
 
 std::span<const SettingRow<SiaSettings>> SiaSettingRows();
-SiaSettings LoadSiaSettings(const Settings& files);
 
 /// The two ways in which receivers write blocks.
 enum class SiaForm {

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kTextGsm = 1038;
 constexpr TextView kRead = "+CMGR:";
+constexpr TextView kClip = "+CLIP:";
 constexpr char kLineEnd = '\xFF';
 constexpr int kNational = 129;
 
@@ -22,6 +23,17 @@ constexpr std::array<std::pair<unsigned char, unsigned char>, 31> kIa5 = {
      {8, 0xF2},  {9, 0xC7},  {11, 0xD8},  {12, 0xF8},  {14, 0xC5},  {15, 0xE5},  {17, '_'},  {28, 0xC6},
      {29, 0xE6}, {30, 0xDF}, {31, 0xC9},  {64, 0xA1},  {91, 0xC4},  {92, 0xD6},  {93, 0xD1}, {94, 0xDC},
      {95, 0xA7}, {96, 0xBF}, {123, 0xE4}, {124, 0xF6}, {125, 0xF1}, {126, 0xFC}, {127, 0xE0}}};
+
+constexpr SettingScope kPort = SettingScope::Port;
+const std::array kRows = {
+    SettingRow<SmsSettings>{"General", "SMSCrLfReplaceCharacter", kPort,
+                            &SmsSettings::SMSCrLfReplaceCharacter},
+    SettingRow<SmsSettings>{"General", "ParseNumericIDCodeFieldUsingSpace", kPort,
+                            &SmsSettings::ParseNumericIDCodeFieldUsingSpace},
+    SettingRow<SmsSettings>{"General", "UseSenderAsIDCode", kPort, &SmsSettings::UseSenderAsIDCode},
+    SettingRow<SmsSettings>{"General", "IA5toISOLatin1", kPort, &SmsSettings::IA5toISOLatin1},
+    SettingRow<SmsSettings>{"General", "DefaultCountryCode", kPort, &SmsSettings::DefaultCountryCode},
+};
 
 Text WithoutQuotes(Text text) {
     std::erase(text, '"');
@@ -56,7 +68,7 @@ Text SenderOf(TextView header) {
 
 Text BodyOf(TextView lines, const SmsSettings& settings) {
     constexpr char kCr = '\r';
-    const char stand = static_cast<char>(settings.SMSCrLfReplaceCharacter);
+    const char stand = CharacterOf(settings.SMSCrLfReplaceCharacter, '\t');
     Text body(TrimBlanks(lines));
     std::ranges::replace(body, kLineEnd, kCr);
     body.resize(std::min(FindOkLine(body, kCr), body.size()));
@@ -73,6 +85,10 @@ Text Letters(TextView text, const SmsSettings& settings) {
 }
 
 }  // namespace
+
+std::span<const SettingRow<SmsSettings>> SmsSettingRows() {
+    return kRows;
+}
 
 Text Ia5ToLatin1(TextView text) {
     Text latin(text);
@@ -116,11 +132,11 @@ std::optional<DecodedEvent> DecodeSms(TextView answer, const SmsSettings& settin
 }
 
 Text CallerNumber(TextView line, const SmsSettings& settings) {
-    const TextView fields = Substring(line, 7, static_cast<long>(line.size()));
+    const TextView fields = line.substr(std::min(kClip.size(), line.size()));
     Text number = WithoutQuotes(Text(TrimBlanks(GetField(fields, 0, ","))));
     const bool isNational = LeadingNumber(GetField(fields, 1, ",")) == kNational;
     if (isNational && number.starts_with('0') && !number.starts_with("00")) {
-        number = settings.DefaultCountryCode + number.substr(1);
+        number = CountryCode(TrimBlanks(settings.DefaultCountryCode)) + number.substr(1);
     }
     return ReplaceAll(number, "+", "00");
 }

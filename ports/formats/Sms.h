@@ -13,9 +13,11 @@ struct SmsSettings {
     bool ParseNumericIDCodeFieldUsingSpace = true;  // the number in front of a message is its ID code
     bool UseSenderAsIDCode = false;
     bool IA5toISOLatin1 = false;
-    Text DefaultCountryCode{"0046"};
+    Text DefaultCountryCode{"046"};  // with or without zeros in front
     TextCleaning cleaning{};
 };
+
+std::span<const SettingRow<SmsSettings>> SmsSettingRows();
 
 /// The alphabet of text messages to Windows-1252. Codes that mean the same in both stay.
 Text Ia5ToLatin1(TextView text);

@@ -28,7 +28,7 @@ constexpr std::size_t kLongAccountQualifierAt = 16;
 constexpr std::size_t kBehindQualifier = 8;  // event, group and zone
 
 const std::array kRows = {
-    SettingRow<SurGardSettings>{"General", "MLR2QualifierAsNumber", "1", SettingScope::Port,
+    SettingRow<SurGardSettings>{"General", "MLR2QualifierAsNumber", SettingScope::Port,
                                 &SurGardSettings::MLR2QualifierAsNumber},
 };
 

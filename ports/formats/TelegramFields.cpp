@@ -5,17 +5,6 @@
 #include <climits>
 
 namespace nordkeep {
-namespace {
-
-/// The value of a hexadecimal digit; below 0 for any other character.
-int HexDigit(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char upper = UpperCase(c);
-    return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
-
-}  // namespace
-
 unsigned char ByteAt(TextView telegram, std::size_t position) {
     if (position < 1 || position > telegram.size()) return 0;
     return static_cast<unsigned char>(telegram[position - 1]);
@@ -55,7 +44,7 @@ CodeAndText SplitNumber(TextView message) {
 }
 
 int HexToLong(TextView text) {
-    long number = 0;
+    std::int64_t number = 0;
     for (const char c : text) {
         const int digit = HexDigit(c);
         if (digit < 0) break;

@@ -27,7 +27,26 @@ Text Mapped(TextView text, const std::array<Letter, N>& letters) {
     return mapped;
 }
 
+constexpr SettingScope kPort = SettingScope::Port;
+const std::array kRows = {
+    SettingRow<TextCleaning>{"General", "DOS7bitASCIItoISOLatin1", kPort,
+                             &TextCleaning::DOS7bitASCIItoISOLatin1},
+    SettingRow<TextCleaning>{"General", "DOS8bitASCIItoISOLatin1", kPort,
+                             &TextCleaning::DOS8bitASCIItoISOLatin1},
+    SettingRow<TextCleaning>{"General", "AdjustTabAndSpace", kPort, &TextCleaning::AdjustTabAndSpace},
+    SettingRow<TextCleaning>{"General", "TextCrLfReplaceCharacter", kPort,
+                             &TextCleaning::TextCrLfReplaceCharacter},
+};
+
 }  // namespace
+
+std::span<const SettingRow<TextCleaning>> TextCleaningRows() {
+    return kRows;
+}
+
+char CharacterOf(int code, char otherwise) {
+    return code < 0 || code > 255 ? otherwise : static_cast<char>(code);
+}
 
 Text Dos7ToLatin1(TextView text) {
     return Mapped(text, kDos7);
@@ -62,7 +81,7 @@ Text AdjustBlanks(TextView text, const TextCleaning& cleaning) {
 Text CleanText(TextView text, const TextCleaning& cleaning) {
     Text cleaned = ConvertLetters(text, cleaning);
     std::erase(cleaned, '\r');
-    std::replace(cleaned.begin(), cleaned.end(), '\n', static_cast<char>(cleaning.TextCrLfReplaceCharacter));
+    std::replace(cleaned.begin(), cleaned.end(), '\n', CharacterOf(cleaning.TextCrLfReplaceCharacter, ' '));
     return AdjustBlanks(TrimBlanks(cleaned), cleaning);
 }
 

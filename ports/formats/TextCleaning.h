@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 
@@ -18,6 +18,11 @@ struct TextCleaning {
     bool AdjustTabAndSpace = false;
     int TextCrLfReplaceCharacter = 32;  // 0 to 255; stands for a line feed inside a message
 };
+
+std::span<const SettingRow<TextCleaning>> TextCleaningRows();
+
+/// The character of a code that a setting names; `otherwise` for what is none of 0 to 255.
+char CharacterOf(int code, char otherwise);
 
 /// The DOS conversions that are on.
 Text ConvertLetters(TextView text, const TextCleaning& cleaning);

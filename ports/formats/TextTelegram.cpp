@@ -4,11 +4,20 @@
 #include "runtime/Protocol.h"
 
 #include <algorithm>
+#include <array>
 
 namespace nordkeep {
 namespace {
 
 constexpr const char* kLabel = "Text";
+
+constexpr SettingScope kPort = SettingScope::Port;
+const std::array kRows = {
+    SettingRow<TextTelegramSettings>{"General", "WrapWithSTXETX", kPort,
+                                     &TextTelegramSettings::WrapWithSTXETX},
+    SettingRow<TextTelegramSettings>{"General", "RequireNumericIdCode", kPort,
+                                     &TextTelegramSettings::RequireNumericIdCode},
+};
 
 /// Form feeds, tabs and carriage returns never belong to a message.
 Text WithoutLayout(TextView text) {
@@ -18,15 +27,15 @@ Text WithoutLayout(TextView text) {
     return kept;
 }
 
-Text OnOneLine(TextView text, int lineFeedBecomes) {
+Text OnOneLine(TextView text, char lineFeedBecomes) {
     Text line(text);
-    std::replace(line.begin(), line.end(), bytes::LF, static_cast<char>(lineFeedBecomes));
+    std::replace(line.begin(), line.end(), bytes::LF, lineFeedBecomes);
     return Text(TrimBlanks(line));
 }
 
 IncomingEvent MakeEvent(const Text& message, const TextTelegramSettings& settings, OleDate now) {
     const CodeAndText parts = SplitCode(message, !settings.RequireNumericIdCode);
-    const int lineFeedBecomes = settings.cleaning.TextCrLfReplaceCharacter;
+    const char lineFeedBecomes = CharacterOf(settings.cleaning.TextCrLfReplaceCharacter, ' ');
     return {.AlarmTime = now,
             .ProtocolType = kLabel,
             .DefaultAlarmCode = OnOneLine(parts.code, lineFeedBecomes),
@@ -54,6 +63,10 @@ TelegramStep NextWrapped(TextView received, const TextTelegramSettings& settings
 }
 
 }  // namespace
+
+std::span<const SettingRow<TextTelegramSettings>> TextTelegramSettingRows() {
+    return kRows;
+}
 
 TelegramStep NextTextStep(TextView received, const TextTelegramSettings& settings, OleDate now) {
     if (received.empty()) return {};

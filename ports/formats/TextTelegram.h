@@ -11,6 +11,8 @@ struct TextTelegramSettings {
     TextCleaning cleaning{};
 };
 
+std::span<const SettingRow<TextTelegramSettings>> TextTelegramSettingRows();
+
 /// Decodes the front of what a line of format "Text" has received. Such a line is never answered.
 TelegramStep NextTextStep(TextView received, const TextTelegramSettings& settings, OleDate now);
 

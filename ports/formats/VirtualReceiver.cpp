@@ -13,10 +13,10 @@ constexpr int kMostFailures = 10;
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<PollSettings>{"General", "HTTPGetInterval&", "5", kPort, &PollSettings::HTTPGetInterval, 0,
+    SettingRow<PollSettings>{"General", "HTTPGetInterval&", kPort, &PollSettings::HTTPGetInterval, 0,
                              2'000'000},
-    SettingRow<PollSettings>{"General", "HTTPTimeout", "10", kPort, &PollSettings::HTTPTimeout, 0, 2'000'000},
-    SettingRow<PollSettings>{"General", "HTTPPolls", "5", kPort, &PollSettings::HTTPPolls},
+    SettingRow<PollSettings>{"General", "HTTPTimeout", kPort, &PollSettings::HTTPTimeout, 0, 2'000'000},
+    SettingRow<PollSettings>{"General", "HTTPPolls", kPort, &PollSettings::HTTPPolls},
 };
 
 bool StandsInUrl(char c) {

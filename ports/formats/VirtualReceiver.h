@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 #include <optional>
 

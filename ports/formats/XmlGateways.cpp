@@ -13,7 +13,7 @@ constexpr int kDocumentsInOneStep = 64;
 constexpr const char* kHead = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
 
 const std::array kRows = {
-    SettingRow<XmlGatewaySettings>{"General", "XmlNamesIgnoreCase", "0", SettingScope::Port,
+    SettingRow<XmlGatewaySettings>{"General", "XmlNamesIgnoreCase", SettingScope::Port,
                                    &XmlGatewaySettings::XmlNamesIgnoreCase},
 };
 

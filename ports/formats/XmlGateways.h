@@ -3,7 +3,7 @@
 #include "ports/formats/TelegramStep.h"
 #include "ports/formats/XmlText.h"
 #include "runtime/Protocol.h"
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 

@@ -1,7 +1,5 @@
 #include "tests/app/RunningCopy.h"
 
-#include "ports/formats/Robofon.h"
-
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -193,13 +191,6 @@ bool Caller::IsClosedByPeer() const {
     pollfd waiting{descriptor_, POLLIN, 0};
     char byte = 0;
     return poll(&waiting, 1, kPatienceMs) > 0 && read(descriptor_, &byte, 1) <= 0;
-}
-
-Text RobofonTelegram(const Text& code, char classCode) {
-    Text id = code;
-    id.resize(8, ' ');
-    const Text inner = "  P2405171345\x11" + Text(1, classCode) + id + bytes::ETX;
-    return bytes::STX + inner + XorOf(inner);
 }
 
 }  // namespace nordkeep

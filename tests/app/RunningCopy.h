@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Text.h"
+#include "tests/doubles/RobofonTelegram.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <functional>
@@ -71,8 +72,5 @@ class Caller {
  private:
     int descriptor_ = -1;
 };
-
-/// A telegram of format 0 with this code in class "0".
-Text RobofonTelegram(const Text& code, char classCode = '0');
 
 }  // namespace nordkeep

@@ -11,16 +11,19 @@
 #include "pipeline/OutputSettings.h"
 #include "pipeline/ResetSettings.h"
 #include "ports/PortSettings.h"
+#include "ports/TestTelegrams.h"
 #include "ports/collectors/GsmModem.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/formats/CallerIdentity.h"
 #include "ports/formats/GoogolT1.h"
 #include "ports/formats/MailMessage.h"
 #include "ports/formats/MultiCom.h"
+#include "ports/formats/Robofon.h"
 #include "ports/formats/RobofonExport.h"
 #include "ports/formats/Rsm02.h"
 #include "ports/formats/SiaDecoding.h"
 #include "ports/formats/SurGard.h"
+#include "ports/formats/TextTelegram.h"
 #include "ports/formats/VirtualReceiver.h"
 #include "ports/formats/XmlGateways.h"
 #include "runtime/IdleSettings.h"
@@ -71,6 +74,7 @@ Keys KeysOfTheTables() {
     Add(keys, OutputSettingRows());
     Add(keys, ComCallSettingRows());
     Add(keys, PollSettingRows());
+    Add(keys, PortSettingRows());
     Add(keys, Pop3SettingRows());
     Add(keys, PrioritySettingRows());
     Add(keys, ResetSettingRows());

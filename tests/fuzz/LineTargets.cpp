@@ -79,14 +79,18 @@ void RunGoogolFrame(TextView input) {
     RunGoogol(frame);
 }
 
+struct NoCallers final : CallerBook {
+    std::optional<KnownCaller> FindCaller(TextView) const override { return std::nullopt; }
+};
+
 void RunRsm02(TextView input) {
-    const CallerLookup findCaller = [](TextView) { return std::nullopt; };
+    const NoCallers callers;
     for (const int behaviour : {0, 1}) {
         const Rsm02Settings settings{
             .TimeStampFromRBM = true, .cleaning = kAllCleaning, .multiCom = {.MultiComBehaviour = behaviour}};
         Feed(input, [&] {
             return [&, state = Rsm02State()](TextView rest) mutable {
-                return NextRsm02Step(rest, {settings, state, findCaller}, {});
+                return NextRsm02Step(rest, {settings, state, callers}, {});
             };
         });
     }

@@ -1,9 +1,9 @@
-#include "ports/collectors/GsmModem.h"
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/Pop3Session.h"
 #include "ports/collectors/SmtpSession.h"
 #include "ports/formats/MailMessage.h"
 #include "ports/formats/MailText.h"
+#include "ports/formats/ModemLines.h"
 #include "tests/fuzz/Targets.h"
 
 #include <cstdlib>
@@ -58,12 +58,15 @@ void RunSmtp(TextView input) {
 }
 
 void RunModemLines(TextView input) {
-    GsmModem modem({}, {});
-    while (!input.empty()) {
-        const TelegramStep step = modem.Next(input, {});
-        if (step.consumed == 0 || step.consumed > input.size()) std::abort();
-        input.remove_prefix(step.consumed);
+    constexpr std::size_t kPiece = 7;
+    ModemLines modem("Port", {});
+    modem.BeginReading();
+    modem.Expect({"OK\r", "ERROR\r", "+CMS ERROR", ""});
+    for (std::size_t at = 0; at < input.size(); at += kPiece) {
+        const TextView piece = input.substr(at, kPiece);
+        if (modem.Take(piece, {}).consumed != piece.size()) std::abort();
     }
+    modem.TakeMessageMark();
 }
 
 void RunSms(TextView input) {

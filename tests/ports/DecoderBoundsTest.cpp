@@ -20,7 +20,8 @@ TEST(DecoderBounds, FragmentsWithoutEnd) {
     for (const char c : frame) sum += static_cast<unsigned char>(c);
     frame = "\x02" + frame + static_cast<char>(sum / 256) + static_cast<char>(sum % 256) + "\x03";
     Rsm02State state;
-    for (int i = 0; i < 1000; ++i) EXPECT_EQ(NextRsm02Step(frame, {{}, state, {}}, {}).reply, "\x06");
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_EQ(NextRsm02Step(frame, {{}, state, NoCallers()}, {}).reply, "\x06");
     EXPECT_EQ(state.accumulated.size(), 131072u);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ports/formats/CallerIdentity.h"
 #include "ports/formats/LineFormat.h"
 #include "runtime/Dates.h"
 
@@ -9,6 +10,10 @@
 #include <vector>
 
 namespace nordkeep {
+
+struct NoCallers final : CallerBook {
+    std::optional<KnownCaller> FindCaller(TextView) const override { return std::nullopt; }
+};
 
 /// What looks at the front of the received text.
 using Decoder = std::function<TelegramStep(TextView received, OleDate now)>;

@@ -1,5 +1,5 @@
 #include "pipeline/EventPort.h"
-#include "ports/formats/FieldMap.h"
+#include "ports/FieldMap.h"
 #include "store/Alarm.h"
 #include "tests/doubles/TempFolder.h"
 

@@ -56,7 +56,6 @@ class FilePortTest : public PortWorld {
         folder.MakeFolders("LogFiles");
         folder.MakeFolders("In");
         language.LoadFrom("1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n");
-        parts.areAllEventsStored = [this] { return areAllEventsStored; };
     }
 
     void Begin(const Text& setting = "In\\drop.txt", int format = 12) {
@@ -75,8 +74,6 @@ class FilePortTest : public PortWorld {
         for (const IncomingEvent& event : intake.events) codes += event.DefaultAlarmCode + " ";
         return codes;
     }
-
-    bool areAllEventsStored = true;
 };
 
 TEST_F(FilePortTest, TakesEachFileInAndDeletesItWhenAllIsSafe) {
@@ -117,7 +114,7 @@ TEST_F(FilePortTest, TakesWhatACrashLeftFirst) {
 TEST_F(FilePortTest, KeepsTheFileUntilTheStoreHasRecovered) {
     intake.during = [this] {
         commit.NoteFailure();
-        areAllEventsStored = false;
+        stored.areAllStored = false;
     };
     folder.Write("In\\drop.txt", "0|||1\n");
     Begin();
@@ -127,7 +124,7 @@ TEST_F(FilePortTest, KeepsTheFileUntilTheStoreHasRecovered) {
     }
     EXPECT_EQ(Codes(), "1 ") << "an outage raises the events once";
     EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$"));
-    areAllEventsStored = true;
+    stored.areAllStored = true;
     Tick();
     EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$"));
     commit.Commit();

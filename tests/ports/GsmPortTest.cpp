@@ -1,4 +1,3 @@
-#include "ports/collectors/GsmModem.h"
 #include "tests/ports/PortWorld.h"
 #include "tools/Modem.h"
 
@@ -86,8 +85,7 @@ class GsmPortTest : public PortWorld {
     std::vector<std::unique_ptr<ModemOnLine>> modems{};
     std::unique_ptr<Timer> ticker = time.NewTimer([this] { ports.Tick(1000, conditions); });
     EventCommit commit{disk, [this] { time.Post([this] { commit.Commit(); }); }};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
+    PortParts parts = PartsWith(commit);
 };
 
 TEST_F(GsmPortTest, InitialisesInOrderAndAgainAfterAFailureAndAReopening) {

@@ -1,5 +1,4 @@
 #include "ports/formats/VirtualReceiver.h"
-#include "tests/doubles/FakeInet.h"
 #include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>
@@ -71,7 +70,6 @@ class HttpPortTest : public PortWorld {
     HttpPortTest() {
         folder.MakeFolders("LogFiles");
         language.LoadFrom("1035=Port\n1036=no answer in\n1037=s\n1133=complains\n1041=Opened\n3615=Cut \n");
-        parts.inet = &inets;
         WriteSettings({});
         ports.Discover(parts);
         ports.Tick(1000, conditions);
@@ -100,8 +98,6 @@ class HttpPortTest : public PortWorld {
         Tick();
         commit.Commit();
     }
-
-    FakeInets inets{};
 };
 
 TEST_F(HttpPortTest, AsksEachReceiverAndTheOneWithEventsAgain) {

@@ -1,5 +1,6 @@
 #include "tests/ports/LineScript.h"
 
+#include "ports/collectors/GsmModem.h"
 #include "ports/formats/Crc16.h"
 
 namespace nordkeep {
@@ -77,6 +78,17 @@ ScriptLine ParseLine(TextView line) {
     return parsed;
 }
 
+/// What a modem says, as far as it is no answer to a command.
+class ModemFormat final : public LineFormat {
+ public:
+    explicit ModemFormat(const GsmSettings& settings) : lines_("PortX", settings.sms) {}
+    TelegramStep Next(TextView received, OleDate now) override { return lines_.Take(received, now); }
+    TelegramStep Due(const ServiceTick&) override { return {}; }
+
+ private:
+    ModemLines lines_;
+};
+
 /// A script being played. What the line has done is kept until the script has named it.
 class Player {
  public:
@@ -103,7 +115,7 @@ class Player {
         if (line.word == "queue")
             world_.Queues().ExportTelegram(GetField(line.value, 0, " "), GetField(line.value, 1, " "));
         if (line.word == "tick") Tick(LeadingNumber(line.value) * 1000);
-        if (line.word == "finish") Note(format_->Finish(kScriptNow));
+        if (line.word == "finish") Note(format_->Due({.now = kScriptNow, .isProgramEnding = true}));
         return true;
     }
 
@@ -148,10 +160,10 @@ class Player {
     }
 
     void Tick(std::int64_t atMs) {
-        Note(format_->Service({.now = kScriptNow,
-                               .monotonicMs = atMs,
-                               .tickMs = static_cast<int>(atMs - tickedMs_),
-                               .canSend = true}));
+        Note(format_->Due({.now = kScriptNow,
+                           .monotonicMs = atMs,
+                           .tickMs = static_cast<int>(atMs - tickedMs_),
+                           .canSend = true}));
         tickedMs_ = atMs;
     }
 
@@ -243,23 +255,21 @@ ScriptWorld::ScriptWorld(const Script& script) : format_(script.format) {
     language_.LoadFrom("1059=1059\r\n1060=1060\r\n1095= lost\r\n");
     for (const Text& value : script.Values("caller")) {
         const Text number = GetField(value, 0, " ");
-        callers_[number].m_IdCode = GetField(value, 1, " ");
-        protocols_[number] = LeadingInt32(GetField(value, 2, " "));
+        callers_[number] =
+            KnownCaller{&set_, GetField(value, 1, " "), ProtocolOf(LeadingInt32(GetField(value, 2, " ")))};
     }
 }
 
-std::optional<CallerMatch> ScriptWorld::FindCaller(TextView number) {
+std::optional<KnownCaller> ScriptWorld::FindCaller(TextView number) const {
     const auto found = callers_.find(Text(number));
-    if (found == callers_.end()) return std::nullopt;
-    return CallerMatch{&set_, &found->second, protocols_[found->first]};
+    return found == callers_.end() ? std::nullopt : std::optional(found->second);
 }
 
 std::unique_ptr<LineFormat> ScriptWorld::NewFormat() {
-    return MakeLineFormat(format_, {.files = files_,
-                                    .language = language_,
-                                    .portName = "PortX",
-                                    .findCaller = [this](TextView number) { return FindCaller(number); },
-                                    .exports = &queues_});
+    if (format_ == MessageFormat::GSM) return std::make_unique<ModemFormat>(LoadGsmSettings(files_, "PortX"));
+    return MakeLineFormat(
+        format_,
+        {.files = files_, .language = language_, .portName = "PortX", .callers = *this, .exports = queues_});
 }
 
 NewDecoder ScriptWorld::FreshDecoder() {

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "ports/formats/LineFormat.h"
+#include "ports/LineFormats.h"
 #include "runtime/Fields.h"
 #include "tests/doubles/TempFolder.h"
 #include "tests/ports/Decoding.h"
+#include "translation/Translate.h"
 
 #include <map>
 
@@ -37,24 +38,23 @@ std::vector<Script> ReadPage(const Text& path);
 std::vector<Script> ReadCases(const Text& path);
 
 /// Where a script plays: settings, texts and objects.
-class ScriptWorld {
+class ScriptWorld final : public CallerBook {
  public:
     explicit ScriptWorld(const Script& script);
     std::unique_ptr<LineFormat> NewFormat();
     NewDecoder FreshDecoder();
     ExportQueues& Queues() { return queues_; }
 
- private:
-    std::optional<CallerMatch> FindCaller(TextView number);
+    std::optional<KnownCaller> FindCaller(TextView number) const override;
 
+ private:
     MessageFormat format_;
     TempFolder folder_{};
     Settings files_{folder_.Tree()};
     Language language_{};
     ExportQueues queues_{};
     cTranslate set_{};
-    std::map<Text, cIDCode> callers_{};
-    std::map<Text, int> protocols_{};
+    std::map<Text, KnownCaller> callers_{};
 };
 
 /// The clock of all scripts.

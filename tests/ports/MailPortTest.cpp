@@ -40,8 +40,7 @@ class MailPortTest : public PortWorld {
 
     bool commitsWaiting = false;
     EventCommit commit{disk, [this] { commitsWaiting = true; }};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
+    PortParts parts = PartsWith(commit);
 };
 
 class Pop3PortTest : public MailPortTest {

@@ -1,3 +1,4 @@
+#include "tests/doubles/RobofonTelegram.h"
 #include "tests/ports/PortWorld.h"
 
 #include <gtest/gtest.h>
@@ -6,11 +7,7 @@ namespace nordkeep {
 namespace {
 
 Text Telegram(const Text& id = "12340001") {
-    const Text inner =
-        "  P2405171345\x11"
-        "0" +
-        id + '\x03';
-    return '\x02' + inner + XorOf(inner);
+    return RobofonTelegram(id);
 }
 
 class PortTest : public PortWorld {

@@ -2,6 +2,7 @@
 
 #include "platform/posix/DurableFiles.h"
 #include "ports/PortList.h"
+#include "tests/doubles/FakeInet.h"
 #include "tests/doubles/FakeMSComm.h"
 #include "tests/doubles/FakeWinsock.h"
 #include "tests/doubles/ManualTime.h"
@@ -26,6 +27,30 @@ class PortWorld : public ::testing::Test {
             std::ranges::count_if(lines, [&](const Text& line) { return line.find(part) != Text::npos; }));
     }
 
+    PortParts PartsWith(EventCommit& itsCommit) {
+        return {.dataFolder = folder.Tree(),
+                .settings = settings,
+                .language = language,
+                .log = log,
+                .trafficLog = traffic,
+                .clock = time,
+                .loop = time,
+                .sockets = sockets,
+                .serial = serial,
+                .inet = inets,
+                .intake = intake,
+                .commit = itsCommit,
+                .stored = stored,
+                .stalls = stalls,
+                .exports = exports,
+                .wait = wait};
+    }
+
+    struct PlayedStore final : StoredEvents {
+        bool AreAllStored() const override { return areAllStored; }
+        bool areAllStored = true;
+    };
+
     TempFolder folder{};
     ManualTime time{};
     Settings settings{folder.Tree()};
@@ -34,12 +59,15 @@ class PortWorld : public ::testing::Test {
     TrafficLog traffic{folder.Tree(), time};
     FakeSockets sockets{};
     FakeSerial serial{};
+    FakeInets inets{};
     RecordingIntake intake{};
     DurableFiles disk{};
     EventCommit commit{disk, [] {}};
     StallWatch stalls{time, time, log, language};
-    PortParts parts{folder.Tree(), settings, language, log,    traffic, time,
-                    time,          sockets,  serial,   intake, commit,  stalls};
+    PlayedStore stored{};
+    ExportQueues exports{};
+    CommWait wait{time, time};
+    PortParts parts = PartsWith(commit);
     PortList ports{};
     PortConditions conditions{};
     std::vector<Text> lines{};

@@ -1,4 +1,5 @@
 #include "ports/formats/Robofon.h"
+#include "tests/doubles/RobofonTelegram.h"
 #include "tests/ports/Decoding.h"
 
 #include <gtest/gtest.h>
@@ -8,15 +9,9 @@ namespace {
 
 const OleDate kNow = OleDate::FromCivil({2025, 11, 21, 6, 5, 4});
 
-/// A telegram with a right end and check; `body` holds positions 2 to 24.
-Text Telegram(const Text& body) {
-    const Text inner = body + bytes::ETX;
-    return bytes::STX + inner + XorOf(inner);
-}
-
 Text Full(const Text& time = "2405171345", char status = '\x29', char classCode = '0',
           const Text& id = "12340001") {
-    return Telegram("  P" + time + status + classCode + id);
+    return RobofonTelegramOf("  P" + time + status + classCode + id);
 }
 
 Decoder WithSettings(RobofonSettings settings = {}) {
@@ -49,9 +44,9 @@ TEST(Robofon, RefusesWhatIsNoTelegramAndRecovers) {
           Case{"bad, then good", wrongCheck + Full(), 1, "\x15\x06", 0},
           Case{"good, then part", Full() + Full().substr(0, 25), 1, "\x06", 25},
           Case{"unknown kind",
-               Telegram("  X2405171345"
-                        "\x29"
-                        "012340001"),
+               RobofonTelegramOf("  X2405171345"
+                                 "\x29"
+                                 "012340001"),
                0, "\x06", 0},
           Case{"glued", Full() + Full() + "\x07" + Full(), 3, "\x06\x06\x06\x06", 0}}) {
         const Decoded decoded = Decode(WithSettings(), {c.stream}, kNow);
@@ -75,16 +70,16 @@ TEST(Robofon, ReadsTheFieldsOfBothKinds) {
           Case{"own", Full("2405171345", '\x01', 'S'), "12340001||0:1|0|12340001", 0},
           Case{"unknown class", Full("2405171345", '\x01', '3'), "12340001||0:1|0|12340001", 0},
           Case{"short",
-               Telegram("  TABCD    xx"
-                        "\x10"
-                        "0"
-                        "EF      "),
+               RobofonTelegramOf("  TABCD    xx"
+                                 "\x10"
+                                 "0"
+                                 "EF      "),
                "ABCDEF||1:0|1|ABCDEF", 2000},
           Case{"short, second part only",
-               Telegram("  TABCD    xx"
-                        "\x10"
-                        "5"
-                        "EF      "),
+               RobofonTelegramOf("  TABCD    xx"
+                                 "\x10"
+                                 "5"
+                                 "EF      "),
                "EF||1:0|6|EF", 2005},
           Case{"bytes of all kinds",
                Full("2405171345", '\x80', '0',

@@ -1,11 +1,12 @@
-#include "ports/formats/LineFormat.h"
+#include "ports/LineFormats.h"
 
-#include "ports/PortSettings.h"
-#include "ports/collectors/GsmModem.h"
 #include "ports/formats/GoogolT1.h"
+#include "ports/formats/Robofon.h"
 #include "ports/formats/Rsm02.h"
 #include "ports/formats/SurGard.h"
+#include "ports/formats/TextTelegram.h"
 #include "ports/formats/XmlGateways.h"
+#include "ports/lines/LineSettings.h"
 
 namespace nordkeep {
 namespace {
@@ -30,6 +31,7 @@ class Stateless final : public LineFormat {
     using NextStep = TelegramStep (*)(TextView, const FormatSettings&, OleDate);
     Stateless(NextStep next, FormatSettings settings) : next_(next), settings_(std::move(settings)) {}
     TelegramStep Next(TextView received, OleDate now) override { return next_(received, settings_, now); }
+    TelegramStep Due(const ServiceTick&) override { return {}; }
 
  private:
     NextStep next_;
@@ -42,23 +44,13 @@ std::unique_ptr<LineFormat> MakeStateless(TelegramStep (*next)(TextView, const F
     return std::make_unique<Stateless<FormatSettings>>(next, std::move(settings));
 }
 
-/// For lines that make their events by themselves: nobody sends them anything.
-class NoTelegrams final : public LineFormat {
- public:
-    TelegramStep Next(TextView received, OleDate) override { return {.consumed = received.size()}; }
-};
-
 class GoogolFormat final : public LineFormat {
  public:
     explicit GoogolFormat(GoogolSettings settings) : settings_(std::move(settings)) {}
     TelegramStep Next(TextView received, OleDate now) override {
         return NextGoogolStep(received, settings_, now);
     }
-    TelegramStep Service(const ServiceTick& tick) override {
-        return SetClockInGoogolT1(clock_, settings_, tick);
-    }
-    bool HasClock() const override { return true; }
-    void RequestClock() override { clock_.isRequested = true; }
+    TelegramStep Due(const ServiceTick& tick) override { return SetClockInGoogolT1(clock_, settings_, tick); }
 
  private:
     GoogolSettings settings_;
@@ -67,16 +59,17 @@ class GoogolFormat final : public LineFormat {
 
 class Rsm02Format final : public LineFormat {
  public:
-    Rsm02Format(Rsm02Settings settings, CallerLookup findCaller)
-        : settings_(std::move(settings)), findCaller_(std::move(findCaller)) {}
+    Rsm02Format(Rsm02Settings settings, const CallerBook& callers)
+        : settings_(std::move(settings)), callers_(callers) {}
     TelegramStep Next(TextView received, OleDate now) override {
-        return NextRsm02Step(received, {settings_, state_, findCaller_}, now);
+        return NextRsm02Step(received, {settings_, state_, callers_}, now);
     }
+    TelegramStep Due(const ServiceTick&) override { return {}; }
 
  private:
     Rsm02Settings settings_;
     Rsm02State state_{};
-    CallerLookup findCaller_;
+    const CallerBook& callers_;
 };
 
 class SurGardFormat final : public LineFormat {
@@ -85,10 +78,10 @@ class SurGardFormat final : public LineFormat {
     TelegramStep Next(TextView received, OleDate now) override {
         return NextSurGardStep(received, settings_, wait_, now);
     }
-    TelegramStep Service(const ServiceTick& tick) override {
+    TelegramStep Due(const ServiceTick& tick) override {
+        if (tick.isProgramEnding) return {.events = wait_.Finish(settings_.sia, tick.now)};
         return {.events = wait_.Tick(tick.tickMs, settings_.sia, tick.now)};
     }
-    TelegramStep Finish(OleDate now) override { return {.events = wait_.Finish(settings_.sia, now)}; }
 
  private:
     SurGardSettings settings_;
@@ -99,36 +92,40 @@ class ExportFormat final : public LineFormat {
  public:
     explicit ExportFormat(std::shared_ptr<RobofonExport> queue) : queue_(std::move(queue)) {}
     TelegramStep Next(TextView received, OleDate) override { return queue_->Receive(received); }
-    TelegramStep Service(const ServiceTick& tick) override { return queue_->Tick(tick); }
+    TelegramStep Due(const ServiceTick& tick) override { return queue_->Tick(tick); }
 
  private:
     std::shared_ptr<RobofonExport> queue_;
 };
 
+std::unique_ptr<LineFormat> MakeText(const FormatParts& parts) {
+    TextTelegramSettings settings = Load(parts, TextTelegramSettingRows());
+    settings.cleaning = Load(parts, TextCleaningRows());
+    return MakeStateless(&NextTextStep, std::move(settings));
+}
+
 std::unique_ptr<LineFormat> MakeGoogol(const FormatParts& parts) {
     GoogolSettings settings = Load(parts, GoogolSettingRows());
-    settings.cleaning = LoadTextCleaning(parts.files, parts.portName);
+    settings.cleaning = Load(parts, TextCleaningRows());
     settings.PortDescription = DescriptionOf(parts);
     return std::make_unique<GoogolFormat>(std::move(settings));
 }
 
 std::unique_ptr<LineFormat> MakeRsm02(const FormatParts& parts) {
     Rsm02Settings settings = Load(parts, Rsm02SettingRows());
-    constexpr int kTab = 9;
-    settings.SMSCrLfReplaceCharacter = CharacterOr(settings.SMSCrLfReplaceCharacter, kTab);
-    settings.cleaning = LoadTextCleaning(parts.files, parts.portName);
+    settings.cleaning = Load(parts, TextCleaningRows());
     settings.calls = Load(parts, CallSettingRows());
-    settings.sia = LoadSiaSettings(parts.files);
+    settings.sia = Load(parts, SiaSettingRows());
     settings.multiCom = Load(parts, MultiComSettingRows());
     settings.PortName = parts.portName;
     settings.PortDescription = DescriptionOf(parts);
     settings.hiddenNumber = parts.language.GetLanguageText(kTextHiddenNumber);
-    return std::make_unique<Rsm02Format>(std::move(settings), parts.findCaller);
+    return std::make_unique<Rsm02Format>(std::move(settings), parts.callers);
 }
 
 std::unique_ptr<LineFormat> MakeSurGard(const FormatParts& parts) {
     SurGardSettings settings = Load(parts, SurGardSettingRows());
-    settings.sia = LoadSiaSettings(parts.files);
+    settings.sia = Load(parts, SiaSettingRows());
     settings.unknownMessage = parts.language.GetLanguageText(kTextUnknownMessage);
     return std::make_unique<SurGardFormat>(std::move(settings));
 }
@@ -138,7 +135,7 @@ std::unique_ptr<LineFormat> MakeExport(const FormatParts& parts) {
     settings.PortDescription = DescriptionOf(parts);
     settings.droppedText = parts.language.GetLanguageText(kTextExportDropped);
     auto queue = std::make_shared<RobofonExport>(std::move(settings));
-    if (parts.exports != nullptr) parts.exports->Add(queue);
+    parts.exports.Add(queue);
     return std::make_unique<ExportFormat>(std::move(queue));
 }
 
@@ -151,7 +148,7 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
         case MessageFormat::GoogolT1:
             return MakeGoogol(parts);
         case MessageFormat::PlainText:
-            return MakeStateless(&NextTextStep, LoadTextTelegramSettings(parts.files, parts.portName));
+            return MakeText(parts);
         case MessageFormat::RSM02:
             return MakeRsm02(parts);
         case MessageFormat::RobofonExport:
@@ -164,14 +161,6 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
             return MakeStateless(&NextSosAccessV4Step, Load(parts, XmlGatewaySettingRows()));
         case MessageFormat::SurGardMLR2:
             return MakeSurGard(parts);
-        case MessageFormat::GSM:
-            return std::make_unique<GsmModem>(LoadGsmSettings(parts.files, parts.portName),
-                                              parts.conversation);
-        case MessageFormat::TorvexConfirmationFile:
-        case MessageFormat::NordkeepFile:
-        case MessageFormat::VirtualReceiver:
-        case MessageFormat::Mail:
-            return std::make_unique<NoTelegrams>();
         default:
             return {};
     }

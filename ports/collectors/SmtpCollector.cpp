@@ -1,4 +1,4 @@
-#include "ports/Transport.h"
+#include "ports/collectors/Collector.h"
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/collectors/SmtpSession.h"
@@ -19,12 +19,12 @@ constexpr int kLinesInOneTurn = 512;
 constexpr std::size_t kMostUnsent = 64 << 10;
 
 /// Takes mail from up to eight callers at once. A mail is accepted when its event is safely stored.
-class SmtpTransport final : public Transport {
+class SmtpCollector final : public Collector {
  public:
-    SmtpTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+    SmtpCollector(const CollectorParts& parts)
         : parts_(parts),
-          log_(log),
-          events_(std::move(events)),
+          log_(parts.log),
+          taker_(parts.taker),
           settings_(LoadSettings(parts.settings, SmtpSettingRows(), log_.Name())),
           mail_(LoadMailSettings(parts.settings, parts.language, log_.Name())),
           listener_(parts.sockets.NewSocket(SocketKind::Tcp)) {
@@ -55,12 +55,7 @@ class SmtpTransport final : public Transport {
         for (Caller& caller : callers_) HangUp(caller);
     }
 
-    Text Take() override { return {}; }
-    bool CanSend() const override { return false; }
-    bool Send(TextView) override { return false; }
-
-    void Service(const PollTick& tick) override {
-        isMuted_ = tick.isMuted;
+    void Tick(const CollectorTick&) override {
         const std::int64_t now = parts_.clock.MonotonicMs();
         for (Caller& caller : callers_) {
             const bool isSilent = now - caller.lastLineMs >= kMostSilenceMs;
@@ -114,15 +109,15 @@ class SmtpTransport final : public Transport {
     void Reply(Caller& caller, const Text& reply) {
         if (reply.empty() || caller.socket->State() != SocketState::Connected) return;
         if (caller.socket->UnsentBytes() > kMostUnsent) return HangUp(caller);
-        if (caller.socket->SendData(reply)) events_.traffic(reply, TrafficDirection::Sent);
+        if (caller.socket->SendData(reply)) taker_.NoteTraffic(reply, TrafficDirection::Sent);
     }
 
     void TakeData(Caller& caller) {
         while (caller.isUsed && !caller.isStoring && !caller.isContinuing) {
             const Text data = caller.socket->GetData();
             if (data.empty()) return;
-            events_.traffic(data, TrafficDirection::Received);
-            if (isMuted_) continue;
+            taker_.NoteTraffic(data, TrafficDirection::Received);
+            if (taker_.IsMuted()) continue;
             caller.lines.Append(data);
             ServeLines(caller);
         }
@@ -164,25 +159,22 @@ class SmtpTransport final : public Transport {
         };
         TelegramStep step = HandleMailMessage(mail.content, mail.sender, mail_, parts_.clock.Now());
         step.isTraffic = true;
-        events_.stepReady(std::move(step), whenStored);
+        taker_.TakeStep(std::move(step), whenStored);
     }
 
-    TransportParts parts_;
+    CollectorParts parts_;
     PortLog& log_;
-    TransportEvents events_;
+    StepTaker& taker_;
     SmtpSettings settings_;
     MailSettings mail_;
     std::unique_ptr<Winsock> listener_;
     std::array<Caller, kMostCallers> callers_{};
-    bool isMuted_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeSmtpTransport(const TransportParts& parts, PortLog& log,
-                                             TransportEvents events) {
-    if (parts.format != MessageFormat::Mail) return nullptr;
-    return std::make_unique<SmtpTransport>(parts, log, std::move(events));
+std::unique_ptr<Collector> MakeSmtpCollector(const CollectorParts& parts) {
+    return std::make_unique<SmtpCollector>(parts);
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "ports/formats/FieldMap.h"
+#include "ports/FieldMap.h"
 
 #include "pipeline/EventPort.h"
 #include "ports/formats/XmlText.h"

@@ -1,4 +1,4 @@
-#include "ports/Transport.h"
+#include "ports/lines/Line.h"
 #include "runtime/SerialDevices.h"
 
 namespace nordkeep {
@@ -8,17 +8,17 @@ constexpr int kTextPort = 1035;
 constexpr int kTextClosed = 1028;
 constexpr int kTextVanished = 3610;
 
-class SerialTransport final : public Transport {
+class SerialLine final : public Line {
  public:
-    SerialTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
-        : settings_(parts.settings), log_(log), events_(std::move(events)), line_(parts.serial.NewLine()) {
+    SerialLine(const LineParts& parts, LineListener& listener)
+        : settings_(parts.settings), log_(parts.log), listener_(listener), line_(parts.serial.NewLine()) {
         line_->SetOnComm([this](CommEvent event) { OnComm(event); });
     }
 
     bool IsOpen() const override { return line_->PortOpen(); }
 
     void Open() override {
-        events_.newStream();
+        listener_.OnNewStream();
         line_->SetDevice(Device());
         line_->SetSettings(log_.Line().PortSetting);
         line_->SetHandshaking(log_.Line().Handshaking);
@@ -40,7 +40,9 @@ class SerialTransport final : public Transport {
 
     bool CanSend() const override { return line_->PortOpen(); }
 
-    bool Send(TextView bytes) override { return line_->PortOpen() && line_->Output(bytes); }
+    bool Send(TextView bytes, Behind) override {
+        return !bytes.empty() && line_->PortOpen() && line_->Output(bytes);
+    }
 
  private:
     Text Address() const {
@@ -50,21 +52,20 @@ class SerialTransport final : public Transport {
     Text Device() const { return SerialDeviceOf(settings_, log_.Line().PortNumber); }
 
     void OnComm(CommEvent event) {
-        if (event == CommEvent::Receive) return events_.dataWaiting();
+        if (event == CommEvent::Receive) return listener_.OnDataWaiting();
         log_.Failure(kTextVanished, log_.NameAndDescription() + " (" + line_->LastError() + ")");
     }
 
     const Settings& settings_;
     PortLog& log_;
-    TransportEvents events_;
+    LineListener& listener_;
     std::unique_ptr<MSComm> line_;
 };
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeSerialTransport(const TransportParts& parts, PortLog& log,
-                                               TransportEvents events) {
-    return std::make_unique<SerialTransport>(parts, log, std::move(events));
+std::unique_ptr<Line> MakeSerialLine(const LineParts& parts, LineListener& listener) {
+    return std::make_unique<SerialLine>(parts, listener);
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "ports/Transport.h"
+#include "ports/collectors/Collector.h"
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/collectors/Pop3Session.h"
@@ -18,12 +18,12 @@ constexpr int kLinesInOneTurn = 2048;
 
 /// Fetches mail from a server at intervals. A mail is deleted there when its event is safely stored; a
 /// session that ends before its QUIT deletes nothing, and the mails come again.
-class Pop3Transport final : public Transport {
+class Pop3Collector final : public Collector {
  public:
-    Pop3Transport(const TransportParts& parts, PortLog& log, TransportEvents events)
+    Pop3Collector(const CollectorParts& parts)
         : parts_(parts),
-          log_(log),
-          events_(std::move(events)),
+          log_(parts.log),
+          taker_(parts.taker),
           settings_(LoadSettings(parts.settings, Pop3SettingRows(), log_.Name())),
           mail_(LoadMailSettings(parts.settings, parts.language, log_.Name())),
           socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
@@ -47,12 +47,7 @@ class Pop3Transport final : public Transport {
         POP3Close();
     }
 
-    Text Take() override { return {}; }
-    bool CanSend() const override { return false; }
-    bool Send(TextView) override { return false; }
-
-    void Service(const PollTick& tick) override {
-        isMuted_ = tick.isMuted;
+    void Tick(const CollectorTick& tick) override {
         if (!isOpen_) return;
         if (isBusy_) {
             connectionTimerMs_ += tick.tickMs;
@@ -61,7 +56,7 @@ class Pop3Transport final : public Transport {
         }
         intervalTimerMs_ += tick.tickMs;
         // What a muted port fetches would be gone.
-        if (intervalTimerMs_ < settings_.POP3Interval || isMuted_) return;
+        if (intervalTimerMs_ < settings_.POP3Interval || taker_.IsMuted()) return;
         intervalTimerMs_ = 0;
         POP3Connect();
     }
@@ -105,8 +100,8 @@ class Pop3Transport final : public Transport {
         while (isBusy_ && !isContinuing_ && !session_.IsWaiting()) {
             const Text data = socket_->GetData();
             if (data.empty()) return;
-            events_.traffic(data, TrafficDirection::Received);
-            if (isMuted_) continue;
+            taker_.NoteTraffic(data, TrafficDirection::Received);
+            if (taker_.IsMuted()) continue;
             lines_.Append(data);
             ServeLines();
         }
@@ -132,7 +127,7 @@ class Pop3Transport final : public Transport {
     }
 
     void Act(Pop3Step step) {
-        if (step.isGreeting) events_.stepReady({.isTraffic = true}, {});
+        if (step.isGreeting) taker_.TakeStep({.isTraffic = true}, {});
         if (step.isAccepted) lastFailure_.clear();
         if (step.isRefused) LogFailure(kTextRefused, log_.Name() + ": " + log_.Line().PortDescription);
         if (step.mail) return HandOver(*step.mail);
@@ -146,20 +141,20 @@ class Pop3Transport final : public Transport {
             Act(session_.OnMailHandled(isStored));
             Continue(session);
         };
-        events_.stepReady(HandleMailMessage(mail, {}, mail_, parts_.clock.Now()), whenStored);
+        taker_.TakeStep(HandleMailMessage(mail, {}, mail_, parts_.clock.Now()), whenStored);
     }
 
     void POP3SendDataRow(const Text& row) {
         if (socket_->State() != SocketState::Connected || !socket_->SendData(row + "\r\n")) return;
         const bool isSecret = row.starts_with("PASS ");
-        events_.traffic((isSecret ? "PASS *" : row) + "\r\n", TrafficDirection::Sent);
+        taker_.NoteTraffic((isSecret ? "PASS *" : row) + "\r\n", TrafficDirection::Sent);
     }
 
     Text Server() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
 
-    TransportParts parts_;
+    CollectorParts parts_;
     PortLog& log_;
-    TransportEvents events_;
+    StepTaker& taker_;
     Pop3Settings settings_;
     MailSettings mail_;
     std::unique_ptr<Winsock> socket_;
@@ -173,15 +168,12 @@ class Pop3Transport final : public Transport {
     bool isOpen_ = false;
     bool isBusy_ = false;
     bool isContinuing_ = false;  // a later turn of the loop goes on with what waits
-    bool isMuted_ = false;
 };
 
 }  // namespace
 
-std::unique_ptr<Transport> MakePop3Transport(const TransportParts& parts, PortLog& log,
-                                             TransportEvents events) {
-    if (parts.format != MessageFormat::Mail) return nullptr;
-    return std::make_unique<Pop3Transport>(parts, log, std::move(events));
+std::unique_ptr<Collector> MakePop3Collector(const CollectorParts& parts) {
+    return std::make_unique<Pop3Collector>(parts);
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "ports/Transport.h"
+#include "ports/lines/Line.h"
 
 #include <algorithm>
 
@@ -22,7 +22,7 @@ constexpr int kTextRepliesUnread = 3611;
 
 /// False, with the connection closed, when the peer does not read what it is sent.
 bool SendOn(Winsock& socket, TextView bytes, PortLog& log) {
-    if (socket.State() != SocketState::Connected) return false;
+    if (bytes.empty() || socket.State() != SocketState::Connected) return false;
     if (socket.UnsentBytes() > kMostUnsent) {
         log.Failure(kTextRepliesUnread, log.NameAndDescription());
         socket.Close();
@@ -31,14 +31,14 @@ bool SendOn(Winsock& socket, TextView bytes, PortLog& log) {
     return socket.SendData(bytes);
 }
 
-class TcpClientTransport final : public Transport {
+class TcpClientLine final : public Line {
  public:
-    TcpClientTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+    TcpClientLine(const LineParts& parts, LineListener& listener)
         : clock_(parts.clock),
-          log_(log),
-          events_(std::move(events)),
+          log_(parts.log),
+          listener_(listener),
           socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
-        socket_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+        socket_->SetEvents({.dataArrival = [this] { listener_.OnDataWaiting(); },
                             .connected = [this] { OnConnected(); },
                             .closed = [this] { Close(false); },
                             .error = [this](const Text& error) { OnError(error); }});
@@ -48,7 +48,7 @@ class TcpClientTransport final : public Transport {
 
     void Open() override {
         if (IsStillTrying()) return;
-        events_.newStream();
+        listener_.OnNewStream();
         socket_->Close();
         socket_->SetRemotePort(log_.Line().PortNumber);
         socket_->SetRemoteHost(log_.Line().PortSetting);
@@ -75,7 +75,7 @@ class TcpClientTransport final : public Transport {
 
     bool CanSend() const override { return IsOpen(); }
 
-    bool Send(TextView bytes) override { return SendOn(*socket_, bytes, log_); }
+    bool Send(TextView bytes, Behind) override { return SendOn(*socket_, bytes, log_); }
 
  private:
     Text Peer() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
@@ -104,76 +104,76 @@ class TcpClientTransport final : public Transport {
 
     const Clock& clock_;
     PortLog& log_;
-    TransportEvents events_;
+    LineListener& listener_;
     std::unique_ptr<Winsock> socket_;
     std::int64_t attemptAtMs_ = 0;
     bool isAttemptLogged_ = false;
 };
 
 /// A listener and one caller: who calls last is served, and pushes the one before off.
-class TcpServerTransport final : public Transport {
+class TcpServerLine final : public Line {
  public:
-    TcpServerTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
-        : log_(log),
-          events_(std::move(events)),
-          listener_(parts.sockets.NewSocket(SocketKind::Tcp)),
+    TcpServerLine(const LineParts& parts, LineListener& listener)
+        : log_(parts.log),
+          listener_(listener),
+          server_(parts.sockets.NewSocket(SocketKind::Tcp)),
           caller_(parts.sockets.NewSocket(SocketKind::Tcp)) {
-        listener_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnRequest(request); }});
-        caller_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+        server_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnRequest(request); }});
+        caller_->SetEvents({.dataArrival = [this] { listener_.OnDataWaiting(); },
                             .closed = [this] { caller_->Close(); },
                             .error = [this](const Text&) { caller_->Close(); }});
     }
 
-    bool IsOpen() const override { return listener_->State() == SocketState::Listening; }
+    bool IsOpen() const override { return server_->State() == SocketState::Listening; }
 
     void Open() override {
-        events_.newStream();
-        listener_->Close();
-        listener_->SetLocalPort(log_.Line().PortNumber);
+        listener_.OnNewStream();
+        server_->Close();
+        server_->SetLocalPort(log_.Line().PortNumber);
         const Text& address = log_.Line().BindSocketToAddress;
-        const bool isBound = address.empty() || listener_->Bind(log_.Line().PortNumber, address);
-        if (isBound && listener_->Listen()) return log_.Opened(log_.Line().PortSetting);
+        const bool isBound = address.empty() || server_->Bind(log_.Line().PortNumber, address);
+        if (isBound && server_->Listen()) return log_.Opened(log_.Line().PortSetting);
         log_.OpenFailed(log_.Line().PortSetting,
-                        "TCP " + std::to_string(log_.Line().PortNumber) + ": " + listener_->LastError());
+                        "TCP " + std::to_string(log_.Line().PortNumber) + ": " + server_->LastError());
     }
 
     void Close(bool) override {
         caller_->Close();
-        listener_->Close();
+        server_->Close();
     }
 
     Text Take() override { return caller_->GetData(); }
 
     bool CanSend() const override { return caller_->State() == SocketState::Connected; }
 
-    bool Send(TextView bytes) override { return SendOn(*caller_, bytes, log_); }
-
-    // Closing hands over what is still unsent first.
-    void HangUpWhenSent() override { caller_->Close(); }
+    bool Send(TextView bytes, Behind behind) override {
+        const bool isSent = SendOn(*caller_, bytes, log_);
+        // Closing hands over what is still unsent first.
+        if (behind == Behind::HangUp) caller_->Close();
+        return isSent;
+    }
 
  private:
     void OnRequest(SocketRequest request) {
         caller_->Close();
-        events_.newStream();
+        listener_.OnNewStream();
         caller_->Accept(request);
     }
 
     PortLog& log_;
-    TransportEvents events_;
-    std::unique_ptr<Winsock> listener_;
+    LineListener& listener_;
+    std::unique_ptr<Winsock> server_;
     std::unique_ptr<Winsock> caller_;
 };
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeTcpClientTransport(const TransportParts& parts, PortLog& log,
-                                                  TransportEvents events) {
-    return std::make_unique<TcpClientTransport>(parts, log, std::move(events));
+std::unique_ptr<Line> MakeTcpClientLine(const LineParts& parts, LineListener& listener) {
+    return std::make_unique<TcpClientLine>(parts, listener);
 }
 
-std::unique_ptr<Transport> MakeTcpServerTransport(const TransportParts& parts, PortLog& log,
-                                                  TransportEvents events) {
-    return std::make_unique<TcpServerTransport>(parts, log, std::move(events));
+std::unique_ptr<Line> MakeTcpServerLine(const LineParts& parts, LineListener& listener) {
+    return std::make_unique<TcpServerLine>(parts, listener);
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "ports/PortLog.h"
+#include "ports/lines/PortLog.h"
 
 namespace nordkeep {
 namespace {

@@ -1,5 +1,7 @@
-#include "ports/Transport.h"
+#include "pipeline/EventPort.h"
+#include "ports/collectors/Collector.h"
 #include "ports/formats/CollectedFile.h"
+#include "runtime/SettingTable.h"
 
 namespace nordkeep {
 namespace {
@@ -15,10 +17,10 @@ constexpr std::size_t kShownOfBadLine = 200;
 /// Collects a file that another program drops: gives it a name of its own, so that the other program can drop
 /// the next one, takes its lines in, and deletes it when every event is safely stored. What a crash leaves
 /// under that name is taken in first, whole: an event may then come twice, but none is lost.
-class FileTransport final : public Transport {
+class FileCollector final : public Collector {
  public:
-    FileTransport(const TransportParts& parts, PortLog& log, TransportEvents events, FileForm form)
-        : parts_(parts), log_(log), events_(std::move(events)), form_(form) {
+    FileCollector(const CollectorParts& parts, FileForm form)
+        : parts_(parts), log_(parts.log), taker_(parts.taker), form_(form) {
         const Text& file = log_.Line().PortSetting;
         workFile_ = file.substr(0, file.find_last_of("\\/") + 1) + form_.workName;
         confirmationPrio_ =
@@ -32,9 +34,13 @@ class FileTransport final : public Transport {
         if (!isOpenLogged_) log_.Opened(log_.Line().PortSetting);
         isOpenLogged_ = true;
         isStopped_ = false;
-        if (isLookPlanned_) return;
+        isLookDue_ = true;
+    }
+
+    void Tick(const CollectorTick&) override {
+        if (!isLookDue_ || isLookPlanned_) return;
         isLookPlanned_ = true;
-        // The first attempt comes before the stored events have been read; taking in comes behind.
+        // The first tick comes before the stored events have been read; taking in comes behind.
         parts_.loop.Post([this] { Look(); });
     }
 
@@ -43,15 +49,11 @@ class FileTransport final : public Transport {
         isStopped_ = isShuttingDown;
     }
 
-    Text Take() override { return {}; }
-    bool CanSend() const override { return false; }
-    bool Send(TextView) override { return false; }
-
  private:
     enum class State { Idle, Taking, Waiting };
 
     void Look() {
-        isLookPlanned_ = false;
+        isLookPlanned_ = isLookDue_ = false;
         if (isStopped_) return;
         if (state_ == State::Idle) return Collect();
         if (state_ == State::Taking && !isContinuing_) return Continue();
@@ -90,7 +92,7 @@ class FileTransport final : public Transport {
         const bool isLast = taken_ >= content_.size();
         if (isLast) state_ = State::Waiting;
         ++waitingSteps_;
-        events_.stepReady(std::move(found.step), [this](bool isStored) { OnStepStored(isStored); });
+        taker_.TakeStep(std::move(found.step), [this](bool isStored) { OnStepStored(isStored); });
         if (isLast) return;
         isContinuing_ = true;
         parts_.loop.Post([this] { Continue(); });
@@ -106,10 +108,10 @@ class FileTransport final : public Transport {
     void Settle() {
         if (hasFailed_) {
             // The store keeps such events and writes them again by itself; the file goes when it has.
-            if (!parts_.areAllEventsStored || !parts_.areAllEventsStored()) return;
+            if (!parts_.stored.AreAllStored()) return;
             hasFailed_ = false;
             ++waitingSteps_;
-            return events_.stepReady({}, [this](bool isStored) { OnStepStored(isStored); });
+            return taker_.TakeStep({}, [this](bool isStored) { OnStepStored(isStored); });
         }
         const FileStamp stamp = StampOf(WorkPath());
         // Whoever dropped the file may have had it open still, and written on.
@@ -140,9 +142,9 @@ class FileTransport final : public Transport {
 
     NativePath WorkPath() const { return parts_.dataFolder.ResolveSetting(workFile_); }
 
-    TransportParts parts_;
+    CollectorParts parts_;
     PortLog& log_;
-    TransportEvents events_;
+    StepTaker& taker_;
     FileForm form_;
     Text workFile_{};
     int confirmationPrio_ = 0;
@@ -154,6 +156,7 @@ class FileTransport final : public Transport {
     int waitingSteps_ = 0;  // handed to the port and not known to be stored
     bool hasFailed_ = false;
     bool isContinuing_ = false;
+    bool isLookDue_ = false;
     bool isLookPlanned_ = false;
     bool isStopped_ = false;
     bool isOpenLogged_ = false;
@@ -166,11 +169,10 @@ bool NamesAFile(const Text& setting) {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeFileTransport(const TransportParts& parts, PortLog& log,
-                                             TransportEvents events) {
-    const auto form = FileFormOf(parts.format);
-    if (!form || !NamesAFile(log.Line().PortSetting)) return nullptr;
-    return std::make_unique<FileTransport>(parts, log, std::move(events), *form);
+std::unique_ptr<Collector> MakeFileCollector(MessageFormat format, const CollectorParts& parts) {
+    const auto form = FileFormOf(format);
+    if (!form || !NamesAFile(parts.log.Line().PortSetting)) return nullptr;
+    return std::make_unique<FileCollector>(parts, *form);
 }
 
 }  // namespace nordkeep

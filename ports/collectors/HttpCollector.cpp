@@ -1,5 +1,6 @@
-#include "ports/Transport.h"
+#include "ports/collectors/Collector.h"
 #include "ports/formats/VirtualReceiver.h"
+#include "runtime/SettingTable.h"
 
 #include <algorithm>
 
@@ -19,14 +20,14 @@ constexpr const char* kSection = "VirtualReceivers";
 
 /// Polls a web service for one virtual receiver after the other. A round takes the receivers as the settings
 /// file has them at that time; one that has events is asked several times in a row.
-class HttpTransport final : public Transport {
+class HttpCollector final : public Collector {
  public:
-    HttpTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
+    HttpCollector(const CollectorParts& parts)
         : parts_(parts),
-          log_(log),
-          events_(std::move(events)),
+          log_(parts.log),
+          taker_(parts.taker),
           settings_(LoadSettings(parts.settings, PollSettingRows(), log_.Name())),
-          inet_(parts.inet->NewInet()) {}
+          inet_(parts.inet.NewInet()) {}
 
     bool IsOpen() const override { return isOpen_; }
 
@@ -44,11 +45,7 @@ class HttpTransport final : public Transport {
         countdownMs_ = 0;
     }
 
-    Text Take() override { return {}; }
-    bool CanSend() const override { return false; }
-    bool Send(TextView) override { return false; }
-
-    void CyclicHTTPCleanup(const PollTick& tick) override {
+    void Tick(const CollectorTick& tick) override {
         // The next request tells the service what has arrived: not before that is stored.
         if (!isOpen_ || isStoring_) return;
         if (lines_.empty() && state_ == State::Begin) {
@@ -101,7 +98,7 @@ class HttpTransport final : public Transport {
         return index;
     }
 
-    void PollVirtualReceiver(const PollTick& tick) {
+    void PollVirtualReceiver(const CollectorTick& tick) {
         switch (state_) {
             case State::Begin:
                 if (!inet_->StillExecuting()) {
@@ -126,7 +123,7 @@ class HttpTransport final : public Transport {
                 break;
             case State::Read:
                 state_ = State::Begin;
-                ReadReply(tick.isMuted);
+                ReadReply();
                 break;
         }
     }
@@ -138,12 +135,12 @@ class HttpTransport final : public Transport {
     }
 
     void SendRequest() {
-        const Text url = PollUrl(log_.Line().PortSetting, Current(), parts_.inet->Md5(PassInput(Current())));
-        events_.traffic(url, TrafficDirection::Sent);
+        const Text url = PollUrl(log_.Line().PortSetting, Current(), parts_.inet.Md5(PassInput(Current())));
+        taker_.NoteTraffic(url, TrafficDirection::Sent);
         inet_->Execute(url);
     }
 
-    void ReadReply(bool isMuted) {
+    void ReadReply() {
         if (inet_->LastState() != InetState::Complete) {
             return log_.Failure(kTextPort, " " + log_.Line().PortDescription + " " +
                                                log_.GetLanguageText(kTextNoAnswer) + " " +
@@ -151,8 +148,8 @@ class HttpTransport final : public Transport {
                                                log_.GetLanguageText(kTextSeconds) + CurrentTail());
         }
         const Text reply = inet_->GetChunk(kMostOfReply);
-        events_.traffic(reply, TrafficDirection::Received);
-        if (isMuted) return;
+        taker_.NoteTraffic(reply, TrafficDirection::Received);
+        if (taker_.IsMuted()) return;
         PollReply read = ReadPollReply(reply, Current(), parts_.clock.Now());
         LogReply(read);
         HandOver(std::move(read));
@@ -180,7 +177,7 @@ class HttpTransport final : public Transport {
                 lines_.erase(lines_.begin());
             }
         };
-        events_.stepReady(std::move(read.step), keep);
+        taker_.TakeStep(std::move(read.step), keep);
     }
 
     void GoOn() {
@@ -192,9 +189,9 @@ class HttpTransport final : public Transport {
 
     Text CurrentTail() { return " (CSID=" + Current().m_CSID + ") " + Current().m_Description; }
 
-    TransportParts parts_;
+    CollectorParts parts_;
     PortLog& log_;
-    TransportEvents events_;
+    StepTaker& taker_;
     PollSettings settings_;
     std::unique_ptr<Inet> inet_;
 
@@ -210,10 +207,8 @@ class HttpTransport final : public Transport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeHttpTransport(const TransportParts& parts, PortLog& log,
-                                             TransportEvents events) {
-    if (parts.inet == nullptr || parts.format != MessageFormat::VirtualReceiver) return nullptr;
-    return std::make_unique<HttpTransport>(parts, log, std::move(events));
+std::unique_ptr<Collector> MakeHttpCollector(const CollectorParts& parts) {
+    return std::make_unique<HttpCollector>(parts);
 }
 
 }  // namespace nordkeep

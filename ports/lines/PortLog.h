@@ -1,7 +1,8 @@
 #pragma once
 
-#include "ports/PortSettings.h"
+#include "ports/lines/LineSettings.h"
 #include "runtime/Language.h"
+#include "runtime/Protocol.h"
 #include "runtime/SysLog.h"
 
 namespace nordkeep {

@@ -1,4 +1,4 @@
-#include "ports/Transport.h"
+#include "ports/lines/Line.h"
 
 namespace nordkeep {
 namespace {
@@ -10,11 +10,11 @@ constexpr int kTextSocketOfPort = 1131;
 constexpr int kTextWith = 1027;
 constexpr int kTextHasBeenClosed = 1028;
 
-class UdpTransport final : public Transport {
+class UdpLine final : public Line {
  public:
-    UdpTransport(const TransportParts& parts, PortLog& log, TransportEvents events)
-        : log_(log), events_(std::move(events)), socket_(parts.sockets.NewSocket(SocketKind::Udp)) {
-        socket_->SetEvents({.dataArrival = [this] { events_.dataWaiting(); },
+    UdpLine(const LineParts& parts, LineListener& listener)
+        : log_(parts.log), listener_(listener), socket_(parts.sockets.NewSocket(SocketKind::Udp)) {
+        socket_->SetEvents({.dataArrival = [this] { listener_.OnDataWaiting(); },
                             .closed = [this] { Close(false); },
                             .error = [this](const Text& error) { OnError(error); }});
     }
@@ -22,7 +22,7 @@ class UdpTransport final : public Transport {
     bool IsOpen() const override { return socket_->State() == SocketState::Open; }
 
     void Open() override {
-        events_.newStream();
+        listener_.OnNewStream();
         const LineSettings& line = log_.Line();
         socket_->Close();
         socket_->SetRemotePort(line.PortNumber);
@@ -51,7 +51,9 @@ class UdpTransport final : public Transport {
 
     bool CanSend() const override { return IsOpen(); }
 
-    bool Send(TextView bytes) override { return IsOpen() && socket_->SendData(bytes); }
+    bool Send(TextView bytes, Behind) override {
+        return !bytes.empty() && IsOpen() && socket_->SendData(bytes);
+    }
 
  private:
     Text Address() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
@@ -66,15 +68,14 @@ class UdpTransport final : public Transport {
     }
 
     PortLog& log_;
-    TransportEvents events_;
+    LineListener& listener_;
     std::unique_ptr<Winsock> socket_;
 };
 
 }  // namespace
 
-std::unique_ptr<Transport> MakeUdpTransport(const TransportParts& parts, PortLog& log,
-                                            TransportEvents events) {
-    return std::make_unique<UdpTransport>(parts, log, std::move(events));
+std::unique_ptr<Line> MakeUdpLine(const LineParts& parts, LineListener& listener) {
+    return std::make_unique<UdpLine>(parts, listener);
 }
 
 }  // namespace nordkeep

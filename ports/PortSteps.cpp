@@ -1,0 +1,35 @@
+#include "ports/PortSteps.h"
+
+namespace nordkeep {
+
+Text PortSteps::LabelOf(const DecodedEvent& decoded) const {
+    Text label = decoded.event.ProtocolType;
+    for (const int number : decoded.labelTexts) {
+        if (number == 0) break;
+        const Text text = parts_.language.GetLanguageText(number);
+        if (!label.empty() && !text.empty()) label += ' ';
+        label += text;
+    }
+    return label;
+}
+
+void PortSteps::TakeStep(TelegramStep step, WhenStored whenStored) {
+    if (step.isTraffic) parts_.tests.NoteProof();
+    for (const DecoderNote& note : step.notes) parts_.log.Information(note.text, note.tail);
+    if (step.events.empty() && !whenStored) return;
+    parts_.commit.Begin();
+    for (DecodedEvent& decoded : step.events) {
+        decoded.event.ProtocolType = LabelOf(decoded);
+        decoded.event.PortObject = &parts_.port;
+        parts_.intake.HandleIncomingEvent(decoded.event);
+    }
+    parts_.commit.End([whenStored = std::move(whenStored)](bool isStored) {
+        if (whenStored) whenStored(isStored);
+    });
+}
+
+void PortSteps::NoteTraffic(TextView bytes, TrafficDirection direction) {
+    parts_.trafficLog.WriteTrafficLog(bytes, direction, parts_.log.Line().PortDescription);
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "pipeline/EventIntake.h"
+#include "ports/TestTelegrams.h"
+#include "ports/collectors/Collector.h"
+#include "store/EventCommit.h"
+
+namespace nordkeep {
+
+/// The door through which everything that a port finds goes: proofs of life to the supervision, notes to the
+/// log, events to the intake, and back to the finder whether they are stored.
+class PortSteps final : public StepTaker {
+ public:
+    struct Parts {
+        const Language& language;
+        TrafficLog& trafficLog;
+        EventIntake& intake;
+        EventCommit& commit;
+        PortLog& log;
+        const EventPort& port;
+        TestTelegrams& tests;
+    };
+
+    explicit PortSteps(const Parts& parts) : parts_(parts) {}
+
+    void TakeStep(TelegramStep step, WhenStored whenStored) override;
+    void NoteTraffic(TextView bytes, TrafficDirection direction) override;
+    bool IsMuted() const override { return isMuted_; }
+    bool IsProofDue() const override { return parts_.tests.IsProofDue(); }
+
+    void SetMuted(bool isMuted) { isMuted_ = isMuted; }
+
+ private:
+    Text LabelOf(const DecodedEvent& decoded) const;
+
+    Parts parts_;
+    bool isMuted_ = false;
+};
+
+}  // namespace nordkeep

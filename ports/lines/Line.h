@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/MSComm.h"
+#include "platform/Winsock.h"
+#include "ports/lines/PortLog.h"
+
+#include <memory>
+
+namespace nordkeep {
+
+/// Who takes in what comes on a line.
+class LineListener {
+ public:
+    virtual ~LineListener() = default;
+    /// Bytes wait to be taken. Can come nested.
+    virtual void OnDataWaiting() = 0;
+    /// What has been received so far belongs to a line that is gone.
+    virtual void OnNewStream() = 0;
+};
+
+/// What becomes of the line behind what is sent.
+enum class Behind {
+    StayUp,
+    HangUp,  // once everything has left; a line that nobody has called stays up
+};
+
+/// A serial line, a connection or a socket: how it is opened, read and written. Its port decides when.
+class Line {
+ public:
+    virtual ~Line() = default;
+    virtual bool IsOpen() const = 0;
+    /// One attempt to open, with its log line.
+    virtual void Open() = 0;
+    virtual void Close(bool isShuttingDown) = 0;
+    /// Everything that has arrived, on UDP one datagram; empty when nothing waits.
+    virtual Text Take() = 0;
+    /// True when somebody is at the other end, as far as the line can tell.
+    virtual bool CanSend() const = 0;
+    /// False when nothing was sent. A hang-up needs no bytes.
+    virtual bool Send(TextView bytes, Behind behind) = 0;
+};
+
+/// What lines are made from.
+struct LineParts {
+    SocketFactory& sockets;
+    SerialFactory& serial;
+    const Settings& settings;
+    const Clock& clock;
+    PortLog& log;
+};
+
+/// True for the types of port that have a line; the others collect.
+bool IsLineType(PortType type);
+/// The line of a port of such a type.
+std::unique_ptr<Line> MakeLine(PortType type, const LineParts& parts, LineListener& listener);
+
+std::unique_ptr<Line> MakeSerialLine(const LineParts& parts, LineListener& listener);
+std::unique_ptr<Line> MakeTcpClientLine(const LineParts& parts, LineListener& listener);
+std::unique_ptr<Line> MakeTcpServerLine(const LineParts& parts, LineListener& listener);
+std::unique_ptr<Line> MakeUdpLine(const LineParts& parts, LineListener& listener);
+
+}  // namespace nordkeep
