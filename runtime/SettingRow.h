@@ -20,23 +20,12 @@ template <class Struct>
 struct SettingRow {
     using Field = std::variant<Text Struct::*, int Struct::*, bool Struct::*>;
 
-    constexpr SettingRow(const char* itsSection, const char* itsKey, SettingScope itsScope, Field itsField,
-                         int lowest = INT_MIN, int highest = INT_MAX)
-        : section(itsSection), key(itsKey), scope(itsScope), field(itsField), low(lowest), high(highest) {}
-    /// The older form, with a default beside the struct's own; goes when the last table is converted.
-    constexpr SettingRow(const char* itsSection, const char* itsKey, const char* itsDefault,
-                         SettingScope itsScope, Field itsField, int lowest = INT_MIN, int highest = INT_MAX)
-        : SettingRow(itsSection, itsKey, itsScope, itsField, lowest, highest) {
-        ownDefault = itsDefault;
-    }
-
     const char* section;
     const char* key;
     SettingScope scope;
     Field field;
-    int low;
-    int high;
-    const char* ownDefault = nullptr;
+    int low = INT_MIN;
+    int high = INT_MAX;
 };
 
 /// What a settings file says when it says the value of this field.
@@ -49,7 +38,7 @@ template <class Struct>
 
 template <class Struct>
 Text DefaultText(const SettingRow<Struct>& row, const Struct& fresh = Struct{}) {
-    return row.ownDefault ? Text(row.ownDefault) : SettingText(fresh, row);
+    return SettingText(fresh, row);
 }
 
 /// Sets one field from the text of its key. Not inlined: the compiler would warn of the kinds of field that a
