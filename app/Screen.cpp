@@ -1,8 +1,8 @@
 #include "app/Screen.h"
 
 #include "console/boxes/AboutText.h"
-#include "console/views/boxes/AboutBox.h"
-#include "console/views/boxes/CommentSheet.h"
+#include "console/views/boxes/AboutDialog.h"
+#include "console/views/boxes/CommentWindow.h"
 #include "console/views/boxes/EditorWindow.h"
 #include "console/views/boxes/LoginDialog.h"
 #include "console/views/boxes/MapWindow.h"
@@ -54,7 +54,7 @@ Screen::~Screen() {
 void Screen::SetBehindModels() {
     Workplace& place = centre_.Place();
     const Captions& words = place.Words();
-    sheets_.push_back(WindowOf<CommentSheet>(place.Sheet(), words, &window_));
+    sheets_.push_back(WindowOf<CommentWindow>(place.Sheet(), words, &window_));
     sheets_.push_back(WindowOf<MapWindow>(place.Map(), words, &window_));
     sheets_.push_back(WindowOf<LoginDialog>(place.Login(), words, &window_));
     sheets_.push_back(WindowOf<PeriodDialog>(place.Period(), words, &window_));
@@ -93,7 +93,7 @@ void Screen::ShowAbout() {
     const Captions& words = centre_.Place().Words();
     const AboutText about = MakeAboutText(words, NORDKEEP_VERSION, FromUtf8(foundation_.DataFolder().Root()),
                                           foundation_.CopyRole());
-    ShowOnce(new AboutBox(about, words, &window_));
+    ShowOnce(new AboutDialog(about, words, &window_));
 }
 
 void Screen::ShowSettings() {

@@ -92,7 +92,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     MainBox& Main() { return main_; }
     CommentBox& Sheet() { return sheet_; }
     MapBox& Map() { return map_; }
-    AlarmPicture& Picture() { return picture_; }
+    PictureBox& Picture() { return picture_; }
     LoginBox& Login() { return login_; }
     ReconnectBox& Reconnect() { return reconnect_; }
     PeriodBox& Period() { return period_; }
@@ -102,7 +102,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     const PrinterSettings& PrinterLook() const { return printerSettings_; }
     /// Prints in this font from now on, and keeps it for later starts.
     void UsePrinterFont(const PrinterSettings& look);
-    DebugPanel& Debug() { return debug_; }
+    DebugPage& Debug() { return debug_; }
 
     // --- OperatorDesk
     void OfferSelection(const cAlarm& alarm) override { main_.OfferNewAlarm(alarm); }
@@ -161,12 +161,12 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     AlarmRate rate_{};
     AlarmCells cells_;
     SysLogList sysLog_{};
-    DebugPanel debug_;
+    DebugPage debug_;
     AlarmPrinting printing_;
     AlarmCommands commands_;
     CommentBox sheet_;
     MapBox map_;
-    AlarmPicture picture_;
+    PictureBox picture_;
     OpenWindows windows_;
     LoginBox login_;
     ReconnectBox reconnect_;

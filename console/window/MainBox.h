@@ -10,7 +10,7 @@
 #include "console/window/AlarmCommands.h"
 #include "console/window/Commands.h"
 #include "console/window/ConsoleSettings.h"
-#include "console/window/DebugPanel.h"
+#include "console/window/DebugPage.h"
 #include "console/window/ObjectMenu.h"
 #include "console/window/StatusTexts.h"
 #include "runtime/DataFiles.h"
@@ -65,9 +65,9 @@ struct ConsoleSurroundings {
 };
 
 /// Who shows the main window. It asks the model for everything that it shows.
-class MainBoxScreen {
+class MainBoxView {
  public:
-    virtual ~MainBoxScreen() = default;
+    virtual ~MainBoxView() = default;
     /// Commands, pages, captions, banners or selections may have changed.
     virtual void ShowState() = 0;
     /// The model has selected rows itself.
@@ -90,7 +90,7 @@ class MainBox {
         TranslationMarks& marks;
         const TranslationSettings& translationSettings;
         SysLogList& sysLog;
-        DebugPanel& debug;
+        DebugPage& debug;
         DataFiles& files;
         const Captions& captions;
         const Clock& clock;
@@ -106,7 +106,7 @@ class MainBox {
     MainBox(const MainBox&) = delete;
     MainBox& operator=(const MainBox&) = delete;
 
-    void SetScreen(MainBoxScreen* screen) { screen_ = screen; }
+    void SetScreen(MainBoxView* screen) { screen_ = screen; }
     const Captions& Words() const { return needs_.captions; }
     const ConsoleSettings& Looks() const { return needs_.settings; }
 
@@ -115,7 +115,7 @@ class MainBox {
     RowModel* ListOf(Tab tab);
     AlarmRows* AlarmList(Tab tab);
     PortTree& Tree() { return tree_; }
-    DebugPanel& Debug() { return needs_.debug; }
+    DebugPage& Debug() { return needs_.debug; }
 
     // --- Pages
 
@@ -224,7 +224,7 @@ class MainBox {
     void RunOnObject(Command command, int item);
 
     Needs needs_;
-    MainBoxScreen* screen_ = nullptr;
+    MainBoxView* screen_ = nullptr;
     ObjectList objects_;
     TypeList types_;
     DataCodeList dataCodes_;

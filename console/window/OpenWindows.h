@@ -1,8 +1,8 @@
 #pragma once
 
-#include "console/boxes/AlarmPicture.h"
 #include "console/boxes/CommentBox.h"
 #include "console/boxes/MapBox.h"
+#include "console/boxes/PictureBox.h"
 
 namespace nordkeep {
 
@@ -14,7 +14,7 @@ class OpenWindows final : public OperatorWindows {
     struct Needs {
         CommentBox& sheet;
         MapBox& map;
-        AlarmPicture& picture;
+        PictureBox& picture;
         const EventStore& store;
         EventLoop& loop;
         /// An operator is being asked something.

@@ -6,7 +6,7 @@ namespace nordkeep {
 namespace {
 
 /// Writes down what the model wants to be shown.
-class RecordingScreen final : public MainBoxScreen {
+class RecordingScreen final : public MainBoxView {
  public:
     void ShowState() override { ++states; }
     void ShowSelection(Tab) override {}
@@ -326,7 +326,7 @@ TEST_F(MainBoxTest, TellsItsStateInTitleTrayAndBanners) {
 
 TEST_F(MainBoxTest, MutesOnlyTheChosenPortAndForATime) {
     Start();
-    DebugPanel& debug = world.Box().Debug();
+    DebugPage& debug = world.Box().Debug();
     debug.Choose(1);
     debug.IgnoreResponse(true);
     EXPECT_EQ(debug.MutedPort(), "Port2");
@@ -349,7 +349,7 @@ TEST_F(MainBoxTest, MutesOnlyTheChosenPortAndForATime) {
 
 TEST_F(MainBoxTest, ShowsTheBytesOfWatchedPortsOnly) {
     Start("DebugViewSize=3\r\n");
-    DebugPanel& debug = world.Box().Debug();
+    DebugPage& debug = world.Box().Debug();
     debug.Watch(0, true);
     debug.NoteTraffic(
         "\x02"

@@ -166,7 +166,7 @@ struct MainBoxWorld {
         AlarmCells cells;
         LocalDataFiles dataFiles;
         SysLogList sysLog{};
-        DebugPanel debug;
+        DebugPage debug;
         AlarmCommands commands;
         MainBox box;
     };

@@ -1,5 +1,5 @@
-#include "console/boxes/AlarmPicture.h"
 #include "console/boxes/MapBox.h"
+#include "console/boxes/PictureBox.h"
 #include "tests/console/SheetWorld.h"
 
 #include <gtest/gtest.h>
@@ -123,7 +123,7 @@ Text Sequence(const char* list, int time, int ticks, bool isSpeech = false) {
     settings.SpeechPictures = isSpeech ? list : "1";
     settings.AlarmPictureTime = isSpeech ? 0 : time;
     settings.SpeechPictureTime = isSpeech ? time : 0;
-    AlarmPicture picture(settings, folder.Tree(), loop);
+    PictureBox picture(settings, folder.Tree(), loop);
     picture.Show(1, "caption", isSpeech);
     Text shown;
     for (int i = 0; i <= ticks; ++i) {
@@ -133,7 +133,7 @@ Text Sequence(const char* list, int time, int ticks, bool isSpeech = false) {
     return shown;
 }
 
-TEST(AlarmPicture, StepsThroughItsList) {
+TEST(PictureBox, StepsThroughItsList) {
     EXPECT_EQ(Sequence("", 100, 2), "<> <> <> ");
     EXPECT_EQ(Sequence("1", 100, 2), "one one one ");
     EXPECT_EQ(Sequence(" 1 , P\\2", 100, 3), "one two one two ");
@@ -144,13 +144,13 @@ TEST(AlarmPicture, StepsThroughItsList) {
     EXPECT_EQ(Sequence("P\\2,1", 100, 1, true), "two one ");
 }
 
-TEST(AlarmPicture, GoesWithItsAlarm) {
+TEST(PictureBox, GoesWithItsAlarm) {
     TempFolder folder;
     ManualTime loop;
     PictureSettings settings;
     settings.AlarmPictures = "1";
     settings.AlarmPictureTime = 10;
-    AlarmPicture picture(settings, folder.Tree(), loop);
+    PictureBox picture(settings, folder.Tree(), loop);
     RecordingView view;
     picture.SetView(view);
     picture.Show(1, "a", false);

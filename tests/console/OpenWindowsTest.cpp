@@ -9,7 +9,7 @@ namespace {
 struct WindowsWorld : SheetWorld {
     MapBox map{{.files = dataFiles, .dataFolder = folder.Tree(), .captions = captions, .loop = time}};
     PictureSettings pictures{};
-    AlarmPicture picture{pictures, folder.Tree(), time};
+    PictureBox picture{pictures, folder.Tree(), time};
     bool isQuestionUp = false;
     bool isFlood = false;
     OpenWindows windows{{.sheet = sheet,

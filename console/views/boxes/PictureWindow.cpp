@@ -12,7 +12,7 @@ constexpr int kCaptionSize = 18;  // points
 
 }  // namespace
 
-PictureWindow::PictureWindow(AlarmPicture& picture, const Captions& captions, QWidget* parent)
+PictureWindow::PictureWindow(PictureBox& picture, const Captions& captions, QWidget* parent)
     : QWidget(parent, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowCloseButtonHint), picture_(picture) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowTitle(PlainCaption(captions, kCaptionTitle));

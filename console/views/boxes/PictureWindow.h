@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/boxes/AlarmPicture.h"
+#include "console/boxes/PictureBox.h"
 #include "console/views/lists/ViewParts.h"
 
 #include <QtGui/QImage>
@@ -10,7 +10,7 @@ namespace nordkeep {
 /// The window of the alarm picture: on top of everything, and never with the focus of who types elsewhere.
 class PictureWindow final : public QWidget, public WindowView {
  public:
-    PictureWindow(AlarmPicture& picture, const Captions& captions, QWidget* parent = nullptr);
+    PictureWindow(PictureBox& picture, const Captions& captions, QWidget* parent = nullptr);
 
     void Show(OpenedBy by) override;
     void Refresh() override;
@@ -23,7 +23,7 @@ class PictureWindow final : public QWidget, public WindowView {
     void closeEvent(QCloseEvent* event) override;
 
  private:
-    AlarmPicture& picture_;
+    PictureBox& picture_;
     QImage image_{};
     unsigned shownGeneration_ = 0;
 };

@@ -4,8 +4,8 @@
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
-#include "console/views/window/BannerStack.h"
-#include "console/views/window/DebugPage.h"
+#include "console/views/window/BannerPane.h"
+#include "console/views/window/DebugPane.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QUrl>

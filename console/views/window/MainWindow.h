@@ -20,8 +20,8 @@ class QTabWidget;
 
 namespace nordkeep {
 
-class BannerStack;
-class DebugPage;
+class BannerPane;
+class DebugPane;
 class ListPane;
 class TreePane;
 
@@ -33,7 +33,7 @@ struct MainWindowStart {
 };
 
 /// The operator's main window. It shows what MainBox holds and decides nothing.
-class MainWindow final : public QMainWindow, public MainBoxScreen {
+class MainWindow final : public QMainWindow, public MainBoxView {
  public:
     struct Needs {
         MainBox& box;
@@ -49,7 +49,7 @@ class MainWindow final : public QMainWindow, public MainBoxScreen {
     /// The program ends: the window closes without asking.
     void AllowClose() { mayClose_ = true; }
 
-    // MainBoxScreen
+    // MainBoxView
     void ShowState() override;
     void ShowSelection(Tab tab) override;
     void Reveal(Tab tab, const Text& key) override;
@@ -115,11 +115,11 @@ class MainWindow final : public QMainWindow, public MainBoxScreen {
     QToolBar* toolBar_ = nullptr;
     QTabWidget* pages_ = nullptr;
     TreePane* tree_ = nullptr;
-    BannerStack* banners_ = nullptr;
+    BannerPane* banners_ = nullptr;
     QLineEdit* filter_ = nullptr;
     QPlainTextEdit* info_ = nullptr;
     QPushButton* link_ = nullptr;
-    DebugPage* debug_ = nullptr;
+    DebugPane* debug_ = nullptr;
     QSplitter* sides_ = nullptr;   // tree and lists
     QSplitter* halves_ = nullptr;  // lists and the alarm's text
     QLabel* line_ = nullptr;

@@ -2,8 +2,8 @@
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
-#include "console/views/window/BannerStack.h"
-#include "console/views/window/DebugPage.h"
+#include "console/views/window/BannerPane.h"
+#include "console/views/window/DebugPane.h"
 #include "console/views/window/MainWindow.h"
 #include "platform/qt/QtText.h"
 
@@ -157,7 +157,7 @@ void MainWindow::AddCentre() {
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(6, 4, 6, 0);
     layout->setSpacing(4);
-    banners_ = new BannerStack;
+    banners_ = new BannerPane;
     layout->addWidget(banners_);
     layout->addWidget(sides_, 1);
     setCentralWidget(frame);
@@ -221,7 +221,7 @@ void MainWindow::AddTabs() {
     for (const auto& [tab, section] : kLists) NewList(tab, section);
     ListOf(Tab::SysLog)->StretchLastColumn();
     ListOf(Tab::SysLog)->FollowEnd(true);
-    debug_ = new DebugPage(box_.Debug(), captions_);
+    debug_ = new DebugPane(box_.Debug(), captions_);
     lists_[static_cast<std::size_t>(Tab::Debug)] = &debug_->List();
     QPalette colors = debug_->palette();
     colors.setColor(QPalette::Text, ColorOr(box_.Looks().DebugForeColor, colors.color(QPalette::Text)));

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "console/views/boxes/AboutBox.h"
-#include "console/views/boxes/CommentSheet.h"
+#include "console/views/boxes/AboutDialog.h"
+#include "console/views/boxes/CommentWindow.h"
 #include "console/views/boxes/EditorWindow.h"
 #include "console/views/boxes/LoginDialog.h"
 #include "console/views/boxes/MapWindow.h"
@@ -83,7 +83,7 @@ struct AllWindows : LanguageWorld {
         editor.Open({kComments, sample, ""});
         simulation.Open();
         settingsWindow = std::make_unique<SettingsWindow>(settingsList, captions);
-        about = std::make_unique<AboutBox>(MakeAboutText(captions, "1", sample, Role::Server), captions);
+        about = std::make_unique<AboutDialog>(MakeAboutText(captions, "1", sample, Role::Server), captions);
         shift = std::make_unique<ShiftWindow>(
             ShiftList({*store, translations, captions, time, printerSettings}), captions, [] {});
         shift->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -105,11 +105,11 @@ struct AllWindows : LanguageWorld {
 
     Text sample;
     cAlarm* alarm = nullptr;
-    CommentSheet sheetWindow{sheet, captions};
+    CommentWindow sheetWindow{sheet, captions};
     MapBox mapBox{{.files = dataFiles, .dataFolder = folder.Tree(), .captions = captions, .loop = time}};
     MapWindow mapWindow{mapBox, captions};
     PictureSettings pictures{};
-    AlarmPicture picture{pictures, folder.Tree(), time};
+    PictureBox picture{pictures, folder.Tree(), time};
     PictureWindow pictureWindow{picture, captions};
     LoginBox login{[](const Text&, const Text&) {}};
     LoginDialog loginDialog{login, captions};
@@ -140,7 +140,7 @@ struct AllWindows : LanguageWorld {
     SimulationDialog simulationDialog{simulation, captions};
     SettingsList settingsList{files, sample};
     std::unique_ptr<SettingsWindow> settingsWindow{};
-    std::unique_ptr<AboutBox> about{};
+    std::unique_ptr<AboutDialog> about{};
     std::unique_ptr<ShiftWindow> shift{};
     std::unique_ptr<PreviewWindow> preview{};
 };

@@ -101,7 +101,7 @@ struct SheetWindowWorld : AllWindows {
     QPlainTextEdit* typing = nullptr;
 };
 
-TEST(CommentSheet, TypingLosesNoKeyWhileTheAlarmChanges) {
+TEST(CommentWindow, TypingLosesNoKeyWhileTheAlarmChanges) {
     SheetWindowWorld w;
     Text expected;
     for (int i = 0; i < 1000; ++i) {
@@ -120,7 +120,7 @@ TEST(CommentSheet, TypingLosesNoKeyWhileTheAlarmChanges) {
     EXPECT_EQ(w.sheet.NewComments(), expected + "\r\n\xF6");
 }
 
-TEST(CommentSheet, ClosesByItsRules) {
+TEST(CommentWindow, ClosesByItsRules) {
     SheetWindowWorld w;
     Press(*w.typing, Qt::Key_A, "a");
     Press(w.sheetWindow, Qt::Key_Escape);
@@ -144,7 +144,7 @@ TEST(CommentSheet, ClosesByItsRules) {
     EXPECT_FALSE(w.sheet.IsOpen());
 }
 
-TEST(CommentSheet, LookingAtATextThatIsOddChangesNothing) {
+TEST(CommentWindow, LookingAtATextThatIsOddChangesNothing) {
     SheetWindowWorld w;
     w.sheetWindow.Refresh();
     EXPECT_FALSE(w.sheet.HasTyped());

@@ -1,4 +1,4 @@
-#include "console/views/boxes/CommentSheet.h"
+#include "console/views/boxes/CommentWindow.h"
 
 #include "platform/qt/QtText.h"
 
@@ -56,7 +56,7 @@ QTableWidget* NewForm() {
 
 }  // namespace
 
-CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget* parent)
+CommentWindow::CommentWindow(CommentBox& sheet, const Captions& captions, QWidget* parent)
     : QDialog(parent), sheet_(sheet), captions_(captions) {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setModal(false);
@@ -80,7 +80,7 @@ CommentSheet::CommentSheet(CommentBox& sheet, const Captions& captions, QWidget*
     resize(940, 640);
 }
 
-QLayout* CommentSheet::NewHeader() {
+QLayout* CommentWindow::NewHeader() {
     object_ = NewDataLabel();
     QFont large = object_->font();
     large.setBold(true);
@@ -98,7 +98,7 @@ QLayout* CommentSheet::NewHeader() {
     return header;
 }
 
-QWidget* CommentSheet::NewKnowledge() {
+QWidget* CommentWindow::NewKnowledge() {
     Column column;
     information_ = NewReadOnlyBox();
     form_ = NewForm();
@@ -126,7 +126,7 @@ QWidget* CommentSheet::NewKnowledge() {
     return column.widget;
 }
 
-QWidget* CommentSheet::NewComments() {
+QWidget* CommentWindow::NewComments() {
     Column column;
     oldComments_ = NewReadOnlyBox();
     newComments_ = new QPlainTextEdit;
@@ -148,7 +148,7 @@ QWidget* CommentSheet::NewComments() {
     return column.widget;
 }
 
-QWidget* CommentSheet::NewSending() {
+QWidget* CommentWindow::NewSending() {
     sending_ = new QWidget;
     auto* row = new QHBoxLayout(sending_);
     row->setContentsMargins(0, 0, 0, 0);
@@ -162,7 +162,7 @@ QWidget* CommentSheet::NewSending() {
     return sending_;
 }
 
-QLayout* CommentSheet::NewButtons() {
+QLayout* CommentWindow::NewButtons() {
     auto* row = new QHBoxLayout;
     end_ = NewButton(captions_, kCaptionEndAlarm);
     printLog_ = NewButton(captions_, kCaptionPrintLog);
@@ -183,7 +183,7 @@ QLayout* CommentSheet::NewButtons() {
     return row;
 }
 
-void CommentSheet::ConnectAll() {
+void CommentWindow::ConnectAll() {
     connect(newComments_, &QPlainTextEdit::textChanged, this,
             [this] { sheet_.TypeNewComments(TypedText(newComments_->toPlainText())); });
     connect(smallComment_, &QLineEdit::textEdited, this, [this](const QString& text) {
@@ -209,13 +209,13 @@ void CommentSheet::ConnectAll() {
     shortcut(Qt::CTRL | Qt::Key_Enter, [this] { sheet_.EndAlarm(); });
 }
 
-void CommentSheet::closeEvent(QCloseEvent* event) {
+void CommentWindow::closeEvent(QCloseEvent* event) {
     // The model closes the window, or keeps it while it waits for an answer.
     event->ignore();
     sheet_.Close();
 }
 
-void CommentSheet::Show(OpenedBy by) {
+void CommentWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(sheet_.Texts().title));
     ShowInformation();
     ShowEarlierAlarms();
@@ -225,7 +225,7 @@ void CommentSheet::Show(OpenedBy by) {
     newComments_->setFocus();
 }
 
-void CommentSheet::ShowInformation() {
+void CommentWindow::ShowInformation() {
     const SheetTexts& texts = sheet_.Texts();
     object_->setText(ShownLine(texts.object));
     alarm_->setText(ShownLine(texts.alarm));
@@ -243,7 +243,7 @@ void CommentSheet::ShowInformation() {
     }
 }
 
-void CommentSheet::ShowEarlierAlarms() {
+void CommentWindow::ShowEarlierAlarms() {
     earlier_->clear();
     for (const Text& line : sheet_.Texts().earlierAlarms) {
         auto* item = new QListWidgetItem(ShownLine(line), earlier_);
@@ -252,7 +252,7 @@ void CommentSheet::ShowEarlierAlarms() {
     earlierPart_->setVisible(earlier_->count() > 0);
 }
 
-void CommentSheet::ShowReceivers() {
+void CommentWindow::ShowReceivers() {
     const QSignalBlocker silence(receivers_);
     receivers_->clear();
     for (const KeyAndValue& receiver : sheet_.Texts().receivers) {
@@ -262,7 +262,7 @@ void CommentSheet::ShowReceivers() {
     receivers_->setCurrentIndex(-1);
 }
 
-void CommentSheet::Refresh() {
+void CommentWindow::Refresh() {
     const QString old = ShownText(sheet_.OldComments());
     if (oldComments_->toPlainText() != old) {
         oldComments_->setPlainText(old);
@@ -282,7 +282,7 @@ void CommentSheet::Refresh() {
     ShowControls();
 }
 
-void CommentSheet::ShowSmallComment() {
+void CommentWindow::ShowSmallComment() {
     const SheetControls controls = sheet_.Controls();
     smallPart_->setVisible(controls.hasSmallComment);
     smallCount_->setText(ShownLine(sheet_.SmallCommentCount()));
@@ -295,7 +295,7 @@ void CommentSheet::ShowSmallComment() {
     smallCount_->setPalette(colors);
 }
 
-void CommentSheet::ShowControls() {
+void CommentWindow::ShowControls() {
     const SheetControls controls = sheet_.Controls();
     newComments_->setReadOnly(!controls.canType);
     smallComment_->setReadOnly(!controls.canType);

@@ -8,9 +8,9 @@
 namespace nordkeep {
 
 /// The picture, or the sequence of pictures, that stands on top of everything while an alarm is attended.
-class AlarmPicture {
+class PictureBox {
  public:
-    AlarmPicture(const PictureSettings& settings, const FileTree& dataFolder, EventLoop& loop);
+    PictureBox(const PictureSettings& settings, const FileTree& dataFolder, EventLoop& loop);
 
     void SetView(WindowView& view) { view_ = &view; }
 

@@ -1,4 +1,4 @@
-#include "console/views/boxes/AboutBox.h"
+#include "console/views/boxes/AboutDialog.h"
 
 #include <QtWidgets/QBoxLayout>
 
@@ -11,7 +11,8 @@ constexpr int kNameSize = 22;  // points
 
 }  // namespace
 
-AboutBox::AboutBox(const AboutText& about, const Captions& captions, QWidget* parent) : QDialog(parent) {
+AboutDialog::AboutDialog(const AboutText& about, const Captions& captions, QWidget* parent)
+    : QDialog(parent) {
     setModal(false);
     setWindowTitle(ShownLine(about.title));
     QLabel* name = NewHeading(QString::fromLatin1(kProgramName));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/views/lists/RowAdapter.h"
-#include "console/window/DebugPanel.h"
+#include "console/window/DebugPage.h"
 
 #include <QtWidgets/QWidget>
 
@@ -15,9 +15,9 @@ namespace nordkeep {
 class ListPane;
 
 /// The debug page: the bytes of the watched ports, and what can be sent to one of them.
-class DebugPage final : public QWidget {
+class DebugPane final : public QWidget {
  public:
-    DebugPage(DebugPanel& panel, const Captions& captions, QWidget* parent = nullptr);
+    DebugPane(DebugPage& panel, const Captions& captions, QWidget* parent = nullptr);
 
     /// Shows the present state of the controls.
     void Refresh();
@@ -28,7 +28,7 @@ class DebugPage final : public QWidget {
     void AddSendLine(QLayout& layout);
     QCheckBox* NewBox(int caption, std::function<void(bool)> set);
 
-    DebugPanel& panel_;
+    DebugPage& panel_;
     const Captions& captions_;
     RowAdapter rows_;
     ListPane* list_ = nullptr;

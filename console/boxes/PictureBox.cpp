@@ -1,16 +1,16 @@
-#include "console/boxes/AlarmPicture.h"
+#include "console/boxes/PictureBox.h"
 
 #include "platform/Files.h"
 
 namespace nordkeep {
 
-AlarmPicture::AlarmPicture(const PictureSettings& settings, const FileTree& dataFolder, EventLoop& loop)
+PictureBox::PictureBox(const PictureSettings& settings, const FileTree& dataFolder, EventLoop& loop)
     : settings_(settings), dataFolder_(dataFolder), change_(loop.NewTimer([this] {
           ShowNext();
           view_->Refresh();
       })) {}
 
-void AlarmPicture::Show(std::int32_t filePointer, const Text& caption, bool isFollowedBySpeech) {
+void PictureBox::Show(std::int32_t filePointer, const Text& caption, bool isFollowedBySpeech) {
     filePointer_ = filePointer;
     caption_ = caption;
     list_ = isFollowedBySpeech ? settings_.SpeechPictures : settings_.AlarmPictures;
@@ -23,7 +23,7 @@ void AlarmPicture::Show(std::int32_t filePointer, const Text& caption, bool isFo
     view_->Show(OpenedBy::Itself);
 }
 
-void AlarmPicture::ShowNext() {
+void PictureBox::ShowNext() {
     entry_ = TrimBlanks(GetField(list_, next_, ","));
     if (entry_.empty() && next_ > 0) {
         next_ = 0;
@@ -34,12 +34,12 @@ void AlarmPicture::ShowNext() {
     ++generation_;
 }
 
-NativePath AlarmPicture::PathOf(const Text& entry) const {
+NativePath PictureBox::PathOf(const Text& entry) const {
     const bool isPath = entry.find('\\') != Text::npos;
     return isPath ? dataFolder_.ResolveSetting(entry) : dataFolder_.Resolve(entry);
 }
 
-void AlarmPicture::Close() {
+void PictureBox::Close() {
     if (!isOpen_) return;
     isOpen_ = false;
     change_->Stop();
@@ -47,11 +47,11 @@ void AlarmPicture::Close() {
     view_->Close();
 }
 
-void AlarmPicture::CloseFor(std::int32_t filePointer) {
+void PictureBox::CloseFor(std::int32_t filePointer) {
     if (filePointer_ == filePointer) Close();
 }
 
-Text AlarmPicture::Failure() const {
+Text PictureBox::Failure() const {
     return entry_.empty() ? Text() : "Picture '" + entry_ + "' not found...";
 }
 

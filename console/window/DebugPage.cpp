@@ -1,4 +1,4 @@
-#include "console/window/DebugPanel.h"
+#include "console/window/DebugPage.h"
 
 #include "runtime/Dates.h"
 
@@ -20,23 +20,23 @@ Text DebugList::Cell(int row, int column) const {
     return line && column == 0 ? Printable(*line) : Text();
 }
 
-void DebugPanel::SetPorts(std::vector<DebugPort> ports) {
+void DebugPage::SetPorts(std::vector<DebugPort> ports) {
     ports_ = std::move(ports);
     Choose(ports_.empty() ? -1 : 0);
 }
 
-void DebugPanel::Watch(std::size_t port, bool isWatched) {
+void DebugPage::Watch(std::size_t port, bool isWatched) {
     if (port < ports_.size()) ports_[port].isWatched = isWatched;
 }
 
-void DebugPanel::Choose(int port) {
+void DebugPage::Choose(int port) {
     const int chosen = port >= 0 && port < static_cast<int>(ports_.size()) ? port : -1;
     if (chosen == chosen_) return;
     EndMuting();
     chosen_ = chosen;
 }
 
-void DebugPanel::IgnoreResponse(bool isOn) {
+void DebugPage::IgnoreResponse(bool isOn) {
     if (!isOn) return EndMuting();
     if (isIgnoring_ || chosen_ < 0) return;
     isIgnoring_ = true;
@@ -44,33 +44,33 @@ void DebugPanel::IgnoreResponse(bool isOn) {
     LogMuting(kTextMutingBegins);
 }
 
-void DebugPanel::EndMuting() {
+void DebugPage::EndMuting() {
     if (!isIgnoring_) return;
     isIgnoring_ = false;
     sinceSendMs_ = sinceTickingMs_ = 0;
     LogMuting(kTextMutingEnds);
 }
 
-void DebugPanel::LogMuting(int text) const {
+void DebugPage::LogMuting(int text) const {
     if (chosen_ < 0) return;
     const DebugPort& port = ports_[static_cast<std::size_t>(chosen_)];
     needs_.log.WriteSysLog(needs_.captions(text, {port.name, port.description}), LogKind::Oddity);
 }
 
-void DebugPanel::Send(TextView message) {
+void DebugPage::Send(TextView message) {
     if (chosen_ < 0 || message.empty()) return;
     if (isIgnoring_) sinceSendMs_ = kMutedBehindSendMs;
     const Text name = ports_[static_cast<std::size_t>(chosen_)].name;
     needs_.send(name, BytesOfReadable(message));
 }
 
-bool DebugPanel::Save() const {
+bool DebugPage::Save() const {
     Text text = "Nordkeep Debug File, version " NORDKEEP_VERSION "\r\n";
     for (int row = 0; row < list_.RowCount(); ++row) text.append(list_.Cell(row, 0)).append("\r\n");
     return WriteFile(needs_.dataFolder.Resolve(kDebugFile), text);
 }
 
-void DebugPanel::NoteTraffic(TextView bytes, TrafficDirection direction, TextView port) {
+void DebugPage::NoteTraffic(TextView bytes, TrafficDirection direction, TextView port) {
     const auto isWatched = [port](const DebugPort& known) {
         return known.isWatched && known.description == port;
     };
@@ -80,7 +80,7 @@ void DebugPanel::NoteTraffic(TextView bytes, TrafficDirection direction, TextVie
                   ReadableBytes(bytes, isHex_));
 }
 
-void DebugPanel::Tick(int elapsedMs) {
+void DebugPage::Tick(int elapsedMs) {
     list_.Flush();
     if (!isIgnoring_) return;
     sinceSendMs_ = std::max(0, sinceSendMs_ - elapsedMs);
@@ -88,11 +88,11 @@ void DebugPanel::Tick(int elapsedMs) {
     if (sinceSendMs_ == 0 && sinceTickingMs_ == 0) EndMuting();
 }
 
-Text DebugPanel::MutedPort() const {
+Text DebugPage::MutedPort() const {
     return isIgnoring_ && chosen_ >= 0 ? ports_[static_cast<std::size_t>(chosen_)].name : Text();
 }
 
-int DebugPanel::MutedSeconds() const {
+int DebugPage::MutedSeconds() const {
     return isIgnoring_ ? (std::max(sinceSendMs_, sinceTickingMs_) + 999) / 1000 : 0;
 }
 

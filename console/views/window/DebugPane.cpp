@@ -1,4 +1,4 @@
-#include "console/views/window/DebugPage.h"
+#include "console/views/window/DebugPane.h"
 
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/ViewParts.h"
@@ -20,7 +20,7 @@ constexpr int kPortsInARow = 8;  // a centre has up to 20
 
 }  // namespace
 
-DebugPage::DebugPage(DebugPanel& panel, const Captions& captions, QWidget* parent)
+DebugPane::DebugPane(DebugPage& panel, const Captions& captions, QWidget* parent)
     : QWidget(parent), panel_(panel), captions_(captions), rows_(panel.List()) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
@@ -37,13 +37,13 @@ DebugPage::DebugPage(DebugPanel& panel, const Captions& captions, QWidget* paren
     Refresh();
 }
 
-QCheckBox* DebugPage::NewBox(int caption, std::function<void(bool)> set) {
+QCheckBox* DebugPane::NewBox(int caption, std::function<void(bool)> set) {
     auto* box = new QCheckBox(CaptionText(captions_, caption));
     connect(box, &QCheckBox::toggled, this, [set = std::move(set)](bool isOn) { set(isOn); });
     return box;
 }
 
-void DebugPage::AddWatchBoxes() {
+void DebugPane::AddWatchBoxes() {
     while (QLayoutItem* item = watch_->takeAt(0)) {
         delete item->widget();
         delete item;
@@ -79,7 +79,7 @@ void DebugPage::AddWatchBoxes() {
     ports_->setCurrentIndex(panel_.Chosen());
 }
 
-void DebugPage::AddSendLine(QLayout& layout) {
+void DebugPane::AddSendLine(QLayout& layout) {
     auto* line = new QHBoxLayout;
     ports_ = new QComboBox;
     message_ = new QComboBox;
@@ -117,7 +117,7 @@ void DebugPage::AddSendLine(QLayout& layout) {
     connect(clear, &QPushButton::clicked, this, [this] { panel_.Clear(); });
 }
 
-void DebugPage::Refresh() {
+void DebugPane::Refresh() {
     if (watchBoxes_.size() != panel_.Ports().size()) AddWatchBoxes();
     const bool hasPort = panel_.Chosen() >= 0;
     send_->setEnabled(hasPort);

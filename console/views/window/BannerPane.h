@@ -9,9 +9,9 @@
 namespace nordkeep {
 
 /// The banners above the lists, one below the other; nothing closes them but their cause's end.
-class BannerStack final : public QWidget {
+class BannerPane final : public QWidget {
  public:
-    explicit BannerStack(QWidget* parent = nullptr) : QWidget(parent) { hide(); }
+    explicit BannerPane(QWidget* parent = nullptr) : QWidget(parent) { hide(); }
     void Show(std::vector<Banner> banners);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }

@@ -6,9 +6,9 @@
 namespace nordkeep {
 
 /// Tells which program this is.
-class AboutBox final : public QDialog {
+class AboutDialog final : public QDialog {
  public:
-    AboutBox(const AboutText& about, const Captions& captions, QWidget* parent = nullptr);
+    AboutDialog(const AboutText& about, const Captions& captions, QWidget* parent = nullptr);
 };
 
 }  // namespace nordkeep

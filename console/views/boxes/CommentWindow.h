@@ -11,9 +11,9 @@ class QTableWidget;
 namespace nordkeep {
 
 /// The window of the comment sheet.
-class CommentSheet final : public QDialog, public WindowView {
+class CommentWindow final : public QDialog, public WindowView {
  public:
-    CommentSheet(CommentBox& sheet, const Captions& captions, QWidget* parent = nullptr);
+    CommentWindow(CommentBox& sheet, const Captions& captions, QWidget* parent = nullptr);
 
     void Show(OpenedBy by) override;
     void Refresh() override;

@@ -30,7 +30,7 @@ struct DebugPort {
 
 /// The debug page: watches the bytes of ports, sends to a port, and mutes one port while somebody tries
 /// something on its line. Muting is off at every start and ends by itself.
-class DebugPanel {
+class DebugPage {
  public:
     struct Needs {
         const FileTree& dataFolder;
@@ -40,7 +40,7 @@ class DebugPanel {
         /// Sends bytes on a port.
         std::function<void(const Text& portName, TextView bytes)> send = [](const Text&, TextView) {};
     };
-    explicit DebugPanel(const Needs& needs) : needs_(needs) {}
+    explicit DebugPage(const Needs& needs) : needs_(needs) {}
 
     DebugList& List() { return list_; }
     void SetPorts(std::vector<DebugPort> ports);

@@ -1,4 +1,4 @@
-#include "console/views/window/BannerStack.h"
+#include "console/views/window/BannerPane.h"
 
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ViewParts.h"
@@ -32,15 +32,15 @@ constexpr int kGap = 3;
 
 }  // namespace
 
-int BannerStack::BannerHeight() const {
+int BannerPane::BannerHeight() const {
     return fontMetrics().height() + 12;
 }
 
-QSize BannerStack::sizeHint() const {
+QSize BannerPane::sizeHint() const {
     return {200, static_cast<int>(banners_.size()) * (BannerHeight() + kGap)};
 }
 
-void BannerStack::Show(std::vector<Banner> banners) {
+void BannerPane::Show(std::vector<Banner> banners) {
     if (banners == banners_) return;
     const bool isSameHeight = banners.size() == banners_.size();
     banners_ = std::move(banners);
@@ -52,7 +52,7 @@ void BannerStack::Show(std::vector<Banner> banners) {
     update();
 }
 
-void BannerStack::paintEvent(QPaintEvent*) {
+void BannerPane::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QFont bold = font();
