@@ -1,5 +1,6 @@
 #include "app/Centre.h"
 
+#include "console/boxes/AboutText.h"
 #include "platform/Process.h"
 
 #include <algorithm>
@@ -12,16 +13,8 @@ constexpr int kTextPortsDisabledQuestion = 1147;
 constexpr int kTextPortsDisabled = 1148;
 constexpr int kTextStarted = 3500;
 constexpr int kTextDataFolder = 3501;
-constexpr int kTextStandAlone = 3502;
-constexpr int kTextServer = 3503;
-constexpr int kTextClient = 3504;
 constexpr int kTextService = 3505;
 constexpr int kTextShuttingDown = 3506;
-
-int ModeText(const Foundation& foundation) {
-    if (foundation.CopyRole() == Role::Client) return kTextClient;
-    return foundation.CopyRole() == Role::Server ? kTextServer : kTextStandAlone;
-}
 
 AliveTestPace PaceOf(const CommandLine& commandLine) {
     return commandLine.speedUpAliveTest ? AliveTestPace::Seconds : AliveTestPace::Minutes;
@@ -36,6 +29,7 @@ Centre::Centre(Foundation& f)
       status_(f.Platform().serviceManager, f.Platform().loop, f.Texts()),
       network_(f),
       fieldMap_(f.Files()),
+      operatorPorts_(ports_),
       torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
       outputs_({.dataFolder = f.DataFolder(),
                 .files = f.Files(),
@@ -71,7 +65,7 @@ Centre::Centre(Foundation& f)
              .pace = PaceOf(f.Switches()),
              .randomSeed = StartSeed()},
             settings_),
-      workplace_(WorkplaceNeeds()),
+      workplace_(WorkplaceNeeds(), MakePlaceRole(RoleParts())),
       stored_(core_.store),
       commWait_(f.Platform().loop, f.Platform().clock),
       portParts_({.dataFolder = f.DataFolder(),
@@ -94,9 +88,20 @@ Centre::Centre(Foundation& f)
                    .translations = core_.translations,
                    .clock = f.Platform().clock,
                    .loop = f.Platform().loop,
-                   .ports = [this] { return PortsToSimulate(); },
-                   .role = f.CopyRole(),
+                   .ports = operatorPorts_,
                    .randomSeed = static_cast<std::uint32_t>(StartSeed())}),
+      peers_(f, network_,
+             {.store = core_.store,
+              .handling = core_.handling,
+              .views = lists_,
+              .translations = core_.translations,
+              .objectViews = objectViews_,
+              .servicePeriods = core_.servicePeriods,
+              .timers = core_.timers,
+              .torvex = torvex_,
+              .ports = operatorPorts_,
+              .reload = reload_,
+              .screen = workplace_}),
       duties_({.dataFolder = f.DataFolder(),
                .programFolder = f.ProgramFolder(),
                .clock = f.Platform().clock,
@@ -122,7 +127,8 @@ Centre::Centre(Foundation& f)
                .lists = lists_,
                .stalls = stalls_,
                .status = status_,
-               .network = network_,
+               .network = peers_,
+               .reload = reload_,
                .workplace = workplace_}) {}
 
 Workplace::Needs Centre::WorkplaceNeeds() {
@@ -134,22 +140,27 @@ Workplace::Needs Centre::WorkplaceNeeds() {
             .desk = desk_,
             .translations = core_.translations,
             .marks = objectViews_,
+            .outputs = outputs_,
+            .lines = operatorPorts_,
+            .end = *this,
+            .dispatcher = core_.dispatcher,
+            .simulation = simulation_};
+}
+
+PlaceParts Centre::RoleParts() {
+    return {.foundation = foundation_,
+            .store = core_.store,
+            .lists = lists_,
             .servicePeriods = core_.servicePeriods,
             .timers = core_.timers,
-            .dispatcher = core_.dispatcher,
+            .objectViews = objectViews_,
             .torvex = torvex_,
-            .outputs = outputs_,
-            .network = network_,
+            .sound = outputs_.Sound(),
             .conditions = conditions_,
-            .portTree = [this] { return MakePortTree(PortsInTree()); },
-            .hasGoogolPort = [this] { return hasGoogolPort_; },
-            .setClock = [this] { SetClocks(); },
-            .sendOnPort = [this](const Text& portName, TextView bytes) { SendOnPort(portName, bytes); },
-            .requestReload = [this] { duties_.RequestReload(); },
-            .simulateAlarm = [this] { simulation_.Open(); },
-            .simulate100Alarms = [this] { simulation_.RaiseHundred(); },
-            .endOnFailure = [this] { EndOnFailure(); },
-            .endProgram = [this] { CloseAndShutdownEverything(); }};
+            .network = network_,
+            .peers = peers_,
+            .ports = operatorPorts_,
+            .reload = reload_};
 }
 
 const Centre::Step Centre::kStartSteps[] = {
@@ -182,17 +193,6 @@ const Centre::Step Centre::kStopSteps[] = {
 };
 
 void Centre::Start() {
-    network_.Attach({.store = core_.store,
-                     .handling = core_.handling,
-                     .views = lists_,
-                     .translations = core_.translations,
-                     .objectViews = objectViews_,
-                     .servicePeriods = core_.servicePeriods,
-                     .timers = core_.timers,
-                     .torvex = torvex_,
-                     .ports = [this] { return PortsInTree(); },
-                     .requestReload = [this] { duties_.RequestReload(); },
-                     .screen = workplace_});
     for (const Step& step : kStartSteps) (this->*step.run)();
 }
 
@@ -208,15 +208,6 @@ void Centre::CloseAndShutdownEverything() {
 void Centre::EndOnFailure() {
     duties_.SetExitStatus(1);
     CloseAndShutdownEverything();
-}
-
-std::vector<PortInTree> Centre::PortsInTree() const {
-    std::vector<PortInTree> tree;
-    for (const auto& port : ports_.Ports()) {
-        const cPort& known = *port;
-        tree.push_back({known.Event().m_PortDescription, &known.Event().binding});
-    }
-    return tree;
 }
 
 void Centre::DecideOnPorts() {
@@ -242,19 +233,14 @@ void Centre::WriteStartLines() {
     log.WriteSysLog(text(kTextStarted) + NORDKEEP_VERSION, LogKind::Information);
     log.WriteSysLog(text(kTextDataFolder) + FromUtf8(foundation_.DataFolder().Root()), LogKind::Information);
     const Text service = foundation_.IsService() ? ", " + text(kTextService) : Text();
-    log.WriteSysLog(text(ModeText(foundation_)) + service, LogKind::Information);
+    log.WriteSysLog(text(ModeText(foundation_.CopyRole())) + service, LogKind::Information);
 }
 
 void Centre::MakePorts() {
     if (IsClient()) return;
     ports_.Discover(portParts_);
-    std::vector<DebugPort> debugged;
-    for (const auto& port : ports_.Ports()) {
-        const EventPort& event = std::as_const(*port).Event();
-        debugged.push_back({.name = event.PortName, .description = event.m_PortDescription});
-    }
-    workplace_.Debug().SetPorts(std::move(debugged));
-    hasGoogolPort_ = std::ranges::any_of(ports_.Ports(), [](const auto& port) { return port->HasClock(); });
+    operatorPorts_.NoteMade();
+    workplace_.Debug().SetPorts(operatorPorts_.ToDebug());
 }
 
 void Centre::LoadTranslations() {
@@ -273,7 +259,7 @@ void Centre::LoadStoredEvents() {
 }
 
 void Centre::BringInState() {
-    network_.BringInState();
+    peers_.BringInState();
 }
 
 void Centre::StartTimers() {
@@ -321,7 +307,7 @@ void Centre::SaveLastEvents() {
 }
 
 void Centre::CloseNetwork() {
-    network_.Close();
+    peers_.Close();
 }
 
 void Centre::RemoveScratchFiles() {
@@ -337,25 +323,6 @@ void Centre::CloseWindows() {
 
 void Centre::SaveView() {
     SaveViewState(foundation_.Files(), workplace_.StateToSave());
-}
-
-void Centre::SetClocks() {
-    for (const auto& port : ports_.Ports()) port->RequestClock();
-}
-
-void Centre::SendOnPort(const Text& portName, TextView bytes) {
-    for (const auto& port : ports_.Ports()) {
-        if (port->Event().PortName == portName) port->SendBytes(bytes);
-    }
-}
-
-std::vector<SimulationBox::Port> Centre::PortsToSimulate() const {
-    std::vector<SimulationBox::Port> known;
-    for (const auto& port : ports_.Ports()) {
-        const cPort& one = *port;
-        known.push_back({one.Event().m_PortDescription, &one.Event()});
-    }
-    return known;
 }
 
 }  // namespace nordkeep

@@ -3,7 +3,8 @@
 #include "app/CentreSettings.h"
 #include "app/Duties.h"
 #include "app/Foundation.h"
-#include "app/NetworkRole.h"
+#include "app/NetworkPeers.h"
+#include "app/OperatorPorts.h"
 #include "app/Workplace.h"
 #include "console/boxes/SimulationBox.h"
 #include "console/lists/AlarmLists.h"
@@ -16,7 +17,7 @@ namespace nordkeep {
 
 /// The running program: owns everything and knows all classes. The members stand in building order, and each
 /// gets only what stands above it: what is told comes first, what tells comes last.
-class Centre {
+class Centre : private ProgramEnd {
  public:
     explicit Centre(Foundation& foundation);
 
@@ -72,12 +73,10 @@ class Centre {
     };
 
     Workplace::Needs WorkplaceNeeds();
-    void SetClocks();
-    void SendOnPort(const Text& portName, TextView bytes);
-    std::vector<SimulationBox::Port> PortsToSimulate() const;
+    PlaceParts RoleParts();
 
-    void EndOnFailure();
-    std::vector<PortInTree> PortsInTree() const;
+    void EndProgram() override { CloseAndShutdownEverything(); }
+    void EndOnFailure() override;
     bool IsClient() const { return foundation_.CopyRole() == Role::Client; }
 
     Foundation& foundation_;
@@ -89,7 +88,8 @@ class Centre {
     ExportQueues exports_{};
     FieldMap fieldMap_;
     PortConditions conditions_{};
-    bool hasGoogolPort_ = false;  // known once the ports are made
+    OperatorPorts operatorPorts_;
+    ReloadRequest reload_{};
     AlarmLists lists_{};
     TorvexLink torvex_;
     AlarmOutputs outputs_;
@@ -101,6 +101,7 @@ class Centre {
     PortParts portParts_;
     PortList ports_{};
     SimulationBox simulation_;
+    NetworkPeers peers_;
     Duties duties_;
 };
 

@@ -4,7 +4,6 @@
 #include "runtime/LogPurge.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -19,45 +18,76 @@ constexpr int kWriteRetryMs = 5000;
 
 }  // namespace
 
-const Duties::Duty Duties::kOpenDuties[] = {
-    {"traffic file", &Duties::CloseIdleTrafficFile},
-    {"ports", &Duties::OpenPorts},
-    {"interval", &Duties::SetOpenInterval},
-    {"alive scan", &Duties::ScanAliveTests},
-    {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
-    {"Torvex, cyclic", &Duties::WriteTorvexCyclically},
-    {"end of the program", &Duties::EndWhenAsked},
-    {"clients", &Duties::SuperviseClients},
-    {"ComCall", &Duties::TendComCall},
-    {"Torvex, line feeds", &Duties::FeedTorvexLines},
-    {"alarm log copy", &Duties::CopyAlarmLog},
-    {"service manager", &Duties::TellServiceManager},
-};
+// The timers of either role. What a client has no part in is its server's work.
+const Duties::Tables Duties::kServing = [] {
+    static constexpr Duty kOpen[] = {
+        {"traffic file", &Duties::CloseIdleTrafficFile},
+        {"ports", &Duties::OpenPorts},
+        {"interval", &Duties::SetOpenInterval},
+        {"alive scan", &Duties::ScanAliveTests},
+        {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
+        {"Torvex, cyclic", &Duties::WriteTorvexCyclically},
+        {"end of the program", &Duties::EndWhenAsked},
+        {"clients", &Duties::SuperviseClients},
+        {"ComCall", &Duties::TendComCall},
+        {"Torvex, line feeds", &Duties::FeedTorvexLines},
+        {"alarm log copy", &Duties::CopyAlarmLog},
+        {"service manager", &Duties::TellServiceManager},
+    };
+    static constexpr Duty kSystem[] = {
+        {"sound", &Duties::TendSound},
+        {"relay", &Duties::TendRelay},
+        {"alive scan, slices", &Duties::ContinueAliveScan},
+        {"reload", &Duties::ReloadTranslations},
+        {"Torvex, retries", &Duties::RetryTorvex},
+        {"parked events", &Duties::DispatchParked},
+        {"writes, retries", &Duties::RetryWrites},
+        {"printer and queue", &Duties::TendPrinterAndQueue},
+    };
+    static constexpr Duty kDay[] = {
+        {"day on paper", &Duties::PrintYesterday},
+        {"old logs", &Duties::PurgeLogs},
+        {"old alarms", &Duties::PruneAlarms},
+    };
+    static constexpr Duty kDisplay[] = {{"display", &Duties::TickPlace}};
+    static constexpr Duty kHttp[] = {{"http", &Duties::CleanUpHttp}};
+    return Tables{.open = kOpen, .system = kSystem, .day = kDay, .display = kDisplay, .http = kHttp};
+}();
 
-const Duties::Duty Duties::kSystemDuties[] = {
-    {"sound", &Duties::TendSound},
-    {"relay", &Duties::TendRelay},
-    {"alive scan, slices", &Duties::ContinueAliveScan},
-    {"reload", &Duties::ReloadTranslations},
-    {"Torvex, retries", &Duties::RetryTorvex},
-    {"parked events", &Duties::DispatchParked},
-    {"writes, retries", &Duties::RetryWrites},
-    {"printer and queue", &Duties::TendPrinterAndQueue},
-};
-
-const Duties::Duty Duties::kDayDuties[] = {
-    {"day on paper", &Duties::PrintYesterday},
-    {"old logs", &Duties::PurgeLogs},
-    {"old alarms", &Duties::PruneAlarms},
-};
+const Duties::Tables Duties::kClient = [] {
+    static constexpr Duty kOpen[] = {
+        {"traffic file", &Duties::CloseIdleTrafficFile},
+        {"interval", &Duties::SetOpenInterval},
+        {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
+        {"end of the program", &Duties::EndWhenAsked},
+        {"alarm log copy", &Duties::CopyAlarmLog},
+        {"service manager", &Duties::TellServiceManager},
+    };
+    static constexpr Duty kSystem[] = {
+        {"sound", &Duties::TendSound},
+        {"relay", &Duties::TendRelay},
+        {"writes, retries", &Duties::RetryWrites},
+        {"printer and queue", &Duties::TendPrinterAndQueue},
+    };
+    static constexpr Duty kDay[] = {
+        {"day on paper", &Duties::PrintYesterday},
+        {"old logs", &Duties::PurgeLogs},
+    };
+    static constexpr Duty kDisplay[] = {
+        {"server", &Duties::TickClient},
+        {"display", &Duties::TickPlace},
+    };
+    return Tables{.open = kOpen, .system = kSystem, .day = kDay, .display = kDisplay, .http = {}};
+}();
 
 Duties::Duties(const Needs& needs)
     : needs_(needs),
-      openTimer_(needs.loop.NewTimer([this] { RunAll(kOpenDuties, openTimer_->IntervalMs()); })),
-      systemTimer_(needs.loop.NewTimer([this] { RunAll(kSystemDuties, systemTimer_->IntervalMs()); })),
+      tables_(needs.role == Role::Client ? kClient : kServing),
+      openTimer_(needs.loop.NewTimer([this] { RunAll(tables_.open, openTimer_->IntervalMs()); })),
+      systemTimer_(needs.loop.NewTimer([this] { RunAll(tables_.system, systemTimer_->IntervalMs()); })),
       keepAliveTimer_(needs.loop.NewTimer([this] { KeepAliveTick(); })),
-      displayTimer_(needs.loop.NewTimer([this] { DisplayTick(); })),
-      httpTimer_(needs.loop.NewTimer([this] { HttpTick(); })),
+      displayTimer_(needs.loop.NewTimer([this] { RunAll(tables_.display, kDisplayTimerMs); })),
+      httpTimer_(needs.loop.NewTimer([this] { RunAll(tables_.http, kHttpTimerMs); })),
       today_(needs.clock.Now().Midnight()) {}
 
 void Duties::StartTimers() {
@@ -65,7 +95,7 @@ void Duties::StartTimers() {
     systemTimer_->Start(needs_.settings.SystemTimerInterval);
     keepAliveTimer_->Start(kKeepAliveTimerMs);
     displayTimer_->Start(kDisplayTimerMs);
-    if (!IsClient()) httpTimer_->Start(kHttpTimerMs);
+    if (!tables_.http.empty()) httpTimer_->Start(kHttpTimerMs);
 }
 
 void Duties::StopAllButOpenTimer() {
@@ -75,8 +105,7 @@ void Duties::StopAllButOpenTimer() {
     httpTimer_->Stop();
 }
 
-template <std::size_t N>
-void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
+void Duties::RunAll(std::span<const Duty> duties, int intervalMs) {
     const Tick tick{needs_.clock.Now(), intervalMs};
     for (const Duty& duty : duties) {
         const StallWatch::Mark mark(needs_.stalls, duty.name);
@@ -84,21 +113,23 @@ void Duties::RunAll(const Duty (&duties)[N], int intervalMs) {
     }
 }
 
-void Duties::HttpTick() {
-    needs_.ports.CyclicHTTPCleanup(kHttpTimerMs, needs_.conditions);
+void Duties::CleanUpHttp(const Tick& tick) {
+    needs_.ports.CyclicHTTPCleanup(tick.intervalMs, needs_.conditions);
 }
 
-void Duties::DisplayTick() {
-    const StallWatch::Mark mark(needs_.stalls, "display");
-    needs_.network.TickClient(kDisplayTimerMs);
-    needs_.workplace.Tick(kDisplayTimerMs);
+void Duties::TickClient(const Tick& tick) {
+    needs_.network.TickClient(tick.intervalMs);
+}
+
+void Duties::TickPlace(const Tick& tick) {
+    needs_.workplace.Tick(tick.intervalMs);
 }
 
 void Duties::KeepAliveTick() {
     const OleDate today = needs_.clock.Now().Midnight();
     if (today == today_) return;
     today_ = today;
-    RunAll(kDayDuties, kKeepAliveTimerMs);
+    RunAll(tables_.day, kKeepAliveTimerMs);
 }
 
 bool Duties::IsDue(int& counterMs, int intervalMs, int periodMs) const {
@@ -125,7 +156,7 @@ void Duties::SetOpenInterval(const Tick&) {
 }
 
 void Duties::ScanAliveTests(const Tick& tick) {
-    if (IsClient() || needs_.conditions.isShuttingDown) return;
+    if (needs_.conditions.isShuttingDown) return;
     const bool isNewRound = needs_.aliveScan.Tick(tick.intervalMs, tick.now);
     // While resets are parked, an alarm may still be waiting for its own.
     if (isNewRound && needs_.parked.IsEmpty()) needs_.resets.AcknowledgeDelayed(tick.now);
@@ -147,7 +178,7 @@ void Duties::WriteAlarmLogCyclically(const Tick& tick) {
 
 void Duties::WriteTorvexCyclically(const Tick& tick) {
     const EngineSettings& s = needs_.settings;
-    if (IsClient() || s.TorvexCyclicWritePeriod < 1) return;
+    if (s.TorvexCyclicWritePeriod < 1) return;
     if (!IsDue(torvexWriteCounterMs_, tick.intervalMs, s.TorvexCyclicWritePeriod)) return;
     needs_.torvex.Send(CyclicText(s.TorvexCyclicWriteString, {{}, "YYYY-MM-DD", "HH:NN:SS"}, tick.now) +
                        "\n");
@@ -160,7 +191,7 @@ void Duties::EndWhenAsked(const Tick&) {
 }
 
 void Duties::TendComCall(const Tick& tick) {
-    if (IsClient() || needs_.conditions.isShuttingDown) return;
+    if (needs_.conditions.isShuttingDown) return;
     needs_.outputs.ComCall().Tick(tick.intervalMs);
 }
 
@@ -170,7 +201,7 @@ void Duties::SuperviseClients(const Tick& tick) {
 
 void Duties::FeedTorvexLines(const Tick&) {
     const int period = needs_.settings.TorvexCyclicLineFeedPeriod;
-    if (IsClient() || period < 1 || ++torvexLineFeedTicks_ < period) return;
+    if (period < 1 || ++torvexLineFeedTicks_ < period) return;
     torvexLineFeedTicks_ = 0;
     needs_.torvex.Send("\n");
 }
@@ -211,22 +242,21 @@ void Duties::ContinueAliveScan(const Tick&) {
 }
 
 void Duties::ReloadTranslations(const Tick& tick) {
-    if (IsClient()) return;
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
-    if (!std::exchange(isReloadRequested_, false) && !isDue) return;
+    if (!needs_.reload.Take() && !isDue) return;
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
     needs_.network.SendReload();
 }
 
 void Duties::RetryTorvex(const Tick& tick) {
     const TorvexSettings& s = needs_.torvexSettings;
-    if (IsClient() || (s.DelayAndWaitForAck < 1 && !s.RetryFailedTransmissions)) return;
+    if (s.DelayAndWaitForAck < 1 && !s.RetryFailedTransmissions) return;
     if (!IsDue(torvexRetryCounterMs_, tick.intervalMs, kTorvexRetryMs)) return;
     needs_.dispatcher.SendWaitingToTorvex(tick.now);
 }
 
 void Duties::DispatchParked(const Tick& tick) {
-    if (!IsClient()) needs_.parked.Tick(tick.now);
+    needs_.parked.Tick(tick.now);
 }
 
 void Duties::RetryWrites(const Tick& tick) {
@@ -246,7 +276,7 @@ void Duties::PurgeLogs(const Tick& tick) {
 }
 
 void Duties::PruneAlarms(const Tick&) {
-    if (!IsClient()) needs_.store.PruneOldAlarms();
+    needs_.store.PruneOldAlarms();
 }
 
 }  // namespace nordkeep

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "app/EngineSettings.h"
-#include "app/NetworkRole.h"
+#include "app/NetworkPeers.h"
+#include "app/ReloadRequest.h"
 #include "app/ServiceStatus.h"
 #include "app/Workplace.h"
 #include "console/lists/AlarmLists.h"
@@ -16,11 +17,12 @@
 #include "translation/ReloadWatch.h"
 
 #include <memory>
+#include <span>
 
 namespace nordkeep {
 
-/// Everything periodic, on the timers of the program. A tick runs a table of duties in fixed order; each duty
-/// counts the ticks it has seen, so a period is never read from the clock.
+/// Everything periodic, on the timers of the program. A tick runs the table of its role in fixed order; each
+/// duty counts the ticks it has seen, so a period is never read from the clock.
 class Duties {
  public:
     struct Needs {
@@ -49,7 +51,8 @@ class Duties {
         const AlarmLists& lists;
         StallWatch& stalls;
         ServiceStatus& status;
-        NetworkRole& network;
+        NetworkPeers& network;
+        ReloadRequest& reload;
         Workplace& workplace;
     };
     explicit Duties(const Needs& needs);
@@ -61,8 +64,6 @@ class Duties {
     void EndProgram() { isToEnd_ = true; }
     /// The status with which it ends; 0 unless set.
     void SetExitStatus(int status) { exitStatus_ = status; }
-    /// The translations are read again on the next tick of the system timer.
-    void RequestReload() { isReloadRequested_ = true; }
 
  private:
     /// The tick in hand.
@@ -74,15 +75,19 @@ class Duties {
         const char* name;
         void (Duties::*run)(const Tick&);
     };
-    static const Duty kOpenDuties[];
-    static const Duty kSystemDuties[];
-    static const Duty kDayDuties[];
+    /// The duties of one role, by the timer that runs them.
+    struct Tables {
+        std::span<const Duty> open;
+        std::span<const Duty> system;
+        std::span<const Duty> day;
+        std::span<const Duty> display;
+        std::span<const Duty> http;  // empty: the timer does not run
+    };
+    static const Tables kServing;  // a copy with ports of its own
+    static const Tables kClient;
 
-    template <std::size_t N>
-    void RunAll(const Duty (&duties)[N], int intervalMs);
+    void RunAll(std::span<const Duty> duties, int intervalMs);
     void KeepAliveTick();
-    void DisplayTick();
-    void HttpTick();
 
     void CloseIdleTrafficFile(const Tick& tick);
     void OpenPorts(const Tick& tick);
@@ -106,15 +111,19 @@ class Duties {
     void RetryWrites(const Tick& tick);
     void TendPrinterAndQueue(const Tick& tick);
 
+    void TickClient(const Tick& tick);
+    void TickPlace(const Tick& tick);
+    void CleanUpHttp(const Tick& tick);
+
     void PurgeLogs(const Tick& tick);
     void PruneAlarms(const Tick& tick);
     void PrintYesterday(const Tick& tick);
 
-    bool IsClient() const { return needs_.role == Role::Client; }
     bool IsDue(int& counterMs, int intervalMs, int periodMs) const;
     Text CyclicText(const Text& format, const AlarmFormat& pictures, OleDate now) const;
 
     Needs needs_;
+    const Tables& tables_;
     std::unique_ptr<Timer> openTimer_;
     std::unique_ptr<Timer> systemTimer_;
     std::unique_ptr<Timer> keepAliveTimer_;
@@ -122,7 +131,6 @@ class Duties {
     std::unique_ptr<Timer> httpTimer_;
     bool isToEnd_ = false;
     int exitStatus_ = 0;
-    bool isReloadRequested_ = false;
     OleDate today_{};
     int alarmLogCounterMs_ = 0;
     int torvexWriteCounterMs_ = 0;

@@ -1,18 +1,14 @@
 #include "app/Screen.h"
 
 #include "console/boxes/AboutText.h"
-#include "console/views/boxes/AboutDialog.h"
 #include "console/views/boxes/CommentWindow.h"
 #include "console/views/boxes/EditorWindow.h"
 #include "console/views/boxes/LoginDialog.h"
 #include "console/views/boxes/MapWindow.h"
 #include "console/views/boxes/PeriodDialog.h"
 #include "console/views/boxes/PictureWindow.h"
-#include "console/views/boxes/PrinterFontDialog.h"
 #include "console/views/boxes/ReconnectDialog.h"
-#include "console/views/boxes/SettingsWindow.h"
 #include "console/views/boxes/SimulationDialog.h"
-#include "console/views/print/ShiftWindow.h"
 
 #include <QtWidgets/QApplication>
 
@@ -33,11 +29,20 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
     : centre_(centre),
       foundation_(foundation),
       dialogs_(dialogs),
-      window_({.box = centre.Place().Main(), .files = foundation.Files(), .store = store_}),
       printer_({.captions = centre.Place().Words(),
                 .clock = foundation.Platform().clock,
                 .log = foundation.Log(),
-                .parent = [this] { return &window_; }}) {
+                .parent = [this] { return &window_; }}),
+      window_(
+          {.box = centre.Place().Main(),
+           .files = foundation.Files(),
+           .store = store_,
+           .side = {.about = MakeAboutText(centre.Place().Words(), NORDKEEP_VERSION,
+                                           FromUtf8(foundation.DataFolder().Root()), foundation.CopyRole()),
+                    .settings = centre.Place().InForce(),
+                    .shift = centre.Place().Shift(),
+                    .printerLook = centre.Place().PrinterLook(),
+                    .printer = printer_}}) {
     SetBehindModels();
     if (dialogs_) {
         dialogs_->UseCaptions(centre.Place().Words());
@@ -82,35 +87,6 @@ void Screen::PrepareForEnd() {
 
 void Screen::Beep() {
     QApplication::beep();
-}
-
-void Screen::ShowOnce(QDialog* window) {
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-}
-
-void Screen::ShowAbout() {
-    const Captions& words = centre_.Place().Words();
-    const AboutText about = MakeAboutText(words, NORDKEEP_VERSION, FromUtf8(foundation_.DataFolder().Root()),
-                                          foundation_.CopyRole());
-    ShowOnce(new AboutDialog(about, words, &window_));
-}
-
-void Screen::ShowSettings() {
-    Workplace& place = centre_.Place();
-    ShowOnce(new SettingsWindow(place.InForce(), place.Words(), &window_));
-}
-
-void Screen::ShowShiftList() {
-    Workplace& place = centre_.Place();
-    const auto print = [this] { printer_.Preview(centre_.Place().Shift().Document()); };
-    ShowOnce(new ShiftWindow(place.Shift(), place.Words(), print, &window_));
-}
-
-void Screen::ChoosePrinterFont() {
-    Workplace& place = centre_.Place();
-    const auto chosen = [this](const PrinterSettings& look) { centre_.Place().UsePrinterFont(look); };
-    ShowOnce(new PrinterFontDialog(place.PrinterLook(), place.Words(), chosen, &window_));
 }
 
 }  // namespace nordkeep

@@ -23,25 +23,18 @@ class Screen final : public WorkplaceScreen {
     void Show();
 
     void Beep() override;
-    void ShowAbout() override;
-    void ShowSettings() override;
-    void ShowShiftList() override;
-    void ChoosePrinterFont() override;
-    bool IsQuestionUp() const override { return dialogs_ && dialogs_->IsQuestionUp(); }
     PrintOutput& Printer() override { return printer_; }
     void PrepareForEnd() override;
 
  private:
     void SetBehindModels();
-    /// Shows a window that is made for the moment and goes when it is closed.
-    void ShowOnce(QDialog* window);
 
     Centre& centre_;
     Foundation& foundation_;
     QtDialogs* dialogs_;
     QtUserStore store_{};
-    MainWindow window_;
     QtPrintOutput printer_;
+    MainWindow window_;
     std::vector<std::unique_ptr<QDialog>> sheets_{};
     std::unique_ptr<QWidget> picture_{};
 };

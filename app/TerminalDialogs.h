@@ -12,6 +12,7 @@ class TerminalDialogs final : public Dialogs {
     void ShowNotice(const Text& text) override { ShowMessage(text); }
     using Dialogs::AskYesNo;
     bool AskYesNo(const Text&, Answer) override { return false; }
+    bool IsQuestionUp() const override { return false; }
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>&) override { return std::nullopt; }
 };
 

@@ -1,44 +1,45 @@
 #pragma once
 
 #include "app/CentreSettings.h"
-#include "app/Foundation.h"
-#include "app/NetworkRole.h"
+#include "app/PlaceRole.h"
 #include "console/boxes/CommentBox.h"
-#include "console/boxes/EditorBox.h"
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/PeriodBox.h"
 #include "console/boxes/ReconnectBox.h"
 #include "console/print/ShiftList.h"
-#include "console/window/AlarmRate.h"
 #include "console/window/MainBox.h"
 #include "console/window/OpenWindows.h"
 #include "console/window/SettingsList.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/DeskLink.h"
 #include "pipeline/Dispatcher.h"
-#include "ports/PortConditions.h"
-#include "translation/AliveTestReset.h"
 
 namespace nordkeep {
 
-/// What the screen of a workplace shows besides the windows of the models.
+/// What the screen of a workplace does besides showing the windows of the models.
 class WorkplaceScreen {
  public:
     virtual ~WorkplaceScreen() = default;
     virtual void Beep() = 0;
-    virtual void ShowAbout() = 0;
-    virtual void ShowSettings() = 0;
-    virtual void ShowShiftList() = 0;
-    virtual void ChoosePrinterFont() = 0;
-    virtual bool IsQuestionUp() const = 0;
     virtual PrintOutput& Printer() = 0;
     /// The program is about to end: what the windows keep is stored, and nothing is asked any more.
     virtual void PrepareForEnd() = 0;
 };
 
-/// The operator's place: all models of the console, each given what it works on. It exists on every copy; a
-/// screen may be set behind it, and nothing here asks whether one is.
-class Workplace final : public OperatorDesk, public ClientScreen, private PrintOutput {
+/// For a copy without a screen.
+class NoWorkplaceScreen final : public WorkplaceScreen {
+ public:
+    void Beep() override {}
+    PrintOutput& Printer() override { return printer_; }
+    void PrepareForEnd() override {}
+
+ private:
+    NoPrintOutput printer_{};
+};
+
+/// The operator's place: all models of the console, each given what it works on, and told what happens. It
+/// exists on every copy, and nothing here asks for a screen or for the role.
+class Workplace final : public OperatorDesk, public ClientScreen, private PrintOutput, private SoundSwitch {
  public:
     struct Needs {
         Foundation& foundation;
@@ -49,29 +50,18 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
         DeskLink& desk;
         Translations& translations;
         TranslationMarks& marks;
-        ServicePeriods& servicePeriods;
-        const AliveTestTimers& timers;
-        Dispatcher& dispatcher;
-        TorvexLink& torvex;
         AlarmOutputs& outputs;
-        NetworkRole& network;
-        const PortConditions& conditions;
-        // What stands behind the workplace in the centre.
-        std::function<std::vector<PortTreeNode>()> portTree;
-        std::function<bool()> hasGoogolPort;
-        std::function<void()> setClock;
-        std::function<void(const Text& portName, TextView bytes)> sendOnPort;
-        std::function<void()> requestReload;
-        std::function<void()> simulateAlarm;
-        std::function<void()> simulate100Alarms;
-        /// The program is to end; as a failure, or because an operator wants it.
-        std::function<void()> endOnFailure;
-        std::function<void()> endProgram;
+        DebugLines& lines;
+        ProgramEnd& end;
+        // Built behind the place; nothing is asked of them before the program runs.
+        Dispatcher& dispatcher;
+        SimulationBox& simulation;
     };
-    explicit Workplace(const Needs& needs);
+    Workplace(const Needs& needs, PlaceRole role);
     ~Workplace() override;
 
-    void SetScreen(WorkplaceScreen* screen) { screen_ = screen; }
+    /// The windows are made from the models, so the screen comes later; none: it goes again.
+    void SetScreen(WorkplaceScreen* screen) { screen_ = screen ? screen : &noScreen_; }
     /// The window has come up for the first time.
     void FirstShown();
     void NoteLogRow(const LogRow& row) { sysLog_.AddLine(row); }
@@ -79,8 +69,6 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void Tick(int elapsedMs);
     /// A day is over.
     void PrintDay(OleDate day) { printing_.PrintDay(day); }
-    /// Asks, and ends the program on yes.
-    void AskForEnd();
     /// The end: nothing is asked any more.
     void Close();
     /// The name of the port that somebody has muted; empty for none.
@@ -99,19 +87,17 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     EditorBox& Editor() { return editor_; }
     const SettingsList& InForce() const { return inForce_; }
     const ShiftList& Shift() const { return shift_; }
-    const PrinterSettings& PrinterLook() const { return printerSettings_; }
-    /// Prints in this font from now on, and keeps it for later starts.
-    void UsePrinterFont(const PrinterSettings& look);
+    PrinterSettings& PrinterLook() { return printerSettings_; }
     DebugPage& Debug() { return debug_; }
 
     // --- OperatorDesk
-    void OfferSelection(const cAlarm& alarm) override { main_.OfferNewAlarm(alarm); }
+    void OfferSelection(const cAlarm& alarm) override { main_.Alarms().OfferNewAlarm(alarm); }
     void KeepAsLatest(const cAlarm& alarm) override;
     void PopUp() override { main_.PopUp(); }
     void ViewComment(const cAlarm& alarm) override;
     void ViewMap(const cAlarm& alarm) override;
     void ShowPicture(const cAlarm& alarm, const Text& caption, bool isFollowedBySpeech) override;
-    void Beep() override;
+    void Beep() override { screen_->Beep(); }
     void PrintAlarmPage(const cAlarm& alarm) override { printing_.PrintAlarmPage(alarm); }
     void AlarmEnded(std::int32_t filePointer) override { windows_.AlarmEnded(filePointer); }
     void AllAlarmsEnded() override { needs_.outputs.Sound().Silence(); }
@@ -119,55 +105,39 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     // --- ClientScreen
     void ShowLinkState(LinkState state) override;
     void ShowUser(const ClientUser& user) override;
-    void AskForLogin() override;
-    void ForgetPortTree() override { main_.ForgetTree(); }
-    void ShowPortTree(const std::vector<PortTreeNode>& nodes) override { main_.ShowTree(nodes); }
-    void PresentNewEvent(cAlarm& alarm) override;
+    void AskForLogin() override { login_.Open(OpenedBy::Itself); }
+    void ForgetPortTree() override { main_.Objects().ForgetTree(); }
+    void ShowPortTree(const std::vector<PortTreeNode>& nodes) override { main_.Objects().ShowTree(nodes); }
+    void PresentNewEvent(cAlarm& alarm) override { needs_.dispatcher.PresentAtDesk(alarm); }
     void EndProgram(const Text& message) override;
 
  private:
-    void Print(const PrintDocument& document) override;
-    void Preview(const PrintDocument& document) override;
+    void Print(const PrintDocument& document) override { screen_->Printer().Print(document); }
+    void Preview(const PrintDocument& document) override { screen_->Printer().Preview(document); }
+    void SilenceSound() override { needs_.outputs.Sound().Silence(); }
 
-    bool IsClient() const { return needs_.foundation.CopyRole() == Role::Client; }
-    bool IsRequestPending() const;
-    bool IsFlood() const;
-    bool IsQuestionUp() const { return screen_ && screen_->IsQuestionUp(); }
-    OperatorRights Rights() const;
-    ConsoleSurroundings Surroundings() const;
-    ConsoleEffects Effects();
+    AlarmCommands::Needs CommandNeeds();
     CommentBox::Needs SheetNeeds();
-    EditorBox::Needs EditorNeeds();
+    AlarmPage::Needs AlarmNeeds();
+    ObjectPage::Needs ObjectNeeds();
     MainBox::Needs MainNeeds();
-    ReconnectBox::Needs ReconnectNeeds();
-    void PrintRows(const AlarmRows& list, const std::vector<Text>& keys);
-    void EditTranslation(const Text& path);
-    void SetService(cTranslate& set, cIDCode& object, const ServicePeriod& period);
-    void ResetAliveTests(cTranslate& set, cIDCode& object);
-    void Update();
-    void LoadEvents();
-    bool SendToDispatcher(const Text& line);
-    void SendLogin(const Text& userName, const Text& password);
-    void Logout();
-    void ListSettings();
 
     Needs needs_;
-    WorkplaceScreen* screen_ = nullptr;
+    PlaceRole role_;
+    NoWorkplaceScreen noScreen_{};
+    WorkplaceScreen* screen_ = &noScreen_;
     Captions captions_;
     PrinterSettings printerSettings_;
-    std::unique_ptr<DataFiles> files_;
-    OperatorRights rights_{};
-    Text fullName_{};
-    AlarmRate rate_{};
+    FileTexts fileTexts_{};
     AlarmCells cells_;
-    SysLogList sysLog_{};
+    SysLogList sysLog_;
     DebugPage debug_;
     AlarmPrinting printing_;
+    OpenWindows windows_;
     AlarmCommands commands_;
     CommentBox sheet_;
     MapBox map_;
     PictureBox picture_;
-    OpenWindows windows_;
     LoginBox login_;
     ReconnectBox reconnect_;
     PeriodBox period_;

@@ -26,6 +26,8 @@ class Dialogs {
     virtual bool AskYesNo(const Text& question, Answer byDefault) = 0;
     /// A question whose careless answer is to be no.
     bool AskYesNo(const Text& question) { return AskYesNo(question, Answer::No); }
+    /// Somebody is being asked something at this moment.
+    virtual bool IsQuestionUp() const = 0;
     /// The number of the chosen language; none when nothing was chosen.
     virtual std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) = 0;
 };

@@ -13,6 +13,8 @@ struct AboutText {
     Text description{};
     std::vector<Text> lines{};
 };
+/// The number of the word for the mode of a copy.
+int ModeText(Role role);
 AboutText MakeAboutText(const Captions& captions, TextView version, TextView dataFolder, Role role);
 
 }  // namespace nordkeep

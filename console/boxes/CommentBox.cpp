@@ -1,5 +1,6 @@
 #include "console/boxes/CommentBox.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
 #include "runtime/ObjectFiles.h"
 
@@ -11,10 +12,7 @@ namespace {
 constexpr int kCaptionOfAlarm = 3250;
 constexpr int kCaptionOfObject = 3251;
 constexpr int kCaptionCount = 3265;
-constexpr int kCaptionChangedByOthers = 3267;
-constexpr int kCaptionStatusWords = 3400;
 constexpr int kCaptionReadOnly = 3703;
-constexpr int kCaptionNoContact = 3704;
 constexpr std::size_t kMostEarlierAlarms = 20;
 constexpr const char* kReceiversFile = "Settings\\TorvexReceivers.INI";
 constexpr const char* kReceiversSection = "Receivers";
@@ -140,11 +138,11 @@ cAlarm* CommentBox::Alarm() const {
 }
 
 bool CommentBox::MayChange() const {
-    return needs_.rights().MayChange();
+    return needs_.state.Rights().MayChange();
 }
 
 SheetControls CommentBox::Controls() const {
-    const OperatorRights rights = needs_.rights();
+    const OperatorRights rights = needs_.state.Rights();
     const cAlarm* alarm = Alarm();
     SheetControls controls;
     controls.hasAlarm = subject_.filePointer.has_value();
@@ -168,7 +166,7 @@ Text CommentBox::SmallCommentCount() const {
 
 WindowNotice CommentBox::Notice() const {
     if (!notice_.text.empty()) return notice_;
-    const OperatorRights rights = needs_.rights();
+    const OperatorRights rights = needs_.state.Rights();
     if (!rights.MayOperate()) return {needs_.captions(kCaptionReadOnly)};
     if (rights.isConnectionLost) return {needs_.captions(kCaptionNoContact)};
     return {};
@@ -176,7 +174,7 @@ WindowNotice CommentBox::Notice() const {
 
 Text CommentBox::StatusWord() const {
     const cAlarm* alarm = Alarm();
-    return alarm ? needs_.captions(kCaptionStatusWords + std::clamp(alarm->m_Status, 0, 5)) : Text();
+    return alarm ? needs_.captions(kCaptionFirstStatus + std::clamp(alarm->m_Status, 0, 5)) : Text();
 }
 
 void CommentBox::TypeNewComments(Text text) {
@@ -203,7 +201,7 @@ void CommentBox::CloseIfUntouched() {
 
 void CommentBox::Tick() {
     // Without a connection, and while the events are fetched anew, a missing alarm means nothing.
-    if (!isOpen_ || IsWaiting() || needs_.rights().isConnectionLost) return;
+    if (!isOpen_ || IsWaiting() || needs_.state.Rights().isConnectionLost) return;
     const cAlarm* alarm = Alarm();
     const bool hasNewSmallComment =
         alarm && !isSmallCommentTyped_ && smallComment_ != TrimBlanks(alarm->m_SmallComment);
@@ -219,7 +217,7 @@ void CommentBox::Tick() {
 
 void CommentBox::ShowMap() {
     if (!subject_.mapReference.empty()) {
-        needs_.showMap(subject_.mapReference, subject_.filePointer.value_or(0));
+        needs_.windows.OpenMap(subject_.mapReference, subject_.filePointer.value_or(0), OpenedBy::Operator);
     }
 }
 

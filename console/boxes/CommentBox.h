@@ -1,9 +1,10 @@
 #pragma once
 
+#include "console/boxes/CentreOperations.h"
 #include "console/boxes/CommentSettings.h"
 #include "console/boxes/SharedText.h"
 #include "console/lists/Captions.h"
-#include "console/lists/OperatorRights.h"
+#include "console/lists/OperatorState.h"
 #include "console/lists/WindowView.h"
 #include "console/print/PrintDocument.h"
 #include "pipeline/AlarmHandling.h"
@@ -63,12 +64,9 @@ class CommentBox {
         const CommentSettings& settings;
         PrintOutput& printer;
         const PrinterSettings& printerSettings;
-        std::function<OperatorRights()> rights;
-        /// A request to the server is under way: files look missing meanwhile.
-        std::function<bool()> isRequestPending = [] { return false; };
-        /// Takes a line to the dispatcher; false when it did not get away.
-        std::function<bool(const Text& line)> sendToDispatcher;
-        std::function<void(const Text& reference, std::int32_t filePointer)> showMap;
+        const OperatorState& state;
+        CentreOperations& centre;
+        OperatorWindows& windows;
     };
     explicit CommentBox(const Needs& needs) : needs_(needs), comments_(needs.files) {}
 
@@ -124,7 +122,7 @@ class CommentBox {
     class Operation;
     enum class TextSaved { Nothing, Written, Refused };
 
-    bool IsWaiting() const { return isBusy_ || needs_.isRequestPending(); }
+    bool IsWaiting() const { return isBusy_ || needs_.state.IsRequestPending(); }
     void Open(Subject subject, OpenedBy by);
     void Load();
     void LoadReceivers();

@@ -1,22 +1,15 @@
 #include "console/boxes/CommentBox.h"
+#include "console/lists/SharedCaptions.h"
 #include "runtime/ObjectFiles.h"
 
 #include <utility>
 
 namespace nordkeep {
 namespace {
-
-constexpr int kCaptionComments = 3260;
-constexpr int kCaptionTypeInformation = 3261;
-constexpr int kCaptionObjectInformation = 3262;
-constexpr int kCaptionNewComment = 3264;
-constexpr int kTextEndAlarm = 1053;
 constexpr int kTextOverwrite = 1080;
 constexpr int kCaptionNotSaved = 3266;
-constexpr int kCaptionChangedByOthers = 3267;
 constexpr int kCaptionSentTo = 3701;
 constexpr int kCaptionNotSent = 3702;
-constexpr int kCaptionNoContact = 3704;
 constexpr TextView kLineEnd = "\r\n";
 
 void AppendLines(std::vector<Text>& lines, TextView heading, TextView text) {
@@ -120,7 +113,7 @@ void CommentBox::StoreInAlarm(bool isCommentWritten) {
 void CommentBox::EndAlarm() {
     if (!isOpen_ || IsWaiting() || !Controls().canEnd) return;
     Operation operation(*this);
-    const Text question = needs_.language.GetLanguageText(kTextEndAlarm);
+    const Text question = needs_.language.GetLanguageText(kTextEndSelected);
     if (!needs_.dialogs.AskYesNo(question, Answer::Yes)) return;
     cAlarm* alarm = Alarm();
     if (!alarm || !Controls().canEnd) {
@@ -138,7 +131,7 @@ void CommentBox::Send(std::size_t receiver) {
     const Text text = needs_.store.Texts().BuildAlarmText(
         {needs_.settings.ManualTransmissionFormat, "YYYY-MM-DD", "HH:NN:SS"}, *alarm);
     const Text& key = texts_.receivers[receiver].key;
-    if (needs_.sendToDispatcher(DispatcherLine(key, text))) {
+    if (needs_.centre.SendToDispatcher(DispatcherLine(key, text))) {
         notice_ = {needs_.captions(kCaptionSentTo, {texts_.receivers[receiver].value}), true};
     } else {
         Warn(kCaptionNotSent);

@@ -1,9 +1,10 @@
 #include "console/boxes/EditorBox.h"
 
+#include "console/lists/SharedCaptions.h"
+
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionSaved = 3745;
 constexpr int kCaptionOverwrite = 3746;
 constexpr int kCaptionNotSaved = 3747;
 constexpr int kCaptionDrop = 3748;
@@ -23,8 +24,8 @@ class Busy {
 }  // namespace
 
 void EditorBox::Open(const EditedFile& edited) {
-    if (isBusy_ || needs_.isRequestPending()) return;
-    if (StartProgram(edited)) return;
+    if (isBusy_ || needs_.state.IsRequestPending()) return;
+    if (needs_.host.StartProgram(edited)) return;
     if (isOpen_ && edited.path == file_.Path()) return view_->Show(OpenedBy::Operator);
     if (!MayDropText()) return;
     {
@@ -39,12 +40,16 @@ void EditorBox::Open(const EditedFile& edited) {
     view_->Show(OpenedBy::Operator);
 }
 
-// A client's files are not on this machine, so that no other program can work on them.
-bool EditorBox::StartProgram(const EditedFile& edited) {
-    if (needs_.role == Role::Client || edited.program.empty()) return false;
-    std::erase_if(programs_, [](const auto& program) { return !program->IsRunning(); });
-    programs_.push_back(std::make_unique<ChildProcess>());
-    return programs_.back()->Start(ToUtf8(edited.program), {needs_.dataFolder.Resolve(edited.path)});
+bool EditorPrograms::Start(const EditedFile& edited) {
+    if (edited.program.empty()) return false;
+    std::erase_if(running_, [](const auto& program) { return !program->IsRunning(); });
+    running_.push_back(std::make_unique<ChildProcess>());
+    return running_.back()->Start(ToUtf8(edited.program), {dataFolder_.Resolve(edited.path)});
+}
+
+bool EditorBox::MayEdit() const {
+    const OperatorRights rights = needs_.state.Rights();
+    return rights.MayEdit() && rights.MayChange();
 }
 
 bool EditorBox::MayDropText() {
@@ -64,16 +69,15 @@ void EditorBox::Type(Text text) {
 }
 
 void EditorBox::Save() {
-    if (!isOpen_ || !MaySave() || needs_.isRequestPending()) return;
+    if (!isOpen_ || !MaySave() || needs_.state.IsRequestPending()) return;
     {
         const Busy busy(isBusy_);
         file_.MakeFolders();
         const bool hasChanged = file_.HasChanged();
-        if (hasChanged && needs_.mayEdit() && !needs_.dialogs.AskYesNo(needs_.captions(kCaptionOverwrite)))
-            return;
-        const bool isSaved = needs_.mayEdit() && file_.Write(typed_);
+        if (hasChanged && MayEdit() && !needs_.dialogs.AskYesNo(needs_.captions(kCaptionOverwrite))) return;
+        const bool isSaved = MayEdit() && file_.Write(typed_);
         notice_ = {needs_.captions(isSaved ? kCaptionSaved : kCaptionNotSaved), isSaved};
-        if (isSaved) needs_.saved(file_.Path());
+        if (isSaved) needs_.host.NoteSaved(file_.Path());
     }
     view_->Refresh();
 }

@@ -2,13 +2,12 @@
 
 #include "console/boxes/SharedText.h"
 #include "console/lists/Captions.h"
+#include "console/lists/OperatorState.h"
 #include "console/lists/WindowView.h"
 #include "platform/ChildProcess.h"
 #include "platform/Dialogs.h"
 #include "platform/FileTree.h"
-#include "runtime/Role.h"
 
-#include <functional>
 #include <memory>
 
 namespace nordkeep {
@@ -20,21 +19,39 @@ struct EditedFile {
     Text program{};  // that edits it; empty, or not on this machine: the built-in editor
 };
 
+/// What an editor finds around it. A client's files are not on its machine, and its server sees a written
+/// file by itself.
+class EditorHost {
+ public:
+    virtual ~EditorHost() = default;
+    /// Starts the program of a file; false when the file is left to the built-in editor.
+    virtual bool StartProgram(const EditedFile& edited) = 0;
+    /// A file has been written.
+    virtual void NoteSaved(const Text& path) = 0;
+};
+
+/// On a copy whose files are on this machine: starts programs.
+class EditorPrograms {
+ public:
+    explicit EditorPrograms(const FileTree& dataFolder) : dataFolder_(dataFolder) {}
+    /// False when the file names none, or it is not on this machine.
+    bool Start(const EditedFile& edited);
+
+ private:
+    const FileTree& dataFolder_;
+    std::vector<std::unique_ptr<ChildProcess>> running_{};
+};
+
 /// The built-in editor of plain texts: object information, type instructions, translation files. There is
 /// one; what somebody else wrote meanwhile is never overwritten unasked.
 class EditorBox {
  public:
     struct Needs {
         DataFiles& files;
-        const FileTree& dataFolder;
         Dialogs& dialogs;
         const Captions& captions;
-        Role role = Role::StandAlone;
-        /// The right, and a server that hears of it.
-        std::function<bool()> mayEdit;
-        std::function<bool()> isRequestPending = [] { return false; };
-        /// A file has been written.
-        std::function<void(const Text& path)> saved = [](const Text&) {};
+        const OperatorState& state;
+        EditorHost& host;
     };
     explicit EditorBox(const Needs& needs) : needs_(needs), file_(needs.files) {}
 
@@ -53,18 +70,18 @@ class EditorBox {
     unsigned Generation() const { return generation_; }
     void Type(Text text);
     bool IsChanged() const { return WithoutLastLineEnds(typed_) != file_.Content(); }
-    bool MaySave() const { return needs_.mayEdit() && !isBusy_; }
+    bool MaySave() const { return MayEdit() && !isBusy_; }
     void Save();
 
  private:
-    bool StartProgram(const EditedFile& edited);
+    /// The right, and a server that hears of it.
+    bool MayEdit() const;
     bool MayDropText();
 
     Needs needs_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
     SharedText file_;
-    std::vector<std::unique_ptr<ChildProcess>> programs_{};
     bool isOpen_ = false;
     bool isBusy_ = false;
     Text title_{};

@@ -41,7 +41,7 @@ void LoginBox::Backspace() {
 
 void LoginBox::Ok() {
     if (!isOpen_ || !IsOkEnabled()) return;
-    send_(userName_, password_);
+    server_.Login(userName_, password_);
     Close();
 }
 

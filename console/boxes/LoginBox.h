@@ -1,8 +1,7 @@
 #pragma once
 
+#include "console/boxes/CentreOperations.h"
 #include "console/lists/WindowView.h"
-
-#include <functional>
 
 namespace nordkeep {
 
@@ -10,9 +9,7 @@ namespace nordkeep {
 /// by key, and forgotten as soon as it has been sent.
 class LoginBox {
  public:
-    /// Sends both to the server; the answer comes by itself.
-    using Send = std::function<void(const Text& userName, const Text& password)>;
-    explicit LoginBox(Send send) : send_(std::move(send)) {}
+    explicit LoginBox(ServerContact& server) : server_(server) {}
 
     void SetView(WindowView& view) { view_ = &view; }
 
@@ -34,7 +31,7 @@ class LoginBox {
  private:
     void Forget();
 
-    Send send_;
+    ServerContact& server_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
     bool isOpen_ = false;

@@ -22,7 +22,7 @@ void MapBox::Open(const Text& reference, std::int32_t filePointer, OpenedBy by) 
     if (reference_.file.empty()) return;
     filePointer_ = filePointer;
     title_ = reference_.BaseName() + " - Nordkeep";
-    picture_ = FetchPicture();
+    picture_ = needs_.pictures.Read(reference_);
     ++generation_;
     size_ = {};
     mouse_.reset();
@@ -32,19 +32,15 @@ void MapBox::Open(const Text& reference, std::int32_t filePointer, OpenedBy by) 
     view_->Show(by);
 }
 
-// A map travels to a client once, and stays as long as the server's file does.
-Text MapBox::FetchPicture() {
-    const Text path = reference_.Path();
-    if (needs_.role != Role::Client || reference_.file.find(':') != Text::npos) {
-        return needs_.files.ReadBinaryFile(path);
-    }
-    const NativePath kept =
-        needs_.dataFolder.Resolve("Settings\\Temp\\" + FileSafeName(reference_.BaseName()));
-    const OleDate stamp = needs_.files.FileTimeStamp(path);
+Text FetchedMaps::Read(const MapReference& reference) {
+    const Text path = reference.Path();
+    if (reference.file.find(':') != Text::npos) return files_.ReadBinaryFile(path);
+    const NativePath kept = dataFolder_.Resolve("Settings\\Temp\\" + FileSafeName(reference.BaseName()));
+    const OleDate stamp = files_.FileTimeStamp(path);
     if (path == fetchedPath_ && stamp == fetchedStamp_ && !stamp.IsNever()) {
         if (auto bytes = ReadFile(kept)) return *std::move(bytes);
     }
-    Text bytes = needs_.files.ReadBinaryFile(path);
+    Text bytes = files_.ReadBinaryFile(path);
     const bool isKept = !bytes.empty() && ReplaceFile(kept, bytes);
     fetchedPath_ = isKept ? path : Text();
     fetchedStamp_ = stamp;

@@ -6,19 +6,48 @@
 #include "platform/EventLoop.h"
 #include "platform/FileTree.h"
 #include "runtime/DataFiles.h"
-#include "runtime/Role.h"
 
 namespace nordkeep {
+
+/// Where the pictures of maps come from.
+class MapPictures {
+ public:
+    virtual ~MapPictures() = default;
+    /// The picture file; empty when there is none.
+    virtual Text Read(const MapReference& reference) = 0;
+};
+
+/// Maps on this machine.
+class OwnMaps final : public MapPictures {
+ public:
+    explicit OwnMaps(DataFiles& files) : files_(files) {}
+    Text Read(const MapReference& reference) override { return files_.ReadBinaryFile(reference.Path()); }
+
+ private:
+    DataFiles& files_;
+};
+
+/// Maps of a client's server. One travels once, and stays as long as the server's file does.
+class FetchedMaps final : public MapPictures {
+ public:
+    /// `dataFolder` is that of the client, which keeps what it has fetched there.
+    FetchedMaps(DataFiles& files, const FileTree& dataFolder) : files_(files), dataFolder_(dataFolder) {}
+    Text Read(const MapReference& reference) override;
+
+ private:
+    DataFiles& files_;
+    const FileTree& dataFolder_;
+    Text fetchedPath_{};
+    OleDate fetchedStamp_{};
+};
 
 /// The map of an alarm or an object, with a flashing cross on the place. There is one.
 class MapBox {
  public:
     struct Needs {
-        DataFiles& files;            // where the maps are: on a client those of its server
-        const FileTree& dataFolder;  // of this copy; a client keeps what it has fetched there
+        MapPictures& pictures;
         const Captions& captions;
         EventLoop& loop;
-        Role role = Role::StandAlone;
         int defaultZoom = 100;
     };
     explicit MapBox(const Needs& needs);
@@ -57,8 +86,6 @@ class MapBox {
     Text StatusText() const;
 
  private:
-    Text FetchPicture();
-
     Needs needs_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
@@ -73,10 +100,6 @@ class MapBox {
     int zoom_ = 100;
     bool isFlashWhite_ = false;
     std::optional<MapPoint> mouse_{};
-
-    // The file of the last fetched map, and whose it is.
-    Text fetchedPath_{};
-    OleDate fetchedStamp_{};
 };
 
 }  // namespace nordkeep

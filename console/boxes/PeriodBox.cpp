@@ -1,12 +1,13 @@
 #include "console/boxes/PeriodBox.h"
 
+#include "console/lists/SharedCaptions.h"
+
 namespace nordkeep {
 namespace {
 
 constexpr int kCaptionTitle = 3353;
 constexpr int kCaptionWrongTimes = 3757;
 constexpr int kCaptionObjectGone = 3758;
-constexpr int kCaptionNoContact = 3704;
 
 /// Seconds are never chosen.
 OleDate WholeMinute(OleDate date) {
@@ -65,12 +66,13 @@ void PeriodBox::ChooseFromNow() {
 void PeriodBox::Set(const ServicePeriod& period) {
     cTranslate* set = needs_.translations.Find(set_);
     cIDCode* object = FindObjectInAnyCase(needs_.translations, set_, idCode_);
-    if (!needs_.rights().MayChange() || !set || !object) {
-        notice_ = needs_.captions(needs_.rights().isConnectionLost ? kCaptionNoContact : kCaptionObjectGone);
+    const OperatorRights rights = needs_.state.Rights();
+    if (!rights.MayChange() || !set || !object) {
+        notice_ = needs_.captions(rights.isConnectionLost ? kCaptionNoContact : kCaptionObjectGone);
         view_->Refresh();
         return;
     }
-    needs_.setService(*set, *object, period);
+    needs_.centre.SetService(*set, *object, period);
     Close();
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "console/boxes/CentreOperations.h"
 #include "console/lists/Captions.h"
-#include "console/lists/OperatorRights.h"
+#include "console/lists/OperatorState.h"
 #include "console/lists/WindowView.h"
 #include "platform/Clock.h"
 #include "translation/ServicePeriods.h"
@@ -15,11 +16,10 @@ class PeriodBox {
  public:
     struct Needs {
         Translations& translations;
-        /// Serves the object so from now on; on a client the server does it.
-        std::function<void(cTranslate& set, cIDCode& object, const ServicePeriod& period)> setService;
+        CentreOperations& centre;
         const Captions& captions;
         const Clock& clock;
-        std::function<OperatorRights()> rights;
+        const OperatorState& state;
     };
     explicit PeriodBox(const Needs& needs) : needs_(needs) {}
 

@@ -47,11 +47,11 @@ Text ReconnectBox::Countdown() const {
 }
 
 void ReconnectBox::Reconnect() {
-    if (isOpen_ && IsReconnectEnabled()) needs_.reconnectNow();
+    if (isOpen_ && IsReconnectEnabled()) needs_.server.Reconnect();
 }
 
 void ReconnectBox::Shutdown() {
-    if (isOpen_) needs_.endProgram();
+    if (isOpen_) needs_.server.GiveUp();
 }
 
 }  // namespace nordkeep

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/boxes/CentreOperations.h"
 #include "console/lists/Captions.h"
 #include "console/lists/WindowView.h"
 #include "network/ClientScreen.h"
@@ -16,9 +17,8 @@ class ReconnectBox {
         const Captions& captions;
         const Clock& clock;
         EventLoop& loop;
+        ServerContact& server;
         int reconnectIntervalMs = 60000;
-        std::function<void()> reconnectNow;
-        std::function<void()> endProgram;
     };
     explicit ReconnectBox(const Needs& needs);
 

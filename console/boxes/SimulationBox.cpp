@@ -23,7 +23,6 @@ int NumberOrNone(TextView text) {
 SimulationBox::SimulationBox(const Needs& needs) : needs_(needs), random_(needs.randomSeed) {}
 
 void SimulationBox::Open() {
-    if (needs_.role == Role::Client) return;
     isOpen_ = true;
     view_->Show(OpenedBy::Operator);
 }
@@ -36,12 +35,12 @@ void SimulationBox::Close() {
 
 std::vector<Text> SimulationBox::PortNames() const {
     std::vector<Text> names;
-    for (const Port& port : needs_.ports()) names.push_back(port.description);
+    for (const SimulatedPort& port : needs_.ports.PortsToSimulate()) names.push_back(port.description);
     return names;
 }
 
 void SimulationBox::Raise(const SimulatedAlarm& wanted) {
-    const std::vector<Port> ports = needs_.ports();
+    const std::vector<SimulatedPort> ports = needs_.ports.PortsToSimulate();
     const bool hasPort = wanted.port >= 1 && wanted.port <= ports.size();
     needs_.intake.HandleIncomingEvent({.AlarmTime = needs_.clock.Now(),
                                        .ProtocolType = kOwnProtocol,
@@ -55,7 +54,7 @@ void SimulationBox::Raise(const SimulatedAlarm& wanted) {
 }
 
 void SimulationBox::RaiseHundred() {
-    if (needs_.role == Role::Client || left_ > 0) return;
+    if (left_ > 0) return;
     left_ = kHundred;
     RaiseSome();
 }

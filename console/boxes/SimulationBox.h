@@ -5,7 +5,6 @@
 #include "pipeline/IncomingEvent.h"
 #include "platform/Clock.h"
 #include "platform/EventLoop.h"
-#include "runtime/Role.h"
 #include "translation/Translations.h"
 
 #include <random>
@@ -22,21 +21,29 @@ struct SimulatedAlarm {
     Text type{};
 };
 
+/// A port that a simulated alarm can come from.
+struct SimulatedPort {
+    Text description{};
+    const EventPort* event = nullptr;
+};
+
+/// The ports of this copy, which may change while the program runs.
+class SimulatedPorts {
+ public:
+    virtual ~SimulatedPorts() = default;
+    virtual std::vector<SimulatedPort> PortsToSimulate() const = 0;
+};
+
 /// Makes events as a receiver would, for tests and training. They go the way of all events, and are marked
 /// in their extra text.
 class SimulationBox {
  public:
-    struct Port {
-        Text description{};
-        const EventPort* event = nullptr;
-    };
     struct Needs {
         EventIntake& intake;
         const Translations& translations;
         const Clock& clock;
         EventLoop& loop;
-        std::function<std::vector<Port>()> ports;
-        Role role = Role::StandAlone;
+        const SimulatedPorts& ports;
         std::uint32_t randomSeed = 1;
     };
     explicit SimulationBox(const Needs& needs);
@@ -46,7 +53,7 @@ class SimulationBox {
 
     void SetView(WindowView& view) { view_ = &view; }
 
-    /// The dialog for one alarm; not on a client, which receives nothing.
+    /// The dialog for one alarm.
     void Open();
     void Close();
     bool IsOpen() const { return isOpen_; }

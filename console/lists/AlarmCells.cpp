@@ -1,5 +1,6 @@
 #include "console/lists/AlarmCells.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>
@@ -8,11 +9,9 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextFirstStatus = 3400;
 constexpr int kTextRepeated = 3424;
 // Of an object's file a cell shows the beginning.
 constexpr std::size_t kMostOfAFile = 2000;
-constexpr std::size_t kMostFilesKept = 2000;
 
 int FieldOf(TextView name) {
     return AlarmFieldNumber(name).value_or(-1);
@@ -75,7 +74,7 @@ Text AlarmCells::Build(TextView format, const cAlarm& alarm) const {
 
 Text AlarmCells::StatusWord(int status) const {
     const bool isKnown = status >= kStatusNew && status <= kStatusAcknowledged;
-    return captions_(kTextFirstStatus + (isKnown ? status : 0));
+    return captions_(kCaptionFirstStatus + (isKnown ? status : 0));
 }
 
 Text AlarmCells::Heading(int field) const {
@@ -83,10 +82,8 @@ Text AlarmCells::Heading(int field) const {
 }
 
 Text AlarmCells::FileCell(const cAlarm& alarm, int field) const {
-    if (fromFiles_.size() > kMostFilesKept) fromFiles_.clear();
-    const auto [known, isNew] = fromFiles_.try_emplace({alarm.m_FilePointer, field});
-    if (isNew) known->second = Build(Placeholder(field), alarm).substr(0, kMostOfAFile);
-    return known->second;
+    return fromFiles_.Get(alarm.m_FilePointer, field,
+                          [&] { return Build(Placeholder(field), alarm).substr(0, kMostOfAFile); });
 }
 
 Text AlarmCells::PlainCell(const cAlarm& alarm, int field) const {

@@ -16,12 +16,30 @@ struct AlarmCellFormats {
     bool isStatusNumber = false;  // the status as a number instead of a word
 };
 
-/// The texts of the cells of both alarm lists. Nothing is kept but what costs a file to read, and that only
-/// until the next tick.
+/// What cells had to read from files, kept until the next tick.
+class FileTexts {
+ public:
+    /// The kept text of a record's field, else what `read` gives.
+    template <class Read>
+    const Text& Get(std::int32_t filePointer, int field, Read&& read) {
+        if (texts_.size() > kMost) texts_.clear();
+        const auto [known, isNew] = texts_.try_emplace({filePointer, field});
+        if (isNew) known->second = read();
+        return known->second;
+    }
+    void Forget() { texts_.clear(); }
+
+ private:
+    static constexpr std::size_t kMost = 2000;
+    std::map<std::pair<std::int32_t, int>, Text> texts_{};
+};
+
+/// The texts of the cells of both alarm lists. Nothing is kept but what costs a file to read.
 class AlarmCells {
  public:
-    AlarmCells(const EventStore& store, const Captions& captions, AlarmCellFormats formats)
-        : store_(store), captions_(captions), formats_(std::move(formats)) {}
+    AlarmCells(const EventStore& store, const Captions& captions, FileTexts& fromFiles,
+               AlarmCellFormats formats)
+        : store_(store), captions_(captions), fromFiles_(fromFiles), formats_(std::move(formats)) {}
 
     /// The record of a row; none when it has gone.
     const cAlarm* RecordOf(std::int32_t filePointer) const { return store_.FindAlarmByKey(filePointer); }
@@ -38,7 +56,7 @@ class AlarmCells {
     Text StatusWord(int status) const;
     Text Build(TextView format, const cAlarm& alarm) const;
     /// What was read from files is read again.
-    void ForgetFiles() const { fromFiles_.clear(); }
+    void ForgetFiles() const { fromFiles_.Forget(); }
 
  private:
     Text PlainCell(const cAlarm& alarm, int field) const;
@@ -46,8 +64,8 @@ class AlarmCells {
 
     const EventStore& store_;
     const Captions& captions_;
+    FileTexts& fromFiles_;
     AlarmCellFormats formats_;
-    mutable std::map<std::pair<std::int32_t, int>, Text> fromFiles_{};
 };
 
 }  // namespace nordkeep

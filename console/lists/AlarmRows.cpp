@@ -108,6 +108,10 @@ Text AlarmRows::KeyOf(int row) const {
     return item ? std::to_string(item->filePointer) + "K" : Text();
 }
 
+bool AlarmRows::Has(TextView key) const {
+    return Holds(LeadingInt32(key));
+}
+
 int AlarmRows::RowOf(TextView key) const {
     const auto known = items_.find(LeadingInt32(key));
     if (known == items_.end() || !known->second->isShown) return -1;
@@ -174,8 +178,8 @@ bool AlarmRows::StandsBefore(const ListItem& a, const ListItem& b) const {
 }
 
 std::size_t AlarmRows::PlaceFor(const ListItem& item) const {
-    const auto before = [this](const ListItem* a, const ListItem* b) { return StandsBefore(*a, *b); };
-    const auto at = std::lower_bound(shown_.begin(), shown_.end(), const_cast<ListItem*>(&item), before);
+    const auto before = [this](const ListItem* a, const ListItem& b) { return StandsBefore(*a, b); };
+    const auto at = std::lower_bound(shown_.begin(), shown_.end(), item, before);
     return static_cast<std::size_t>(at - shown_.begin());
 }
 

@@ -61,6 +61,7 @@ class AlarmRows final : public RowModel {
     Text Cell(int row, int column) const override;
     Text KeyOf(int row) const override;
     int RowOf(TextView key) const override;
+    bool Has(TextView key) const override;
     Glyph Icon(int row) const override;
     bool HasIconTexts() const override { return columns_.priorityColumn >= 0; }
     Text IconText(int row) const override;

@@ -1,5 +1,6 @@
 #include "console/lists/ObjectList.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
 #include "translation/ObjectLookup.h"
 #include "translation/ServicePeriods.h"
@@ -12,8 +13,6 @@ namespace {
 constexpr int kTextFirstHeading = 3210;
 constexpr int kTextUnit = 609;
 constexpr int kTextFirstMode = 3410;
-constexpr int kTextFailed = 3420;
-constexpr int kTextFailed2 = 3421;
 constexpr int kTextYes = 3422;
 constexpr int kTextNo = 3423;
 
@@ -107,7 +106,7 @@ void ObjectList::NoteObject(TextView set, TextView idCode) {
     if (EqualsNoCase(set, set_)) Mark(idCode);
 }
 
-const cIDCode* ObjectList::ObjectAt(int source) const {
+cIDCode* ObjectList::ObjectAt(int source) const {
     const cTranslate* set = source < 0 || set_.empty() ? nullptr : needs_.translations.Find(set_);
     if (!set) return nullptr;
     const auto place = static_cast<std::size_t>(source);
@@ -120,7 +119,7 @@ const cIDCode* ObjectList::ObjectAt(int source) const {
 
 cIDCode* ObjectList::FindObject(TextView key) const {
     const int row = RowOf(key);
-    return row < 0 ? nullptr : const_cast<cIDCode*>(ObjectAt(SourceOf(row)));
+    return row < 0 ? nullptr : ObjectAt(SourceOf(row));
 }
 
 Text ObjectList::Heading(int column) const {
@@ -151,9 +150,10 @@ Text ObjectList::CellOf(const cIDCode& object, int column) const {
             return object.m_MapName;
         case Customer:
             return object.m_Customer;
-        case CallerNeeded:  // a client is not told
-            return needs_.isClient ? Text()
-                                   : needs_.captions(object.m_MatchCLIDToAcceptMessage ? kTextYes : kTextNo);
+        case CallerNeeded:
+            return needs_.knowsCallers
+                       ? needs_.captions(object.m_MatchCLIDToAcceptMessage ? kTextYes : kTextNo)
+                       : Text();
         case ResetCode:
             return object.m_ResetIdCode;
         default:
@@ -178,7 +178,7 @@ Text ObjectList::IconWord(int row) const {
     if (StateOf(*object, needs_.clock.Now()) != ObjectState::Failed) {
         return ServiceWord(needs_.captions, *object);
     }
-    return needs_.captions(object->m_AliveTestIntervalHasExceeded ? kTextFailed : kTextFailed2);
+    return needs_.captions(object->m_AliveTestIntervalHasExceeded ? kCaptionTestFailed : kCaptionTest2Failed);
 }
 
 Text ObjectList::ToolTip(int row, int column) const {

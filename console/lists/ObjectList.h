@@ -20,7 +20,7 @@ class ObjectList final : public TableRows {
         const Translations& translations;
         const Captions& captions;
         const Clock& clock;
-        bool isClient = false;
+        bool knowsCallers = true;  // a client is not told which objects need their caller
     };
     explicit ObjectList(const Needs& needs) : needs_(needs) {}
 
@@ -52,7 +52,7 @@ class ObjectList final : public TableRows {
         Text key{};  // the ID code; of a second object with the same code its place too
     };
 
-    const cIDCode* ObjectAt(int source) const;
+    cIDCode* ObjectAt(int source) const;
     Text CellOf(const cIDCode& object, int column) const;
 
     Needs needs_;

@@ -86,6 +86,8 @@ class RowModel {
     virtual Text KeyOf(int row) const = 0;
     /// -1 for a key that is not shown.
     virtual int RowOf(TextView key) const = 0;
+    /// There is a row with this key, shown or hidden.
+    virtual bool Has(TextView key) const { return RowOf(key) >= 0; }
 
     virtual Glyph Icon(int) const { return Glyph::None; }
     /// Whether rows may have a text beside their icons.

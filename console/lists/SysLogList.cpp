@@ -40,8 +40,7 @@ void SysLogList::AddLine(const LogRow& line) {
 }
 
 Text SysLogList::Heading(int column) const {
-    return captions_ && column >= 0 && column < ColumnCount() ? (*captions_)(kTextFirstHeading + column)
-                                                              : Text();
+    return column >= 0 && column < ColumnCount() ? captions_(kTextFirstHeading + column) : Text();
 }
 
 Text SysLogList::Cell(int row, int column) const {
@@ -57,7 +56,7 @@ Glyph SysLogList::Icon(int row) const {
 
 Text SysLogList::IconWord(int row) const {
     const KindLooks* looks = LooksOf(At(row));
-    return looks && captions_ ? (*captions_)(looks->word) : Text();
+    return looks ? captions_(looks->word) : Text();
 }
 
 Text SysLogList::ToolTip(int row, int column) const {

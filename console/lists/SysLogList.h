@@ -6,11 +6,10 @@
 
 namespace nordkeep {
 
-/// The end of the system log on the screen. It takes rows from the start of the program on; the captions may
-/// come later.
+/// The end of the system log on the screen. It takes rows from the start of the program on.
 class SysLogList final : public TailRows<LogRow> {
  public:
-    void SetCaptions(const Captions* captions) { captions_ = captions; }
+    explicit SysLogList(const Captions& captions) : captions_(captions) {}
     /// Of a text with several lines each becomes a row; the others have no date.
     void AddLine(const LogRow& line);
 
@@ -23,7 +22,7 @@ class SysLogList final : public TailRows<LogRow> {
     int DefaultWidth(int column) const override { return column == 0 ? 80 : column == 1 ? 75 : 300; }
 
  private:
-    const Captions* captions_ = nullptr;
+    const Captions& captions_;
 };
 
 }  // namespace nordkeep

@@ -1,5 +1,6 @@
 #include "console/print/AlarmPrinting.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "pipeline/DispatchSettings.h"
 #include "runtime/Dates.h"
 #include "store/TextTemplate.h"
@@ -8,7 +9,6 @@ namespace nordkeep {
 namespace {
 
 constexpr const char* kGeneral = "General";
-constexpr int kCaptionNewAlarms = 3000;
 constexpr int kCaptionOldAlarms = 3001;
 constexpr const char* kSection = "AlarmPagePrinter";
 constexpr TextView kDefaultLine =
@@ -106,7 +106,7 @@ void AlarmPrinting::PrintAlarmPage(const cAlarm& alarm) {
 }
 
 void AlarmPrinting::PrintDay(OleDate day) {
-    if (needs_.pageSettings.PrintLastDayUnackedAutomatically) PrintDay(day, kCaptionNewAlarms, false);
+    if (needs_.pageSettings.PrintLastDayUnackedAutomatically) PrintDay(day, kCaptionFirstTab, false);
     if (needs_.pageSettings.PrintLastDayAckedAutomatically) PrintDay(day, kCaptionOldAlarms, true);
 }
 

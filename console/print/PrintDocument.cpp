@@ -7,11 +7,16 @@ constexpr const char* kGeneral = "General";
 constexpr SettingScope kOwn = SettingScope::Workstation;
 using Row = SettingRow<PrinterSettings>;
 
+constexpr const char* kFontName = "Printer.FontName";
+constexpr const char* kFontBold = "Printer.FontBold";
+constexpr const char* kFontItalic = "Printer.FontItalic";
+constexpr const char* kFontSize = "Printer.FontSize";
+
 constexpr Row kRows[] = {
-    {kGeneral, "Printer.FontName", kOwn, &PrinterSettings::FontName},
-    {kGeneral, "Printer.FontBold", kOwn, &PrinterSettings::FontBold},
-    {kGeneral, "Printer.FontItalic", kOwn, &PrinterSettings::FontItalic},
-    {kGeneral, "Printer.FontSize", kOwn, &PrinterSettings::FontSize, 0, 72},
+    {kGeneral, kFontName, kOwn, &PrinterSettings::FontName},
+    {kGeneral, kFontBold, kOwn, &PrinterSettings::FontBold},
+    {kGeneral, kFontItalic, kOwn, &PrinterSettings::FontItalic},
+    {kGeneral, kFontSize, kOwn, &PrinterSettings::FontSize, 0, 72},
     {kGeneral, "LeftMargin", kOwn, &PrinterSettings::LeftMargin, 0, 150},
     {kGeneral, "TopMargin", kOwn, &PrinterSettings::TopMargin, 0, 150},
     {kGeneral, "DumpPrinterFormat", kOwn, &PrinterSettings::DumpPrinterFormat},
@@ -23,6 +28,13 @@ constexpr Row kRows[] = {
 
 std::span<const SettingRow<PrinterSettings>> PrinterSettingRows() {
     return kRows;
+}
+
+void SavePrinterFont(Settings& files, const PrinterSettings& look) {
+    files.WriteIni(kGeneral, kFontName, look.FontName);
+    files.WriteIni(kGeneral, kFontSize, std::to_string(look.FontSize));
+    files.WriteIni(kGeneral, kFontBold, look.FontBold ? "1" : "0");
+    files.WriteIni(kGeneral, kFontItalic, look.FontItalic ? "1" : "0");
 }
 
 }  // namespace nordkeep

@@ -15,6 +15,8 @@ struct PrinterSettings : PrinterDateSettings {
     Text DumpPrinterFormat{};
 };
 std::span<const SettingRow<PrinterSettings>> PrinterSettingRows();
+/// Keeps the font for later starts.
+void SavePrinterFont(Settings& files, const PrinterSettings& look);
 
 /// Lines for a printer; where a page ends is settled by the paper. A line that is too long is broken.
 struct PrintDocument {

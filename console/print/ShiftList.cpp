@@ -1,18 +1,13 @@
 #include "console/print/ShiftList.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
 
 namespace nordkeep {
 namespace {
-
-constexpr int kCaptionStatusWords = 3400;
-constexpr int kCaptionTestFailed = 3420;
-constexpr int kCaptionTest2Failed = 3421;
-constexpr int kCaptionTitle = 3750;
 constexpr int kCaptionOpenAlarms = 3751;
 constexpr int kCaptionInService = 3752;
 constexpr int kCaptionFailed = 3753;
-constexpr int kCaptionNone = 3754;
 constexpr int kCaptionLogUntil = 3411;
 constexpr int kCaptionLogOnly = 3413;
 
@@ -27,7 +22,7 @@ ShiftList::Part ShiftList::OpenAlarms() const {
     const EventList& events = needs_.store.Events();
     for (const EventSequence at : events.Unacknowledged()) {
         const cAlarm& alarm = *events.Find(at);
-        const int word = kCaptionStatusWords + std::clamp(alarm.m_Status, 0, 5);
+        const int word = kCaptionFirstStatus + std::clamp(alarm.m_Status, 0, 5);
         part.lines.push_back(GeneralDate(alarm.m_ArrivedTime) + "   " + needs_.captions(word) + "   " +
                              alarm.m_TranslatedIDCode + "   " + alarm.m_TranslatedTypeCode + "   " +
                              alarm.m_AlarmCodeToStore);
@@ -67,11 +62,12 @@ std::vector<ShiftList::Part> ShiftList::Parts() const {
 }
 
 PrintDocument ShiftList::Document() const {
-    PrintDocument document{.title = needs_.captions(kCaptionTitle) + " " + GeneralDate(needs_.clock.Now()),
-                           .look = needs_.printerSettings};
+    PrintDocument document{
+        .title = needs_.captions(kCaptionShiftTitle) + " " + GeneralDate(needs_.clock.Now()),
+        .look = needs_.printerSettings};
     for (const Part& part : Parts()) {
         document.lines.push_back(part.heading);
-        if (part.lines.empty()) document.lines.push_back("   " + needs_.captions(kCaptionNone));
+        if (part.lines.empty()) document.lines.push_back("   " + needs_.captions(kCaptionNoLines));
         for (const Text& line : part.lines) document.lines.push_back("   " + line);
         document.lines.emplace_back();
     }

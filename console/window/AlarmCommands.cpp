@@ -1,15 +1,14 @@
 #include "console/window/AlarmCommands.h"
 
 #include "console/lists/Captions.h"
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Fields.h"
 
 namespace nordkeep {
 namespace {
 
 constexpr int kTextEndAll = 1021;
-constexpr int kTextEndSelected = 1053;
 constexpr int kTextArchiveSelected = 1055;
-constexpr int kTextCount = 3557;
 
 std::vector<std::int32_t> FilePointersOf(std::span<const Text> rowKeys) {
     std::vector<std::int32_t> filePointers;
@@ -20,12 +19,13 @@ std::vector<std::int32_t> FilePointersOf(std::span<const Text> rowKeys) {
 }  // namespace
 
 bool AlarmCommands::Asks(int text, Answer byDefault, const Text& behind) const {
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault) && mayChange_();
+    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault) &&
+           needs_.state.Rights().MayChange();
 }
 
 void AlarmCommands::AckAll(bool isFiltered) {
     const std::size_t count = needs_.store.Events().Unacknowledged().size();
-    const Text line = Captions(needs_.language)(kTextCount, {std::to_string(count)});
+    const Text line = Captions(needs_.language)(kCaptionUnacked, {std::to_string(count)});
     if (Asks(kTextEndAll, Answer::No, isFiltered ? "\r\n" + line : Text())) needs_.handling.EndAll();
 }
 

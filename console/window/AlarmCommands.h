@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/lists/OperatorState.h"
 #include "pipeline/AlarmHandling.h"
 #include "platform/Dialogs.h"
 #include "runtime/Language.h"
@@ -18,11 +19,10 @@ class AlarmCommands {
         AlarmHandling& handling;
         Dialogs& dialogs;
         const Language& language;
+        /// Asked behind every question, since rights and connection may have gone while it was up.
+        const OperatorState& state;
     };
     explicit AlarmCommands(const Needs& needs) : needs_(needs) {}
-
-    /// Asked behind every question, since rights and connection may have gone while it was up.
-    void SetGuard(std::function<bool()> mayChange) { mayChange_ = std::move(mayChange); }
 
     /// Ends all alarms that are not ended yet, and silences the sound. Where a filter hides some of them the
     /// question tells how many there are.
@@ -37,7 +37,6 @@ class AlarmCommands {
     bool Asks(int text, Answer byDefault = Answer::No, const Text& behind = {}) const;
 
     Needs needs_;
-    std::function<bool()> mayChange_ = [] { return true; };
 };
 
 }  // namespace nordkeep

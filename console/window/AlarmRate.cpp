@@ -1,6 +1,6 @@
 #include "console/window/AlarmRate.h"
 
-#include <cstddef>
+#include <algorithm>
 
 namespace nordkeep {
 namespace {
@@ -12,21 +12,21 @@ constexpr std::size_t kFloodEnds = 5;
 }  // namespace
 
 void AlarmRate::Note(std::int64_t nowMs) {
+    const bool wasFlood = IsFlood(nowMs);
     times_.push_back(nowMs);
     // The count matters only up to where a flood begins.
     if (times_.size() > kFloodBegins) times_.pop_front();
-    IsFlood(nowMs);
+    isFlood_ = wasFlood || CountAt(nowMs) >= kFloodBegins;
 }
 
+// Between two alarms the count only falls.
 bool AlarmRate::IsFlood(std::int64_t nowMs) const {
-    Forget(nowMs);
-    if (times_.size() >= kFloodBegins) isFlood_ = true;
-    if (times_.size() < kFloodEnds) isFlood_ = false;
-    return isFlood_;
+    return isFlood_ && CountAt(nowMs) >= kFloodEnds;
 }
 
-void AlarmRate::Forget(std::int64_t nowMs) const {
-    while (!times_.empty() && times_.front() <= nowMs - kSpanMs) times_.pop_front();
+std::size_t AlarmRate::CountAt(std::int64_t nowMs) const {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(times_, [nowMs](std::int64_t time) { return time > nowMs - kSpanMs; }));
 }
 
 }  // namespace nordkeep

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 
@@ -14,11 +15,11 @@ class AlarmRate {
     bool IsFlood(std::int64_t nowMs) const;
 
  private:
-    void Forget(std::int64_t nowMs) const;
+    /// The alarms of the minute before.
+    std::size_t CountAt(std::int64_t nowMs) const;
 
-    // Of the last minute, brought up to date whenever somebody asks.
-    mutable std::deque<std::int64_t> times_{};
-    mutable bool isFlood_ = false;
+    std::deque<std::int64_t> times_{};  // ascending
+    bool isFlood_ = false;              // as it was at the last alarm
 };
 
 }  // namespace nordkeep

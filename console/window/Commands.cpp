@@ -1,4 +1,5 @@
-#include "console/window/Commands.h"
+#include "console/lists/SharedCaptions.h"
+#include "console/window/CommandTargets.h"
 
 #include <algorithm>
 
@@ -7,6 +8,8 @@ namespace {
 
 using C = Command;
 using I = CommandInputs;
+using T = CommandTargets;
+using V = ViewState;
 
 /// What who works here must be allowed to do.
 enum class Right { None, Operate, Edit, Change };
@@ -36,72 +39,145 @@ bool IsAlarmList(const I& in) {
     return in.tab == Tab::Unacked || in.tab == Tab::Acked;
 }
 
+bool IsOwnCopy(const I& in) {
+    return !in.rights.IsClient();
+}
+bool IsSimulation(const I& in) {
+    return in.isSimulation;
+}
+bool HasSet(const I& in) {
+    return in.isSetSelected;
+}
+bool HasMap(const I& in) {
+    return in.hasMap;
+}
+
+template <bool V::*item>
+void Toggle(const T& t, int) {
+    t.window.Toggle(item);
+}
+/// Both go on unless both are on.
+void ToggleShowLast(const T& t, int) {
+    const V& checked = t.window.Checked();
+    const bool isOn = checked.AlwaysShowLastAlarm && checked.ShowTabAutomatic;
+    if (checked.AlwaysShowLastAlarm == isOn) t.window.Toggle(&V::AlwaysShowLastAlarm);
+    if (checked.ShowTabAutomatic == isOn) t.window.Toggle(&V::ShowTabAutomatic);
+}
+void SilenceSound(const T& t, int) {
+    t.sound.SilenceSound();
+}
+void EndAll(const T& t, int) {
+    t.alarms.EndAll();
+}
+void EndSelected(const T& t, int) {
+    t.alarms.EndSelected();
+}
+void Print(const T& t, int) {
+    t.alarms.Print();
+}
+void OpenSheet(const T& t, int) {
+    t.window.CurrentTab() == Tab::IdCodes ? t.objects.OpenSheet() : t.alarms.OpenSheet();
+}
+void OpenMap(const T& t, int) {
+    t.window.CurrentTab() == Tab::IdCodes ? t.objects.OpenMapOfSelected() : t.alarms.OpenMap();
+}
+void EditIdCodes(const T& t, int) {
+    t.objects.EditSet(".IDCode");
+}
+void AskServicePeriod(const T& t, int) {
+    t.objects.AskServicePeriod();
+}
+void Reload(const T& t, int) {
+    t.centre.Reload();
+}
+
 struct Rule {
     Command command;
     int caption;
     const char* keys;
     Right right;
     bool (*isEnabled)(const I&);
+    void (*act)(const T&, int item);
     bool (*isVisible)(const I&) = &Always;
-    bool ViewState::*checked = nullptr;
+    bool V::*checked = nullptr;
 };
 
 // In the order of the commands.
 constexpr Rule kRules[] = {
     {C::CloseAll, 3150, "Ctrl+Shift+E", Right::Change,
-     [](const I& in) { return in.tab == Tab::Unacked && in.unackedRows > 0; }},
-    {C::CloseAlarm, 3151, "Ctrl+E", Right::Change, &IsNewSelected},
+     [](const I& in) { return in.tab == Tab::Unacked && in.unackedRows > 0; }, &EndAll},
+    {C::CloseAlarm, 3151, "Ctrl+E", Right::Change, &IsNewSelected, &EndSelected},
     // A repeating sound can be silenced by anybody, from anywhere.
-    {C::SoundStop, 3152, "", Right::None, [](const I& in) { return in.isSounding; }},
-    {C::ShowLast, 3153, "", Right::Operate, &Always},
-    {C::PrintSelected, 3154, "", Right::Operate, &IsAlarmSelected},
-    {C::ShowComments, 3155, "F2", Right::Operate, &HasSomethingToComment},
+    {C::SoundStop, 3152, "", Right::None, [](const I& in) { return in.isSounding; }, &SilenceSound},
+    {C::ShowLast, 3153, "", Right::Operate, &Always, &ToggleShowLast},
+    {C::PrintSelected, 3154, "", Right::Operate, &IsAlarmSelected, &Print},
+    {C::ShowComments, 3155, "F2", Right::Operate, &HasSomethingToComment, &OpenSheet},
     {C::EditIDCodes, 3156, "", Right::Edit,
-     [](const I& in) { return in.isSetSelected && in.tab == Tab::IdCodes; }},
+     [](const I& in) { return in.isSetSelected && in.tab == Tab::IdCodes; }, &EditIdCodes},
     {C::EditTypes, 3157, "", Right::Edit,
-     [](const I& in) { return in.isSetSelected && in.tab == Tab::Types; }},
-    {C::SetService, 3158, "", Right::Change, &IsObjectShown},
-    {C::Update, 3159, "F5", Right::Operate, &Always},
-    {C::ShowMap, 3160, "F4", Right::Operate, [](const I& in) { return in.hasMap; }},
-    {C::FileLogin, 3030, "", Right::None, [](const I& in) { return in.rights.level <= 0; }, &IsClient},
-    {C::FileLogout, 3031, "", Right::None, [](const I& in) { return in.rights.level > 0; }, &IsClient},
-    {C::MenuAckAll, 3032, "", Right::Change, &Always},
-    {C::FileSoundStop, 3033, "F8", Right::None, &Always},
-    {C::MenuShowLast, 3034, "", Right::None, &Always, &Always, &ViewState::AlwaysShowLastAlarm},
-    {C::SetClock, 3035, "", Right::Operate, [](const I& in) { return in.hasGoogolPort; }},
-    {C::FilePrint, 3036, "Ctrl+P", Right::Operate, &IsAlarmList},
-    {C::FileSetup, 3037, "", Right::Edit, &Always},
-    {C::Exit, 3038, "", Right::None, &Always},
-    {C::SimAlarm, 3039, "", Right::None, [](const I& in) { return !in.rights.IsClient(); }},
-    {C::Sim100Alarms, 3040, "", Right::None, [](const I& in) { return !in.rights.IsClient(); }},
-    {C::LoadEvents, 3041, "", Right::None, [](const I& in) { return !in.rights.IsClient(); }},
-    {C::ShowSysLog, 3042, "", Right::None, &Always, &Always, &ViewState::ShowSysLog},
-    {C::ShowDebug, 3043, "", Right::None, &Always, &Always, &ViewState::ShowDebug},
-    {C::ShowIdCodes, 3044, "", Right::None, &Always, &Always, &ViewState::ShowIdCodes},
-    {C::ShowTypes, 3045, "", Right::None, &Always, &Always, &ViewState::ShowTypes},
-    {C::ShowDataCodes, 3046, "", Right::None, &Always, &Always, &ViewState::ShowDataCodes},
-    {C::MapOfAlarm, 3160, "", Right::Operate, [](const I& in) { return in.hasMap; }},
-    {C::TabAutomatic, 3048, "", Right::None, &Always, &Always, &ViewState::ShowTabAutomatic},
-    {C::MenuUpdate, 3049, "", Right::Operate, &Always},
-    {C::PrinterFont, 3050, "", Right::Edit, &Always},
-    {C::SelectAll, 3051, "Ctrl+A", Right::None, &IsAlarmList},
-    {C::ShiftHandover, 3764, "", Right::Operate, &Always},
-    {C::Keys, 3640, "F1", Right::None, &Always},
-    {C::About, 3052, "", Right::None, &Always},
-    {C::PopupComments, 3100, "", Right::Operate, &IsAlarmSelected},
-    {C::PopupCopy, 3101, "Ctrl+C", Right::Operate, &IsAlarmSelected},
-    {C::PopupPrint, 3102, "", Right::Operate, &IsAlarmSelected},
-    {C::PopupClose, 3103, "", Right::Change, &IsNewSelected},
-    {C::PopupArchive, 3104, "", Right::Change, &IsOldSelected},
-    {C::TranslationEdit, 3105, "", Right::Edit, [](const I& in) { return in.isSetSelected; }},
-    {C::ServiceInUse, 3107, "", Right::Change, &IsObjectShown},
-    {C::ServicePeriod, 3108, "", Right::Change, &IsObjectShown},
-    {C::ServiceLogOnly, 3109, "", Right::Change, &IsObjectShown},
-    {C::ObjectComments, 3111, "", Right::Operate, &IsObjectShown},
-    {C::ObjectEdit, 3112, "", Right::Edit, &IsObjectShown},
-    {C::TypeCodeEdit, 3113, "", Right::Edit, &IsObjectShown},
-    {C::DataCodeEdit, 3114, "", Right::Edit, &IsObjectShown},
-    {C::ResetAliveTest, 3115, "", Right::Change, &IsObjectShown},
+     [](const I& in) { return in.isSetSelected && in.tab == Tab::Types; },
+     [](const T& t, int) { t.objects.EditSet(".TypeCode"); }},
+    {C::SetService, 3158, "", Right::Change, &IsObjectShown, &AskServicePeriod},
+    {C::Update, 3159, "F5", Right::Operate, &Always, &Reload},
+    {C::ShowMap, 3160, "F4", Right::Operate, &HasMap, &OpenMap},
+    {C::FileLogin, 3030, "", Right::None, [](const I& in) { return in.rights.level <= 0; },
+     [](const T& t, int) { t.login.Open(OpenedBy::Operator); }, &IsClient},
+    {C::FileLogout, 3031, "", Right::None, [](const I& in) { return in.rights.level > 0; },
+     [](const T& t, int) { t.server.Logout(); }, &IsClient},
+    {C::MenuAckAll, 3032, "", Right::Change, &Always, &EndAll},
+    {C::FileSoundStop, 3033, "F8", Right::None, &Always, &SilenceSound},
+    {C::MenuShowLast, 3034, "", Right::None, &Always, &Toggle<&V::AlwaysShowLastAlarm>, &Always,
+     &V::AlwaysShowLastAlarm},
+    {C::SetClock, 3035, "", Right::Operate, [](const I& in) { return in.hasGoogolPort; },
+     [](const T& t, int) { t.centre.SetClocks(); }},
+    {C::FilePrint, 3036, "Ctrl+P", Right::Operate, &IsAlarmList, &Print},
+    {C::FileSetup, 3037, "", Right::Edit, &Always, [](const T& t, int) { t.view.ShowSettings(); }},
+    {C::Exit, 3038, "", Right::None, &Always, [](const T& t, int) { t.window.AskForEnd(); }},
+    {C::SimAlarm, 3039, "", Right::None, &IsOwnCopy, [](const T& t, int) { t.simulation.Open(); },
+     &IsSimulation},
+    {C::Sim100Alarms, 3040, "", Right::None, &IsOwnCopy, [](const T& t, int) { t.simulation.RaiseHundred(); },
+     &IsSimulation},
+    {C::LoadEvents, 3041, "", Right::None, &IsOwnCopy, [](const T& t, int) { t.centre.LoadEvents(); },
+     &IsSimulation},
+    {C::ShowSysLog, 3042, "", Right::None, &Always, &Toggle<&V::ShowSysLog>, &Always, &V::ShowSysLog},
+    {C::ShowDebug, 3043, "", Right::None, &Always, &Toggle<&V::ShowDebug>, &Always, &V::ShowDebug},
+    {C::ShowIdCodes, 3044, "", Right::None, &Always, &Toggle<&V::ShowIdCodes>, &Always, &V::ShowIdCodes},
+    {C::ShowTypes, 3045, "", Right::None, &Always, &Toggle<&V::ShowTypes>, &Always, &V::ShowTypes},
+    {C::ShowDataCodes, 3046, "", Right::None, &Always, &Toggle<&V::ShowDataCodes>, &Always,
+     &V::ShowDataCodes},
+    {C::MapOfAlarm, 3160, "", Right::Operate, &HasMap, &OpenMap},
+    {C::TabAutomatic, 3048, "", Right::None, &Always, &Toggle<&V::ShowTabAutomatic>, &Always,
+     &V::ShowTabAutomatic},
+    {C::MenuUpdate, 3049, "", Right::Operate, &Always, &Reload},
+    {C::PrinterFont, 3050, "", Right::Edit, &Always, [](const T& t, int) { t.view.ChoosePrinterFont(); }},
+    {C::SelectAll, 3051, "Ctrl+A", Right::None, &IsAlarmList,
+     [](const T& t, int) { t.view.SelectAllRows(t.window.CurrentTab()); }},
+    {C::ShiftHandover, 3764, "", Right::Operate, &Always, [](const T& t, int) { t.view.ShowShiftList(); }},
+    {C::Keys, 3640, "F1", Right::None, &Always, [](const T& t, int) { t.view.ShowKeys(); }},
+    {C::About, 3052, "", Right::None, &Always, [](const T& t, int) { t.view.ShowAbout(); }},
+    {C::PopupComments, 3100, "", Right::Operate, &IsAlarmSelected, &OpenSheet},
+    {C::PopupCopy, 3101, "Ctrl+C", Right::Operate, &IsAlarmSelected,
+     [](const T& t, int) { t.view.PutOnClipboard(t.alarms.CopyText(t.window.CurrentTab())); }},
+    {C::PopupPrint, 3102, "", Right::Operate, &IsAlarmSelected, &Print},
+    {C::PopupClose, 3103, "", Right::Change, &IsNewSelected, &EndSelected},
+    {C::PopupArchive, 3104, "", Right::Change, &IsOldSelected,
+     [](const T& t, int) { t.alarms.ArchiveSelected(); }},
+    {C::TranslationEdit, 3105, "", Right::Edit, &HasSet, &EditIdCodes},
+    {C::ServiceInUse, 3107, "", Right::Change, &IsObjectShown,
+     [](const T& t, int) { t.objects.SetService(InUse()); }},
+    {C::ServicePeriod, 3108, "", Right::Change, &IsObjectShown, &AskServicePeriod},
+    {C::ServiceLogOnly, 3109, "", Right::Change, &IsObjectShown,
+     [](const T& t, int item) { t.objects.LogOnlyFor(item); }},
+    {C::ObjectComments, 3111, "", Right::Operate, &IsObjectShown,
+     [](const T& t, int) { t.objects.OpenSheet(); }},
+    {C::ObjectEdit, 3112, "", Right::Edit, &IsObjectShown,
+     [](const T& t, int) { t.objects.EditInformation(); }},
+    {C::TypeCodeEdit, 3113, "", Right::Edit, &IsObjectShown,
+     [](const T& t, int item) { t.objects.EditTypeCode(item); }},
+    {C::DataCodeEdit, 3114, "", Right::Edit, &IsObjectShown,
+     [](const T& t, int item) { t.objects.EditDataCode(item); }},
+    {C::ResetAliveTest, 3115, "", Right::Change, &IsObjectShown,
+     [](const T& t, int) { t.objects.ResetAliveTests(); }},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kCommandCount));
 
@@ -141,8 +217,8 @@ constexpr int kViewMenu[] = {Item(C::ShowSysLog),   Item(C::ShowDebug),     Item
                              Item(C::TabAutomatic), kMenuSeparator,         Item(C::MenuUpdate)};
 constexpr int kSimulateMenu[] = {Item(C::SimAlarm), Item(C::Sim100Alarms), Item(C::LoadEvents)};
 constexpr int kHelpMenu[] = {Item(C::Keys), kMenuSeparator, Item(C::About)};
-constexpr MenuRow kMenus[] = {{3020, kFileMenu}, {3021, kAlarmMenu},    {3022, kEditMenu},
-                              {3023, kViewMenu}, {3024, kSimulateMenu}, {3025, kHelpMenu}};
+constexpr MenuRow kMenus[] = {{3020, kFileMenu}, {3021, kAlarmMenu},          {3022, kEditMenu},
+                              {3023, kViewMenu}, {3024, kSimulateMenu, true}, {3025, kHelpMenu}};
 
 }  // namespace
 
@@ -153,10 +229,11 @@ CommandStates CalcCommands(const CommandInputs& inputs) {
                             .isEnabled = rule.isEnabled(inputs) && IsAllowed(rule.right, inputs.rights),
                             .isChecked = IsChecked(rule, inputs)};
     });
-    for (const C command : {C::SimAlarm, C::Sim100Alarms, C::LoadEvents}) {
-        states[static_cast<std::size_t>(command)].isVisible = inputs.isSimulation;
-    }
     return states;
+}
+
+void RunCommand(Command command, const CommandTargets& targets, int item) {
+    RuleOf(command).act(targets, item);
 }
 
 int CaptionOf(Command command) {
@@ -165,6 +242,10 @@ int CaptionOf(Command command) {
 
 const char* KeysOf(Command command) {
     return RuleOf(command).keys;
+}
+
+bool IsCheckable(Command command) {
+    return command == C::ShowLast || RuleOf(command).checked;
 }
 
 TabStates CalcVisibility(const ViewState& checked, FloatingWindows floating, Tab current) {
@@ -183,8 +264,7 @@ TabStates CalcVisibility(const ViewState& checked, FloatingWindows floating, Tab
 }
 
 int CaptionOf(Tab tab) {
-    constexpr int kTextFirstTab = 3000;
-    return kTextFirstTab + static_cast<int>(tab);
+    return kCaptionFirstTab + static_cast<int>(tab);
 }
 
 std::span<const MenuRow> MainMenus() {

@@ -100,11 +100,18 @@ using CommandStates = std::array<CommandState, static_cast<std::size_t>(kCommand
 /// The states of all commands: each command's own rule and the right of who works here.
 CommandStates CalcCommands(const CommandInputs& inputs);
 
+/// What commands act on.
+struct CommandTargets;
+/// Carries a command out. `item` is that of a command that is a list.
+void RunCommand(Command command, const CommandTargets& targets, int item);
+
 /// The number of a command's caption; 0 for one whose caption is made when it is shown.
 int CaptionOf(Command command);
 /// The keys that start a command, such as "Ctrl+E"; empty for none. A command of a popup has the keys of the
 /// window.
 const char* KeysOf(Command command);
+/// Whether its item has a mark when it is on.
+bool IsCheckable(Command command);
 
 /// Which pages are there, and which of them is shown: the present one, or the first when it has gone.
 struct TabStates {
@@ -124,6 +131,7 @@ int CaptionOf(Tab tab);
 struct MenuRow {
     int caption = 0;
     std::span<const int> items{};
+    bool isSimulation = false;
 };
 inline constexpr int kMenuSeparator = -1;
 inline constexpr int kMenuMaps = -2;

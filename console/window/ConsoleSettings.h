@@ -31,7 +31,7 @@ struct ConsoleSettings : AlarmDateSettings {
     int AlarmCopyDelimiter = 9;  // character code
     Text EditApp{};              // programs that edit texts and translation files; empty: the own editor
     Text TypeAndIDCodeEditApp{};
-    Text DataCodeEditApp{"Notepad.exe"};
+    Text DataCodeEditApp{"Notepad.exe"};  // steers nothing yet: event codes have no editor
 
     bool HasToolBar() const { return TrimBlanks(ToolBar).empty() || IsTrue(ToolBar); }
     bool HasStatusLines() const {

@@ -61,7 +61,7 @@ void DebugPage::Send(TextView message) {
     if (chosen_ < 0 || message.empty()) return;
     if (isIgnoring_) sinceSendMs_ = kMutedBehindSendMs;
     const Text name = ports_[static_cast<std::size_t>(chosen_)].name;
-    needs_.send(name, BytesOfReadable(message));
+    needs_.lines.SendOnPort(name, BytesOfReadable(message));
 }
 
 bool DebugPage::Save() const {

@@ -7,8 +7,6 @@
 #include "runtime/SysLog.h"
 #include "runtime/TrafficLog.h"
 
-#include <functional>
-
 namespace nordkeep {
 
 /// The lines of the watched ports.
@@ -28,6 +26,13 @@ struct DebugPort {
     bool isWatched = false;
 };
 
+/// The lines that the debug page sends on.
+class DebugLines {
+ public:
+    virtual ~DebugLines() = default;
+    virtual void SendOnPort(const Text& portName, TextView bytes) = 0;
+};
+
 /// The debug page: watches the bytes of ports, sends to a port, and mutes one port while somebody tries
 /// something on its line. Muting is off at every start and ends by itself.
 class DebugPage {
@@ -37,8 +42,7 @@ class DebugPage {
         const Clock& clock;
         const Captions& captions;
         SysLog& log;
-        /// Sends bytes on a port.
-        std::function<void(const Text& portName, TextView bytes)> send = [](const Text&, TextView) {};
+        DebugLines& lines;
     };
     explicit DebugPage(const Needs& needs) : needs_(needs) {}
 

@@ -3,24 +3,14 @@
 #include <utility>
 
 namespace nordkeep {
-namespace {
-
-constexpr int kTickMs = 250;
-
-}  // namespace
-
-OpenWindows::OpenWindows(const Needs& needs)
-    : needs_(needs), tick_(needs.loop.NewTimer([this] { Tick(); })) {}
 
 void OpenWindows::Tick() {
-    if (waiting_ && !needs_.isRequestPending()) std::exchange(waiting_, nullptr)();
+    if (waiting_ && !needs_.state.IsRequestPending()) std::exchange(waiting_, nullptr)();
     needs_.sheet.Tick();
-    if (!needs_.sheet.IsOpen() && !waiting_) tick_->Stop();
 }
 
 bool OpenWindows::IsPutOff(std::function<void()> again) {
-    if (!tick_->IsRunning()) tick_->Start(kTickMs);
-    if (!needs_.isRequestPending()) return false;
+    if (!needs_.state.IsRequestPending()) return false;
     waiting_ = std::move(again);
     return true;
 }

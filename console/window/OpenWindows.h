@@ -16,14 +16,10 @@ class OpenWindows final : public OperatorWindows {
         MapBox& map;
         PictureBox& picture;
         const EventStore& store;
-        EventLoop& loop;
-        /// An operator is being asked something.
-        std::function<bool()> isQuestionUp;
-        /// More alarms arrive than can be handled.
-        std::function<bool()> isFlood;
-        std::function<bool()> isRequestPending = [] { return false; };
+        const OperatorState& state;
     };
-    explicit OpenWindows(const Needs& needs);
+    /// The sheet asks for windows, too: it may be built behind this.
+    explicit OpenWindows(const Needs& needs) : needs_(needs) {}
 
     void OpenAlarmSheet(std::int32_t filePointer, OpenedBy by) override;
     void OpenObjectSheet(const Text& set, const Text& idCode) override;
@@ -33,9 +29,11 @@ class OpenWindows final : public OperatorWindows {
 
     /// At the end of the program, and when a client's user logs out: nothing is asked.
     void CloseAll();
+    /// One tick of the display's timer: opens what had to wait, and looks after the sheet.
+    void Tick();
 
  private:
-    bool MayOpenByItself() const { return !needs_.isQuestionUp() && !needs_.isFlood(); }
+    bool MayOpenByItself() const { return !needs_.state.IsQuestionUp() && !needs_.state.IsFlood(); }
     /// An alarm of that key still waits in the list of new alarms.
     bool IsOpenAlarm(std::int32_t filePointer) const;
     /// True when the sheet can be turned to something else; else it has come to the front.
@@ -43,10 +41,8 @@ class OpenWindows final : public OperatorWindows {
     /// True while a request is under way, when files look missing: then it is tried again behind it, and only
     /// the latest wish counts.
     bool IsPutOff(std::function<void()> again);
-    void Tick();
 
     Needs needs_;
-    std::unique_ptr<Timer> tick_;
     std::function<void()> waiting_{};
 };
 

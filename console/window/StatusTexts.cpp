@@ -1,6 +1,7 @@
 #include "console/window/StatusTexts.h"
 
 #include "console/lists/RowModel.h"
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 
@@ -16,7 +17,6 @@ constexpr int kTextNoContact = 3553;
 constexpr int kTextPortsDisabled = 3554;
 constexpr int kTextMuted = 3555;
 constexpr int kTextHidden = 3556;
-constexpr int kTextUnacked = 3557;
 constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
 constexpr int kTextLoading = 3564;
@@ -63,7 +63,7 @@ Text AgeText(OleDate from, OleDate to) {
 
 StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures) {
     StatusTexts texts;
-    texts.unacked = captions(kTextUnacked, {std::to_string(figures.unacked)});
+    texts.unacked = captions(kCaptionUnacked, {std::to_string(figures.unacked)});
     texts.acked = captions(kTextAcked, {std::to_string(figures.acked)});
     if (!figures.oldestUnhandled.IsNever()) {
         texts.oldest = captions(kTextOldest, {AgeText(figures.oldestUnhandled, figures.now)});

@@ -171,7 +171,7 @@ TEST_F(AlarmRowsTest, SortsAsPeopleDoAndInThreeClicks) {
     world.Tick();
     const Text arrival = "zone 10 Zone 9 \xC5mot alarm zone 10 \xC4ng ";
     EXPECT_EQ(Column(Unacked()), arrival);
-    world.Box().ListOf(Tab::Unacked)->ClickHeading(0);
+    world.Box().ListOf(Tab::Unacked).ClickHeading(0);
     EXPECT_EQ(Column(Unacked()), "alarm Zone 9 zone 10 zone 10 \xC5mot \xC4ng ");
     cAlarm& late = world.Raise("brand");
     world.Tick();
@@ -189,7 +189,7 @@ TEST_F(AlarmRowsTest, TheFilterWantsAllWordsAndHidesNothingElse) {
     world.Raise("Fire");
     cAlarm& other = world.Raise("Burglary");
     world.Tick();
-    world.Box().SetFilter(Tab::Unacked, "TOWN fire");
+    world.Box().Alarms().SetFilter(Tab::Unacked, "TOWN fire");
     EXPECT_EQ(Column(Unacked()), "Fire ");
     EXPECT_EQ(world.Box().Banners().size(), 1u) << "a hidden alarm is told";
     other.m_TranslatedTypeCode = "Fire after burglary";
@@ -197,7 +197,7 @@ TEST_F(AlarmRowsTest, TheFilterWantsAllWordsAndHidesNothingElse) {
     world.Tick();
     EXPECT_EQ(Unacked().RowCount(), 2);
     world.dialogs.answers = {true};
-    world.Box().SetFilter(Tab::Unacked, "nothing");
+    world.Box().Alarms().SetFilter(Tab::Unacked, "nothing");
     world.Box().Run(Command::MenuAckAll);
     EXPECT_TRUE(world.dialogs.questions.back().ends_with("\r\nNew: 2"));
     world.Tick();

@@ -1,4 +1,5 @@
 #include "console/boxes/CommentBox.h"
+#include "tests/console/ConsoleDoubles.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/LoopbackLink.h"
 #include "tests/network/ClientWorld.h"
@@ -7,6 +8,16 @@
 
 namespace nordkeep {
 namespace {
+
+/// A client's operator, who knows of the server what the link knows.
+struct LinkedState final : OperatorState {
+    explicit LinkedState(const ServerLink& serverLink) : link(serverLink) {}
+    OperatorRights Rights() const override { return {Role::Client, 1, link.IsConnectionLost()}; }
+    bool IsQuestionUp() const override { return false; }
+    bool IsRequestPending() const override { return link.IsRequestPending(); }
+    bool IsFlood() const override { return false; }
+    const ServerLink& link;
+};
 
 /// A sheet on a client, with the files and alarms of its server.
 struct ClientSheet {
@@ -18,6 +29,9 @@ struct ClientSheet {
     CommentSettings settings{};
     NoPrintOutput printer{};
     PrinterSettings printerSettings{};
+    LinkedState state{client.link};
+    RecordingCentre centre{};
+    RecordingWindows windows{};
     CommentBox sheet{{.store = client.store,
                       .handling = client.core.handling,
                       .translations = client.translations,
@@ -28,13 +42,9 @@ struct ClientSheet {
                       .settings = settings,
                       .printer = printer,
                       .printerSettings = printerSettings,
-                      .rights =
-                          [this] {
-                              return OperatorRights{Role::Client, 1, client.link.IsConnectionLost()};
-                          },
-                      .isRequestPending = [this] { return client.link.IsRequestPending(); },
-                      .sendToDispatcher = [](const Text&) { return true; },
-                      .showMap = [](const Text&, std::int32_t) {}}};
+                      .state = state,
+                      .centre = centre,
+                      .windows = windows}};
 };
 
 struct TwoClients {

@@ -211,9 +211,9 @@ TEST(CommentBox, AlarmThatGoesWhileTheQuestionIsUpIsLeftAlone) {
                           .settings = w.settings,
                           .printer = w.printer,
                           .printerSettings = w.printerSettings,
-                          .rights = [&] { return w.rights; },
-                          .sendToDispatcher = [](const Text&) { return true; },
-                          .showMap = [](const Text&, std::int32_t) {}});
+                          .state = w,
+                          .centre = w.centre,
+                          .windows = w.opened});
         cAlarm& alarm = w.Raise();
         const std::int32_t key = alarm.m_FilePointer;
         sheet.OpenAlarm(key, OpenedBy::Operator);
@@ -298,12 +298,13 @@ TEST(CommentBox, SendsTheAlarmToTheChosenReceiver) {
     w.sheet.Send(0);
     const Text when =
         FormatDate(alarm.m_TimeStamp, "YYYY-MM-DD") + " " + FormatDate(alarm.m_TimeStamp, "HH:NN:SS");
-    EXPECT_EQ(w.dispatched, "3||||||0701|Shop " + when + "\n");
-    w.isDispatcherThere = false;
+    EXPECT_EQ(w.centre.dispatched, "3||||||0701|Shop " + when + "\n");
+    w.centre.isDispatcherThere = false;
     w.sheet.Send(1);
     EXPECT_EQ(w.sheet.Notice().text, w.captions(3702));
     w.sheet.Send(2);
-    EXPECT_EQ(w.dispatched.find("3||||||b|"), w.dispatched.rfind("3||||||")) << "no third receiver";
+    EXPECT_EQ(w.centre.dispatched.find("3||||||b|"), w.centre.dispatched.rfind("3||||||"))
+        << "no third receiver";
     w.settings.ManualTransmission = "0";
     w.sheet.OpenAlarm(alarm.m_FilePointer, OpenedBy::Operator);
     EXPECT_FALSE(w.sheet.Controls().hasReceivers);

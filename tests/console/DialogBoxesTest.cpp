@@ -15,8 +15,8 @@ namespace nordkeep {
 namespace {
 
 TEST(LoginBox, CollectsWhatIsPrintable) {
-    Text sent;
-    LoginBox login([&](const Text& user, const Text& password) { sent = user + "/" + password; });
+    RecordingServer server;
+    LoginBox login(server);
     login.Open(OpenedBy::Operator);
     login.Backspace();
     login.TypePassword("\x1b\t\r\x7f");
@@ -26,10 +26,10 @@ TEST(LoginBox, CollectsWhatIsPrintable) {
     EXPECT_EQ(login.Stars(), "***");
     EXPECT_FALSE(login.IsOkEnabled());
     login.Ok();
-    EXPECT_EQ(sent, "") << "never without a user's name";
+    EXPECT_EQ(server.calls, "") << "never without a user's name";
     login.TypeUserName("anna");
     login.Ok();
-    EXPECT_EQ(sent, "anna/se\xE5");
+    EXPECT_EQ(server.calls, "anna/se\xE5");
     EXPECT_FALSE(login.IsOpen());
     login.Open(OpenedBy::Itself);
     EXPECT_EQ(login.Stars(), "") << "nothing is left of the last time";
@@ -38,15 +38,13 @@ TEST(LoginBox, CollectsWhatIsPrintable) {
 
 TEST(ReconnectBox, FlashesWhileItWaitsAndCallsOnce) {
     ConsoleWorld w;
-    int tries = 0;
     RecordingView view;
     ReconnectBox box({.language = w.language,
                       .captions = w.captions,
                       .clock = w.time,
                       .loop = w.time,
-                      .reconnectIntervalMs = 10000,
-                      .reconnectNow = [&] { ++tries; },
-                      .endProgram = [] {}});
+                      .server = w.server,
+                      .reconnectIntervalMs = 10000});
     box.SetView(view);
     box.ShowLinkState(LinkState::Connected);
     EXPECT_EQ(view.calls, "");
@@ -60,7 +58,7 @@ TEST(ReconnectBox, FlashesWhileItWaitsAndCallsOnce) {
     box.Reconnect();
     box.ShowLinkState(LinkState::Connecting);
     box.Reconnect();
-    EXPECT_EQ(tries, 1);
+    EXPECT_EQ(w.server.calls, "reconnect;");
     EXPECT_EQ(box.Label(), "trying");
     w.time.Advance(600);
     EXPECT_FALSE(box.IsFlashed());
@@ -85,12 +83,12 @@ struct PeriodWorld : ConsoleWorld {
     cIDCode& Object() { return *translations.Sets().at(0)->m_IdCodes.at(0); }
     NoObjectReplica objectReplica{};
     ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
+    RecordingCentre serving{&periods};
     PeriodBox box{{.translations = translations,
-                   .setService = [this](cTranslate& set, cIDCode& object,
-                                        const ServicePeriod& period) { periods.Set(set, object, period); },
+                   .centre = serving,
                    .captions = captions,
                    .clock = time,
-                   .rights = [this] { return rights; }}};
+                   .state = *this}};
 };
 
 TEST(PeriodBox, AnswersOnlyWithAnEndThatIsStillToCome) {
@@ -133,13 +131,16 @@ TEST(PeriodBox, ObjectThatIsGoneChangesNothing) {
 }
 
 struct EditorWorld : ConsoleWorld {
-    bool mayEdit = true;
-    RecordingView view{};
-    EditorBox editor{{.files = dataFiles,
-                      .dataFolder = folder.Tree(),
-                      .dialogs = dialogs,
-                      .captions = captions,
-                      .mayEdit = [this] { return mayEdit; }}};
+    /// The built-in editor, unless a program of the file is there.
+    struct Host final : EditorHost {
+        explicit Host(const FileTree& dataFolder) : programs(dataFolder) {}
+        bool StartProgram(const EditedFile& edited) override { return programs.Start(edited); }
+        void NoteSaved(const Text& path) override { saved += path + ";"; }
+        EditorPrograms programs;
+        Text saved{};
+    } host{folder.Tree()};
+    EditorBox editor{
+        {.files = dataFiles, .dialogs = dialogs, .captions = captions, .state = *this, .host = host}};
 };
 
 TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
@@ -163,7 +164,7 @@ TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
     w.dialogs.answers = {true};
     w.editor.Close();
     EXPECT_FALSE(w.editor.IsOpen());
-    w.mayEdit = false;
+    w.rights = {Role::Client, 1};
     w.editor.Open(file);
     w.editor.Type("no right");
     w.editor.Save();
@@ -195,10 +196,9 @@ TEST(SettingsList, ShowsWhatIsInForceAndNoPassword) {
 TEST(SimulationBox, SpreadsAHundredEventsOverTurnsOfTheLoop) {
     PeriodWorld w;
     RecordingIntake intake;
+    const FakePorts ports;
     SimulationBox simulation(
-        {.intake = intake, .translations = w.translations, .clock = w.time, .loop = w.time, .ports = [] {
-             return std::vector<SimulationBox::Port>{};
-         }});
+        {.intake = intake, .translations = w.translations, .clock = w.time, .loop = w.time, .ports = ports});
     simulation.RaiseHundred();
     EXPECT_EQ(intake.events.size(), 10u);
     simulation.RaiseHundred();

@@ -8,6 +8,13 @@ namespace {
 /// Writes down what the model wants to be shown.
 class RecordingScreen final : public MainBoxView {
  public:
+    void SelectAllRows(Tab) override { asked += "all;"; }
+    void PutOnClipboard(const Text& text) override { asked += "copy " + text + ";"; }
+    void ShowKeys() override { asked += "keys;"; }
+    void ShowAbout() override { asked += "about;"; }
+    void ShowSettings() override { asked += "settings;"; }
+    void ShowShiftList() override { asked += "shift;"; }
+    void ChoosePrinterFont() override { asked += "font;"; }
     void ShowState() override { ++states; }
     void ShowSelection(Tab) override {}
     void Reveal(Tab, const Text& key) override { revealed += key + ";"; }
@@ -15,6 +22,7 @@ class RecordingScreen final : public MainBoxView {
     int states = 0;
     int popUps = 0;
     Text revealed{};
+    Text asked{};
 };
 
 class MainBoxTest : public ::testing::Test {
@@ -30,9 +38,9 @@ class MainBoxTest : public ::testing::Test {
         return world.Box().StateOf(command).isEnabled;
     }
     void SelectObject(const Text& key) {
-        world.Box().SelectNode(world.Box().Tree().At(1).children.front());
+        world.Box().Objects().SelectNode(world.Box().Objects().Tree().At(1).children.front());
         world.Box().ShowTab(Tab::IdCodes);
-        world.Box().Select(Tab::IdCodes, {key}, key);
+        world.Box().Select(Tab::IdCodes, {{key}, key});
     }
 
     MainBoxWorld world{};
@@ -54,20 +62,20 @@ TEST_F(MainBoxTest, ANewAlarmIsShownAsTheOperatorWantsIt) {
         Start(Text("AlwaysShowLastAlarm=") + (row.showLast ? "1" : "0") +
               "\r\nShowTabAutomatic=" + (row.tabAutomatic ? "1" : "0") + "\r\n");
         RecordingScreen screen;
-        world.Box().SetScreen(&screen);
+        world.Box().SetView(&screen);
         cAlarm& known = world.Raise("known");
         world.Tick();
         if (row.isSelected) world.Click(Tab::Unacked, known);
-        if (row.isFiltered) world.Box().SetFilter(Tab::Unacked, "o");
+        if (row.isFiltered) world.Box().Alarms().SetFilter(Tab::Unacked, "o");
         world.Box().ShowTab(Tab::Acked);
         cAlarm& alarm = world.Raise("no", row.status);
-        world.Box().OfferNewAlarm(alarm);
+        world.Box().Alarms().OfferNewAlarm(alarm);
         world.Tick();
-        const bool isSelected = world.Box().CurrentKey(Tab::Unacked) == RowKey(alarm);
+        const bool isSelected = world.Box().SelectionOf(Tab::Unacked).current == RowKey(alarm);
         EXPECT_EQ(isSelected, row.becomesSelected) << row.showLast << row.tabAutomatic << row.isSelected;
         EXPECT_EQ(screen.revealed == RowKey(alarm) + ";", row.isRevealed);
         EXPECT_EQ(world.Box().Tabs().current == Tab::Unacked, row.turnsTab);
-        world.Box().SetScreen(nullptr);
+        world.Box().SetView(nullptr);
     }
 }
 
@@ -78,9 +86,9 @@ TEST_F(MainBoxTest, ASecondSelectedRowOpensNoSheet) {
     world.Tick();
     const Text a = RowKey(first);
     const Text b = RowKey(second);
-    world.Box().LaunchCommentOrMap(Tab::Unacked);
-    world.Box().Select(Tab::Unacked, {a, b}, a);
-    world.Box().LaunchCommentOrMap(Tab::Unacked);
+    world.Box().Activate(Tab::Unacked);
+    world.Box().Select(Tab::Unacked, {{a, b}, a});
+    world.Box().Activate(Tab::Unacked);
     EXPECT_EQ(world.windows.calls, "");
     world.Click(Tab::Unacked, second);
     world.Box().Activate(Tab::Unacked);
@@ -121,7 +129,7 @@ TEST_F(MainBoxTest, NobodyAtAClientOpensNothing) {
     world.Box().Run(Command::PopupComments);
     EXPECT_EQ(world.windows.calls, "");
     EXPECT_TRUE(world.dialogs.questions.empty());
-    EXPECT_EQ(world.Box().AlarmInfo().substr(0, 4), "Fire") << "it may be read";
+    EXPECT_EQ(world.Box().Alarms().Info().substr(0, 4), "Fire") << "it may be read";
 }
 
 TEST_F(MainBoxTest, ArchivingOnAClientTakesTheRowAndKeepsTheRecord) {
@@ -162,7 +170,7 @@ TEST_F(MainBoxTest, AnAnswerCountsForNothingOnceTheServerHasGone) {
             around->rights.isConnectionLost = true;
             return FakeDialogs::AskYesNo(question, byDefault);
         }
-        ConsoleSurroundings* around = nullptr;
+        FakeCopy* around = nullptr;
     } dialogs;
     dialogs.around = &world.around;
     dialogs.answers = {true};
@@ -170,8 +178,8 @@ TEST_F(MainBoxTest, AnAnswerCountsForNothingOnceTheServerHasGone) {
     world.around.rights.level = 1;
     cAlarm& alarm = world.Raise();
     world.Tick();
-    AlarmCommands commands({world.running->store, world.running->core.handling, dialogs, world.language});
-    commands.SetGuard([this] { return world.around.rights.MayChange(); });
+    AlarmCommands commands(
+        {world.running->store, world.running->core.handling, dialogs, world.language, world.around});
     commands.AckAll();
     EXPECT_EQ(alarm.m_Status, kStatusNew);
 }
@@ -181,9 +189,15 @@ TEST_F(MainBoxTest, CopiesTheSelectedRowsInTheOrderOfTheList) {
     cAlarm& first = world.Raise("B");
     cAlarm& second = world.Raise("A\tA");
     world.Tick();
-    world.Box().Select(Tab::Unacked, {RowKey(second), RowKey(first)}, RowKey(second));
-    EXPECT_EQ(world.Box().CopyText(Tab::Unacked), "B\tTown council\r\nA A\tTown council\r\n");
-    EXPECT_EQ(world.Box().CopyText(Tab::SysLog), "");
+    world.Box().Select(Tab::Unacked, {{RowKey(second), RowKey(first)}, RowKey(second)});
+    RecordingScreen screen;
+    world.Box().SetView(&screen);
+    world.Box().Run(Command::PopupCopy);
+    EXPECT_EQ(screen.asked, "copy B\tTown council\r\nA A\tTown council\r\n;");
+    world.Box().ShowTab(Tab::SysLog);
+    world.Box().Run(Command::PopupCopy);
+    EXPECT_EQ(screen.asked.find("copy"), screen.asked.rfind("copy")) << "only from a list of alarms";
+    world.Box().SetView(nullptr);
 }
 
 TEST_F(MainBoxTest, PrintsTheSelectedRowsOrAll) {
@@ -195,42 +209,44 @@ TEST_F(MainBoxTest, PrintsTheSelectedRowsOrAll) {
     world.Box().Run(Command::FilePrint);
     world.Click(Tab::Unacked, alarm);
     world.Box().Run(Command::PrintSelected);
-    EXPECT_EQ(world.effects, "print 2;print 1;");
+    ASSERT_EQ(world.printer.previewed.size(), 2u);
+    EXPECT_EQ(world.printer.previewed[0].lines.size(), 2u);
+    EXPECT_EQ(world.printer.previewed[1].lines.size(), 1u);
 }
 
 TEST_F(MainBoxTest, TheTreeKeepsSelectionAndShapeOverAReload) {
     Start();
-    PortTree& tree = world.Box().Tree();
+    PortTree& tree = world.Box().Objects().Tree();
     const std::vector<PortTreeNode> nodes = {{0, "zebra"}, {1, "SIA"}, {2, "Town"}, {0, "\\Alpha"},
                                              {1, "SIA"},   {2, "b"},   {2, "A"},    {2, "Town"}};
-    world.Box().ShowTree(nodes);
+    world.Box().Objects().ShowTree(nodes);
     EXPECT_EQ(tree.At(tree.Roots()[0]).text, "\\Alpha") << "sorted, and a text may begin with a backslash";
     const PortTree::Node& sia = tree.At(tree.At(tree.Roots()[0]).children[0]);
     EXPECT_EQ(tree.At(sia.children[0]).text, "A");
-    world.Box().SelectNode(sia.children[2]);
+    world.Box().Objects().SelectNode(sia.children[2]);
     tree.SetExpanded(tree.Roots()[1], false);
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 3);
-    world.Box().ForgetTree();
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 0);
-    world.Box().ShowTree(nodes);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).RowCount(), 3);
+    world.Box().Objects().ForgetTree();
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).RowCount(), 0);
+    world.Box().Objects().ShowTree(nodes);
     ASSERT_EQ(tree.SelectedSet(), "Town");
     EXPECT_EQ(tree.At(tree.At(tree.At(tree.Selected()).parent).parent).text, "\\Alpha");
     EXPECT_FALSE(tree.IsExpanded(tree.Roots()[1]));
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 3);
-    world.Box().ShowTree({{2, "no parent"}, {0, "p"}, {2, "no protocol"}, {7, "?"}});
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).RowCount(), 3);
+    world.Box().Objects().ShowTree({{2, "no parent"}, {0, "p"}, {2, "no protocol"}, {7, "?"}});
     EXPECT_EQ(tree.Count(), 1);
-    world.Box().SelectNode(0);
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 0) << "a port stands for no set";
+    world.Box().Objects().SelectNode(0);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).RowCount(), 0) << "a port stands for no set";
 }
 
 TEST_F(MainBoxTest, TreeAndObjectsShowTheWorstButNotWhatIsInService) {
     Start("ViewAliveTestStatusInTree=1\r\n");
     cTranslate& set = *world.running->translations.Find("Town");
     SelectObject("1001");
-    RowModel& objects = *world.Box().ListOf(Tab::IdCodes);
+    RowModel& objects = world.Box().ListOf(Tab::IdCodes);
     const auto glyphs = [&] {
         for (int i = 0; i < 5; ++i) world.Tick();
-        const PortTree& tree = world.Box().Tree();
+        const PortTree& tree = world.Box().Objects().Tree();
         return std::pair{tree.At(tree.Roots()[0]).glyph, objects.Icon(0)};
     };
     EXPECT_EQ(glyphs(), std::pair(Glyph::TreeAlive, Glyph::ObjectInUse));
@@ -261,10 +277,10 @@ TEST_F(MainBoxTest, TheMenuOfAnObjectHasTheLengthsThatAreLengths) {
     world.folder.Write("Information\\Town\\1001.TXT", "x");
     world.folder.Write("Information\\Town\\1001\\05.txt", "x");
     SelectObject("1001");
-    const ObjectMenu menu = world.Box().MenuOfObject();
+    const ObjectMenu menu = world.Box().Objects().Menu();
     EXPECT_EQ(menu.service, "Service: In use");
     EXPECT_EQ(menu.edit, "Edit object information... *");
-    const auto types = world.Box().TypeCodeItems();
+    const auto types = world.Box().Objects().TypeCodeItems();
     ASSERT_EQ(types.size(), 3u);
     EXPECT_EQ(types[0].caption, "01 Fire");
     EXPECT_EQ(types[2].caption, "05 Burglary *");
@@ -274,23 +290,24 @@ TEST_F(MainBoxTest, TheMenuOfAnObjectHasTheLengthsThatAreLengths) {
     world.Box().Run(Command::TypeCodeEdit, 2);
     world.Box().Run(Command::DataCodeEdit, 1);
     world.Box().Run(Command::TypeCodeEdit, 9);
-    EXPECT_EQ(world.effects, "edit Information\\Town\\1001\\05.TXT;edit Information\\Town\\1001\\BR.TXT;");
+    EXPECT_EQ(world.editorHost.calls,
+              "edit Information\\Town\\1001\\05.TXT;edit Information\\Town\\1001\\BR.TXT;");
 }
 
 TEST_F(MainBoxTest, ListsOfASetSurviveItsReload) {
     Start();
     SelectObject("1002");
-    EXPECT_EQ(world.Box().ListOf(Tab::Types)->Cell(0, 2), "Fire");
+    EXPECT_EQ(world.Box().ListOf(Tab::Types).Cell(0, 2), "Fire");
     world.Box().ShowTab(Tab::DataCodes);
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->Cell(1, 0), "1002 Shop");
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).Cell(1, 0), "1002 Shop");
     world.folder.Write("Settings\\Town.IDCode", "FORMAT=1,4,0,0,5,2\r\n1009;Kiosk;\r\n");
     world.running->translations.ReloadAllTranslations(false, std::vector<PortBinding*>{&world.port});
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->Cell(1, 0), "") << "before the tick: no object, no crash";
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).Cell(1, 0), "") << "before the tick: no object, no crash";
     world.Tick();
-    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes)->RowCount(), 1);
+    EXPECT_EQ(world.Box().ListOf(Tab::IdCodes).RowCount(), 1);
     EXPECT_FALSE(world.Box().StateOf(Command::SetService).isEnabled);
     world.Box().Run(Command::ServiceInUse);
-    EXPECT_EQ(world.Box().MenuOfObject().service, "");
+    EXPECT_EQ(world.Box().Objects().Menu().service, "");
 }
 
 TEST_F(MainBoxTest, TellsItsStateInTitleTrayAndBanners) {
@@ -334,7 +351,7 @@ TEST_F(MainBoxTest, MutesOnlyTheChosenPortAndForATime) {
     EXPECT_EQ(world.Box().Banners().size(), 1u);
     for (int i = 0; i < 220; ++i) debug.Tick(250);
     debug.Send("<STX>A<13><nn<3>");
-    EXPECT_EQ(world.sent,
+    EXPECT_EQ(world.ports.sent,
               "Port2:\x02"
               "A\r<nn\x03");
     EXPECT_EQ(debug.MutedSeconds(), 10) << "a message prolongs what is left";
@@ -388,6 +405,40 @@ TEST_F(MainBoxTest, TheSystemLogIsAWindowOnItsEnd) {
     EXPECT_EQ(log.RowOf(second), -1);
     EXPECT_EQ(log.Cell(0, 2), "26");
     EXPECT_EQ(log.RowOf(log.KeyOf(3)), 3);
+}
+
+TEST_F(MainBoxTest, EveryCommandReachesWhatItActsOn) {
+    Start();
+    RecordingScreen screen;
+    world.Box().SetView(&screen);
+    world.around.hasGoogolPort = world.around.isSimulation = true;
+    SelectObject("1001");
+    using C = Command;
+    for (const C command : {C::About, C::FileSetup, C::ShiftHandover, C::PrinterFont, C::Keys}) {
+        world.Box().Run(command);
+    }
+    EXPECT_EQ(screen.asked, "about;settings;shift;font;keys;");
+    for (const C command : {C::Update, C::SetClock, C::LoadEvents, C::ResetAliveTest}) {
+        world.Box().Run(command);
+    }
+    EXPECT_EQ(world.running->centre.calls, "reload;clocks;events;reset 1001;");
+    for (const C command : {C::ObjectComments, C::ShowComments, C::ShowMap}) world.Box().Run(command);
+    EXPECT_EQ(world.windows.calls, "object Town/1001;object Town/1001;map Town.png/10/20;");
+    for (const C command : {C::ObjectEdit, C::TranslationEdit, C::EditIDCodes}) world.Box().Run(command);
+    EXPECT_EQ(world.editorHost.calls,
+              "edit Information\\Town\\1001.TXT;edit Settings\\Town.IDCode;edit Settings\\Town.IDCode;");
+    world.Box().Run(C::ServicePeriod);
+    EXPECT_TRUE(world.running->period.IsOpen());
+    world.Box().Run(C::SimAlarm);
+    EXPECT_TRUE(world.running->simulation.IsOpen());
+    world.Box().Run(C::FileLogin);
+    EXPECT_TRUE(world.running->login.IsOpen());
+    world.Box().Run(C::Exit);
+    EXPECT_EQ(world.end.ends, 0) << "a no";
+    world.dialogs.answers = {true};
+    world.Box().Run(C::Exit);
+    EXPECT_EQ(world.end.ends, 1);
+    world.Box().SetView(nullptr);
 }
 
 TEST_F(MainBoxTest, KeepsWhatIsCheckedForTheNextStart) {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "console/print/ShiftList.h"
 #include "console/window/MainBox.h"
-#include "network/NetworkServer.h"
+#include "console/window/SettingsList.h"
+#include "tests/console/ConsoleDoubles.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/RecordingIntake.h"
 #include "tests/doubles/TempFolder.h"
 #include "tests/doubles/TestCore.h"
 
@@ -12,21 +15,11 @@
 
 namespace nordkeep {
 
-/// Writes down which windows were asked for.
-class RecordingWindows final : public OperatorWindows {
- public:
-    void OpenAlarmSheet(std::int32_t filePointer, OpenedBy) override {
-        calls += "sheet " + std::to_string(filePointer) + ";";
-    }
-    void OpenObjectSheet(const Text& set, const Text& idCode) override {
-        calls += "object " + set + "/" + idCode + ";";
-    }
-    void OpenMap(const Text& reference, std::int32_t, OpenedBy) override {
-        calls += "map " + reference + ";";
-    }
-    void ShowPicture(std::int32_t, const Text&, bool) override {}
-    void AlarmEnded(std::int32_t) override {}
-    Text calls{};
+/// Counts how often the end was asked for.
+struct RecordingEnd final : ProgramEnd {
+    void EndProgram() override { ++ends; }
+    void EndOnFailure() override { ++ends; }
+    int ends = 0;
 };
 
 /// A copy with its main window as a model: a store, a set "Town" on one port, and everything in the test's
@@ -46,6 +39,7 @@ struct MainBoxWorld {
         folder.Write("Settings\\Town.DataCode", "[Event]\r\nBA=Burglary;BR;1\r\nBR=Restored;;3\r\n");
         folder.Write("Settings\\Port1.ini", "[Translate]\r\nRobofon=Town\r\n");
         port.portName = "Port1";
+        editorHost.takesAll = true;
     }
 
     /// The texts of a language file of the program.
@@ -80,7 +74,7 @@ struct MainBoxWorld {
     }
     MainBox& Box() { return running->box; }
     void Tick() { Box().Tick(250); }
-    void Click(Tab tab, const cAlarm& alarm) { Box().Select(tab, {RowKey(alarm)}, RowKey(alarm)); }
+    void Click(Tab tab, const cAlarm& alarm) { Box().Select(tab, {{RowKey(alarm)}, RowKey(alarm)}); }
 
     struct Running {
         Running(MainBoxWorld& world, Role role)
@@ -99,12 +93,20 @@ struct MainBoxWorld {
                     .objectViews = &marks,
                     .settings = LoadCoreSettings(files)}),
               captions(world.language),
-              cells(store, captions,
+              cells(store, captions, fileTexts,
                     {settings.AlarmDateFormat, settings.AlarmTimeFormat, settings.ViewStatusAsNumber}),
               dataFiles(world.folder.Tree()),
-              debug({world.folder.Tree(), world.time, captions, log,
-                     [&world](const Text& name, TextView bytes) { world.sent += name + ":" + Text(bytes); }}),
-              commands({store, core.handling, world.dialogs, world.language}),
+              sysLog(captions),
+              debug({world.folder.Tree(), world.time, captions, log, world.ports}),
+              printing({store, captions, printerSettings, pageSettings, world.printer}),
+              centre(&core.servicePeriods),
+              commands({store, core.handling, world.dialogs, world.language, world.around}),
+              login(world.server),
+              period({translations, centre, captions, world.time, world.around}),
+              editor({dataFiles, world.dialogs, captions, world.around, world.editorHost}),
+              simulation({world.intake, translations, world.time, world.time, world.ports, 1}),
+              inForce(files, "path"),
+              shift({store, translations, captions, world.time, printerSettings}),
               box(NeedsOf(world), LoadSettings(files, ViewStateRows())) {
             log.SetRowListener([this](const LogRow& row) { sysLog.AddLine(row); });
             translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&world.port});
@@ -116,42 +118,45 @@ struct MainBoxWorld {
         }
 
         MainBox::Needs NeedsOf(MainBoxWorld& world) {
-            ConsoleEffects effects;
-            const auto note = [&world](const char* what) {
-                return [&world, what] { world.effects += Text(what) + ";"; };
-            };
-            effects.silenceSound = [&world] { world.around.isSounding = false; };
-            effects.exit = note("exit");
-            effects.update = note("update");
-            effects.showAbout = note("about");
-            effects.editText = [&world](const Text& path) { world.effects += "edit " + path + ";"; };
-            effects.editTranslation = effects.editText;
-            effects.print = [&world](const AlarmRows&, const std::vector<Text>& keys) {
-                world.effects += "print " + std::to_string(keys.size()) + ";";
-            };
-            effects.setService = [this](cTranslate& set, cIDCode& object, const ServicePeriod& period) {
-                core.servicePeriods.Set(set, object, period);
-            };
-            return {.store = store,
-                    .lists = lists,
-                    .commands = commands,
-                    .cells = cells,
-                    .translations = translations,
-                    .marks = marks,
-                    .translationSettings = core.settings.translation,
+            const bool isClient = world.around.rights.IsClient();
+            return {.lists = lists,
                     .sysLog = sysLog,
                     .debug = debug,
-                    .files = dataFiles,
                     .captions = captions,
                     .clock = world.time,
+                    .dialogs = world.dialogs,
                     .settings = settings,
-                    .windows = world.windows,
-                    .portTree =
-                        [&world] {
-                            return MakePortTree({{"Receiver", &world.port}});
-                        },
-                    .surroundings = [&world] { return world.around; },
-                    .effects = effects};
+                    .state = world.around,
+                    .centre = centre,
+                    .server = world.server,
+                    .sound = world.around,
+                    .end = world.end,
+                    .login = login,
+                    .simulation = simulation,
+                    .alarms = {.store = store,
+                               .lists = lists,
+                               .commands = commands,
+                               .printing = printing,
+                               .cells = cells,
+                               .files = dataFiles,
+                               .captions = captions,
+                               .settings = settings,
+                               .state = world.around,
+                               .windows = world.windows,
+                               .readsObjectFiles = !isClient},
+                    .objects = {.translations = translations,
+                                .marks = marks,
+                                .translationSettings = core.settings.translation,
+                                .files = dataFiles,
+                                .captions = captions,
+                                .clock = world.time,
+                                .settings = settings,
+                                .state = world.around,
+                                .centre = centre,
+                                .windows = world.windows,
+                                .period = period,
+                                .editor = editor,
+                                .knowsCallers = !isClient}};
         }
 
         Settings files;
@@ -163,11 +168,22 @@ struct MainBoxWorld {
         EventStore& store = core.store;
         Translations& translations = core.translations;
         Captions captions;
+        FileTexts fileTexts{};
         AlarmCells cells;
         LocalDataFiles dataFiles;
-        SysLogList sysLog{};
+        SysLogList sysLog;
         DebugPage debug;
+        PrinterSettings printerSettings{};
+        AlarmPageSettings pageSettings{};
+        AlarmPrinting printing;
+        RecordingCentre centre;
         AlarmCommands commands;
+        LoginBox login;
+        PeriodBox period;
+        EditorBox editor;
+        SimulationBox simulation;
+        SettingsList inForce;
+        ShiftList shift;
         MainBox box;
     };
 
@@ -178,9 +194,13 @@ struct MainBoxWorld {
     FakeSockets sockets{};
     RecordingWindows windows{};
     PortBinding port{};
-    ConsoleSurroundings around{};
-    Text effects{};
-    Text sent{};
+    FakeCopy around{port};
+    FakePorts ports{};
+    RecordingServer server{};
+    RecordingPrinter printer{};
+    RecordingEditorHost editorHost{};
+    RecordingIntake intake{};
+    RecordingEnd end{};
     std::optional<Running> running{};
 };
 

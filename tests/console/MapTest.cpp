@@ -60,15 +60,13 @@ TEST(MapGeometry, CenterIsClampedToThePicture) {
 }
 
 struct MapWorld : ConsoleWorld {
-    explicit MapWorld(Role role = Role::StandAlone) : ConsoleWorld(role) {
-        map = std::make_unique<MapBox>(MapBox::Needs{.files = dataFiles,
-                                                     .dataFolder = folder.Tree(),
-                                                     .captions = captions,
-                                                     .loop = time,
-                                                     .role = role,
-                                                     .defaultZoom = 110});
+    MapWorld() { Use(own); }
+    void Use(MapPictures& pictures) {
+        map = std::make_unique<MapBox>(MapBox::Needs{pictures, captions, time, 110});
         map->SetView(view);
     }
+    OwnMaps own{dataFiles};
+    FetchedMaps fetched{dataFiles, folder.Tree()};
     RecordingView view{};
     std::unique_ptr<MapBox> map{};
 };
@@ -96,7 +94,8 @@ TEST(MapBox, FlashesItsCrossUntilItIsClosed) {
 }
 
 TEST(MapBox, TravelsToAClientOnce) {
-    MapWorld w(Role::Client);
+    MapWorld w;
+    w.Use(w.fetched);
     w.folder.Write("Maps\\a.bmp", "picture");
     w.folder.Write("Maps\\B\\a.bmp", "other");
     w.map->Open("a.bmp/1/2", 0, OpenedBy::Operator);

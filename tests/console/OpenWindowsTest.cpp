@@ -7,19 +7,11 @@ namespace nordkeep {
 namespace {
 
 struct WindowsWorld : SheetWorld {
-    MapBox map{{.files = dataFiles, .dataFolder = folder.Tree(), .captions = captions, .loop = time}};
+    OwnMaps maps{dataFiles};
+    MapBox map{{.pictures = maps, .captions = captions, .loop = time}};
     PictureSettings pictures{};
     PictureBox picture{pictures, folder.Tree(), time};
-    bool isQuestionUp = false;
-    bool isFlood = false;
-    OpenWindows windows{{.sheet = sheet,
-                         .map = map,
-                         .picture = picture,
-                         .store = *store,
-                         .loop = time,
-                         .isQuestionUp = [this] { return isQuestionUp; },
-                         .isFlood = [this] { return isFlood; },
-                         .isRequestPending = [this] { return isRequestPending; }}};
+    OpenWindows windows{{.sheet = sheet, .map = map, .picture = picture, .store = *store, .state = *this}};
 };
 
 TEST(OpenWindows, SheetThatComesByItselfPushesNothingAside) {
@@ -85,15 +77,18 @@ TEST(OpenWindows, WaitsForTheAnswerThatAnotherRequestAwaits) {
     w.folder.Write(SheetWorld::kComments, "old\r\n");
     w.isRequestPending = true;
     w.windows.OpenAlarmSheet(key, OpenedBy::Operator);
-    w.time.Advance(1000);
+    w.windows.Tick();
     EXPECT_FALSE(w.sheet.IsOpen());
     w.isRequestPending = false;
-    w.time.Advance(1000);
+    w.windows.Tick();
     EXPECT_TRUE(w.sheet.IsOpen());
     EXPECT_EQ(w.sheet.OldComments(), "old");
+    w.isRequestPending = true;
+    w.windows.OpenObjectSheet("A/B", "2");
     w.windows.CloseAll();
-    w.time.Advance(1000);
-    EXPECT_EQ(w.time.PlannedCount(), 0u) << "nothing ticks while nothing is open";
+    w.isRequestPending = false;
+    w.windows.Tick();
+    EXPECT_EQ(w.sheet.IsOpen(), false) << "what waited has gone with the rest";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/boxes/CommentBox.h"
+#include "tests/console/ConsoleDoubles.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/RecordingDesk.h"
 #include "tests/store/StoreWorld.h"
@@ -40,26 +41,8 @@ class RecordingFiles final : public DataFiles {
     LocalDataFiles local_;
 };
 
-/// Counts what a window is told.
-class RecordingView final : public WindowView {
- public:
-    void Show(OpenedBy by) override { calls += by == OpenedBy::Operator ? "show " : "appear "; }
-    void Refresh() override { calls += "refresh "; }
-    void Close() override { calls += "close "; }
-    Text calls{};
-};
-
-/// Keeps the documents.
-class RecordingPrinter final : public PrintOutput {
- public:
-    void Print(const PrintDocument& document) override { printed.push_back(document); }
-    void Preview(const PrintDocument& document) override { previewed.push_back(document); }
-    std::vector<PrintDocument> printed{};
-    std::vector<PrintDocument> previewed{};
-};
-
-/// A store with the needs of the operator's windows.
-struct ConsoleWorld : StoreWorld {
+/// A store with the needs of the operator's windows, at a place whose state is the world's own.
+struct ConsoleWorld : StoreWorld, FakeOperatorState {
     explicit ConsoleWorld(Role role = Role::StandAlone) : StoreWorld({}, role) {
         rights.role = role;
         rights.level = 1;
@@ -81,15 +64,16 @@ struct ConsoleWorld : StoreWorld {
     }
 
     std::int32_t lastId = 0;
-    OperatorRights rights{};
     RecordingFiles dataFiles{folder.Tree()};
     FakeDialogs dialogs{};
     Captions captions{language};
     RecordingDesk desk{};
     AlarmHandling handling{{*store, views, time, desk}};
     RecordingPrinter printer{};
+    RecordingCentre centre{};
+    RecordingServer server{};
+    RecordingWindows opened{};
     PrinterSettings printerSettings{};
-    bool isRequestPending = false;
     TranslationSettings translationSettings{};
     AliveTestTimers timers{translationSettings, AliveTestPace::Minutes, log};
     NoObjectViews objectViews{};
@@ -110,9 +94,6 @@ struct SheetWorld : ConsoleWorld {
 
     CommentSettings settings{};
     RecordingView view{};
-    bool isDispatcherThere = true;
-    Text dispatched{};
-    Text shownMap{};
     CommentBox sheet{{.store = *store,
                       .handling = handling,
                       .translations = translations,
@@ -123,14 +104,9 @@ struct SheetWorld : ConsoleWorld {
                       .settings = settings,
                       .printer = printer,
                       .printerSettings = printerSettings,
-                      .rights = [this] { return rights; },
-                      .isRequestPending = [this] { return isRequestPending; },
-                      .sendToDispatcher =
-                          [this](const Text& line) {
-                              dispatched += line;
-                              return isDispatcherThere;
-                          },
-                      .showMap = [this](const Text& reference, std::int32_t) { shownMap = reference; }}};
+                      .state = *this,
+                      .centre = centre,
+                      .windows = opened}};
 };
 
 }  // namespace nordkeep

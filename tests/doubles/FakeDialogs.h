@@ -14,6 +14,7 @@ class FakeDialogs : public Dialogs {
     std::vector<LanguageChoice> offered{};
     std::deque<bool> answers{};
     std::optional<int> language{};
+    bool isQuestionUp = false;
 
     void ShowMessage(const Text& text) override { messages.push_back(text); }
     void ShowNotice(const Text& text) override { messages.push_back(text); }
@@ -25,6 +26,7 @@ class FakeDialogs : public Dialogs {
         answers.pop_front();
         return answer;
     }
+    bool IsQuestionUp() const override { return isQuestionUp; }
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override {
         offered = choices;
         return language;

@@ -1,11 +1,12 @@
 #include "console/views/boxes/AboutDialog.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionClose = 3352;
 constexpr const char* kProgramName = "Nordkeep";
 constexpr int kNameSize = 22;  // points
 

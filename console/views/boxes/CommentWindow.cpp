@@ -1,5 +1,6 @@
 #include "console/views/boxes/CommentWindow.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QSignalBlocker>
@@ -22,14 +23,8 @@ constexpr int kCaptionEndAlarm = 3253;
 constexpr int kCaptionPrintLog = 3254;
 constexpr int kCaptionPrintInfo = 3255;
 constexpr int kCaptionMap = 3256;
-constexpr int kCaptionBack = 3257;
-constexpr int kCaptionSave = 3258;
 constexpr int kCaptionSendTo = 3259;
-constexpr int kCaptionComments = 3260;
-constexpr int kCaptionTypeInformation = 3261;
-constexpr int kCaptionObjectInformation = 3262;
 constexpr int kCaptionSmallComment = 3263;
-constexpr int kCaptionNewComment = 3264;
 constexpr int kCaptionEarlierAlarms = 3700;
 
 /// A column of its own without margins, in which heading and boxes stand.

@@ -1,5 +1,6 @@
 #include "console/views/boxes/EditorWindow.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QSignalBlocker>
@@ -9,12 +10,7 @@
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
-namespace {
-
-constexpr int kCaptionBack = 3257;
-constexpr int kCaptionSave = 3258;
-
-}  // namespace
+namespace {}  // namespace
 
 EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget* parent)
     : QDialog(parent), editor_(editor) {

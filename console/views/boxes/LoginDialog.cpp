@@ -1,5 +1,6 @@
 #include "console/views/boxes/LoginDialog.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "platform/qt/QtText.h"
 
 #include <QtGui/QCloseEvent>
@@ -15,7 +16,6 @@ constexpr int kTextCaption = 1087;
 constexpr int kTextUserName = 1088;
 constexpr int kTextPassword = 1089;
 constexpr int kTextOk = 1058;
-constexpr int kTextCancel = 1400;
 
 }  // namespace
 

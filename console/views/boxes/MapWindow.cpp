@@ -1,5 +1,6 @@
 #include "console/views/boxes/MapWindow.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QBuffer>
@@ -14,7 +15,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionClose = 3352;
 constexpr int kCaptionZoomIn = 3705;
 constexpr int kCaptionZoomOut = 3706;
 constexpr int kCaptionCenter = 3707;

@@ -1,5 +1,7 @@
 #include "console/views/boxes/PeriodDialog.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QCloseEvent>
 #include <QtWidgets/QBoxLayout>
@@ -14,7 +16,6 @@ constexpr int kCaptionFrom = 3354;
 constexpr int kCaptionTo = 3355;
 constexpr int kCaptionInPeriod = 3356;
 constexpr int kCaptionFromNow = 3357;
-constexpr int kTextCancel = 1400;
 
 OleDate DateOf(const QDateEdit& date, const QTimeEdit& time) {
     const QDate day = date.date();

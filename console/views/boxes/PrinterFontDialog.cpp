@@ -1,5 +1,7 @@
 #include "console/views/boxes/PrinterFontDialog.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFontComboBox>
 #include <QtWidgets/QFormLayout>
@@ -10,8 +12,6 @@ namespace nordkeep {
 namespace {
 
 constexpr int kCaptionTitle = 3050;
-constexpr int kCaptionSave = 3258;
-constexpr int kCaptionCancel = 3257;
 constexpr int kCaptionFont = 3760;
 constexpr int kCaptionSize = 3761;
 constexpr int kCaptionBold = 3762;
@@ -45,7 +45,7 @@ PrinterFontDialog::PrinterFontDialog(const PrinterSettings& look, const Captions
     form->addRow(sample_);
     auto* buttons = new QHBoxLayout;
     QPushButton* save = NewButton(captions, kCaptionSave);
-    QPushButton* cancel = NewButton(captions, kCaptionCancel);
+    QPushButton* cancel = NewButton(captions, kCaptionBack);
     buttons->addStretch();
     buttons->addWidget(save);
     buttons->addWidget(cancel);

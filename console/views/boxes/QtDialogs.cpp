@@ -1,6 +1,7 @@
 #include "console/views/boxes/QtDialogs.h"
 
 #include "console/lists/BilingualTexts.h"
+#include "console/lists/SharedCaptions.h"
 #include "console/views/boxes/LanguageDialog.h"
 #include "console/views/lists/ViewParts.h"
 
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int kCaptionYes = 3350;
 constexpr int kCaptionNo = 3351;
-constexpr int kCaptionClose = 3352;
 constexpr int kSignSize = 40;           // px
 constexpr int kMostWidth = 460;         // px, of the text
 constexpr qsizetype kMostShown = 2000;  // characters

@@ -30,7 +30,7 @@ class QtDialogs final : public Dialogs {
     bool AskYesNo(const Text& question, Answer byDefault) override;
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override;
 
-    bool IsQuestionUp() const { return !question_.isNull(); }
+    bool IsQuestionUp() const override { return !question_.isNull(); }
     /// The program ends: what is being asked is answered with no.
     void CloseQuestion();
 

@@ -1,5 +1,7 @@
 #include "console/views/boxes/SettingsWindow.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QHeaderView>
@@ -9,7 +11,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionClose = 3352;
 constexpr int kCaptionTitle = 3730;
 constexpr int kCaptionSection = 3731;
 constexpr int kCaptionKey = 3732;

@@ -1,5 +1,6 @@
 #include "console/views/boxes/SimulationDialog.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "platform/qt/QtText.h"
 
 #include <QtGui/QCloseEvent>
@@ -12,8 +13,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionPort = 3327;
-constexpr int kCaptionClose = 3352;
 constexpr int kCaptionTitle = 3563;
 constexpr int kCaptionNoPort = 3720;
 constexpr int kCaptionProtocol = 3721;

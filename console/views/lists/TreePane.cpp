@@ -10,6 +10,7 @@ namespace nordkeep {
 
 TreeAdapter::TreeAdapter(PortTree& tree, QObject* parent) : QAbstractItemModel(parent), tree_(tree) {
     tree_.SetObserver(this);
+    MakeIcons();
 }
 
 TreeAdapter::~TreeAdapter() {
@@ -48,13 +49,18 @@ QVariant TreeAdapter::data(const QModelIndex& index, int role) const {
     const PortTree::Node& node = tree_.At(NodeOf(index));
     if (role == Qt::DisplayRole) return ShownLine(node.text);
     if (role != Qt::DecorationRole) return {};
-    QIcon& icon = icons_[node.glyph];
-    if (icon.isNull()) icon = GlyphIcon(node.glyph, QGuiApplication::palette());
-    return icon;
+    const auto icon = icons_.find(node.glyph);
+    return icon != icons_.end() ? icon->second : QVariant();
+}
+
+void TreeAdapter::MakeIcons() {
+    for (const Glyph glyph : {Glyph::TreePlain, Glyph::TreeAlive, Glyph::TreeFailed}) {
+        icons_[glyph] = GlyphIcon(glyph, QGuiApplication::palette());
+    }
 }
 
 void TreeAdapter::RenewIcons() {
-    icons_.clear();
+    MakeIcons();
     GlyphsChanged();
 }
 

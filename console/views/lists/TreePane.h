@@ -34,10 +34,11 @@ class TreeAdapter final : public QAbstractItemModel, private PortTree::Observer 
     void AfterRebuild() override { endResetModel(); }
     void GlyphsChanged() override;
 
+    void MakeIcons();
     const std::vector<int>& ChildrenOf(const QModelIndex& parent) const;
 
     PortTree& tree_;
-    mutable std::map<Glyph, QIcon> icons_{};
+    std::map<Glyph, QIcon> icons_{};
 };
 
 /// The tree on the screen.

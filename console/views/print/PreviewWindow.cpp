@@ -1,5 +1,7 @@
 #include "console/views/print/PreviewWindow.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtGui/QPaintEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QBoxLayout>
@@ -9,9 +11,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionClose = 3352;
 constexpr int kCaptionTitle = 3710;
-constexpr int kCaptionPrint = 3711;
 constexpr int kCaptionSavePdf = 3712;
 constexpr int kGap = 16;         // px between pages
 constexpr int kPageWidth = 760;  // px

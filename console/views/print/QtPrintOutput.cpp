@@ -1,5 +1,6 @@
 #include "console/views/print/QtPrintOutput.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
 
 #include <QtCore/QPointer>
@@ -11,7 +12,6 @@ namespace {
 constexpr int kTextCannotPrint = 3516;
 constexpr int kCaptionNoPrinter = 3714;
 constexpr int kCaptionPrinted = 3715;
-constexpr int kCaptionSaved = 3745;
 
 }  // namespace
 

@@ -1,18 +1,13 @@
 #include "console/views/print/ShiftWindow.h"
 
+#include "console/lists/SharedCaptions.h"
+
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTreeWidget>
 
 namespace nordkeep {
-namespace {
-
-constexpr int kCaptionClose = 3352;
-constexpr int kCaptionPrint = 3711;
-constexpr int kCaptionTitle = 3750;
-constexpr int kCaptionNone = 3754;
-
-}  // namespace
+namespace {}  // namespace
 
 ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::function<void()> print,
                          QWidget* parent)
@@ -20,7 +15,7 @@ ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::f
     setModal(false);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(PlainCaption(captions, kCaptionTitle));
+    setWindowTitle(PlainCaption(captions, kCaptionShiftTitle));
     auto* tree = new QTreeWidget;
     tree->setHeaderHidden(true);
     for (const ShiftList::Part& part : list.Parts()) {
@@ -29,7 +24,7 @@ ShiftWindow::ShiftWindow(const ShiftList& list, const Captions& captions, std::f
         QFont bold = heading->font(0);
         bold.setBold(true);
         heading->setFont(0, bold);
-        if (part.lines.empty()) new QTreeWidgetItem(heading, {CaptionText(captions, kCaptionNone)});
+        if (part.lines.empty()) new QTreeWidgetItem(heading, {CaptionText(captions, kCaptionNoLines)});
         for (const Text& line : part.lines) new QTreeWidgetItem(heading, {ShownLine(line)});
         heading->setExpanded(true);
     }

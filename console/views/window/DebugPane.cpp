@@ -1,7 +1,9 @@
 #include "console/views/window/DebugPane.h"
 
+#include "console/lists/SharedCaptions.h"
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/ViewParts.h"
+#include "console/window/Commands.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QCheckBox>
@@ -15,6 +17,14 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kCaptionWatch = 3320;
+constexpr int kCaptionSend = 3321;
+constexpr int kCaptionIgnore = 3322;
+constexpr int kCaptionLastRow = 3323;
+constexpr int kCaptionHex = 3324;
+constexpr int kCaptionSaveFile = 3325;
+constexpr int kCaptionClear = 3326;
+constexpr int kCaptionMessage = 3328;
 constexpr int kMostMessagesKept = 20;
 constexpr int kPortsInARow = 8;  // a centre has up to 20
 
@@ -30,7 +40,7 @@ DebugPane::DebugPane(DebugPage& panel, const Captions& captions, QWidget* parent
     list_->horizontalHeader()->hide();
     list_->setColumnHidden(0, true);
     list_->StretchLastColumn();
-    list_->setAccessibleName(PlainCaption(captions_, 3003));
+    list_->setAccessibleName(PlainCaption(captions_, CaptionOf(Tab::Debug)));
     layout->addWidget(list_, 1);
     AddSendLine(*layout);
     AddWatchBoxes();
@@ -49,7 +59,7 @@ void DebugPane::AddWatchBoxes() {
         delete item;
     }
     watchBoxes_.clear();
-    watch_->addWidget(NewHeading(CaptionText(captions_, 3320)), 0, 0);
+    watch_->addWidget(NewHeading(CaptionText(captions_, kCaptionWatch)), 0, 0);
     for (std::size_t i = 0; i < panel_.Ports().size(); ++i) {
         const DebugPort& port = panel_.Ports()[i];
         auto* box = new QCheckBox(WithoutMnemonics(ShownLine(port.name)));
@@ -61,10 +71,10 @@ void DebugPane::AddWatchBoxes() {
         watchBoxes_.push_back(box);
     }
     watch_->setColumnStretch(kPortsInARow + 1, 1);
-    auto* hex = NewBox(3324, [this](bool isOn) { panel_.SetHex(isOn); });
+    auto* hex = NewBox(kCaptionHex, [this](bool isOn) { panel_.SetHex(isOn); });
     hex->setChecked(panel_.IsHex());
     watch_->addWidget(hex, 0, kPortsInARow + 2);
-    auto* last = NewBox(3323, [this](bool isOn) {
+    auto* last = NewBox(kCaptionLastRow, [this](bool isOn) {
         panel_.SetShowLastRow(isOn);
         list_->FollowEnd(isOn);
     });
@@ -86,17 +96,17 @@ void DebugPane::AddSendLine(QLayout& layout) {
     message_->setEditable(true);
     message_->setMaxCount(kMostMessagesKept);
     message_->setInsertPolicy(QComboBox::NoInsert);
-    for (auto [caption, box] : {std::pair{3327, ports_}, std::pair{3328, message_}}) {
+    for (auto [caption, box] : {std::pair{kCaptionPort, ports_}, std::pair{kCaptionMessage, message_}}) {
         QLabel* label = NewLabel(CaptionText(captions_, caption));
         label->setBuddy(box);
         box->setAccessibleName(CaptionText(captions_, caption));
         line->addWidget(label);
         line->addWidget(box, box == message_ ? 3 : 1);
     }
-    send_ = NewButton(captions_, 3321);
-    save_ = NewButton(captions_, 3325);
-    QPushButton* clear = NewButton(captions_, 3326);
-    ignore_ = NewBox(3322, [this](bool isOn) { panel_.IgnoreResponse(isOn); });
+    send_ = NewButton(captions_, kCaptionSend);
+    save_ = NewButton(captions_, kCaptionSaveFile);
+    QPushButton* clear = NewButton(captions_, kCaptionClear);
+    ignore_ = NewBox(kCaptionIgnore, [this](bool isOn) { panel_.IgnoreResponse(isOn); });
     for (QWidget* widget : {static_cast<QWidget*>(send_), static_cast<QWidget*>(ignore_),
                             static_cast<QWidget*>(save_), static_cast<QWidget*>(clear)}) {
         line->addWidget(widget);

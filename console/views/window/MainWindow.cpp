@@ -1,9 +1,13 @@
 #include "console/views/window/MainWindow.h"
 
+#include "console/views/boxes/AboutDialog.h"
+#include "console/views/boxes/PrinterFontDialog.h"
+#include "console/views/boxes/SettingsWindow.h"
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
+#include "console/views/print/ShiftWindow.h"
 #include "console/views/window/BannerPane.h"
 #include "console/views/window/DebugPane.h"
 #include "platform/qt/QtText.h"
@@ -29,6 +33,8 @@ constexpr int kLargestFont = 40;
 const char kFontKey[] = "MainBox_ListFontSize";
 const char kTreeKey[] = "MainBox_TreeWidth";
 const char kInfoKey[] = "MainBox_InfoHeight";
+constexpr int kCaptionNoneNew = 3649;
+constexpr int kCaptionNoneOld = 3650;
 
 constexpr const char* kGeometryKeys[] = {"MainBox_Left", "MainBox_Top", "MainBox_Width", "MainBox_Height"};
 
@@ -46,14 +52,14 @@ MainWindow::MainWindow(const Needs& needs) : needs_(needs), box_(needs.box), cap
     AddKeys();
     AddTray();
     RestoreGeometry();
-    box_.SetScreen(this);
+    box_.SetView(this);
     Zoom(0);
     ShowState();
     ListOf(Tab::Unacked)->setFocus();
 }
 
 MainWindow::~MainWindow() {
-    box_.SetScreen(nullptr);
+    box_.SetView(nullptr);
     delete trayMenu_;
     // The pages look at the adapters, which go before the window's own part.
     delete takeCentralWidget();
@@ -142,7 +148,7 @@ void MainWindow::PopUp() {
 void MainWindow::ShowState() {
     if (isShowing_) return;
     // On a client this may wait for the server, and what is clicked meanwhile counts.
-    const QString info = ShownText(box_.AlarmInfo());
+    const QString info = ShownText(box_.Alarms().Info());
     isShowing_ = true;
     ShowCommands();
     ShowTabs();
@@ -187,15 +193,16 @@ void MainWindow::ShowTabs() {
         filter_->setText(filters_[static_cast<std::size_t>(current)]);
     }
     const bool isTrusted = box_.Banners().empty();
-    for (const auto& [tab, caption] : {std::pair{Tab::Unacked, 3649}, std::pair{Tab::Acked, 3650}}) {
-        const bool says = isTrusted && !box_.AlarmList(tab)->IsFiltered();
+    for (const auto& [tab, caption] :
+         {std::pair{Tab::Unacked, kCaptionNoneNew}, std::pair{Tab::Acked, kCaptionNoneOld}}) {
+        const bool says = isTrusted && !box_.Alarms().ListOf(tab).IsFiltered();
         ListOf(tab)->SetEmptyText(says ? CaptionText(captions_, caption) : QString());
     }
 }
 
 void MainWindow::ShowAlarmInfo(const QString& text) {
     SetBoxText(*info_, text);
-    const Text link = box_.Link();
+    const Text link = box_.Alarms().Link();
     link_->setVisible(!link.empty());
     link_->setToolTip(PlainToolTip(ShownLine(link)));
 }
@@ -230,8 +237,8 @@ void MainWindow::ShowFloating(QWidget* window, bool isShown) {
 }
 
 void MainWindow::ShowSelection(Tab tab) {
-    ListPane* list = ListOf(tab);
-    if (list) list->SelectKeys(box_.Selected(tab), box_.CurrentKey(tab));
+    const RowSelection& selection = box_.SelectionOf(tab);
+    if (ListPane* list = ListOf(tab)) list->SelectKeys(selection.keys, selection.current);
 }
 
 void MainWindow::Reveal(Tab tab, const Text& key) {
@@ -240,26 +247,43 @@ void MainWindow::Reveal(Tab tab, const Text& key) {
 
 void MainWindow::TakeSelection(Tab tab) {
     const ListPane* list = ListOf(tab);
-    box_.Select(tab, list->SelectedKeys(), list->CurrentKey());
+    box_.Select(tab, {list->SelectedKeys(), list->CurrentKey()});
 }
 
 // --- Acting
 
-void MainWindow::Run(Command command) {
-    switch (command) {
-        case Command::SelectAll:
-            return ListOf(box_.Tabs().current)->selectAll();
-        case Command::PopupCopy:
-            return CopySelected();
-        case Command::Keys:
-            return ShowKeys();
-        default:
-            return box_.Run(command);
-    }
+void MainWindow::SelectAllRows(Tab tab) {
+    ListOf(tab)->selectAll();
 }
 
-void MainWindow::CopySelected() {
-    QApplication::clipboard()->setText(ToQString(box_.CopyText(box_.Tabs().current)));
+void MainWindow::PutOnClipboard(const Text& text) {
+    QApplication::clipboard()->setText(ToQString(text));
+}
+
+void MainWindow::ShowOnce(QDialog* window) {
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+}
+
+void MainWindow::ShowAbout() {
+    ShowOnce(new AboutDialog(needs_.side.about, captions_, this));
+}
+
+void MainWindow::ShowSettings() {
+    ShowOnce(new SettingsWindow(needs_.side.settings, captions_, this));
+}
+
+void MainWindow::ShowShiftList() {
+    const auto print = [this] { needs_.side.printer.Preview(needs_.side.shift.Document()); };
+    ShowOnce(new ShiftWindow(needs_.side.shift, captions_, print, this));
+}
+
+void MainWindow::ChoosePrinterFont() {
+    const auto chosen = [this](const PrinterSettings& look) {
+        needs_.side.printerLook = look;
+        SavePrinterFont(needs_.files, look);
+    };
+    ShowOnce(new PrinterFontDialog(needs_.side.printerLook, captions_, chosen, this));
 }
 
 void MainWindow::Zoom(int step) {

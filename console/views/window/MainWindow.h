@@ -1,7 +1,10 @@
 #pragma once
 
+#include "console/boxes/AboutText.h"
+#include "console/print/ShiftList.h"
 #include "console/views/lists/RowAdapter.h"
 #include "console/window/MainBox.h"
+#include "console/window/SettingsList.h"
 #include "platform/UserStore.h"
 
 #include <QtWidgets/QMainWindow>
@@ -9,6 +12,7 @@
 #include <array>
 #include <memory>
 
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -32,6 +36,15 @@ struct MainWindowStart {
     bool isMinimised = false;
 };
 
+/// What the windows show that the main window makes for the moment.
+struct SideModels {
+    AboutText about;
+    const SettingsList& settings;
+    const ShiftList& shift;
+    PrinterSettings& printerLook;  // changed by the choice of a font
+    PrintOutput& printer;
+};
+
 /// The operator's main window. It shows what MainBox holds and decides nothing.
 class MainWindow final : public QMainWindow, public MainBoxView {
  public:
@@ -39,6 +52,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
         MainBox& box;
         Settings& files;   // column widths
         UserStore& store;  // geometry and text size
+        SideModels side;
     };
     explicit MainWindow(const Needs& needs);
     ~MainWindow() override;
@@ -50,6 +64,13 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void AllowClose() { mayClose_ = true; }
 
     // MainBoxView
+    void SelectAllRows(Tab tab) override;
+    void PutOnClipboard(const Text& text) override;
+    void ShowKeys() override;
+    void ShowAbout() override;
+    void ShowSettings() override;
+    void ShowShiftList() override;
+    void ChoosePrinterFont() override;
     void ShowState() override;
     void ShowSelection(Tab tab) override;
     void Reveal(Tab tab, const Text& key) override;
@@ -91,13 +112,12 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void SetStatusText(QLabel* label, const Text& text);
 
     // Acting
-    void Run(Command command);
-    void CopySelected();
+    /// Shows a window that is made for the moment and goes when it is closed.
+    void ShowOnce(QDialog* window);
     void PopUpFor(Tab tab, QPoint place);
     void PopUpForObject(QPoint place);
     void FillCodeMenu(QMenu* menu, Command command);
     void FillMapMenu(QMenu* menu);
-    void ShowKeys();
     void NextPane();
     void Zoom(int step);
     void ToggleFullScreen();

@@ -1,3 +1,4 @@
+#include "console/lists/SharedCaptions.h"
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/ViewParts.h"
 #include "console/views/window/MainWindow.h"
@@ -18,18 +19,22 @@ struct WindowKey {
     int caption;
     const char* keys;
 };
+constexpr int kCaptionPages = 3641;
+constexpr int kCaptionNextPane = 3642;
+constexpr int kCaptionOpen = 3643;
+constexpr int kCaptionPopup = 3644;
+constexpr int kCaptionTextSize = 3645;
+constexpr int kCaptionFullScreen = 3646;
 constexpr WindowKey kWindowKeys[] = {
-    {3641, "Ctrl+1 ... Ctrl+7"},
-    {3642, "F6"},
-    {3643, "Enter"},
-    {3644, "Menu, Shift+F10"},
-    {3561, "Ctrl+F, Esc"},
-    {3645, "Ctrl++, Ctrl+-, Ctrl+0"},
-    {3646, "F11"},
+    {kCaptionPages, "Ctrl+1 ... Ctrl+7"},
+    {kCaptionNextPane, "F6"},
+    {kCaptionOpen, "Enter"},
+    {kCaptionPopup, "Menu, Shift+F10"},
+    {kCaptionFilter, "Ctrl+F, Esc"},
+    {kCaptionTextSize, "Ctrl++, Ctrl+-, Ctrl+0"},
+    {kCaptionFullScreen, "F11"},
 };
 constexpr int kCaptionKeys = 3647;
-constexpr int kCaptionTypeItems = 3113;
-constexpr int kCaptionDataItems = 3114;
 constexpr qsizetype kMostItems = 400;
 
 }  // namespace
@@ -67,7 +72,7 @@ void MainWindow::AddKeys() {
 void MainWindow::PopUpFor(Tab tab, QPoint place) {
     if (!box_.MayShowPopup()) return;
     if (tab == Tab::IdCodes) return PopUpForObject(place);
-    if (!box_.AlarmList(tab) || box_.Selected(tab).empty()) return;
+    if (!IsAlarmTab(tab) || box_.SelectionOf(tab).keys.empty()) return;
     QMenu menu;
     for (const Command command : {Command::PopupComments, Command::PopupCopy, Command::PopupPrint}) {
         menu.addAction(ActionOf(command));
@@ -79,7 +84,7 @@ void MainWindow::PopUpFor(Tab tab, QPoint place) {
 
 void MainWindow::PopUpForObject(QPoint place) {
     if (!box_.StateOf(Command::ObjectComments).isEnabled) return;
-    const ObjectMenu items = box_.MenuOfObject();
+    const ObjectMenu items = box_.Objects().Menu();
     if (items.service.empty()) return;
     QMenu menu;
     QMenu* service = menu.addMenu(WithoutMnemonics(ShownLine(items.service)));
@@ -100,9 +105,8 @@ void MainWindow::PopUpForObject(QPoint place) {
     menu.addAction(ActionOf(Command::ObjectComments));
     ActionOf(Command::ObjectEdit)->setText(ShownLine(items.edit));
     menu.addAction(ActionOf(Command::ObjectEdit));
-    for (const auto& [command, caption] : {std::pair{Command::TypeCodeEdit, kCaptionTypeItems},
-                                           std::pair{Command::DataCodeEdit, kCaptionDataItems}}) {
-        QMenu* codes = menu.addMenu(CaptionText(captions_, caption));
+    for (const Command command : {Command::TypeCodeEdit, Command::DataCodeEdit}) {
+        QMenu* codes = menu.addMenu(CaptionText(captions_, CaptionOf(command)));
         codes->setEnabled(box_.StateOf(command).isEnabled);
         connect(codes, &QMenu::aboutToShow, this,
                 [this, codes, which = command] { FillCodeMenu(codes, which); });
@@ -114,7 +118,8 @@ void MainWindow::PopUpForObject(QPoint place) {
 
 void MainWindow::FillCodeMenu(QMenu* menu, Command command) {
     menu->clear();
-    const auto items = command == Command::TypeCodeEdit ? box_.TypeCodeItems() : box_.DataCodeItems();
+    const auto items =
+        command == Command::TypeCodeEdit ? box_.Objects().TypeCodeItems() : box_.Objects().DataCodeItems();
     int number = 0;
     for (const ObjectMenu::CodeItem& item : items) {
         if (number >= kMostItems) break;
@@ -130,11 +135,11 @@ void MainWindow::FillMapMenu(QMenu* menu) {
     menu->addAction(ActionOf(Command::MapOfAlarm));
     menu->addSeparator();
     qsizetype count = 0;
-    for (const Text& map : box_.Maps()) {
+    for (const Text& map : box_.Objects().Maps()) {
         if (++count > kMostItems) break;
         QAction* action = menu->addAction(WithoutMnemonics(ShownLine(map)));
         action->setEnabled(box_.MayShowPopup());
-        connect(action, &QAction::triggered, this, [this, map] { box_.OpenMap(map); });
+        connect(action, &QAction::triggered, this, [this, map] { box_.Objects().OpenMap(map); });
     }
 }
 

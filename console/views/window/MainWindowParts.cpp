@@ -1,3 +1,4 @@
+#include "console/lists/SharedCaptions.h"
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
@@ -30,24 +31,7 @@ constexpr int kCaptionTree = 3007;
 constexpr int kCaptionInfo = 3008;
 constexpr int kCaptionMap = 3047;
 constexpr int kCaptionShowWindow = 3560;
-constexpr int kCaptionFilter = 3561;
 constexpr int kCaptionLink = 3648;
-
-bool IsCheckable(Command command) {
-    switch (command) {
-        case Command::ShowLast:
-        case Command::MenuShowLast:
-        case Command::ShowSysLog:
-        case Command::ShowDebug:
-        case Command::ShowIdCodes:
-        case Command::ShowTypes:
-        case Command::ShowDataCodes:
-        case Command::TabAutomatic:
-            return true;
-        default:
-            return false;
-    }
-}
 
 QColor ColorOr(const Text& number, const QColor& otherwise) {
     const auto color = ParseColorNumber(number);
@@ -77,7 +61,7 @@ QWidget* WithHeading(const QString& text, QWidget* pane, QWidget* beside = nullp
 void MainWindow::AddActions() {
     for (int number = 0; number < kCommandCount; ++number) {
         const auto command = static_cast<Command>(number);
-        auto* action = new QAction(ShownLine(box_.CaptionOfCommand(command)), this);
+        auto* action = new QAction(ShownLine(captions_(CaptionOf(command))), this);
         action->setCheckable(IsCheckable(command));
         if (const char* keys = KeysOf(command); *keys != '\0') {
             action->setShortcut(QKeySequence(QString::fromLatin1(keys)));
@@ -85,7 +69,7 @@ void MainWindow::AddActions() {
             action->setShortcutContext(command == Command::FileSoundStop ? Qt::ApplicationShortcut
                                                                          : Qt::WindowShortcut);
         }
-        connect(action, &QAction::triggered, this, [this, command] { Run(command); });
+        connect(action, &QAction::triggered, this, [this, command] { box_.Run(command); });
         addAction(action);
         actions_[static_cast<std::size_t>(number)] = action;
     }
@@ -102,7 +86,6 @@ void MainWindow::RenewIcons() {
 }
 
 void MainWindow::AddMenus() {
-    constexpr int kSimulateCaption = 3024;
     for (const MenuRow& row : MainMenus()) {
         QMenu* menu = menuBar()->addMenu(CaptionText(captions_, row.caption));
         for (const int item : row.items) {
@@ -115,7 +98,7 @@ void MainWindow::AddMenus() {
                 menu->addAction(actions_[static_cast<std::size_t>(item)]);
             }
         }
-        if (row.caption == kSimulateCaption) simulateMenu_ = menu;
+        if (row.isSimulation) simulateMenu_ = menu;
     }
 }
 
@@ -169,8 +152,8 @@ void MainWindow::AddCentre() {
 }
 
 QWidget* MainWindow::NewTreePart() {
-    tree_ = new TreePane(box_.Tree());
-    tree_->onSelect = [this](int node) { box_.SelectNode(node); };
+    tree_ = new TreePane(box_.Objects().Tree());
+    tree_->onSelect = [this](int node) { box_.Objects().SelectNode(node); };
     tree_->onPopup = [this](QPoint place) {
         if (!box_.MayShowPopup()) return;
         QMenu menu;
@@ -193,7 +176,7 @@ QWidget* MainWindow::NewListPart() {
 
 ListPane* MainWindow::NewList(Tab tab, TextView section) {
     const auto place = static_cast<std::size_t>(tab);
-    adapters_[place] = std::make_unique<RowAdapter>(*box_.ListOf(tab));
+    adapters_[place] = std::make_unique<RowAdapter>(box_.ListOf(tab));
     auto* list = new ListPane(*adapters_[place]);
     list->setAccessibleName(CaptionText(captions_, CaptionOf(tab)));
     if (const Text& name = box_.Looks().FontName; !name.empty()) {
@@ -242,9 +225,9 @@ void MainWindow::AddFilterBox() {
     filter_->setAccessibleName(filter_->placeholderText());
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const Tab tab = box_.Tabs().current;
-        if (isShowing_ || !box_.AlarmList(tab)) return;
+        if (isShowing_ || !IsAlarmTab(tab)) return;
         filters_[static_cast<std::size_t>(tab)] = text;
-        box_.SetFilter(tab, FromQString(text));
+        box_.Alarms().SetFilter(tab, FromQString(text));
     });
     auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), filter_);
     leave->setContext(Qt::WidgetShortcut);
@@ -264,7 +247,7 @@ QWidget* MainWindow::NewInfoPart() {
     link_ = NewButton(captions_, kCaptionLink);
     link_->hide();
     connect(link_, &QPushButton::clicked, this, [this] {
-        const QUrl url(ToQString(box_.Link()));
+        const QUrl url(ToQString(box_.Alarms().Link()));
         const bool isWeb = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
         if (url.isValid() && isWeb) QDesktopServices::openUrl(url);
     });

@@ -63,6 +63,7 @@ struct AllWindows : LanguageWorld {
         set->m_IdCodes.back()->m_IdCode = "1";
         set->m_IdCodes.back()->m_ObjectName = sample;
         translations.Add(std::move(set));
+        ports.ports = {{sample, nullptr}};
         sheet.SetView(sheetWindow);
         mapBox.SetView(mapWindow);
         picture.SetView(pictureWindow);
@@ -106,37 +107,31 @@ struct AllWindows : LanguageWorld {
     Text sample;
     cAlarm* alarm = nullptr;
     CommentWindow sheetWindow{sheet, captions};
-    MapBox mapBox{{.files = dataFiles, .dataFolder = folder.Tree(), .captions = captions, .loop = time}};
+    OwnMaps maps{dataFiles};
+    MapBox mapBox{{.pictures = maps, .captions = captions, .loop = time}};
     MapWindow mapWindow{mapBox, captions};
     PictureSettings pictures{};
     PictureBox picture{pictures, folder.Tree(), time};
     PictureWindow pictureWindow{picture, captions};
-    LoginBox login{[](const Text&, const Text&) {}};
+    LoginBox login{server};
     LoginDialog loginDialog{login, captions};
-    ReconnectBox reconnect{{.language = language,
-                            .captions = captions,
-                            .clock = time,
-                            .loop = time,
-                            .reconnectNow = [] {},
-                            .endProgram = [] {}}};
+    ReconnectBox reconnect{
+        {.language = language, .captions = captions, .clock = time, .loop = time, .server = server}};
     ReconnectDialog reconnectDialog{reconnect, language};
     PeriodBox period{{.translations = translations,
-                      .setService = [](cTranslate&, cIDCode&, const ServicePeriod&) {},
+                      .centre = centre,
                       .captions = captions,
                       .clock = time,
-                      .rights = [this] { return rights; }}};
+                      .state = *this}};
     PeriodDialog periodDialog{period, captions};
-    EditorBox editor{{.files = dataFiles,
-                      .dataFolder = folder.Tree(),
-                      .dialogs = dialogs,
-                      .captions = captions,
-                      .mayEdit = [] { return true; }}};
+    RecordingEditorHost editorHost{};
+    EditorBox editor{
+        {.files = dataFiles, .dialogs = dialogs, .captions = captions, .state = *this, .host = editorHost}};
     EditorWindow editorWindow{editor, captions};
     RecordingIntake intake{};
+    FakePorts ports{};
     SimulationBox simulation{
-        {.intake = intake, .translations = translations, .clock = time, .loop = time, .ports = [this] {
-             return std::vector<SimulationBox::Port>{{sample, nullptr}};
-         }}};
+        {.intake = intake, .translations = translations, .clock = time, .loop = time, .ports = ports}};
     SimulationDialog simulationDialog{simulation, captions};
     SettingsList settingsList{files, sample};
     std::unique_ptr<SettingsWindow> settingsWindow{};

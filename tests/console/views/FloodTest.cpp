@@ -1,7 +1,5 @@
 #include "console/views/lists/ListPane.h"
-#include "console/views/window/MainWindow.h"
-#include "tests/console/MainBoxWorld.h"
-#include "tests/doubles/FakeUserStore.h"
+#include "tests/console/views/WindowWorld.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtWidgets/QApplication>
@@ -96,7 +94,7 @@ TEST(Flood, LeavesSelectionAndRowsAlone) {
         }
     };
     FakeUserStore store;
-    MainWindow window({world.Box(), world.running->files, store});
+    MainWindow window(WindowOf(world, store));
     window.resize(1280, 800);
     window.show();
     raise(kRowsBefore);
@@ -121,9 +119,9 @@ TEST(Flood, LeavesSelectionAndRowsAlone) {
     timer.start();
     list.Rows().ClickHeading(4);
     const auto sortMs = timer.restart();
-    world.Box().SetFilter(Tab::Unacked, "f");
+    world.Box().Alarms().SetFilter(Tab::Unacked, "f");
     const auto firstMs = timer.restart();
-    world.Box().SetFilter(Tab::Unacked, "fix");
+    world.Box().Alarms().SetFilter(Tab::Unacked, "fix");
     std::printf("ms for all rows: sort %lld, first filter %lld, next %lld\n", sortMs, firstMs,
                 timer.elapsed());
     std::printf("ms a round, average and longest: bare %.2f %.2f, list %.2f %.2f, sorted %.2f %.2f\n",

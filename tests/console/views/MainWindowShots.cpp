@@ -1,9 +1,7 @@
 // Pictures of the main window, for the eye: NORDKEEP_SHOTS names the folder that they go to. Without it
 // nothing is drawn.
 #include "console/views/lists/ListPane.h"
-#include "console/views/window/MainWindow.h"
-#include "tests/console/MainBoxWorld.h"
-#include "tests/doubles/FakeUserStore.h"
+#include "tests/console/views/WindowWorld.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
@@ -93,7 +91,7 @@ TEST(MainWindowShots, AreTaken) {
             world.WriteGeneral(Text(kLooks), Text(kColumns));
             world.Start();
             FakeUserStore store;
-            MainWindow window({world.Box(), world.running->files, store});
+            MainWindow window(WindowOf(world, store));
             window.resize(1280, 760);
             window.show();
             Fill(world);
@@ -102,18 +100,18 @@ TEST(MainWindowShots, AreTaken) {
             Save(window, folder, name + "_0");
             AlarmRows& rows = world.running->lists.Unacked();
             const std::vector<Text> keys = {rows.KeyOf(2), rows.KeyOf(3), rows.KeyOf(6)};
-            world.Box().Select(Tab::Unacked, keys, keys.front());
+            world.Box().Select(Tab::Unacked, {keys, keys.front()});
             window.ShowSelection(Tab::Unacked);
             rows.ClickHeading(3);
             Save(window, folder, name + "_0s");
             if (isDark && number[2] == '4') world.around.arePortsDisabled = true;
-            world.Box().SelectNode(2);
+            world.Box().Objects().SelectNode(2);
             world.Box().ShowTab(Tab::IdCodes);
             world.time.Advance(1000);
             for (int i = 0; i < 5; ++i) world.Tick();
             Save(window, folder, name + "_4");
-            RowModel& objects = *world.Box().ListOf(Tab::IdCodes);
-            world.Box().Select(Tab::IdCodes, {objects.KeyOf(0)}, objects.KeyOf(0));
+            RowModel& objects = world.Box().ListOf(Tab::IdCodes);
+            world.Box().Select(Tab::IdCodes, {{objects.KeyOf(0)}, objects.KeyOf(0)});
             window.ShowSelection(Tab::IdCodes);
             SavePopup(window, *window.ListOf(Tab::IdCodes), folder, name + "_popup");
             window.ActionOf(Command::Keys)->trigger();

@@ -1,9 +1,7 @@
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
-#include "console/views/window/MainWindow.h"
 #include "platform/qt/QtText.h"
-#include "tests/console/MainBoxWorld.h"
-#include "tests/doubles/FakeUserStore.h"
+#include "tests/console/views/WindowWorld.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtGui/QTextDocument>
@@ -57,7 +55,7 @@ class MainWindowTest : public ::testing::Test {
         window.reset();
         world.WriteGeneral(Text(kAllPages) + general, Text(kColumns));
         world.Start();
-        window = std::make_unique<MainWindow>(MainWindow::Needs{world.Box(), world.running->files, store});
+        window = std::make_unique<MainWindow>(WindowOf(world, store));
         window->resize(1000, 700);
         window->show();
         QApplication::processEvents();
@@ -139,8 +137,8 @@ TEST_F(MainWindowTest, TheAdapterKeepsTheToolkitsRules) {
         if (step % 3 == 0) Tick();
     }
     Tick();
-    world.Box().ForgetTree();
-    world.Box().ShowTree({{0, "a"}, {1, "b"}, {2, "Town"}, {0, "c"}});
+    world.Box().Objects().ForgetTree();
+    world.Box().Objects().ShowTree({{0, "a"}, {1, "b"}, {2, "Town"}, {0, "c"}});
     EXPECT_EQ(List().model()->rowCount() + List(Tab::Acked).model()->rowCount(),
               static_cast<int>(known.size()));
 }
@@ -160,12 +158,12 @@ TEST_F(MainWindowTest, SelectionAndScrollPlaceStayWithTheirRows) {
         List().setFocus();
         const Text key = List().CurrentKey();
         const Text top = List().Rows().KeyOf(List().verticalScrollBar()->value());
-        EXPECT_EQ(world.Box().CurrentKey(Tab::Unacked), key);
+        EXPECT_EQ(world.Box().SelectionOf(Tab::Unacked).current, key);
         QElapsedTimer time;
         qint64 longest = 0;
         for (int i = 0; i < 3000; ++i) {
             cAlarm& alarm = world.Raise(std::to_string(1000 + i));
-            world.Box().OfferNewAlarm(alarm);
+            world.Box().Alarms().OfferNewAlarm(alarm);
             if (i % 40 != 0) continue;
             time.start();
             Tick();
@@ -186,7 +184,7 @@ TEST_F(MainWindowTest, ANewAlarmIsSelectedAndRevealedOnlyWhenAsked) {
     Tick();
     world.Box().ShowTab(Tab::SysLog);
     cAlarm& alarm = world.Raise();
-    world.Box().OfferNewAlarm(alarm);
+    world.Box().Alarms().OfferNewAlarm(alarm);
     Tick();
     EXPECT_EQ(List().CurrentKey(), RowKey(alarm));
     EXPECT_TRUE(List().isVisible());
@@ -293,10 +291,10 @@ TEST_F(MainWindowTest, HostileTextsStandAsTheyAre) {
     const Text hostile = "<img src=x>&File %1 \x01\x7F<b>bold</b>";
     cAlarm& alarm = world.Raise(hostile);
     world.Raise(Text(10000, 'x'));
-    world.Box().ShowTree({{0, hostile}, {1, hostile}, {2, hostile}});
+    world.Box().Objects().ShowTree({{0, hostile}, {1, hostile}, {2, hostile}});
     Tick();
     List().selectRow(0);
-    EXPECT_EQ(world.Box().CurrentKey(Tab::Unacked), RowKey(alarm));
+    EXPECT_EQ(world.Box().SelectionOf(Tab::Unacked).current, RowKey(alarm));
     const auto* info = window->findChild<QPlainTextEdit*>();
     EXPECT_TRUE(info->toPlainText().startsWith(QLatin1String("<img src=x>&File %1 ")));
     const QString tip = List().model()->index(0, 1).data(Qt::ToolTipRole).toString();
@@ -312,7 +310,7 @@ TEST_F(MainWindowTest, HostileTextsStandAsTheyAre) {
 TEST_F(MainWindowTest, ClosingAsksAndOnlyThenEnds) {
     Start();
     EXPECT_FALSE(window->close());
-    EXPECT_EQ(world.effects, "exit;");
+    EXPECT_EQ(world.dialogs.questions.size(), 1u);
     EXPECT_TRUE(window->isVisible());
     window->AllowClose();
     EXPECT_TRUE(window->close());

@@ -154,10 +154,10 @@ TEST(CommentWindow, LookingAtATextThatIsOddChangesNothing) {
 }
 
 TEST(LoginDialog, HoldsStarsOnly) {
-    Text sent;
+    RecordingServer server;
     Language language;
     const Captions captions(language);
-    LoginBox login([&](const Text& user, const Text& password) { sent = user + "/" + password; });
+    LoginBox login(server);
     LoginDialog dialog(login, captions);
     login.SetView(dialog);
     login.Open(OpenedBy::Operator);
@@ -176,7 +176,7 @@ TEST(LoginDialog, HoldsStarsOnly) {
     Press(*boxes[1], Qt::Key_Aring, QString(QChar(0xE5)));
     EXPECT_EQ(boxes[1]->text(), "**");
     Press(*boxes[1], Qt::Key_Return, "\r");
-    EXPECT_EQ(sent, "anna/s\xE5");
+    EXPECT_EQ(server.calls, "anna/s\xE5");
     EXPECT_FALSE(dialog.isVisible());
 }
 

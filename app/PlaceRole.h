@@ -1,0 +1,46 @@
+#pragma once
+
+#include "app/NetworkPeers.h"
+#include "app/OperatorPorts.h"
+#include "app/PlaceState.h"
+#include "app/ReloadRequest.h"
+#include "console/boxes/CentreOperations.h"
+#include "console/boxes/EditorBox.h"
+#include "console/boxes/MapBox.h"
+#include "console/lists/AlarmLists.h"
+
+namespace nordkeep {
+
+/// What differs between the operator's place of a copy with ports of its own and that of a client. Chosen
+/// once; nothing at the place asks for the role.
+struct PlaceRole {
+    std::unique_ptr<DataFiles> files{};
+    std::unique_ptr<MapPictures> maps{};
+    std::unique_ptr<EditorHost> editorHost{};
+    std::unique_ptr<CentreOperations> centre{};
+    std::unique_ptr<ServerContact> server{};
+    std::unique_ptr<PlaceState> state{};
+    bool readsObjectFiles = true;  // see AlarmPage
+    bool knowsCallers = true;      // see ObjectList
+    bool asksForLogin = false;     // when the window has come up for the first time
+};
+
+/// What the place of either role is made of.
+struct PlaceParts {
+    Foundation& foundation;
+    EventStore& store;
+    AlarmLists& lists;
+    ServicePeriods& servicePeriods;
+    const AliveTestTimers& timers;
+    ObjectViews& objectViews;
+    TorvexLink& torvex;
+    const SoundPlayer& sound;
+    const PortConditions& conditions;
+    NetworkRole& network;
+    NetworkPeers& peers;  // built behind this
+    OperatorPorts& ports;
+    ReloadRequest& reload;
+};
+PlaceRole MakePlaceRole(const PlaceParts& parts);
+
+}  // namespace nordkeep

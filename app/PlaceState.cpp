@@ -1,0 +1,36 @@
+#include "app/PlaceState.h"
+
+namespace nordkeep {
+
+void PlaceState::NoteAlarm() {
+    rate_.Note(needs_.foundation.Platform().clock.MonotonicMs());
+}
+
+bool PlaceState::IsQuestionUp() const {
+    return needs_.foundation.Platform().dialogs.IsQuestionUp();
+}
+
+bool PlaceState::IsFlood() const {
+    return rate_.IsFlood(needs_.foundation.Platform().clock.MonotonicMs());
+}
+
+CopyFacts PlaceState::Facts() const {
+    const ClientSlots* slots = needs_.foundation.Clients();
+    return {.fullName = user_.fullName,
+            .server = needs_.foundation.Network().ServerAddress,
+            .clients = slots ? static_cast<int>(slots->ConnectedCount()) : 0,
+            .isSounding = needs_.sound.IsSounding(),
+            .arePortsDisabled = needs_.conditions.arePortsDisabled,
+            .hasGoogolPort = needs_.ports.HasClock(),
+            .isSimulation = needs_.foundation.Switches().simulate};
+}
+
+std::optional<std::vector<PortTreeNode>> LocalPlaceState::OwnTree() const {
+    return MakePortTree(Parts().ports.InTree());
+}
+
+OperatorRights ClientPlaceState::Rights() const {
+    return {.role = Role::Client, .level = User().level, .isConnectionLost = link_.IsConnectionLost()};
+}
+
+}  // namespace nordkeep

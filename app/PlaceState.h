@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/Foundation.h"
+#include "app/OperatorPorts.h"
+#include "console/window/AlarmRate.h"
+#include "console/window/CopyState.h"
+#include "network/ClientScreen.h"
+#include "pipeline/SoundPlayer.h"
+#include "ports/PortConditions.h"
+
+namespace nordkeep {
+
+/// What the operator's place knows of itself at the moment.
+class PlaceState : public CopyState {
+ public:
+    struct Needs {
+        Foundation& foundation;
+        const SoundPlayer& sound;
+        const PortConditions& conditions;
+        const OperatorPorts& ports;
+    };
+    explicit PlaceState(const Needs& needs) : needs_(needs) {}
+
+    /// A new alarm has come.
+    void NoteAlarm();
+    /// Who works here, on a client.
+    void SetUser(const ClientUser& user) { user_ = user; }
+
+    bool IsQuestionUp() const override;
+    bool IsFlood() const override;
+    CopyFacts Facts() const override;
+
+ protected:
+    const Needs& Parts() const { return needs_; }
+    const ClientUser& User() const { return user_; }
+
+ private:
+    Needs needs_;
+    ClientUser user_{};
+    AlarmRate rate_{};
+};
+
+/// At a copy with ports of its own there is no login and no server.
+class LocalPlaceState final : public PlaceState {
+ public:
+    using PlaceState::PlaceState;
+    OperatorRights Rights() const override { return {.role = Parts().foundation.CopyRole()}; }
+    bool IsRequestPending() const override { return false; }
+    std::optional<std::vector<PortTreeNode>> OwnTree() const override;
+};
+
+class ClientPlaceState final : public PlaceState {
+ public:
+    ClientPlaceState(const Needs& needs, const ServerLink& link) : PlaceState(needs), link_(link) {}
+    OperatorRights Rights() const override;
+    bool IsRequestPending() const override { return link_.IsRequestPending(); }
+    std::optional<std::vector<PortTreeNode>> OwnTree() const override { return std::nullopt; }
+
+ private:
+    const ServerLink& link_;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,207 @@
+#include "console/window/AlarmPage.h"
+
+#include "console/window/ObjectMenu.h"
+#include "runtime/Fields.h"
+
+#include <utility>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kDefaultDelimiter = 9;
+
+bool IsLink(TextView url) {
+    const Text upper = UpperCase(url.substr(0, 8));
+    return upper.starts_with("HTTP://") || upper.starts_with("HTTPS://");
+}
+
+}  // namespace
+
+AlarmRows& AlarmPage::ListOf(Tab tab) {
+    return tab == Tab::Acked ? needs_.lists.Acked() : needs_.lists.Unacked();
+}
+
+const AlarmRows& AlarmPage::ListOf(Tab tab) const {
+    return tab == Tab::Acked ? needs_.lists.Acked() : needs_.lists.Unacked();
+}
+
+void AlarmPage::SetFilter(Tab tab, TextView words) {
+    ListOf(tab).SetFilter(words);
+    frame_.PageChanged();
+}
+
+// --- Selection
+
+void AlarmPage::Select(Tab tab, RowSelection selection) {
+    (tab == Tab::Acked ? acked_ : unacked_) = std::move(selection);
+    if (tab == frame_.CurrentTab()) TakeCurrent(tab);
+    frame_.PageChanged();
+}
+
+void AlarmPage::TurnTo(Tab tab) {
+    TakeCurrent(tab);
+}
+
+void AlarmPage::TakeCurrent(Tab tab) {
+    const Text& key = SelectionOf(tab).current;
+    if (!key.empty() && IsAnySelected(tab)) current_ = LeadingInt32(key);
+}
+
+const cAlarm* AlarmPage::Find(std::int32_t filePointer) const {
+    const cAlarm* alarm = filePointer != 0 ? needs_.store.FindAlarmByKey(filePointer) : nullptr;
+    return alarm && alarm->m_Status != kStatusRemoved ? alarm : nullptr;
+}
+
+const cAlarm* AlarmPage::Current() const {
+    return Find(current_);
+}
+
+// Until an alarm has been clicked, the latest one is meant.
+const cAlarm* AlarmPage::OfMap() const {
+    const cAlarm* alarm = Current();
+    return alarm ? alarm : Find(latest_);
+}
+
+bool AlarmPage::HasMap() const {
+    const cAlarm* alarm = OfMap();
+    return alarm && !alarm->m_TranslatedMapName.empty();
+}
+
+// --- New alarms
+
+void AlarmPage::OfferNewAlarm(const cAlarm& alarm) {
+    if (alarm.m_Status == kStatusAcknowledged) return;
+    const bool showsLast = frame_.Checked().AlwaysShowLastAlarm;
+    const bool turnsTab = frame_.Checked().ShowTabAutomatic;
+    const bool isFirst =
+        !IsAnySelected(Tab::Unacked) && !pending_.isToSelect && !needs_.lists.Unacked().IsFiltered();
+    const bool isToSelect = isFirst || (showsLast && turnsTab);
+    // The row is there at the next tick.
+    if (isToSelect || showsLast) {
+        pending_ = {RowKey(alarm), isToSelect, isToSelect || showsLast};
+    }
+    if (turnsTab && frame_.CurrentTab() != Tab::Unacked) frame_.ShowTab(Tab::Unacked);
+}
+
+void AlarmPage::ShowWhatIsPending() {
+    if (pending_.key.empty()) return;
+    const PendingShow show = std::exchange(pending_, {});
+    if (needs_.lists.Unacked().RowOf(show.key) < 0) return;
+    if (show.isToSelect) {
+        Select(Tab::Unacked, {{show.key}, show.key});
+        frame_.View().ShowSelection(Tab::Unacked);
+    }
+    if (show.isToReveal) frame_.View().Reveal(Tab::Unacked, show.key);
+}
+
+// --- Commands
+
+void AlarmPage::Activate(Tab tab) {
+    const std::vector<Text> keys = KeysInOrder(tab);
+    if (keys.size() != 1 || !needs_.state.Rights().MayOperate()) return;
+    const cAlarm* alarm = needs_.store.FindAlarmByKey(LeadingInt32(keys.front()));
+    if (!alarm) return;
+    current_ = alarm->m_FilePointer;
+    if (ListOf(tab).Columns().doubleClickShowsMap && !alarm->m_TranslatedMapName.empty()) {
+        return needs_.windows.OpenMap(alarm->m_TranslatedMapName, current_, OpenedBy::Operator);
+    }
+    needs_.windows.OpenAlarmSheet(current_, OpenedBy::Operator);
+}
+
+void AlarmPage::EndAll() {
+    needs_.commands.AckAll(needs_.lists.Unacked().IsFiltered());
+}
+
+void AlarmPage::EndSelected() {
+    needs_.commands.CloseSelected(KeysInOrder(Tab::Unacked));
+}
+
+void AlarmPage::ArchiveSelected() {
+    needs_.commands.ArchiveSelected(KeysInOrder(Tab::Acked));
+}
+
+void AlarmPage::Print() {
+    const Tab tab = frame_.CurrentTab();
+    if (!IsAlarmTab(tab)) return;
+    const AlarmRows& list = ListOf(tab);
+    std::vector<Text> keys = KeysInOrder(tab);
+    if (keys.empty()) {
+        for (int row = 0; row < list.RowCount(); ++row) keys.push_back(list.KeyOf(row));
+    }
+    std::vector<std::int32_t> filePointers;
+    for (const Text& key : keys) filePointers.push_back(LeadingInt32(key));
+    needs_.printing.PrintRows(needs_.captions(CaptionOf(tab)), filePointers);
+}
+
+void AlarmPage::OpenSheet() {
+    if (const cAlarm* alarm = Current()) {
+        needs_.windows.OpenAlarmSheet(alarm->m_FilePointer, OpenedBy::Operator);
+    }
+}
+
+void AlarmPage::OpenMap() {
+    const cAlarm* alarm = OfMap();
+    if (!alarm) return;
+    needs_.windows.OpenMap(alarm->m_TranslatedMapName, alarm->m_FilePointer, OpenedBy::Operator);
+}
+
+// --- Texts
+
+Text AlarmPage::Info() {
+    const cAlarm* alarm = Current();
+    if (!alarm) return {};
+    const Text key = RowKey(*alarm) + alarm->m_AlarmCodeToStore + alarm->m_ObjectInformation;
+    if (key == infoOf_) return info_;
+    Text text = NewInfo(*alarm);
+    infoOf_ = key;
+    return info_ = std::move(text);
+}
+
+// Reading a file of the server lets other handlers run: nothing of the record is touched behind it.
+Text AlarmPage::NewInfo(const cAlarm& alarm) {
+    const Text set = alarm.m_TranslationFile;
+    const Text idCode = alarm.m_IdCode;
+    const Text typeCode = alarm.m_TypeCode;
+    Text text = alarm.m_AlarmCodeToStore;
+    Text ofObject = alarm.m_ObjectInformation;
+    Text ofType;
+    if (const Text path = ObjectInfoFile(set, idCode); needs_.readsObjectFiles && !path.empty()) {
+        if (Text file = needs_.files.ReadTextFile(path); !file.empty()) ofObject = std::move(file);
+    }
+    if (const Text path = CodeInfoFile(set, idCode, typeCode);
+        needs_.settings.ViewTypeCodeInfo && !path.empty() && !needs_.state.IsRequestPending()) {
+        ofType = needs_.files.ReadTextFile(path);
+    }
+    for (const Text* part : {&ofObject, &ofType}) {
+        if (!TrimBlanks(*part).empty()) text.append("\r\n\r\n").append(*part);
+    }
+    return text;
+}
+
+Text AlarmPage::Link() const {
+    const cAlarm* alarm = Current();
+    return alarm && IsLink(alarm->m_URL) ? alarm->m_URL : Text();
+}
+
+Text AlarmPage::StatusLine(Tab tab) const {
+    if (!needs_.settings.HasStatusLines()) return {};
+    const Text& key = SelectionOf(tab).current;
+    const cAlarm* alarm = key.empty() ? nullptr : needs_.store.FindAlarmByKey(LeadingInt32(key));
+    if (!alarm || !IsAnySelected(tab)) return {};
+    return Printable(needs_.cells.Build(
+        tab == Tab::Unacked ? needs_.settings.UnackedStatusBarFormat : needs_.settings.AckedStatusBarFormat,
+        *alarm));
+}
+
+Text AlarmPage::CopyText(Tab tab) const {
+    const AlarmRows& list = ListOf(tab);
+    const int code = needs_.settings.AlarmCopyDelimiter;
+    const char delimiter = static_cast<char>(code >= 0 && code <= 255 ? code : kDefaultDelimiter);
+    Text text;
+    for (const Text& key : KeysInOrder(tab)) {
+        text.append(list.Line(list.RowOf(key), delimiter)).append("\r\n");
+    }
+    return text;
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "console/boxes/LoginBox.h"
+#include "console/boxes/SimulationBox.h"
+#include "console/window/MainBox.h"
+
+namespace nordkeep {
+
+struct CommandTargets {
+    MainBox& window;
+    AlarmPage& alarms;
+    ObjectPage& objects;
+    MainBoxView& view;
+    CentreOperations& centre;
+    ServerContact& server;
+    SoundSwitch& sound;
+    LoginBox& login;
+    SimulationBox& simulation;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "console/boxes/CentreOperations.h"
+#include "console/boxes/EditorBox.h"
+#include "console/boxes/SimulationBox.h"
+#include "console/lists/OperatorWindows.h"
+#include "console/lists/WindowView.h"
+#include "console/print/PrintDocument.h"
+#include "console/window/CopyState.h"
+#include "console/window/DebugPage.h"
+#include "network/NetworkServer.h"
+
+namespace nordkeep {
+
+/// The operator's place in the test's hand.
+struct FakeOperatorState : OperatorState {
+    OperatorRights rights{};
+    bool isQuestionUp = false;
+    bool isRequestPending = false;
+    bool isFlood = false;
+
+    OperatorRights Rights() const override { return rights; }
+    bool IsQuestionUp() const override { return isQuestionUp; }
+    bool IsRequestPending() const override { return isRequestPending; }
+    bool IsFlood() const override { return isFlood; }
+};
+
+/// The same, as the main window knows it. Silence is kept, and the tree is that of one port.
+struct FakeCopy final : CopyState, CopyFacts, SoundSwitch {
+    explicit FakeCopy(const PortBinding& binding) : port(binding) {}
+
+    OperatorRights rights{};
+    bool isRequestPending = false;
+    bool isFlood = false;
+    const PortBinding& port;
+
+    OperatorRights Rights() const override { return rights; }
+    bool IsQuestionUp() const override { return false; }
+    bool IsRequestPending() const override { return isRequestPending; }
+    bool IsFlood() const override { return isFlood; }
+    CopyFacts Facts() const override { return *this; }
+    std::optional<std::vector<PortTreeNode>> OwnTree() const override {
+        return MakePortTree({{"Receiver", &port}});
+    }
+    void SilenceSound() override { isSounding = false; }
+};
+
+/// Writes down what was asked of the centre; service periods are set when there are any.
+struct RecordingCentre final : CentreOperations {
+    explicit RecordingCentre(ServicePeriods* servicePeriods = nullptr) : periods(servicePeriods) {}
+
+    void SetService(cTranslate& set, cIDCode& object, const ServicePeriod& period) override {
+        if (periods) periods->Set(set, object, period);
+    }
+    void ResetAliveTests(cTranslate&, cIDCode& object) override { calls += "reset " + object.m_IdCode + ";"; }
+    bool SendToDispatcher(const Text& line) override {
+        dispatched += line;
+        return isDispatcherThere;
+    }
+    void Reload() override { calls += "reload;"; }
+    void SetClocks() override { calls += "clocks;"; }
+    void LoadEvents() override { calls += "events;"; }
+
+    ServicePeriods* periods;
+    bool isDispatcherThere = true;
+    Text dispatched{};
+    Text calls{};
+};
+
+struct RecordingServer final : ServerContact {
+    void Login(const Text& userName, const Text& password) override { calls += userName + "/" + password; }
+    void Logout() override { calls += "logout;"; }
+    void Reconnect() override { calls += "reconnect;"; }
+    void GiveUp() override { calls += "give up;"; }
+    Text calls{};
+};
+
+/// Leaves every file to the built-in editor, or takes all.
+struct RecordingEditorHost final : EditorHost {
+    bool StartProgram(const EditedFile& edited) override {
+        if (!takesAll) return false;
+        calls += "edit " + edited.path + ";";
+        return true;
+    }
+    void NoteSaved(const Text& path) override { calls += "saved " + path + ";"; }
+    bool takesAll = false;
+    Text calls{};
+};
+
+/// The ports that a test names.
+struct FakePorts final : SimulatedPorts, DebugLines {
+    std::vector<SimulatedPort> PortsToSimulate() const override { return ports; }
+    void SendOnPort(const Text& portName, TextView bytes) override { sent += portName + ":" + Text(bytes); }
+    std::vector<SimulatedPort> ports{};
+    Text sent{};
+};
+
+/// Writes down which windows were asked for.
+class RecordingWindows final : public OperatorWindows {
+ public:
+    void OpenAlarmSheet(std::int32_t filePointer, OpenedBy) override {
+        calls += "sheet " + std::to_string(filePointer) + ";";
+    }
+    void OpenObjectSheet(const Text& set, const Text& idCode) override {
+        calls += "object " + set + "/" + idCode + ";";
+    }
+    void OpenMap(const Text& reference, std::int32_t, OpenedBy) override {
+        calls += "map " + reference + ";";
+    }
+    void ShowPicture(std::int32_t, const Text&, bool) override {}
+    void AlarmEnded(std::int32_t) override {}
+    Text calls{};
+};
+
+/// Counts what a window is told.
+class RecordingView final : public WindowView {
+ public:
+    void Show(OpenedBy by) override { calls += by == OpenedBy::Operator ? "show " : "appear "; }
+    void Refresh() override { calls += "refresh "; }
+    void Close() override { calls += "close "; }
+    Text calls{};
+};
+
+/// Keeps the documents.
+class RecordingPrinter final : public PrintOutput {
+ public:
+    void Print(const PrintDocument& document) override { printed.push_back(document); }
+    void Preview(const PrintDocument& document) override { previewed.push_back(document); }
+    std::vector<PrintDocument> printed{};
+    std::vector<PrintDocument> previewed{};
+};
+
+}  // namespace nordkeep
