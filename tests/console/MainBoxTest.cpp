@@ -194,7 +194,7 @@ TEST_F(MainBoxTest, CopiesTheSelectedRowsInTheOrderOfTheList) {
     world.Box().SetView(&screen);
     world.Box().Run(Command::PopupCopy);
     EXPECT_EQ(screen.asked, "copy B\tTown council\r\nA A\tTown council\r\n;");
-    world.Box().ShowTab(Tab::SysLog);
+    world.Box().ShowTab(Tab::IdCodes);
     world.Box().Run(Command::PopupCopy);
     EXPECT_EQ(screen.asked.find("copy"), screen.asked.rfind("copy")) << "only from a list of alarms";
     world.Box().SetView(nullptr);
