@@ -6,6 +6,7 @@
 
 namespace nordkeep {
 namespace {
+
 constexpr int kTextOverwrite = 1080;
 constexpr int kCaptionNotSaved = 3266;
 constexpr int kCaptionSentTo = 3701;

@@ -5,6 +5,7 @@
 
 namespace nordkeep {
 namespace {
+
 constexpr int kCaptionOpenAlarms = 3751;
 constexpr int kCaptionInService = 3752;
 constexpr int kCaptionFailed = 3753;

@@ -2,6 +2,7 @@
 
 #include "platform/FileTree.h"
 #include "runtime/Fields.h"
+#include "runtime/ObjectFiles.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -15,13 +16,11 @@ constexpr int kTextForMinutes = 3110;
 }  // namespace
 
 Text ObjectInfoFile(const Text& set, const Text& idCode) {
-    if (set.empty() || !IsSafeComponent(idCode)) return {};
-    return "Information\\" + set + "\\" + idCode + ".TXT";
+    return set.empty() ? Text() : InformationFile(set, idCode);
 }
 
 Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code) {
-    if (set.empty() || !IsSafeComponent(idCode) || !IsSafeComponent(code)) return {};
-    return "Information\\" + set + "\\" + idCode + "\\" + code + ".TXT";
+    return set.empty() ? Text() : TypeInformationFile(set, idCode, code);
 }
 
 std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals) {

@@ -28,9 +28,8 @@ struct ObjectMenu {
     Text edit{};
 };
 
-/// "Information\<set>\<ID code>.TXT"; empty for a code that cannot name a file.
+/// As runtime/ObjectFiles.h has it; empty also without a set.
 Text ObjectInfoFile(const Text& set, const Text& idCode);
-/// "Information\<set>\<ID code>\<code>.TXT"; empty for a code that cannot name a file.
 Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code);
 
 /// The items of "log only": around the clock, and the lengths of the setting ServiceIntervals. What is no
