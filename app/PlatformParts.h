@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
+#include "platform/DurableWrites.h"
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
 #include "platform/Inet.h"
