@@ -23,6 +23,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -53,10 +54,74 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv, bool h
     return application;
 }
 
-void PrintLogRow(const LogRow& row) {
-    std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
-                ToUtf8(row.text).c_str());
-    std::fflush(stdout);
+/// The parts of the machine that the program stands on.
+struct Machine {
+    SystemClock clock{};
+    QtEventLoop loop{};
+    DurableFiles disk{};
+    QtSockets sockets{};
+    QtSerial serial{};
+    QtInetFactory inet{};
+    AmqpQueues queues{};
+    PrinterDevice printer{};
+    AplaySound sound{};
+    NotifySocket serviceManager{};
+    TerminalDialogs terminalDialogs{};
+    QtDialogs screenDialogs{};
+
+    PlatformParts Parts(bool hasScreen) {
+        return {.clock = clock,
+                .loop = loop,
+                .disk = disk,
+                .sockets = sockets,
+                .serial = serial,
+                .inet = inet,
+                .queues = queues,
+                .printer = printer,
+                .sound = sound,
+                .serviceManager = serviceManager,
+                .dialogs = DialogsFor(hasScreen) ? static_cast<Dialogs&>(screenDialogs) : terminalDialogs,
+                .programFile = ProgramFile(),
+                .hasScreen = hasScreen};
+    }
+    /// Where there is a screen and somebody in front of it; else none.
+    QtDialogs* DialogsFor(bool hasScreen) { return hasScreen && !IsUnattended() ? &screenDialogs : nullptr; }
+};
+
+/// Shows the log in the terminal, and keeps it for the window until there is one.
+class LogRows {
+ public:
+    explicit LogRows(SysLog& log) : log_(log) {
+        log_.SetRowListener([this](const LogRow& row) { Take(row); });
+    }
+    ~LogRows() { log_.SetRowListener({}); }
+    LogRows(const LogRows&) = delete;
+    LogRows& operator=(const LogRows&) = delete;
+
+    void ShowAt(Workplace& place) {
+        place_ = &place;
+        for (const LogRow& row : std::exchange(early_, {})) place.NoteLogRow(row);
+    }
+    /// The place goes; what is still to be said goes to the terminal alone.
+    void Leave() { place_ = nullptr; }
+
+ private:
+    void Take(const LogRow& row) {
+        std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
+                    ToUtf8(row.text).c_str());
+        std::fflush(stdout);
+        place_ ? place_->NoteLogRow(row) : early_.push_back(row);
+    }
+
+    SysLog& log_;
+    Workplace* place_ = nullptr;
+    std::vector<LogRow> early_{};
+};
+
+/// Whether this start is one with a window.
+bool WantsScreen(const CommandLine& commandLine) {
+    const bool isSetup = commandLine.install || commandLine.uninstall;
+    return !commandLine.runAsService && !isSetup && IsScreenThere();
 }
 
 }  // namespace
@@ -66,58 +131,22 @@ int main(int argc, char** argv) {
     if (AnswerInTerminal(commandLine)) return 0;
 
     Signals endSignals;
-    const bool isSetup = commandLine.install || commandLine.uninstall;
-    const bool hasScreen = !commandLine.runAsService && !isSetup && IsScreenThere();
+    const bool hasScreen = WantsScreen(commandLine);
     const auto application = MakeApplication(argc, argv, hasScreen);
-    SystemClock clock;
-    QtEventLoop loop;
-    DurableFiles disk;
-    QtSockets sockets;
-    QtSerial serial;
-    QtInetFactory inet;
-    AmqpQueues queues;
-    PrinterDevice printer;
-    AplaySound sound;
-    NotifySocket serviceManager;
-    TerminalDialogs terminalDialogs;
-    QtDialogs screenDialogs;
-    const bool hasPerson = hasScreen && !IsUnattended();
-
-    Foundation foundation({.clock = clock,
-                           .loop = loop,
-                           .disk = disk,
-                           .sockets = sockets,
-                           .serial = serial,
-                           .inet = inet,
-                           .queues = queues,
-                           .printer = printer,
-                           .sound = sound,
-                           .serviceManager = serviceManager,
-                           .dialogs = hasPerson ? static_cast<Dialogs&>(screenDialogs) : terminalDialogs,
-                           .programFile = ProgramFile(),
-                           .hasScreen = hasScreen},
-                          commandLine);
-    std::vector<LogRow> earlyRows;
-    foundation.Log().SetRowListener([&](const LogRow& row) {
-        PrintLogRow(row);
-        earlyRows.push_back(row);
-    });
+    Machine machine;
+    Foundation foundation(machine.Parts(hasScreen), commandLine);
+    LogRows logRows(foundation.Log());
     if (const auto status = foundation.Prepare()) return *status;
 
     Centre centre(foundation);
-    for (const LogRow& row : earlyRows) centre.Place().NoteLogRow(row);
-    foundation.Log().SetRowListener([&](const LogRow& row) {
-        PrintLogRow(row);
-        centre.Place().NoteLogRow(row);
-    });
+    logRows.ShowAt(centre.Place());
     std::unique_ptr<Screen> screen;
-    if (hasScreen)
-        screen = std::make_unique<Screen>(centre, foundation, hasPerson ? &screenDialogs : nullptr);
+    if (hasScreen) screen = std::make_unique<Screen>(centre, foundation, machine.DialogsFor(hasScreen));
     const QtSignalWatch watch(endSignals, [&centre] { centre.CloseAndShutdownEverything(); });
     if (screen) screen->Show();
     centre.Start();
     if (screen) centre.Place().FirstShown();
-    const int status = loop.Run();
-    foundation.Log().SetRowListener(&PrintLogRow);
+    const int status = machine.loop.Run();
+    logRows.Leave();
     return status;
 }

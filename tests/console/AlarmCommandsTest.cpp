@@ -21,7 +21,8 @@ class AlarmCommandsTest : public ::testing::Test {
     AlarmCommands commands{{.store = *world.store,
                             .handling = world.handling,
                             .dialogs = world.dialogs,
-                            .language = world.language}};
+                            .language = world.language,
+                            .state = world}};
     std::vector<Text> keys{RowKey(world.Raise()), "99K", RowKey(world.Raise())};
 };
 

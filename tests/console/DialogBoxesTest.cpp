@@ -173,15 +173,16 @@ TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
 
 TEST(SettingsList, ShowsWhatIsInForceAndNoPassword) {
     struct Some {
-        Text text{};
-        int number = 0;
+        Text password{};
+        Text text{"x"};
+        int number = 7;
     };
     const SettingRow<Some> rows[] = {
-        {"NetWork", "AutoLoginPassword", "", SettingScope::Workstation, &Some::text},
-        {"General", "B", "7", SettingScope::Workstation, &Some::number},
-        {"General", "a", "x", SettingScope::Centre, &Some::text},
-        {"General", "A", "x", SettingScope::Centre, &Some::text},
-        {"General", "P", "x", SettingScope::Port, &Some::text}};
+        {"NetWork", "AutoLoginPassword", SettingScope::Workstation, &Some::password},
+        {"General", "B", SettingScope::Workstation, &Some::number},
+        {"General", "a", SettingScope::Centre, &Some::text},
+        {"General", "A", SettingScope::Centre, &Some::text},
+        {"General", "P", SettingScope::Port, &Some::text}};
     ConsoleWorld w;
     w.folder.Write("Settings\\Nordkeep.INI", "[General]\r\nB=8\r\n[NetWork]\r\nAutoLoginPassword=secret\r\n");
     SettingsList list(w.files, "path");
