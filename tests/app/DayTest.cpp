@@ -1,6 +1,7 @@
 #include "app/Centre.h"
 #include "platform/amqp/AmqpQueues.h"
 #include "platform/posix/AplaySound.h"
+#include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
 #include "platform/posix/PrinterDevice.h"
 #include "runtime/Fields.h"
@@ -44,6 +45,7 @@ class DayTest : public ::testing::Test {
 
     TempFolder folder{};
     ManualTime time{On(28, 23, 0)};
+    DurableFiles disk{};
     FakeSockets sockets{};
     FakeSerial serial{};
     FakeInets inet{};
@@ -66,6 +68,7 @@ TEST_F(DayTest, IsTakenFromTheClockAndEveryPeriodFromTheTicks) {
     switches.runAsService = true;
     Foundation foundation({.clock = time,
                            .loop = time,
+                           .disk = disk,
                            .sockets = sockets,
                            .serial = serial,
                            .inet = inet,
