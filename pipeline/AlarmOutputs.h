@@ -7,6 +7,7 @@
 #include "pipeline/Outputs.h"
 #include "pipeline/RelayOutput.h"
 #include "pipeline/SoundPlayer.h"
+#include "runtime/Settings.h"
 #include "store/AlarmText.h"
 
 namespace nordkeep {

@@ -5,10 +5,7 @@
 namespace nordkeep {
 namespace {
 
-const std::array kIntake = {
-    SettingRow<IntakeSettings>{"General", "SIADecodeErrorType", SettingScope::Centre,
-                               &IntakeSettings::SIADecodeErrorType, -32768, 32767},
-};
+const std::array kIntake = {kSiaErrorRow<IntakeSettings>};
 
 const std::array kPriority = {
     SettingRow<PrioritySettings>{"General", "NonTextDefaultPrio", SettingScope::Centre,

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "runtime/SettingTable.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// Settings of the intake itself that are read at start.
-struct IntakeSettings {
-    int SIADecodeErrorType = 0;  // type of the event made from a SIA block that cannot be decoded
-};
+struct IntakeSettings : SiaErrorSettings {};
 
 std::span<const SettingRow<IntakeSettings>> IntakeSettingRows();
 

@@ -1,5 +1,7 @@
 #include "pipeline/ResetSettings.h"
 
+#include "runtime/SettingTable.h"
+
 #include <array>
 
 namespace nordkeep {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/Settings.h"
 #include "runtime/SharedSettings.h"
 
 namespace nordkeep {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "runtime/SettingTable.h"
+#include "runtime/SettingRow.h"
 
 namespace nordkeep {
 
-// Keys that more than one subsystem reads. Each stands here once, with its default, and a settings struct
+// Keys that more than one settings struct has. Each stands here once, with its default, and a settings struct
 // that has it is derived from it and names its row in the table.
 
 /// The dates of alarms in lists and lines.
@@ -80,5 +80,46 @@ inline constexpr SettingRow<Struct> kAlarmPictureTimeRow{
 template <class Struct>
 inline constexpr SettingRow<Struct> kSpeechPictureTimeRow{
     "General", "SpeechPictureTime", SettingScope::Workstation, &Struct::SpeechPictureTime};
+
+/// Type of the event made from a SIA block that cannot be decoded.
+struct SiaErrorSettings {
+    int SIADecodeErrorType = 0;
+};
+template <class Struct>
+inline constexpr SettingRow<Struct> kSiaErrorRow{
+    "General", "SIADecodeErrorType", SettingScope::Centre, &Struct::SIADecodeErrorType, -32768, 32767};
+
+/// The event's time is the telegram's.
+struct TelegramTimeSettings {
+    bool TimeStampFromRBM = false;
+};
+template <class Struct>
+inline constexpr SettingRow<Struct> kTelegramTimeRow{"General", "TimeStampFromRBM", SettingScope::Port,
+                                                     &Struct::TimeStampFromRBM};
+
+/// The character that stands for a line end within a text.
+struct LineEndSettings {
+    int SMSCrLfReplaceCharacter = 9;
+};
+template <class Struct>
+inline constexpr SettingRow<Struct> kLineEndRow{"General", "SMSCrLfReplaceCharacter", SettingScope::Port,
+                                                &Struct::SMSCrLfReplaceCharacter};
+
+/// The number in front of a text is its ID code.
+struct NumericCodeSettings {
+    bool ParseNumericIDCodeFieldUsingSpace = true;
+};
+template <class Struct>
+inline constexpr SettingRow<Struct> kNumericCodeRow{"General", "ParseNumericIDCodeFieldUsingSpace",
+                                                    SettingScope::Port,
+                                                    &Struct::ParseNumericIDCodeFieldUsingSpace};
+
+/// The elements of a document are found in any case.
+struct XmlNameSettings {
+    bool XmlNamesIgnoreCase = false;
+};
+template <class Struct>
+inline constexpr SettingRow<Struct> kXmlNameRow{"General", "XmlNamesIgnoreCase", SettingScope::Port,
+                                                &Struct::XmlNamesIgnoreCase};
 
 }  // namespace nordkeep

@@ -43,7 +43,7 @@ constexpr std::array<ClassRow, 8> kClasses = {{{17, 2100, Protocol::Robofon},
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<GoogolSettings>{"General", "TimeStampFromRBM", kPort, &GoogolSettings::TimeStampFromRBM},
+    kTelegramTimeRow<GoogolSettings>,
     SettingRow<GoogolSettings>{"General", "GoogolTextLimit", kPort, &GoogolSettings::GoogolTextLimit, 0,
                                32767},
     SettingRow<GoogolSettings>{"General", "GoogolTextIsAlarmCode", kPort,

@@ -3,14 +3,13 @@
 #include "ports/formats/ServiceTick.h"
 #include "ports/formats/TelegramStep.h"
 #include "ports/formats/TextCleaning.h"
-#include "runtime/SettingRow.h"
+#include "runtime/SharedSettings.h"
 
 #include <optional>
 
 namespace nordkeep {
 
-struct GoogolSettings {
-    bool TimeStampFromRBM = false;       // the event's time is the telegram's
+struct GoogolSettings : TelegramTimeSettings {
     int GoogolTextLimit = 120;           // so many bytes from STX may wait for their ETX
     bool GoogolTextIsAlarmCode = false;  // the first word is the ID code, numeric or not
     int SetTimeInterval = -1;            // minutes between clock telegrams; 0 or less: none

@@ -201,8 +201,7 @@ DecoderNote DroppedNote(const MailMessage& mail, const MailSettings& settings) {
 }
 
 const std::array kRows = {
-    SettingRow<MailSettings>{"General", "ParseNumericIDCodeFieldUsingSpace", SettingScope::Port,
-                             &MailSettings::ParseNumericIDCodeFieldUsingSpace},
+    kNumericCodeRow<MailSettings>,
     SettingRow<MailSettings>{"General", "SubjectFilter", SettingScope::Port, &MailSettings::SubjectFilter},
     SettingRow<MailSettings>{"General", "MailParsingRule", SettingScope::Port,
                              &MailSettings::MailParsingRule},

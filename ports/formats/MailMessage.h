@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingRow.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
@@ -18,8 +18,7 @@ struct MailMessage {
 MailMessage ReadMail(TextView bytes);
 
 /// How mails become events.
-struct MailSettings {
-    bool ParseNumericIDCodeFieldUsingSpace = true;
+struct MailSettings : NumericCodeSettings {
     Text SubjectFilter{"*"};  // patterns separated by commas; none: every subject passes
     int MailParsingRule = 0;
     Text toText{};  // for the log line about a dropped mail

@@ -18,8 +18,7 @@ constexpr int kTextHasLink = 2238;
 const std::array kRows = {
     SettingRow<MultiComSettings>{"General", "MultiComBehaviour", SettingScope::Port,
                                  &MultiComSettings::MultiComBehaviour, -32768, 32767},
-    SettingRow<MultiComSettings>{"General", "XmlNamesIgnoreCase", SettingScope::Port,
-                                 &MultiComSettings::XmlNamesIgnoreCase},
+    kXmlNameRow<MultiComSettings>,
 };
 
 struct Elements {

@@ -5,9 +5,8 @@
 
 namespace nordkeep {
 
-struct MultiComSettings {
+struct MultiComSettings : XmlNameSettings {
     int MultiComBehaviour = 0;  // 0: the event code chooses; otherwise only area alarms make events
-    bool XmlNamesIgnoreCase = false;
 };
 
 std::span<const SettingRow<MultiComSettings>> MultiComSettingRows();

@@ -38,10 +38,7 @@ constexpr std::array<ClassRow, 20> kClasses = {
 
 constexpr char kOwnClass = 'S';
 
-const std::array kRows = {
-    SettingRow<RobofonSettings>{"General", "TimeStampFromRBM", SettingScope::Port,
-                                &RobofonSettings::TimeStampFromRBM},
-};
+const std::array kRows = {kTelegramTimeRow<RobofonSettings>};
 
 /// XOR of all bytes.
 char XorOf(TextView bytes) {

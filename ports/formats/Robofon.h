@@ -1,13 +1,11 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingRow.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
-struct RobofonSettings {
-    bool TimeStampFromRBM = false;  // the event's time is the telegram's
-};
+struct RobofonSettings : TelegramTimeSettings {};
 
 std::span<const SettingRow<RobofonSettings>> RobofonSettingRows();
 

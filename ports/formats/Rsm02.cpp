@@ -37,13 +37,10 @@ constexpr unsigned kSpeech = 1u << 0;
 // The longest documents have some 100,000 characters; what goes beyond is left away.
 constexpr std::size_t kLongestText = 1 << 17;
 
-constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<Rsm02Settings>{"General", "TimeStampFromRBM", kPort, &Rsm02Settings::TimeStampFromRBM},
-    SettingRow<Rsm02Settings>{"General", "SMSCrLfReplaceCharacter", kPort,
-                              &Rsm02Settings::SMSCrLfReplaceCharacter},
-    SettingRow<Rsm02Settings>{"General", "ParseNumericIDCodeFieldUsingSpace", kPort,
-                              &Rsm02Settings::ParseNumericIDCodeFieldUsingSpace},
+    kTelegramTimeRow<Rsm02Settings>,
+    kLineEndRow<Rsm02Settings>,
+    kNumericCodeRow<Rsm02Settings>,
 };
 
 /// The sum of all bytes as two bytes, the high one first.

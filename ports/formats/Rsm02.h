@@ -7,10 +7,7 @@
 
 namespace nordkeep {
 
-struct Rsm02Settings {
-    bool TimeStampFromRBM = false;  // the event's time is the telegram's
-    int SMSCrLfReplaceCharacter = 9;
-    bool ParseNumericIDCodeFieldUsingSpace = true;  // the number in front of an SMS is its ID code
+struct Rsm02Settings : TelegramTimeSettings, LineEndSettings, NumericCodeSettings {
     TextCleaning cleaning{};
     CallSettings calls{};
     SiaSettings sia{};

@@ -18,8 +18,7 @@ constexpr std::size_t kAccountWidth = 6;
 constexpr std::size_t kLongestMessage = 16384;
 
 const std::array kRows = {
-    SettingRow<SiaSettings>{"General", "SIADecodeErrorType", SettingScope::Centre,
-                            &SiaSettings::SIADecodeErrorType, -32768, 32767},
+    kSiaErrorRow<SiaSettings>,
     SettingRow<SiaSettings>{"General", "SIAAsciiBlockAsSeparateEvent", SettingScope::Centre,
                             &SiaSettings::SIAAsciiBlockAsSeparateEvent},
     SettingRow<SiaSettings>{"General", "WaitForMLR2SIAASCIIBlockTimeout", SettingScope::Centre,

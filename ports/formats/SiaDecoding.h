@@ -1,13 +1,12 @@
 #pragma once
 
 #include "ports/formats/TelegramStep.h"
-#include "runtime/SettingRow.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
 /// Settings of the whole centre that bear on SIA messages.
-struct SiaSettings {
-    int SIADecodeErrorType = 0;                // type of the event made from a block of no known type
+struct SiaSettings : SiaErrorSettings {
     bool SIAAsciiBlockAsSeparateEvent = true;  // otherwise a text goes into the event in front of it
     int WaitForMLR2SIAASCIIBlockTimeout = 0;   // seconds that an event waits for its text; 0 or less: none
 };

@@ -26,10 +26,8 @@ constexpr std::array<std::pair<unsigned char, unsigned char>, 31> kIa5 = {
 
 constexpr SettingScope kPort = SettingScope::Port;
 const std::array kRows = {
-    SettingRow<SmsSettings>{"General", "SMSCrLfReplaceCharacter", kPort,
-                            &SmsSettings::SMSCrLfReplaceCharacter},
-    SettingRow<SmsSettings>{"General", "ParseNumericIDCodeFieldUsingSpace", kPort,
-                            &SmsSettings::ParseNumericIDCodeFieldUsingSpace},
+    kLineEndRow<SmsSettings>,
+    kNumericCodeRow<SmsSettings>,
     SettingRow<SmsSettings>{"General", "UseSenderAsIDCode", kPort, &SmsSettings::UseSenderAsIDCode},
     SettingRow<SmsSettings>{"General", "IA5toISOLatin1", kPort, &SmsSettings::IA5toISOLatin1},
     SettingRow<SmsSettings>{"General", "DefaultCountryCode", kPort, &SmsSettings::DefaultCountryCode},

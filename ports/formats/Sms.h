@@ -2,15 +2,14 @@
 
 #include "ports/formats/TelegramStep.h"
 #include "ports/formats/TextCleaning.h"
+#include "runtime/SharedSettings.h"
 
 #include <optional>
 
 namespace nordkeep {
 
 /// How text messages and calls become events.
-struct SmsSettings {
-    int SMSCrLfReplaceCharacter = 9;
-    bool ParseNumericIDCodeFieldUsingSpace = true;  // the number in front of a message is its ID code
+struct SmsSettings : LineEndSettings, NumericCodeSettings {
     bool UseSenderAsIDCode = false;
     bool IA5toISOLatin1 = false;
     Text DefaultCountryCode{"046"};  // with or without zeros in front

@@ -12,10 +12,7 @@ constexpr int kDocumentsInOneStep = 64;
 
 constexpr const char* kHead = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
 
-const std::array kRows = {
-    SettingRow<XmlGatewaySettings>{"General", "XmlNamesIgnoreCase", SettingScope::Port,
-                                   &XmlGatewaySettings::XmlNamesIgnoreCase},
-};
+const std::array kRows = {kXmlNameRow<XmlGatewaySettings>};
 
 /// A complete document and what becomes of it.
 struct Document {

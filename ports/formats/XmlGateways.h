@@ -3,13 +3,11 @@
 #include "ports/formats/TelegramStep.h"
 #include "ports/formats/XmlText.h"
 #include "runtime/Protocol.h"
-#include "runtime/SettingRow.h"
+#include "runtime/SharedSettings.h"
 
 namespace nordkeep {
 
-struct XmlGatewaySettings {
-    bool XmlNamesIgnoreCase = false;
-};
+struct XmlGatewaySettings : XmlNameSettings {};
 
 std::span<const SettingRow<XmlGatewaySettings>> XmlGatewaySettingRows();
 

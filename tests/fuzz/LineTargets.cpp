@@ -47,8 +47,9 @@ void Feed(TextView input, NewLine newLine) {
 }
 
 void RunRobofon(TextView input) {
-    Feed(input,
-         [] { return [](TextView rest) { return NextRobofonStep(rest, {.TimeStampFromRBM = true}, {}); }; });
+    Feed(input, [] {
+        return [](TextView rest) { return NextRobofonStep(rest, {{.TimeStampFromRBM = true}}, {}); };
+    });
 }
 
 void RunText(TextView input) {
@@ -60,8 +61,10 @@ void RunText(TextView input) {
 
 void RunGoogol(TextView input) {
     for (const bool isCode : {true, false}) {
-        const GoogolSettings settings{
-            .TimeStampFromRBM = true, .GoogolTextIsAlarmCode = isCode, .cleaning = kAllCleaning};
+        GoogolSettings settings{};
+        settings.TimeStampFromRBM = true;
+        settings.GoogolTextIsAlarmCode = isCode;
+        settings.cleaning = kAllCleaning;
         Feed(input, [&] { return [&](TextView rest) { return NextGoogolStep(rest, settings, {}); }; });
     }
 }
@@ -86,8 +89,10 @@ struct NoCallers final : CallerBook {
 void RunRsm02(TextView input) {
     const NoCallers callers;
     for (const int behaviour : {0, 1}) {
-        const Rsm02Settings settings{
-            .TimeStampFromRBM = true, .cleaning = kAllCleaning, .multiCom = {.MultiComBehaviour = behaviour}};
+        Rsm02Settings settings{};
+        settings.TimeStampFromRBM = true;
+        settings.cleaning = kAllCleaning;
+        settings.multiCom.MultiComBehaviour = behaviour;
         Feed(input, [&] {
             return [&, state = Rsm02State()](TextView rest) mutable {
                 return NextRsm02Step(rest, {settings, state, callers}, {});
@@ -126,7 +131,7 @@ void RunXml(TextView input) {
     for (const auto next : {&NextSosAccessMiniStep, &NextAptusMiniStep, &NextSosAccessV4Step}) {
         for (const bool ignoresCase : {false, true}) {
             Feed(input, [&] {
-                return [&](TextView rest) { return next(rest, {.XmlNamesIgnoreCase = ignoresCase}, {}); };
+                return [&](TextView rest) { return next(rest, {{.XmlNamesIgnoreCase = ignoresCase}}, {}); };
             });
         }
     }
@@ -143,8 +148,9 @@ void RunPollReply(TextView input) {
 
 void RunSurGard(TextView input) {
     for (const int waitSeconds : {0, 5}) {
-        const SurGardSettings settings{.sia = {.SIAAsciiBlockAsSeparateEvent = waitSeconds == 0,
-                                               .WaitForMLR2SIAASCIIBlockTimeout = waitSeconds}};
+        SurGardSettings settings{};
+        settings.sia.SIAAsciiBlockAsSeparateEvent = waitSeconds == 0;
+        settings.sia.WaitForMLR2SIAASCIIBlockTimeout = waitSeconds;
         Feed(input, [&] {
             return [&settings, wait = SiaWait()](TextView rest) mutable {
                 TelegramStep step = NextSurGardStep(rest, settings, wait, {});
@@ -158,8 +164,9 @@ void RunSurGard(TextView input) {
 void RunSia(TextView input) {
     for (const SiaForm form : {SiaForm::Lengths, SiaForm::Brackets}) {
         for (const bool isSeparate : {true, false}) {
-            const auto events = DecodeSIABlock({.text = Text(input), .form = form},
-                                               {.SIAAsciiBlockAsSeparateEvent = isSeparate}, {});
+            SiaSettings settings{};
+            settings.SIAAsciiBlockAsSeparateEvent = isSeparate;
+            const auto events = DecodeSIABlock({.text = Text(input), .form = form}, settings, {});
             if (events.size() > input.size() + 1) std::abort();
         }
     }

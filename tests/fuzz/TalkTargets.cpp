@@ -15,7 +15,9 @@ void RunMail(TextView input) {
     const MailMessage mail = ReadMail(input);
     // Nothing in a mail grows by being read.
     if (mail.body.size() > input.size() || mail.subject.size() > input.size()) std::abort();
-    const TelegramStep step = HandleMailMessage(input, "a@b", {.SubjectFilter = "*a*b?*,L*"}, {});
+    MailSettings settings{};
+    settings.SubjectFilter = "*a*b?*,L*";
+    const TelegramStep step = HandleMailMessage(input, "a@b", settings, {});
     if (step.events.size() + step.notes.size() != 1) std::abort();
     MatchesWildcard(mail.subject, mail.body.substr(0, 20));
 }
@@ -70,7 +72,9 @@ void RunModemLines(TextView input) {
 }
 
 void RunSms(TextView input) {
-    SmsSettings settings{.UseSenderAsIDCode = true, .IA5toISOLatin1 = true};
+    SmsSettings settings{};
+    settings.UseSenderAsIDCode = true;
+    settings.IA5toISOLatin1 = true;
     settings.cleaning.AdjustTabAndSpace = true;
     for (const int stand : {9, 32, 255}) {
         settings.SMSCrLfReplaceCharacter = stand;

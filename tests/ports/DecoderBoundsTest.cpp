@@ -41,7 +41,8 @@ TEST(DecoderBounds, HostileSiaMessages) {
 }
 
 TEST(DecoderBounds, WaitingSiaMessages) {
-    const SiaSettings settings{.WaitForMLR2SIAASCIIBlockTimeout = 60};
+    SiaSettings settings{};
+    settings.WaitForMLR2SIAASCIIBlockTimeout = 60;
     SiaWait wait;
     std::size_t decoded = 0;
     for (int account = 0; account < 1003; ++account) {

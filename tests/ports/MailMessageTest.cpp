@@ -133,7 +133,7 @@ TEST(MailEvent, SplitsTheFirstLine) {
     for (const Case& c : cases) {
         const Text mail = "From: a@b\r\nSubject: S\r\n\r\n" + Text(c.body);
         const TelegramStep step =
-            HandleMailMessage(mail, "env@c", {.ParseNumericIDCodeFieldUsingSpace = c.splits}, kNow);
+            HandleMailMessage(mail, "env@c", {{.ParseNumericIDCodeFieldUsingSpace = c.splits}}, kNow);
         ASSERT_EQ(step.events.size(), 1u) << c.body;
         const IncomingEvent& event = step.events[0].event;
         EXPECT_EQ(event.DefaultAlarmCode, c.code) << c.body;
@@ -148,12 +148,16 @@ TEST(MailEvent, SplitsTheFirstLine) {
 
 TEST(MailEvent, IsDroppedByTheSubject) {
     const Text mail = "From: f\r\nTo: t\r\nSubject: =?utf-8?Q?=C3=85ska?=\r\n\r\nx";
+    MailSettings settings{};
+    settings.toText = " to ";
+    settings.subjectText = " about ";
     for (const char* passing : {"*", "", " , ", "a, \xE5s*", "?SKA"}) {
-        EXPECT_EQ(HandleMailMessage(mail, "", {.SubjectFilter = passing}, kNow).events.size(), 1u) << passing;
+        settings.SubjectFilter = passing;
+        EXPECT_EQ(HandleMailMessage(mail, "", settings, kNow).events.size(), 1u) << passing;
     }
     for (const char* dropping : {"larm*", ",x", "?"}) {
-        const TelegramStep step = HandleMailMessage(
-            mail, "", {.SubjectFilter = dropping, .toText = " to ", .subjectText = " about "}, kNow);
+        settings.SubjectFilter = dropping;
+        const TelegramStep step = HandleMailMessage(mail, "", settings, kNow);
         EXPECT_TRUE(step.events.empty()) << dropping;
         ASSERT_EQ(step.notes.size(), 1u);
         EXPECT_EQ(step.notes[0].text, 1157);

@@ -102,7 +102,7 @@ TEST(Robofon, ReadsTheFieldsOfBothKinds) {
 
 TEST(Robofon, TakesTheTelegramsTimeOnlyWhenItIsOne) {
     const auto timeOf = [](const Text& digits) {
-        return NextRobofonStep(Full(digits), {.TimeStampFromRBM = true}, kNow).events.at(0).event.AlarmTime;
+        return NextRobofonStep(Full(digits), {{.TimeStampFromRBM = true}}, kNow).events.at(0).event.AlarmTime;
     };
     EXPECT_EQ(timeOf("2405171345"), OleDate::FromCivil({2024, 5, 17, 13, 45, 0}));
     EXPECT_EQ(timeOf("4901010000"), OleDate::FromCivil({2049, 1, 1}));

@@ -16,6 +16,14 @@ Text Decoded(const Text& answer, const SmsSettings& settings = {}) {
     return decoded->event.Originator + "|" + decoded->event.DefaultAlarmCode + "|" + decoded->event.ExtraText;
 }
 
+/// Fresh settings but for what `change` sets.
+template <class Change>
+SmsSettings With(const Change& change) {
+    SmsSettings settings{};
+    change(settings);
+    return settings;
+}
+
 Text Answer(const Text& sender, const Text& text) {
     return "\r\n+CMGR: \"REC UNREAD\",\"" + sender + "\",,\"24/05/17,13:45:30+08\"\r\n" + text +
            "\r\n\r\nOK\r\n";
@@ -46,16 +54,23 @@ TEST(Sms, IsDecodedFromTheModemsAnswer) {
 }
 
 TEST(Sms, FollowsTheSettings) {
-    EXPECT_EQ(Decoded(Answer("070", "1234 a"), {.ParseNumericIDCodeFieldUsingSpace = false}), "070||1234 a");
-    EXPECT_EQ(Decoded(Answer("070", "1234 a"), {.UseSenderAsIDCode = true}), "070|070|a");
-    EXPECT_EQ(Decoded(Answer("070", ""), {.UseSenderAsIDCode = true}), "070|070|");
-    EXPECT_EQ(Decoded(Answer("Firm", "12 a"), {.UseSenderAsIDCode = true}), "|12|a");
-    EXPECT_EQ(Decoded(Answer("070", "a\t\tb\r\nc"),
-                      {.SMSCrLfReplaceCharacter = 32, .cleaning = {.AdjustTabAndSpace = true}}),
-              "070||a b c");
-    EXPECT_EQ(Decoded(Answer("070", Text("{|} [\\]\x00\x0E", 9) + "\r\nx"), {.IA5toISOLatin1 = true}),
+    EXPECT_EQ(
+        Decoded(Answer("070", "1234 a"), With([](auto& s) { s.ParseNumericIDCodeFieldUsingSpace = false; })),
+        "070||1234 a");
+    const SmsSettings bySender = With([](auto& s) { s.UseSenderAsIDCode = true; });
+    EXPECT_EQ(Decoded(Answer("070", "1234 a"), bySender), "070|070|a");
+    EXPECT_EQ(Decoded(Answer("070", ""), bySender), "070|070|");
+    EXPECT_EQ(Decoded(Answer("Firm", "12 a"), bySender), "|12|a");
+    const SmsSettings blanks = With([](auto& s) {
+        s.SMSCrLfReplaceCharacter = 32;
+        s.cleaning.AdjustTabAndSpace = true;
+    });
+    EXPECT_EQ(Decoded(Answer("070", "a\t\tb\r\nc"), blanks), "070||a b c");
+    EXPECT_EQ(Decoded(Answer("070", Text("{|} [\\]\x00\x0E", 9) + "\r\nx"),
+                      With([](auto& s) { s.IA5toISOLatin1 = true; })),
               "070||\xE4\xF6\xF1 \xC4\xD6\xD1@\xC5\xC7x");
-    EXPECT_EQ(Decoded(Answer("070", "\x84\x86\x94"), {.cleaning = {.DOS8bitASCIItoISOLatin1 = true}}),
+    EXPECT_EQ(Decoded(Answer("070", "\x84\x86\x94"),
+                      With([](auto& s) { s.cleaning.DOS8bitASCIItoISOLatin1 = true; })),
               "070||\xE4\xE5\xF6");
 }
 
