@@ -7,13 +7,13 @@
 #include "ports/formats/TextTelegram.h"
 #include "ports/formats/XmlGateways.h"
 #include "ports/lines/LineSettings.h"
+#include "runtime/SharedTexts.h"
 
 namespace nordkeep {
 namespace {
 
 constexpr int kTextExportDropped = 1095;
 constexpr int kTextUnknownMessage = 1059;
-constexpr int kTextHiddenNumber = 1060;
 
 template <class Struct>
 Struct Load(const FormatParts& parts, std::span<const SettingRow<Struct>> rows) {

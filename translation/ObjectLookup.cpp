@@ -1,13 +1,13 @@
 #include "translation/ObjectLookup.h"
 
+#include "runtime/SharedTexts.h"
+
 #include <algorithm>
 
 namespace nordkeep {
 namespace {
 
 using Position = ObjectIndex::Position;
-
-constexpr int kHiddenNumberText = 1060;
 
 /// The first object with this code that takes the event of this caller.
 Position FirstMatch(const ObjectIndex& index, TextView code, TextView caller, const LookupRules& rules) {
@@ -36,7 +36,7 @@ std::optional<CallerMatch> FindCallerAtPort(const PortBinding& port, TextView nu
 
 LookupRules MakeLookupRules(const TranslationSettings& settings, const Language& language) {
     return {.matchCallers = settings.MatchCLIDIfExisting,
-            .hiddenNumber = language.GetLanguageText(kHiddenNumberText),
+            .hiddenNumber = language.GetLanguageText(kTextHiddenNumber),
             .parksResets = settings.UnAssociatedResetEventsTimeout >= 1};
 }
 

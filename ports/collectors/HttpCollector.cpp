@@ -1,13 +1,13 @@
 #include "ports/collectors/Collector.h"
 #include "ports/formats/VirtualReceiver.h"
 #include "runtime/SettingTable.h"
+#include "runtime/SharedTexts.h"
 
 #include <algorithm>
 
 namespace nordkeep {
 namespace {
 
-constexpr int kTextPort = 1035;
 constexpr int kTextNoAnswer = 1036;
 constexpr int kTextSeconds = 1037;
 constexpr int kTextServiceError = 1133;

@@ -4,6 +4,7 @@
 #include "ports/formats/TelegramFields.h"
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
+#include "runtime/SharedTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +12,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextPort = 1035;
 constexpr std::int64_t kFirstTestDelayMs = 5000;
 // A line that is never opened must not fill the memory; the oldest telegrams go first.
 constexpr std::size_t kLongestQueue = 10'000;

@@ -3,6 +3,9 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kTextClosingAtShutdown = 1024;
+constexpr int kTextWith = 1027;
+constexpr int kTextConnectionError = 1030;
 constexpr int kTextOpened = 1041;
 constexpr int kTextOpenFailed = 1096;
 
@@ -26,6 +29,19 @@ void PortLog::OpenFailed(const Text& address, const Text& error, TextView name) 
     if (isFailureLogged_) return;
     isFailureLogged_ = true;
     Failure(kTextOpenFailed, OpeningTail(address, name) + " (" + error + ")");
+}
+
+void PortLog::Closed(bool isShuttingDown, const Text& peer, EndTexts texts) {
+    const Text port = NameAndDescription();
+    if (isShuttingDown) return Information(kTextClosingAtShutdown, port + GetLanguageText(texts.at) + peer);
+    Information(texts.subject,
+                port + GetLanguageText(kTextWith) + peer + " " + GetLanguageText(kTextHasBeenClosed));
+}
+
+void PortLog::ConnectionFailed(const Text& peer, const Text& error) {
+    if (isFailureLogged_) return;
+    isFailureLogged_ = true;
+    Failure(kTextConnectionError, NameAndDescription() + " " + peer + " (" + error + ")");
 }
 
 }  // namespace nordkeep

@@ -7,6 +7,9 @@
 
 namespace nordkeep {
 
+/// The last word of the log line about a line that has been closed.
+inline constexpr int kTextHasBeenClosed = 1028;
+
 /// The system log lines of one port. A series of failed attempts to open writes one line.
 class PortLog {
  public:
@@ -17,8 +20,17 @@ class PortLog {
     /// `address` is what stands behind "PortSettings = ", such as "COM1:9600,N,8,1", or behind another name.
     void Opened(const Text& address, TextView name = "PortSettings");
     void OpenFailed(const Text& address, const Text& error, TextView name = "PortSettings");
-    bool IsFailureLogged() const { return isFailureLogged_; }
-    void SetFailureLogged(bool isLogged) { isFailureLogged_ = isLogged; }
+    /// A connection or socket to `peer` ends. `at` stands in front of the peer in the line of a shutdown,
+    /// `subject` begins the line of any other end.
+    struct EndTexts {
+        int at;
+        int subject;
+    };
+    void Closed(bool isShuttingDown, const Text& peer, EndTexts texts);
+    /// The connection or socket has failed.
+    void ConnectionFailed(const Text& peer, const Text& error);
+    /// The next failure writes a line again.
+    void EndFailures() { isFailureLogged_ = false; }
 
     /// A line of kind 2 or 1 with the language text of this number and what follows it.
     void Information(int text, const Text& tail) { Write(text, tail, LogKind::Information); }

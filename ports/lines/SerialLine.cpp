@@ -1,11 +1,10 @@
 #include "ports/lines/Line.h"
 #include "runtime/SerialDevices.h"
+#include "runtime/SharedTexts.h"
 
 namespace nordkeep {
 namespace {
 
-constexpr int kTextPort = 1035;
-constexpr int kTextClosed = 1028;
 constexpr int kTextVanished = 3610;
 
 class SerialLine final : public Line {
@@ -32,8 +31,8 @@ class SerialLine final : public Line {
     void Close(bool) override {
         if (!line_->PortOpen()) return;
         line_->SetPortOpen(false);
-        log_.Information(kTextPort,
-                         " '" + log_.Line().PortDescription + "' " + log_.GetLanguageText(kTextClosed));
+        log_.Information(
+            kTextPort, " '" + log_.Line().PortDescription + "' " + log_.GetLanguageText(kTextHasBeenClosed));
     }
 
     Text Take() override { return line_->InBufferCount() == 0 ? Text() : line_->Input(); }

@@ -5,13 +5,9 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextClosingAtShutdown = 1024;
 constexpr int kTextAt = 1025;
 constexpr int kTextConnectionOfPort = 1026;
-constexpr int kTextWith = 1027;
-constexpr int kTextHasBeenClosed = 1028;
 constexpr int kTextConnected = 1029;
-constexpr int kTextConnectionError = 1030;
 
 // A slow peer needs this long to answer; an attempt is not given up before.
 constexpr std::int64_t kShortestAttemptMs = 10'000;
@@ -60,13 +56,7 @@ class TcpClientLine final : public Line {
 
     void Close(bool isShuttingDown) override {
         if (socket_->State() == SocketState::Closed) return;
-        const Text port = log_.NameAndDescription();
-        if (isShuttingDown) {
-            log_.Information(kTextClosingAtShutdown, port + log_.GetLanguageText(kTextAt) + Peer());
-        } else {
-            log_.Information(kTextConnectionOfPort, port + log_.GetLanguageText(kTextWith) + Peer() + " " +
-                                                        log_.GetLanguageText(kTextHasBeenClosed));
-        }
+        log_.Closed(isShuttingDown, Peer(), {.at = kTextAt, .subject = kTextConnectionOfPort});
         isAttemptLogged_ = false;
         socket_->Close();
     }
@@ -89,16 +79,13 @@ class TcpClientLine final : public Line {
     }
 
     void OnConnected() {
-        log_.SetFailureLogged(false);
+        log_.EndFailures();
         log_.Information(kTextConnected, log_.NameAndDescription() + log_.GetLanguageText(kTextAt) + Peer() +
                                              " (MessageFormat = " + log_.FormatName() + ")");
     }
 
     void OnError(const Text& error) {
-        if (!log_.IsFailureLogged()) {
-            log_.SetFailureLogged(true);
-            log_.Failure(kTextConnectionError, log_.NameAndDescription() + " " + Peer() + " (" + error + ")");
-        }
+        log_.ConnectionFailed(Peer(), error);
         socket_->Close();
     }
 

@@ -3,12 +3,8 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextClosingAtShutdown = 1024;
-constexpr int kTextConnectionError = 1030;
 constexpr int kTextAtUdp = 1130;
 constexpr int kTextSocketOfPort = 1131;
-constexpr int kTextWith = 1027;
-constexpr int kTextHasBeenClosed = 1028;
 
 class UdpLine final : public Line {
  public:
@@ -38,13 +34,7 @@ class UdpLine final : public Line {
     void Close(bool isShuttingDown) override {
         if (socket_->State() == SocketState::Closed) return;
         socket_->Close();
-        const Text port = log_.NameAndDescription();
-        if (isShuttingDown) {
-            log_.Information(kTextClosingAtShutdown, port + log_.GetLanguageText(kTextAtUdp) + Address());
-        } else {
-            log_.Information(kTextSocketOfPort, port + log_.GetLanguageText(kTextWith) + Address() + " " +
-                                                    log_.GetLanguageText(kTextHasBeenClosed));
-        }
+        log_.Closed(isShuttingDown, Address(), {.at = kTextAtUdp, .subject = kTextSocketOfPort});
     }
 
     Text Take() override { return socket_->GetData(); }
@@ -59,11 +49,7 @@ class UdpLine final : public Line {
     Text Address() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
 
     void OnError(const Text& error) {
-        if (!log_.IsFailureLogged()) {
-            log_.SetFailureLogged(true);
-            log_.Failure(kTextConnectionError,
-                         log_.NameAndDescription() + " " + Address() + " (" + error + ")");
-        }
+        log_.ConnectionFailed(Address(), error);
         socket_->Close();
     }
 
