@@ -117,7 +117,7 @@ cIDCode* ObjectList::ObjectAt(int source) const {
     return FindExactObject(*set, code);
 }
 
-cIDCode* ObjectList::FindObject(TextView key) const {
+cIDCode* ObjectList::ObjectOfRow(TextView key) const {
     const int row = RowOf(key);
     return row < 0 ? nullptr : ObjectAt(SourceOf(row));
 }

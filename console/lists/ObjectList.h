@@ -31,7 +31,7 @@ class ObjectList final : public TableRows {
     void NoteObject(TextView set, TextView idCode);
     void NoteAll() { MarkAllRows(); }
     /// The object of a row's key; none when it has gone.
-    cIDCode* FindObject(TextView key) const;
+    cIDCode* ObjectOfRow(TextView key) const;
 
     int ColumnCount() const override { return 10; }
     Text Heading(int column) const override;

@@ -169,7 +169,7 @@ void ObjectPage::SetService(const ServicePeriod& period) {
     cTranslate* set = needs_.translations.Find(objects_.Set());
     if (!set || !Selected()) return;
     for (const Text& key : selection_.KeysInOrder(objects_)) {
-        if (cIDCode* object = objects_.FindObject(key)) needs_.centre.SetService(*set, *object, period);
+        if (cIDCode* object = objects_.ObjectOfRow(key)) needs_.centre.SetService(*set, *object, period);
     }
 }
 

@@ -87,7 +87,7 @@ class ObjectPage {
         Text idCode{};
     };
 
-    cIDCode* Selected() const { return objects_.FindObject(selection_.current); }
+    cIDCode* Selected() const { return objects_.ObjectOfRow(selection_.current); }
     std::optional<Names> NamesOfSelected() const;
     bool MayAsk() const { return !needs_.state.IsRequestPending(); }
     void ShowSet(const Text& set);
