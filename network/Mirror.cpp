@@ -163,10 +163,7 @@ void Mirror::ResetAliveTests(TextView payload) {
     cTranslate* set = needs_.translations.Find(name->fileName);
     cIDCode* object = set == nullptr ? nullptr : FindExactObject(*set, name->idCode);
     if (object != nullptr) {
-        for (const int test : {1, 2}) {
-            object->CalculateNextAliveTestTime(test, needs_.clock.Now(), needs_.timers.Pace());
-            object->FailedFlag(test) = false;
-        }
+        needs_.timers.StartAnew(*object, needs_.clock.Now());
         needs_.objectViews.UpdateObjectTreeEntry(*set, *object);
     }
     needs_.objectViews.RecalcAliveTestView();

@@ -13,6 +13,13 @@ void AliveTestTimers::Restart(cIDCode& object, int test, OleDate heard, TextView
     LogExpiration(object, test, cause);
 }
 
+void AliveTestTimers::StartAnew(cIDCode& object, OleDate now) const {
+    for (const int test : {1, 2}) {
+        object.CalculateNextAliveTestTime(test, now, pace_);
+        object.FailedFlag(test) = false;
+    }
+}
+
 void AliveTestTimers::LogExpiration(const cIDCode& object, int test, TextView cause) const {
     if (!settings_.AliveTestDebug) return;
     Text line(AliveTestName(test));

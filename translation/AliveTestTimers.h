@@ -15,6 +15,8 @@ class AliveTestTimers {
     AliveTestPace Pace() const { return pace_; }
     /// Reschedules a test after a sign of life at `heard`. `cause` completes "AliveTest was ..." in the log.
     void Restart(cIDCode& object, int test, OleDate heard, TextView cause) const;
+    /// Starts both tests anew at `now`; their failed states go. Writes nothing.
+    void StartAnew(cIDCode& object, OleDate now) const;
     /// "<AliveTest or AliveTest2> was <cause> '<ID code>' to <expiration>".
     void LogExpiration(const cIDCode& object, int test, TextView cause) const;
     /// Writes a line when AliveTestDebug is on.
