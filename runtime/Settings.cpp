@@ -4,26 +4,15 @@ namespace nordkeep {
 namespace {
 
 constexpr TextView kMainFile = "Settings\\Nordkeep.INI";
-// Files in use are the main file, one for each port and a few data code and zone files for each set.
-constexpr std::size_t kMostCachedFiles = 512;
 
 }  // namespace
 
-const IniText& Settings::TextOf(const NativePath& path) const {
-    const FileStamp stamp = StampOf(path);
-    if (const auto known = cache_.find(path); known != cache_.end() && known->second.stamp == stamp) {
-        return known->second.text;
-    }
-    if (cache_.size() >= kMostCachedFiles) cache_.clear();
-    Cached& cached = cache_[path];
-    cached.stamp = stamp;
-    cached.text = IniText(stamp.Exists() ? ReadFile(path).value_or(Text()) : Text());
-    return cached.text;
+NativePath Settings::PathOf(TextView fileName) const {
+    return dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName);
 }
 
 Text Settings::ReadIni(TextView section, TextView key, TextView byDefault, TextView fileName) const {
-    const NativePath path = dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName);
-    return TextOf(path).Value(section, key).value_or(Text(byDefault));
+    return files_->TextOf(PathOf(fileName)).Value(section, key).value_or(Text(byDefault));
 }
 
 Text Settings::ReadMainIni(TextView section, TextView key, TextView byDefault) const {
@@ -36,30 +25,11 @@ Text Settings::ReadPortIni(TextView section, TextView key, TextView byDefault, T
 }
 
 bool Settings::WriteIni(TextView section, TextView key, TextView value, TextView fileName) {
-    const NativePath path = dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName);
-    TextOf(path);
-    if (OverwriteValue(path, section, key, value)) return true;
-    Text changed = TextOf(path).WithValue(section, key, value);
-    if (!ReplaceFile(path, changed)) return false;
-    cache_[path] = {StampOf(path), IniText(std::move(changed))};
-    return true;
-}
-
-// The alarm number is written at every event. A few bytes in the middle of a file that keeps its length
-// cannot lose the file in a crash, and cost a tenth of a new file.
-bool Settings::OverwriteValue(const NativePath& path, TextView section, TextView key, TextView value) {
-    Cached& cached = cache_[path];
-    const auto line = cached.text.Overwrite(section, key, value);
-    if (!line) return false;
-    const auto offset = static_cast<std::size_t>(line->data() - cached.text.Content().data());
-    const bool isWritten = OverwriteFile(path, offset, *line);
-    cached.stamp = StampOf(path);
-    if (!isWritten) cache_.erase(path);
-    return isWritten;
+    return files_->Write(PathOf(fileName), section, key, value);
 }
 
 std::vector<Text> Settings::ListKeys(TextView section, TextView fileName) const {
-    return TextOf(dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName)).Keys(section);
+    return files_->TextOf(PathOf(fileName)).Keys(section);
 }
 
 }  // namespace nordkeep

@@ -2,16 +2,15 @@
 
 #include "platform/FileTree.h"
 #include "platform/Text.h"
-#include "runtime/IniText.h"
+#include "runtime/IniFiles.h"
 
+#include <memory>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace nordkeep {
 
-/// The settings files below the data folder. Every call sees the present content of the file: its stamp is
-/// asked each time, and the parsed form is kept as long as the stamp stays.
+/// The settings files below the data folder. Every call sees the present content of the file.
 class Settings {
  public:
     explicit Settings(const FileTree& dataFolder) : dataFolder_(dataFolder) {}
@@ -32,17 +31,12 @@ class Settings {
     void UseServerText(Text text) { serverText_ = std::move(text); }
 
  private:
-    struct Cached {
-        FileStamp stamp{};
-        IniText text{};
-    };
-
-    const IniText& TextOf(const NativePath& path) const;
-    bool OverwriteValue(const NativePath& path, TextView section, TextView key, TextView value);
+    NativePath PathOf(TextView fileName) const;
 
     const FileTree& dataFolder_;
     std::optional<Text> serverText_{};
-    mutable std::unordered_map<NativePath, Cached> cache_{};
+    // An object of its own: a look-up reads a file that has changed anew, which changes no setting.
+    const std::unique_ptr<IniFiles> files_ = std::make_unique<IniFiles>();
 };
 
 }  // namespace nordkeep
