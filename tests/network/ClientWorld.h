@@ -30,14 +30,13 @@ class RecordingScreen final : public ClientScreen {
 };
 
 /// A client with a data folder of its own.
-struct ClientWorld {
+struct ClientWorld : NetworkGround {
     ClientWorld(ManualTime& time_, SocketFactory& sockets_) : ClientWorld(time_, time_, sockets_) {}
     ClientWorld(const Clock& time_, EventLoop& loop_, SocketFactory& sockets_)
-        : time(time_), loop(loop_), sockets(sockets_) {
+        : NetworkGround(time_, loop_, sockets_, {.ServerAddress = "server"}) {
         folder.MakeFolders("LogFiles_Client");
         language.LoadFrom("1061=cannot\n1062=lost\n1065=ends\n1076= at \n1077=unknown\n1081=bye\n");
         log.SetRole(Role::Client);
-        log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
     }
     /// As the program starts.
     ClientStart Start() {
@@ -45,33 +44,11 @@ struct ClientWorld {
         if (start.failure.empty()) session.Begin();
         return start;
     }
-    bool HasLogged(const Text& text) const {
-        return std::find(logged.begin(), logged.end(), text) != logged.end();
-    }
 
-    const Clock& time;
-    EventLoop& loop;
-    SocketFactory& sockets;
-    TempFolder folder{};
-    Settings files{folder.Tree()};
-    Language language{};
-    SysLog log{folder.Tree(), time};
-    std::vector<Text> logged{};
-    NetworkSettings network{.ServerAddress = "server"};
-    NetworkTraffic traffic{folder.Tree(), time};
     ServerLink link{{sockets, loop, time, language, log, traffic, network}};
     ClientUser user{};
     ClientReplica replica{link, user};
-    TestCore core{{.dataFolder = folder.Tree(),
-                   .files = files,
-                   .language = language,
-                   .log = log,
-                   .clock = time,
-                   .loop = loop,
-                   .sockets = sockets,
-                   .role = Role::Client,
-                   .alarmReplica = &replica,
-                   .objectReplica = &replica}};
+    TestCore core{Below(Role::Client, replica)};
     EventStore& store = core.store;
     Translations& translations = core.translations;
     RecordingScreen screen{};

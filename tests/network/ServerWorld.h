@@ -1,28 +1,24 @@
 #pragma once
 
 #include "network/EventRecord.h"
-#include "network/NetworkServer.h"
 #include "network/ServerReplica.h"
-#include "tests/doubles/ManualTime.h"
-#include "tests/doubles/TempFolder.h"
-#include "tests/doubles/TestCore.h"
+#include "tests/network/NetworkGround.h"
 
 #include <set>
 
 namespace nordkeep {
 
 /// A server on a data folder of its own: one port with the set "A", objects 1 and 2.
-struct ServerWorld {
+struct ServerWorld : NetworkGround {
     ServerWorld(ManualTime& time_, SocketFactory& sockets_) : ServerWorld(time_, time_, sockets_) {}
     ServerWorld(const Clock& time_, EventLoop& loop_, SocketFactory& sockets_)
-        : time(time_), loop(loop_), sockets(sockets_) {
+        : NetworkGround(time_, loop_, sockets_, {.ClientAddresses = "127.0.0.1"}) {
         for (const char* name : {"Data\\Events", "LogFiles", "Comments"}) folder.MakeFolders(name);
         folder.Write("Settings\\Nordkeep.INI", "[General]\r\nMaxAlarms=77\r\n");
         folder.Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,A,Secret,2\r\nbo=Bo,BB,,2\r\n");
         folder.Write("Settings\\Port1.ini", "[Translate]\r\nRobofon=A\r\n");
         folder.Write("Settings\\A.IDCode", "1/070;Shop;60;M;;;C;1;0;9;08:00:00\r\n2;House\r\n");
         folder.Write("Settings\\A.TypeCode", "E1;3;Burglary;R1\r\n");
-        log.SetRowListener([this](const LogRow& row) { logged.push_back(row.text); });
         port.portName = "Port1";
         Reload();
         language.LoadFrom(
@@ -42,32 +38,10 @@ struct ServerWorld {
         alarm->m_ArrivedTime = time.Now();
         return store.StoreNew(std::move(alarm));
     }
-    bool HasLogged(const Text& text) const {
-        return std::find(logged.begin(), logged.end(), text) != logged.end();
-    }
 
-    const Clock& time;
-    EventLoop& loop;
-    SocketFactory& sockets;
-    TempFolder folder{};
-    Settings files{folder.Tree()};
-    Language language{};
-    SysLog log{folder.Tree(), time};
-    std::vector<Text> logged{};
-    NetworkSettings network{.ClientAddresses = "127.0.0.1"};
-    NetworkTraffic traffic{folder.Tree(), time};
     ClientSlots slots{{sockets, loop, time, language, log, traffic, network}};
     ServerReplica replica{slots};
-    TestCore core{{.dataFolder = folder.Tree(),
-                   .files = files,
-                   .language = language,
-                   .log = log,
-                   .clock = time,
-                   .loop = loop,
-                   .sockets = sockets,
-                   .role = Role::Server,
-                   .alarmReplica = &replica,
-                   .objectReplica = &replica}};
+    TestCore core{Below(Role::Server, replica)};
     EventStore& store = core.store;
     Translations& translations = core.translations;
     PortBinding port{};
