@@ -287,8 +287,9 @@ TEST_F(MirrorTest, ALostServerComesBackAfterAFullInterval) {
 /// One step of a server's day, or of an operator's at a client.
 class Day {
  public:
-    Day(ServerWorld& server, unsigned seed)
-        : server_(server), random_(seed), resetSettings_{.AutoAckResetEvents = static_cast<int>(seed % 3)} {}
+    Day(ServerWorld& server, unsigned seed) : server_(server), random_(seed) {
+        resetSettings_.AutoAckResetEvents = static_cast<int>(seed % 3);
+    }
 
     int Below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
     cAlarm* AnyEvent(EventStore& store) {

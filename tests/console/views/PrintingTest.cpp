@@ -41,17 +41,20 @@ TEST(PageLayout, BreaksPagesAndLongLines) {
     const PageLayout wide = w.LayOut(1, Text(160, 'x'));
     EXPECT_GT(wide.PageSize().width(), wide.PageSize().height()) << "turned for a long line";
     EXPECT_GT(w.LayOut(10, Text(20000, 'x')).PageCount(), 10);
-    const PageLayout odd(
-        {.lines = {Text("\0\x1b\t", 3), ""}, .look = {.FontSize = 72, .LeftMargin = 150, .TopMargin = 150}},
-        {210, 297}, "", w.captions);
+    PrinterSettings largest;
+    largest.FontSize = 72;
+    largest.LeftMargin = largest.TopMargin = 150;
+    const PageLayout odd({.lines = {Text("\0\x1b\t", 3), ""}, .look = largest}, {210, 297}, "", w.captions);
     EXPECT_GE(odd.PageCount(), 1);
 }
 
 TEST(PageLayout, KeepsEveryCharacterOfALine) {
     const PrintWorld w;
     for (const char* font : {"", "DejaVu Sans"}) {
-        const PageLayout layout({.lines = {Text(30, 'W'), Text(4000, 'i')}, .look = {.FontName = font}},
-                                {210, 297}, "", w.captions);
+        PrinterSettings look;
+        look.FontName = font;
+        const PageLayout layout({.lines = {Text(30, 'W'), Text(4000, 'i')}, .look = look}, {210, 297}, "",
+                                w.captions);
         QString all;
         for (const QString& line : layout.Lines()) all += line;
         EXPECT_EQ(all.count(u'W'), 30);
