@@ -5,28 +5,35 @@ namespace {
 
 constexpr TextView kNotInNames = "\\/:*?\"<>|";
 
-bool MatchesFrom(TextView name, TextView mask) {
-    while (!mask.empty()) {
-        if (mask.front() == '*') {
-            while (!mask.empty() && mask.front() == '*') mask.remove_prefix(1);
-            if (mask.empty()) return true;
-            for (; !name.empty(); name.remove_prefix(1)) {
-                if (MatchesFrom(name, mask)) return true;
-            }
+/// One pass, whatever the mask: when a character does not fit, the last star takes one more, and no earlier
+/// star ever has to be looked at again.
+bool MatchesStars(TextView name, TextView mask) {
+    constexpr std::size_t kNone = TextView::npos;
+    std::size_t star = kNone;  // the last one passed, and what it has taken so far ends at `taken`
+    std::size_t taken = 0;
+    std::size_t at = 0;
+    std::size_t in = 0;
+    while (at < name.size()) {
+        if (in < mask.size() && mask[in] == '*') {
+            star = in++;
+            taken = at;
+        } else if (in < mask.size() && (mask[in] == '?' || UpperCase(mask[in]) == UpperCase(name[at]))) {
+            ++in;
+            ++at;
+        } else if (star != kNone) {
+            in = star + 1;
+            at = ++taken;
+        } else {
             return false;
         }
-        if (name.empty()) return false;
-        if (mask.front() != '?' && UpperCase(mask.front()) != UpperCase(name.front())) return false;
-        mask.remove_prefix(1);
-        name.remove_prefix(1);
     }
-    return name.empty();
+    return mask.find_first_not_of('*', in) == TextView::npos;
 }
 
 }  // namespace
 
 bool MatchesMask(TextView name, TextView mask) {
-    return mask == "*.*" || MatchesFrom(name, mask);
+    return mask == "*.*" || MatchesStars(name, mask);
 }
 
 bool IsSafeComponent(TextView name) {
