@@ -30,10 +30,21 @@ bool FolderExists(const NativePath& path);
 
 /// All bytes of a regular file; none when it cannot be read. Never blocks on a pipe or device.
 std::optional<Text> ReadFile(const NativePath& path);
+
+/// What became of reading a file. That there is none and that it cannot be read are two things: what could
+/// not be read is never to be written over.
+struct FileContent {
+    enum class State { Read, Missing, Unreadable };
+    State state = State::Missing;
+    Text bytes{};
+    Text reason{};  // of Unreadable, in the system's words
+};
+FileContent LoadFile(const NativePath& path);
 /// Makes or empties the file and writes the bytes. False when anything failed.
 bool WriteFile(const NativePath& path, TextView bytes);
-/// Writes a temporary file beside it and renames it over the file, so that a reader and a crash see either
-/// the old or the new content; the mode of an existing file stays. False when anything failed.
+/// Writes a temporary file beside it and renames it over the file, so that a reader, a crash and a power cut
+/// see either the old or the new content; on the medium when it returns. The mode of an existing file stays.
+/// False when anything failed, and for an existing file that this program may not write.
 bool ReplaceFile(const NativePath& path, TextView bytes);
 /// Writes over bytes in the middle of a file, which keeps its length. False when it has not that many bytes.
 bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes);

@@ -8,24 +8,43 @@ constexpr std::size_t kMostCachedFiles = 512;
 
 }  // namespace
 
-const IniText& IniFiles::TextOf(const NativePath& path) {
+IniFiles::Cached& IniFiles::Present(const NativePath& path) {
     const FileStamp stamp = StampOf(path);
-    if (const auto known = cache_.find(path); known != cache_.end() && known->second.stamp == stamp) {
-        return known->second.text;
+    if (const auto known = cache_.find(path);
+        known != cache_.end() && known->second.stamp == stamp && !known->second.isToReadAgain) {
+        return known->second;
     }
-    if (cache_.size() >= kMostCachedFiles) cache_.clear();
+    FileContent content = LoadFile(path);
+    if (cache_.size() >= kMostCachedFiles && !cache_.contains(path)) cache_.clear();
     Cached& cached = cache_[path];
+    NoteReadable(path, cached, content);
+    cached.isToReadAgain = cached.isUnreadable;
+    if (cached.isUnreadable) return cached;
     cached.stamp = stamp;
-    cached.text = IniText(stamp.Exists() ? ReadFile(path).value_or(Text()) : Text());
-    return cached.text;
+    cached.text = IniText(std::move(content.bytes));
+    return cached;
+}
+
+void IniFiles::NoteReadable(const NativePath& path, Cached& cached, const FileContent& content) {
+    const bool isUnreadable = content.state == FileContent::State::Unreadable;
+    if (isUnreadable == cached.isUnreadable) return;
+    cached.isUnreadable = isUnreadable;
+    if (!listener_) return;
+    if (isUnreadable) {
+        listener_->CannotBeRead(path, content.reason);
+    } else {
+        listener_->CanBeReadAgain(path);
+    }
 }
 
 bool IniFiles::Write(const NativePath& path, TextView section, TextView key, TextView value) {
-    TextOf(path);
+    if (Present(path).isUnreadable) return false;
     if (OverwriteValue(path, section, key, value)) return true;
-    Text changed = TextOf(path).WithValue(section, key, value);
+    const Cached& present = Present(path);
+    if (present.isUnreadable) return false;
+    Text changed = present.text.WithValue(section, key, value);
     if (!ReplaceFile(path, changed)) return false;
-    cache_[path] = {StampOf(path), IniText(std::move(changed))};
+    cache_[path] = {.stamp = StampOf(path), .text = IniText(std::move(changed))};
     return true;
 }
 
@@ -38,7 +57,7 @@ bool IniFiles::OverwriteValue(const NativePath& path, TextView section, TextView
     const auto offset = static_cast<std::size_t>(line->data() - cached.text.Content().data());
     const bool isWritten = OverwriteFile(path, offset, *line);
     cached.stamp = StampOf(path);
-    if (!isWritten) cache_.erase(path);
+    cached.isToReadAgain = !isWritten;
     return isWritten;
 }
 

@@ -10,10 +10,14 @@
 
 namespace nordkeep {
 
-/// The settings files below the data folder. Every call sees the present content of the file.
+/// The settings files below the data folder. Every call sees the present content of the file; of one that is
+/// there and cannot be read, what was known of it before.
 class Settings {
  public:
     explicit Settings(const FileTree& dataFolder) : dataFolder_(dataFolder) {}
+
+    /// The listener outlives this object or is taken away with nullptr.
+    void SetListener(SettingsListener* listener) { files_->SetListener(listener); }
 
     /// A key of a local settings file; `fileName` is relative to the data folder, empty for the main file.
     /// `byDefault` comes back untouched when file, section or key is missing.

@@ -28,6 +28,13 @@ bool WriteAll(int descriptor, TextView bytes) {
     return true;
 }
 
+bool SynchroniseFolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    const std::string folderPath = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    const Descriptor folder(::open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return folder && (::fsync(folder.Get()) == 0 || errno == EINVAL);
+}
+
 Text SystemErrorText(int error) {
     const char* text = ::strerrordesc_np(error);
     return text != nullptr ? Text(text) : "error " + std::to_string(error);

@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <string>
 #include <utility>
 
 namespace nordkeep {
@@ -35,6 +36,10 @@ Descriptor OpenRegular(const char* path, int flags, unsigned mode = 0666);
 
 /// Writes all bytes, in as many turns as the system wants. False, with errno, on failure.
 bool WriteAll(int descriptor, TextView bytes);
+
+/// Puts the entries of the folder that a path lies in onto the medium. True also on file systems that
+/// synchronise no folders; else false, with errno.
+bool SynchroniseFolderOf(const std::string& path);
 
 /// The system's description of an errno value, in English whatever the locale.
 Text SystemErrorText(int error);

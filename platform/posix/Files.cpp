@@ -50,17 +50,23 @@ bool WriteTemporary(const NativePath& path, TextView bytes, const mode_t* mode) 
     Descriptor file = OpenRegular(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
     if (!file) return false;
     if (mode && ::fchmod(file.Get(), *mode) != 0) return false;
-    return WriteAll(file.Get(), bytes) && file.Close();
+    // Else a power cut could leave the new name with nothing behind it.
+    return WriteAll(file.Get(), bytes) && ::fsync(file.Get()) == 0 && file.Close();
+}
+
+/// A rename goes over a file whatever its mode; what this program may not write is not its own to replace.
+bool MayWrite(const NativePath& path) {
+    return static_cast<bool>(OpenRegular(path.c_str(), O_WRONLY));
 }
 
 /// `status` is that of what stands there; none when there is nothing.
 bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
-    if (status && !S_ISREG(status->st_mode)) return false;
+    if (status && (!S_ISREG(status->st_mode) || !MayWrite(target))) return false;
     const mode_t mode = status ? status->st_mode & 07777 : 0;
     const NativePath temporary = TemporaryNameFor(target);
     if (WriteTemporary(temporary, bytes, status ? &mode : nullptr) &&
         ::rename(temporary.c_str(), target.c_str()) == 0)
-        return true;
+        return SynchroniseFolderOf(target);
     ::unlink(temporary.c_str());
     return false;
 }
@@ -108,6 +114,19 @@ std::optional<Text> ReadFile(const NativePath& path) {
     return ReadAll(file.Get(), static_cast<std::size_t>(status.st_size));
 }
 
+FileContent LoadFile(const NativePath& path) {
+    using State = FileContent::State;
+    const Descriptor file = OpenRegular(path.c_str(), O_RDONLY);
+    if (!file && (errno == ENOENT || errno == ENOTDIR)) return {};
+    struct stat status {};
+    if (!file || ::fstat(file.Get(), &status) != 0)
+        return {.state = State::Unreadable, .reason = SystemErrorText(errno)};
+    if (status.st_size > kLargestFile) return {.state = State::Unreadable, .reason = SystemErrorText(EFBIG)};
+    std::optional<Text> bytes = ReadAll(file.Get(), static_cast<std::size_t>(status.st_size));
+    if (!bytes) return {.state = State::Unreadable, .reason = SystemErrorText(errno)};
+    return {.state = State::Read, .bytes = std::move(*bytes)};
+}
+
 std::optional<Text> ReadFileUnlinked(const NativePath& path, std::size_t most) {
     const Descriptor file = OpenRegular(path.c_str(), O_RDONLY | O_NOFOLLOW);
     struct stat status {};
@@ -127,9 +146,6 @@ bool WriteFile(const NativePath& path, TextView bytes) {
     return file && WriteAll(file.Get(), bytes) && file.Close();
 }
 
-// Renaming over is atomic: whoever reads, and whoever starts after a crash of the program, finds the old
-// content or the new one. It is not synchronised, since it runs at each event and nothing answers a sender
-// on the strength of it; after a power cut the content may be some seconds old, but whole.
 bool ReplaceFile(const NativePath& path, TextView bytes) {
     const NativePath target = BehindLinks(path);
     struct stat status {};

@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "tests/doubles/NoDescriptors.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +111,36 @@ TEST_F(Files, AStampTellsARewriteAndAReplacement) {
     EXPECT_NE(StampOf(At("a")).inode, first.inode);
 }
 
+TEST(LoadFile, TellsMissingFromUnreadable) {
+    const TempFolder folder;
+    folder.Write("there.txt", "x");
+    using State = FileContent::State;
+    EXPECT_EQ(LoadFile(folder.Resolve("there.txt")).bytes, "x");
+    EXPECT_EQ(LoadFile(folder.Resolve("none.txt")).state, State::Missing);
+    EXPECT_EQ(LoadFile(folder.Resolve("there.txt") + "/below").state, State::Missing);
+    EXPECT_EQ(LoadFile(folder.Path()).state, State::Unreadable);
+    const NoDescriptors none;
+    EXPECT_EQ(LoadFile(folder.Resolve("there.txt")).state, State::Unreadable);
+}
+
+// A rename goes over a file whatever its mode, so a comment history of another account was lost.
+TEST(ReplaceFile, LeavesAFileAloneThatThisProgramMayNotWrite) {
+    const TempFolder folder;
+    folder.Write("theirs.txt", "history");
+    const NativePath path = folder.Resolve("theirs.txt");
+    ::chmod(folder.Path().c_str(), 0777);
+    ::chmod(path.c_str(), 0444);
+    constexpr uid_t kNobody = 65'534;
+    ASSERT_EQ(::seteuid(kNobody), 0);
+    const bool isReplaced = ReplaceFile(path, "new");
+    const bool isMade = ReplaceFile(folder.Path() + "/mine.txt", "new");
+    ASSERT_EQ(::seteuid(0), 0);
+    EXPECT_FALSE(isReplaced);
+    EXPECT_TRUE(isMade);
+    EXPECT_EQ(folder.Read("theirs.txt"), "history");
+    EXPECT_EQ(ListEntries(folder.Path()).size(), 2u);
+}
+
 TEST(MatchesMask, KnowsQuestionMarkAndStar) {
     struct Case {
         TextView name;
@@ -130,8 +161,14 @@ TEST(MatchesMask, KnowsQuestionMarkAndStar) {
         {"a.b.c", "*.c", true},
         {"abc", "a*?c", true},
         {"ac", "a*?c", false},
+        {"abcd", "a*bc*bc*d", false},
+        {"abcbcxd", "a*bc*bc*d", true},
+        {"a", "a**", true},
     };
     for (const Case& c : cases) EXPECT_EQ(MatchesMask(c.name, c.mask), c.fits) << c.name << " " << c.mask;
+    // Eight stars once did not end in a minute.
+    const Text longName(200, 'a');
+    EXPECT_FALSE(MatchesMask(longName, "*a*a*a*a*a*a*a*a*a*a*b"));
 }
 
 }  // namespace

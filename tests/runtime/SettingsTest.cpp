@@ -1,4 +1,5 @@
 #include "runtime/Settings.h"
+#include "tests/doubles/NoDescriptors.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -32,6 +33,63 @@ TEST(Settings, WritesLocallyButReadsTheServersSharedKeys) {
     settings.WriteIni("General", "Key", "new");
     EXPECT_EQ(settings.ReadMainIni("General", "Key", ""), "server");
     EXPECT_EQ(settings.ReadIni("General", "Key", ""), "new");
+}
+
+/// Counts what a settings file tells of itself.
+class RecordingListener final : public SettingsListener {
+ public:
+    void CannotBeRead(const NativePath&, const Text& reason) override {
+        ++failures;
+        lastReason = reason;
+    }
+    void CanBeReadAgain(const NativePath&) override { ++returns; }
+    int failures = 0;
+    int returns = 0;
+    Text lastReason{};
+};
+
+// Tests run as root, whom no mode keeps out: another kind of file in its place cannot be read by anybody.
+TEST(Settings, KeepWhatTheyKnowOfAFileThatCannotBeReadAndLeaveItAlone) {
+    const TempFolder folder;
+    RecordingListener listener;
+    folder.Write("Settings\\Nordkeep.INI", "[General]\r\nNextAlarmId=7\r\nLanguage=046\r\n");
+    Settings settings(folder.Tree());
+    settings.SetListener(&listener);
+    EXPECT_EQ(settings.ReadIni("General", "Language", "?"), "046");
+    const NativePath file = folder.Resolve("Settings\\Nordkeep.INI");
+    const NativePath aside = file + ".aside";
+    ASSERT_TRUE(RenameFile(file, aside) && MakeFolder(file));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(settings.ReadIni("General", "Language", "?"), "046");
+        EXPECT_FALSE(settings.WriteIni("General", "NextAlarmId", "8"));
+    }
+    EXPECT_EQ(listener.failures, 1);
+    EXPECT_NE(listener.lastReason, "");
+    ASSERT_TRUE(RemoveFolder(file) && RenameFile(aside, file));
+    EXPECT_EQ(settings.ReadIni("General", "NextAlarmId", "?"), "7");
+    EXPECT_TRUE(settings.WriteIni("General", "NextAlarmId", "8"));
+    EXPECT_EQ(listener.returns, 1);
+    EXPECT_EQ(folder.Read("Settings\\Nordkeep.INI"), "[General]\r\nNextAlarmId=8\r\nLanguage=046\r\n");
+}
+
+// Seen when descriptors ran out for three telegrams: the write in place failed, what was known went with it,
+// and the file became two lines.
+TEST(Settings, SurviveAMomentWithoutDescriptors) {
+    const TempFolder folder;
+    const Text content = "[General]\r\nNextAlarmId=7\r\nLanguage=046\r\n";
+    folder.Write("Settings\\Nordkeep.INI", content);
+    Settings settings(folder.Tree());
+    EXPECT_EQ(settings.ReadIni("General", "NextAlarmId", "?"), "7");
+    {
+        const NoDescriptors none;
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_FALSE(settings.WriteIni("General", "NextAlarmId", "8"));
+            EXPECT_EQ(settings.ReadIni("General", "Language", "?"), "046");
+        }
+    }
+    EXPECT_EQ(folder.Read("Settings\\Nordkeep.INI"), content);
+    EXPECT_TRUE(settings.WriteIni("General", "NextAlarmId", "8"));
+    EXPECT_EQ(settings.ReadIni("General", "Language", "?"), "046");
 }
 
 TEST(Settings, FailsQuietlyWithoutItsFolder) {
