@@ -13,8 +13,10 @@ namespace {
 // A signal handler can reach nothing but what is global.
 std::atomic<int> wakeUp{-1};
 std::atomic<int> received{0};
+std::atomic<bool> isToEndAtOnce{false};
 
 void OnEnd(int) {
+    if (isToEndAtOnce) ::_exit(0);
     if (received.fetch_add(1) > 0) ::_exit(1);
     const int error = errno;
     const char byte = 0;
@@ -35,7 +37,7 @@ void Handle(int signal, void (*handler)(int)) {
 
 void HandleAll(void (*onEnd)(int), void (*onOther)(int)) {
     for (const int signal : {SIGTERM, SIGINT}) Handle(signal, onEnd);
-    for (const int signal : {SIGHUP, SIGPIPE}) Handle(signal, onOther);
+    for (const int signal : {SIGHUP, SIGPIPE, SIGXFSZ}) Handle(signal, onOther);
 }
 
 }  // namespace
@@ -51,6 +53,10 @@ Signals::~Signals() {
     HandleAll(SIG_DFL, SIG_DFL);
     wakeUp = -1;
     for (const int end : pipe_) ::close(end);
+}
+
+void Signals::EndAtOnce(bool isOn) {
+    isToEndAtOnce = isOn;
 }
 
 bool Signals::Take() {
