@@ -3,6 +3,7 @@
 #include "runtime/Fields.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -16,6 +17,10 @@ constexpr int kTextTooMany = 1075;
 
 /// A client that takes nothing any more must not fill the memory with what it still is to get.
 constexpr std::size_t kMostUnsent = 64 << 20;
+/// What one client may have of one turn of the loop. It may ask as much as it likes; others are served in
+/// between.
+constexpr int kMostFramesInOneTurn = 50;
+constexpr int kMostMsInOneTurn = 4;
 constexpr int kSupervisionMs = 1000;
 constexpr int kIntervalsOfSilence = 5;
 constexpr int kFarewellMs = 2000;
@@ -98,14 +103,19 @@ void ClientSlots::OnClosed(int slot) {
     OnData(slot);  // what came together with the close
     if (At(slot).socket->State() == SocketState::Closed) return;
     Log(slot, Line(kTextDisconnected, AddressOf(slot)), LogKind::Information);
-    At(slot).socket->Close();
-    At(slot).buffer.Clear();
+    LetGo(slot);
 }
 
 void ClientSlots::OnError(int slot, const Text& description) {
     Log(slot, Line(kTextConnectionError, AddressOf(slot)) + " (" + description + ")", LogKind::Failure);
-    At(slot).socket->Close();
-    At(slot).buffer.Clear();
+    LetGo(slot);
+}
+
+// What the client has done before it left counts: the slot is free when its frames have had their turns.
+void ClientSlots::LetGo(int slot) {
+    At(slot).hasPeerLeft = At(slot).hasFramesLeft;
+    if (At(slot).hasPeerLeft) return;
+    CloseSlot(slot);
 }
 
 void ClientSlots::OnSendComplete(int slot) {
@@ -114,20 +124,57 @@ void ClientSlots::OnSendComplete(int slot) {
 }
 
 void ClientSlots::OnData(int slot) {
+    if (At(slot).hasFramesLeft) return;
     const Text arrived = At(slot).socket->GetData();
     if (arrived.empty()) return;
     At(slot).lastHeardMs = needs_.clock.MonotonicMs();
     At(slot).buffer.Append(arrived);
-    HandleFrames(slot);
+    if (HandleFrames(slot)) RequestTurn();
 }
 
-void ClientSlots::HandleFrames(int slot) {
+// True when frames are left for a later turn.
+bool ClientSlots::HandleFrames(int slot) {
     FrameBuffer& buffer = At(slot).buffer;
-    while (const std::optional<Frame> frame = buffer.Next()) {
+    const std::int64_t endMs = needs_.clock.MonotonicMs() + kMostMsInOneTurn;
+    At(slot).hasFramesLeft = false;
+    for (int i = 0; i < kMostFramesInOneTurn; ++i) {
+        const std::optional<Frame> frame = buffer.Next();
+        if (!frame) {
+            if (buffer.IsTooLong()) OnError(slot, "frame too long");
+            return false;
+        }
         needs_.traffic.WriteTrafficLine(frame->number, frame->payload.size(), TrafficDirection::Received);
         if (handler_ != nullptr) handler_->HandleMessage(slot, frame->number, frame->payload);
+        if (needs_.clock.MonotonicMs() >= endMs) break;
     }
-    if (buffer.IsTooLong()) OnError(slot, "frame too long");
+    return At(slot).hasFramesLeft = true;
+}
+
+void ClientSlots::RequestTurn() {
+    if (std::exchange(isTurnRequested_, true)) return;
+    needs_.loop.Post([this, life = std::weak_ptr<bool>(life_)] {
+        if (!life.expired()) TakeTurn();
+    });
+}
+
+void ClientSlots::TakeTurn() {
+    isTurnRequested_ = false;
+    bool isMoreToDo = false;
+    for (int slot = 0; slot < kSlotCount; ++slot) {
+        if (At(slot).hasFramesLeft) {
+            isMoreToDo |= HandleFrames(slot);
+            if (!At(slot).hasFramesLeft) At(slot).hasPeerLeft ? LetGo(slot) : OnData(slot);
+        }
+        if (handler_ != nullptr) isMoreToDo |= handler_->ContinueWork(slot);
+    }
+    if (isMoreToDo) RequestTurn();
+}
+
+// What the client had sent but not completed is none of its successor's, which would be read askew by it.
+void ClientSlots::CloseSlot(int slot) {
+    At(slot).socket->Close();
+    At(slot).buffer.Clear();
+    At(slot).hasFramesLeft = At(slot).hasPeerLeft = false;
 }
 
 void ClientSlots::SendTo(int slot, Message message, TextView payload) {
@@ -146,14 +193,13 @@ void ClientSlots::SendToAllBut(int excepted, Message message, TextView payload) 
     }
 }
 
-// An own close is no Close event: the buffer stays as it is.
 void ClientSlots::WriteClientSocket(int slot, TextView frame) {
     if (!IsConnected(slot)) return;
     Winsock& socket = *At(slot).socket;
     if (socket.UnsentBytes() <= kMostUnsent && socket.SendData(frame)) return;
     const bool isBacklog = socket.UnsentBytes() > kMostUnsent;
     const Text reason = isBacklog ? "takes no data" : socket.LastError();
-    socket.Close();
+    CloseSlot(slot);
     Log(slot, Line(kTextConnectionError, AddressOf(slot)) + " (" + reason + ")", LogKind::Failure);
 }
 
@@ -168,7 +214,7 @@ void ClientSlots::Supervise(int elapsedMs) {
     for (int slot = 0; slot < kSlotCount; ++slot) {
         if (!IsConnected(slot) || now - At(slot).lastHeardMs <= longest) continue;
         Log(slot, Line(kTextNoSignOfLife, AddressOf(slot)), LogKind::Failure);
-        At(slot).socket->Close();
+        CloseSlot(slot);
         At(slot).lastHeardMs = now;
     }
 }

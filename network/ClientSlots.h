@@ -21,6 +21,9 @@ class SlotHandler {
     virtual void ClientCame(int) {}
     /// All that the client was sent has left.
     virtual void SendCompleted(int) {}
+    /// A slice of what a request of this slot still has to do; true while more is left. Asked for by
+    /// RequestTurn.
+    virtual bool ContinueWork(int) { return false; }
 };
 
 /// The server's side of the connections: who may call, eight slots with their buffers, and the sending to
@@ -46,6 +49,9 @@ class ClientSlots {
     void SendToAll(Message message, TextView payload) { SendToAllBut(-1, message, payload); }
     void SendToAllBut(int slot, Message message, TextView payload);
 
+    /// Has ContinueWork called for every slot in a later turn of the loop, so that other lines come first.
+    void RequestTurn();
+
     /// Counts the time of a tick, and about once a second closes the clients of which nothing has been heard
     /// for five intervals.
     void Supervise(int elapsedMs);
@@ -61,6 +67,9 @@ class ClientSlots {
         Text address{};
         FrameBuffer buffer{};
         std::int64_t lastHeardMs = 0;
+        bool hasFramesLeft =
+            false;  // a later turn goes on with them; what arrives meanwhile stays in the system
+        bool hasPeerLeft = false;
         bool isSendCompleted = false;
     };
 
@@ -75,7 +84,10 @@ class ClientSlots {
     void OnClosed(int slot);
     void OnError(int slot, const Text& description);
     void OnSendComplete(int slot);
-    void HandleFrames(int slot);
+    bool HandleFrames(int slot);
+    void TakeTurn();
+    void LetGo(int slot);
+    void CloseSlot(int slot);
     void WriteClientSocket(int slot, TextView frame);
     Text Line(int textNumber, const Text& address) const;
 
@@ -86,6 +98,8 @@ class ClientSlots {
     std::unique_ptr<Winsock> refusal_{};  // takes the calls that find no free slot
     SlotHandler* handler_ = nullptr;
     int supervisionMs_ = 0;
+    bool isTurnRequested_ = false;
+    std::shared_ptr<bool> life_ = std::make_shared<bool>(true);  // for turns that come after the end
 };
 
 /// True when `caller` stands in the list: "*" alone is anybody; else addresses between commas, compared as
