@@ -15,6 +15,7 @@ constexpr int kTextStarted = 3500;
 constexpr int kTextDataFolder = 3501;
 constexpr int kTextService = 3505;
 constexpr int kTextShuttingDown = 3506;
+constexpr int kTextNotSaved = 3777;
 
 AliveTestPace PaceOf(const CommandLine& commandLine) {
     return commandLine.speedUpAliveTest ? AliveTestPace::Seconds : AliveTestPace::Minutes;
@@ -45,12 +46,14 @@ Centre::Centre(Foundation& f)
                 .printer = f.Platform().printer,
                 .sound = f.Platform().sound,
                 .isSilent = f.IsService()}),
+      journal_(f.Platform().journal, f.DataFolder(), f.Platform().clock),
       core_({.dataFolder = f.DataFolder(),
              .files = f.Files(),
              .language = f.Texts(),
              .clock = f.Platform().clock,
              .log = f.Log(),
              .disk = f.Platform().disk,
+             .journal = f.CopyRole() == Role::Client ? nullptr : &journal_,
              .requestCommit = [this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); },
              .alarmReplica = network_.Alarms(),
              .objectReplica = network_.Objects(),
@@ -97,6 +100,7 @@ Centre::Centre(Foundation& f)
               .translations = core_.translations,
               .objectViews = objectViews_,
               .servicePeriods = core_.servicePeriods,
+              .deeds = core_.deeds,
               .timers = core_.timers,
               .torvex = torvex_,
               .ports = operatorPorts_,
@@ -114,6 +118,8 @@ Centre::Centre(Foundation& f)
                .resetSettings = settings_.resets,
                .text = core_.store.Texts(),
                .store = core_.store,
+               .commit = core_.commit,
+               .journal = journal_,
                .torvex = torvex_,
                .outputs = outputs_,
                .dispatcher = core_.dispatcher,
@@ -137,6 +143,7 @@ Workplace::Needs Centre::WorkplaceNeeds() {
             .lists = lists_,
             .store = core_.store,
             .handling = core_.handling,
+            .deeds = core_.deeds,
             .desk = desk_,
             .translations = core_.translations,
             .marks = objectViews_,
@@ -152,6 +159,7 @@ PlaceParts Centre::RoleParts() {
             .store = core_.store,
             .lists = lists_,
             .servicePeriods = core_.servicePeriods,
+            .deeds = core_.deeds,
             .timers = core_.timers,
             .objectViews = objectViews_,
             .torvex = torvex_,
@@ -164,8 +172,8 @@ PlaceParts Centre::RoleParts() {
 }
 
 const Centre::Step Centre::kStartSteps[] = {
-    {"ports switched off", &Centre::DecideOnPorts},
     {"start lines", &Centre::WriteStartLines},
+    {"journal", &Centre::OpenJournal},
     {"ports", &Centre::MakePorts},
     {"translations", &Centre::LoadTranslations},
     // Open before the events are read: what callers send meanwhile waits in the system.
@@ -190,6 +198,7 @@ const Centre::Step Centre::kStopSteps[] = {
     {"view", &Centre::SaveView},
     {"stored events", &Centre::SettleReplies},
     {"network", &Centre::CloseNetwork},
+    {"journal", &Centre::CloseJournal},
 };
 
 void Centre::Start() {
@@ -243,6 +252,14 @@ void Centre::MakePorts() {
     workplace_.Debug().SetPorts(operatorPorts_.ToDebug());
 }
 
+// Before anything can be promised. What cannot be opened now is tried again with each turn that has something
+// to keep.
+void Centre::OpenJournal() {
+    if (IsClient()) return;
+    MakeFolder(foundation_.DataFolder().Resolve("Data"));
+    journal_.Open();
+}
+
 void Centre::LoadTranslations() {
     if (!IsClient()) core_.translations.ReloadAllTranslations(true, ports_.Bindings());
 }
@@ -255,7 +272,7 @@ void Centre::OpenPorts() {
 void Centre::LoadStoredEvents() {
     if (IsClient()) return;
     MakeFolder(foundation_.DataFolder().Resolve("Data\\Events"));
-    core_.store.LoadEvents();
+    core_.BringBack();
 }
 
 void Centre::BringInState() {
@@ -303,7 +320,8 @@ void Centre::CloseOutputs() {
 }
 
 void Centre::SaveLastEvents() {
-    if (!IsClient()) core_.translations.SaveLastEvents();
+    if (IsClient() || core_.translations.SaveLastEvents()) return;
+    foundation_.Log().WriteSysLog(foundation_.Texts().GetLanguageText(kTextNotSaved), LogKind::Failure);
 }
 
 void Centre::CloseNetwork() {
@@ -315,6 +333,10 @@ void Centre::RemoveScratchFiles() {
     const NativePath folder = foundation_.DataFolder().Resolve("Settings\\Temp");
     for (const Text& name : ListFiles(folder)) RemoveFile(folder + "/" + ToUtf8(name));
     RemoveFolder(folder);
+}
+
+void Centre::CloseJournal() {
+    if (!IsClient()) core_.StopCleanly();
 }
 
 void Centre::CloseWindows() {

@@ -21,6 +21,8 @@ class Centre : private ProgramEnd {
  public:
     explicit Centre(Foundation& foundation);
 
+    /// What a person is asked before anything begins.
+    void AskBeforeStart() { DecideOnPorts(); }
     /// Opens the ports, brings the stored events back and starts the timers.
     void Start();
     /// A clean stop: nothing comes in any more, what has to survive is saved, and the program ends on the
@@ -41,6 +43,7 @@ class Centre : private ProgramEnd {
 
     void DecideOnPorts();
     void WriteStartLines();
+    void OpenJournal();
     void MakePorts();
     void LoadTranslations();
     void OpenPorts();
@@ -61,6 +64,7 @@ class Centre : private ProgramEnd {
     void SaveView();
     void CloseNetwork();
     void RemoveScratchFiles();
+    void CloseJournal();
 
     /// Ports ask whether the store still has events to write.
     class StoredByStore final : public StoredEvents {
@@ -94,6 +98,7 @@ class Centre : private ProgramEnd {
     TorvexLink torvex_;
     AlarmOutputs outputs_;
     DeskLink desk_{};
+    Journal journal_;
     Core core_;
     Workplace workplace_;
     StoredByStore stored_;

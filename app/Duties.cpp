@@ -48,8 +48,13 @@ const Duties::Tables Duties::kServing = [] {
         {"day on paper", &Duties::PrintYesterday},
         {"old logs", &Duties::PurgeLogs},
         {"old alarms", &Duties::PruneAlarms},
+        {"old entries", &Duties::BeginPruning},
     };
-    static constexpr Duty kDisplay[] = {{"display", &Duties::TickPlace}};
+    static constexpr Duty kDisplay[] = {
+        {"display", &Duties::TickPlace},
+        {"alarms that leave", &Duties::RemoveAlarms},
+        {"journal", &Duties::TendJournal},
+    };
     static constexpr Duty kHttp[] = {{"http", &Duties::CleanUpHttp}};
     return Tables{.open = kOpen, .system = kSystem, .day = kDay, .display = kDisplay, .http = kHttp};
 }();
@@ -123,6 +128,24 @@ void Duties::TickClient(const Tick& tick) {
 
 void Duties::TickPlace(const Tick& tick) {
     needs_.workplace.Tick(tick.intervalMs);
+}
+
+// Slice by slice, each in a turn of its own, so that telegrams are taken in between.
+void Duties::RemoveAlarms(const Tick&) {
+    if (!needs_.store.RemoveSlice()) return;
+    needs_.loop.Post([this] {
+        const StallWatch::Mark mark(needs_.stalls, "alarms that leave");
+        if (!isToEnd_) RemoveAlarms({});
+    });
+}
+
+void Duties::TendJournal(const Tick&) {
+    if (isPruningJournal_) isPruningJournal_ = needs_.journal.Prune(needs_.settings.JournalDays);
+    needs_.commit.UseIdleMoment(needs_.clock);
+}
+
+void Duties::BeginPruning(const Tick&) {
+    isPruningJournal_ = true;
 }
 
 void Duties::KeepAliveTick() {

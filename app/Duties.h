@@ -38,6 +38,8 @@ class Duties {
         const ResetSettings& resetSettings;
         const AlarmText& text;
         EventStore& store;
+        EventCommit& commit;
+        Journal& journal;
         TorvexLink& torvex;
         AlarmOutputs& outputs;
         Dispatcher& dispatcher;
@@ -113,6 +115,9 @@ class Duties {
 
     void TickClient(const Tick& tick);
     void TickPlace(const Tick& tick);
+    void RemoveAlarms(const Tick& tick);
+    void TendJournal(const Tick& tick);
+    void BeginPruning(const Tick& tick);
     void CleanUpHttp(const Tick& tick);
 
     void PurgeLogs(const Tick& tick);
@@ -131,6 +136,7 @@ class Duties {
     std::unique_ptr<Timer> httpTimer_;
     bool isToEnd_ = false;
     int exitStatus_ = 0;
+    bool isPruningJournal_ = false;
     OleDate today_{};
     int alarmLogCounterMs_ = 0;
     int torvexWriteCounterMs_ = 0;

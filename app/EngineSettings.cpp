@@ -13,6 +13,7 @@ using E = EngineSettings;
 const std::array kRows = {
     SettingRow<E>{kGeneral, "SystemTimerInterval", kCentre, &E::SystemTimerInterval},
     SettingRow<E>{kGeneral, "LogFileSavePeriod", kCentre, &E::LogFileSavePeriod},
+    SettingRow<E>{kGeneral, "JournalDays", kCentre, &E::JournalDays},
     SettingRow<E>{kGeneral, "ContinousDebugToFile", kCentre, &E::ContinousDebugToFile},
     SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", kCentre, &E::ContinousDebugFormatAsHex},
     SettingRow<E>{kGeneral, "CreateLogFile", kCentre, &E::CreateLogFile},

@@ -8,6 +8,7 @@ namespace nordkeep {
 struct EngineSettings {
     int SystemTimerInterval = 100;  // ms, 10 to 65535
     int LogFileSavePeriod = 30;     // days; below 1 is off
+    int JournalDays = 760;          // days that entries of the journal are kept; below 1: for ever
     bool ContinousDebugToFile = false;
     bool ContinousDebugFormatAsHex = false;
     bool CreateLogFile = false;             // an external program empties the alarm log

@@ -18,11 +18,15 @@ constexpr int kTextCannotListen = 3514;
 constexpr int kTextLanguageTaken = 3606;
 constexpr int kTextFolderInUse = 3607;
 constexpr int kTextCannotWrite = 3609;
+constexpr int kTextFolderFree = 3774;
+constexpr int kTextUnreadable = 3775;
+constexpr int kTextReadable = 3776;
 
 constexpr int kTextDamaged = 3619;
 
 constexpr const char* kSettingsMasks[] = {"*.ini", "*.IDCode", "*.TypeCode", "*.DataCode"};
 
+constexpr int kStandbyMs = 500;
 constexpr int kSuccess = 0;
 constexpr int kFailure = 1;
 
@@ -71,7 +75,18 @@ Foundation::Foundation(const PlatformParts& platform, const CommandLine& command
       settings_(dataFolder_),
       log_(dataFolder_, platform.clock),
       trafficLog_(dataFolder_, platform.clock),
-      networkTraffic_(dataFolder_, platform.clock) {}
+      networkTraffic_(dataFolder_, platform.clock) {
+    settings_.SetListener(this);
+}
+
+void Foundation::CannotBeRead(const NativePath& path, const Text& reason) {
+    const Text text = language_.GetLanguageText(kTextUnreadable) + FromUtf8(path) + " (" + reason + ")";
+    log_.WriteSysLog(text, LogKind::Failure);
+}
+
+void Foundation::CanBeReadAgain(const NativePath& path) {
+    log_.WriteSysLog(language_.GetLanguageText(kTextReadable) + FromUtf8(path), LogKind::Information);
+}
 
 std::optional<int> Foundation::Prepare() {
     for (const Step& step : kSteps) {
@@ -124,11 +139,25 @@ Foundation::Outcome Foundation::RefuseSecondInstance() {
     lock_ = std::make_unique<FolderLock>(dataFolder_.Root());
     if (isShared || lock_->Result() != FolderLock::Outcome::HeldByAnother) return std::nullopt;
     if (IsService()) {
-        NoteForLog(language_.GetLanguageText(kTextFolderInUse), LogKind::Failure);
+        WaitForFolder();
         return std::nullopt;
     }
     platform_.dialogs.ShowMessage(language_.GetLanguageText(kTextAlreadyRunning));
     return kFailure;
+}
+
+// The second of two services stands by. It has loaded nothing yet that could be out of date when its turn
+// comes.
+void Foundation::WaitForFolder() {
+    const Text text = language_.GetLanguageText(kTextFolderInUse);
+    log_.WriteSysLog(text, LogKind::Failure);
+    platform_.serviceManager.Tell("READY=1\nSTATUS=" + ToUtf8(text) + "\n");
+    while (lock_->Result() == FolderLock::Outcome::HeldByAnother) {
+        platform_.loop.SleepAndPump(kStandbyMs);
+        platform_.serviceManager.Tell("WATCHDOG=1\n");
+        lock_ = std::make_unique<FolderLock>(dataFolder_.Root());
+    }
+    log_.WriteSysLog(language_.GetLanguageText(kTextFolderFree), LogKind::Information);
 }
 
 Foundation::Outcome Foundation::Uninstall() {

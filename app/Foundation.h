@@ -19,7 +19,7 @@ namespace nordkeep {
 
 /// What start-up settles before the rest of the program can exist: folders, settings, language and the role
 /// of this copy.
-class Foundation {
+class Foundation : private SettingsListener {
  public:
     Foundation(const PlatformParts& platform, const CommandLine& commandLine);
     Foundation(const Foundation&) = delete;
@@ -71,6 +71,10 @@ class Foundation {
     Outcome ListenForClients();
     Outcome ConnectToServer();
 
+    void CannotBeRead(const NativePath& path, const Text& reason) override;
+    void CanBeReadAgain(const NativePath& path) override;
+
+    void WaitForFolder();
     void NoteDamagedSettings();
     bool ChooseLanguage();
     void AskForRole();

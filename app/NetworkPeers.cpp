@@ -24,6 +24,7 @@ void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const 
                              .objectViews = needs.objectViews,
                              .objectReplica = replica,
                              .servicePeriods = needs.servicePeriods,
+                             .deeds = needs.deeds,
                              .timers = needs.timers,
                              .torvex = needs.torvex,
                              .ports = [&ports = needs.ports] { return ports.InTree(); },

@@ -20,6 +20,7 @@ class NetworkPeers {
         Translations& translations;
         ObjectViews& objectViews;
         ServicePeriods& servicePeriods;
+        Deeds& deeds;
         const AliveTestTimers& timers;
         TorvexLink& torvex;
         const OperatorPorts& ports;

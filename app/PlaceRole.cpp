@@ -10,18 +10,26 @@ namespace {
 
 // --- A copy with ports of its own
 
+/// Nobody logs in here.
+const Doer kOperator{.user = {}, .station = kHere};
+
 class LocalCentre final : public CentreOperations {
  public:
     explicit LocalCentre(const PlaceParts& parts) : parts_(parts) {}
 
     void SetService(cTranslate& set, cIDCode& object, const ServicePeriod& period) override {
-        parts_.servicePeriods.Set(set, object, period);
+        parts_.servicePeriods.Set(set, object, period, kOperator);
     }
     void ResetAliveTests(cTranslate& set, cIDCode& object) override {
         const AliveTestReset reset({parts_.timers, parts_.objectViews, parts_.network.Objects()});
         reset.Reset(set, object, parts_.foundation.Platform().clock.Now());
+        parts_.deeds.Note(JournalKind::AliveTest, kOperator, object.m_IdCode, set.m_FileName);
     }
-    bool SendToDispatcher(const Text& line) override { return parts_.torvex.Send(line); }
+    bool SendToDispatcher(const Text& line) override {
+        parts_.deeds.Note(JournalKind::Send, kOperator, {},
+                          line.substr(0, line.find_last_not_of("\r\n") + 1));
+        return parts_.torvex.Send(line);
+    }
     void Reload() override { parts_.reload.Ask(); }
     void SetClocks() override { parts_.ports.SetClocks(); }
     void LoadEvents() override { parts_.store.LoadEvents(); }
@@ -32,16 +40,18 @@ class LocalCentre final : public CentreOperations {
 
 class LocalEditorHost final : public EditorHost {
  public:
-    LocalEditorHost(const FileTree& dataFolder, ReloadRequest& reload)
-        : programs_(dataFolder), reload_(reload) {}
+    LocalEditorHost(const FileTree& dataFolder, ReloadRequest& reload, Deeds& deeds)
+        : programs_(dataFolder), reload_(reload), deeds_(deeds) {}
     bool StartProgram(const EditedFile& edited) override { return programs_.Start(edited); }
     void NoteSaved(const Text& path) override {
+        deeds_.Note(JournalKind::Edit, kOperator, {}, path);
         if (IsTranslationFile(path)) reload_.Ask();
     }
 
  private:
     EditorPrograms programs_;
     ReloadRequest& reload_;
+    Deeds& deeds_;
 };
 
 PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
@@ -49,7 +59,7 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     PlaceRole role;
     role.files = std::make_unique<LocalDataFiles>(dataFolder);
     role.maps = std::make_unique<OwnMaps>(*role.files);
-    role.editorHost = std::make_unique<LocalEditorHost>(dataFolder, parts.reload);
+    role.editorHost = std::make_unique<LocalEditorHost>(dataFolder, parts.reload, parts.deeds);
     role.centre = std::make_unique<LocalCentre>(parts);
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);

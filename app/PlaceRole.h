@@ -31,6 +31,7 @@ struct PlaceParts {
     EventStore& store;
     AlarmLists& lists;
     ServicePeriods& servicePeriods;
+    Deeds& deeds;
     const AliveTestTimers& timers;
     ObjectViews& objectViews;
     TorvexLink& torvex;

@@ -25,6 +25,7 @@ class PlaceState : public CopyState {
     void NoteAlarm();
     /// Who works here, on a client.
     void SetUser(const ClientUser& user) { user_ = user; }
+    Text UserName() const { return user_.fullName; }
 
     bool IsQuestionUp() const override;
     bool IsFlood() const override;

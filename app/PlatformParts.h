@@ -6,6 +6,7 @@
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
 #include "platform/Inet.h"
+#include "platform/JournalFile.h"
 #include "platform/MSComm.h"
 #include "platform/MessageQueue.h"
 #include "platform/PrinterPort.h"
@@ -20,6 +21,7 @@ struct PlatformParts {
     Clock& clock;
     EventLoop& loop;
     DurableWrites& disk;
+    JournalFile& journal;
     SocketFactory& sockets;
     SerialFactory& serial;
     InetFactory& inet;

@@ -47,6 +47,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
         AlarmLists& lists;
         EventStore& store;
         AlarmHandling& handling;
+        Deeds& deeds;
         DeskLink& desk;
         Translations& translations;
         TranslationMarks& marks;
@@ -100,6 +101,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void Beep() override { screen_->Beep(); }
     void PrintAlarmPage(const cAlarm& alarm) override { printing_.PrintAlarmPage(alarm); }
     void AlarmEnded(std::int32_t filePointer) override { windows_.AlarmEnded(filePointer); }
+    Text UserName() const override { return role_.state->UserName(); }
     void AllAlarmsEnded() override { needs_.outputs.Sound().Silence(); }
 
     // --- ClientScreen
@@ -114,7 +116,10 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
  private:
     void Print(const PrintDocument& document) override { screen_->Printer().Print(document); }
     void Preview(const PrintDocument& document) override { screen_->Printer().Preview(document); }
-    void SilenceSound() override { needs_.outputs.Sound().Silence(); }
+    void SilenceSound() override {
+        needs_.outputs.Sound().Silence();
+        needs_.deeds.Note(JournalKind::Silence, {.user = UserName(), .station = kHere}, {}, {});
+    }
 
     AlarmCommands::Needs CommandNeeds();
     CommentBox::Needs SheetNeeds();

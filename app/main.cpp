@@ -18,6 +18,7 @@
 #include "platform/qt/QtSerial.h"
 #include "platform/qt/QtSignalWatch.h"
 #include "platform/qt/QtSockets.h"
+#include "platform/sqlite/SqliteJournal.h"
 
 #include <QtWidgets/QApplication>
 
@@ -59,6 +60,7 @@ struct Machine {
     SystemClock clock{};
     QtEventLoop loop{};
     DurableFiles disk{};
+    SqliteJournal journal{};
     QtSockets sockets{};
     QtSerial serial{};
     QtInetFactory inet{};
@@ -73,6 +75,7 @@ struct Machine {
         return {.clock = clock,
                 .loop = loop,
                 .disk = disk,
+                .journal = journal,
                 .sockets = sockets,
                 .serial = serial,
                 .inet = inet,
@@ -131,6 +134,7 @@ int main(int argc, char** argv) {
     if (AnswerInTerminal(commandLine)) return 0;
 
     Signals endSignals;
+    endSignals.EndAtOnce(true);
     const bool hasScreen = WantsScreen(commandLine);
     const auto application = MakeApplication(argc, argv, hasScreen);
     Machine machine;
@@ -144,6 +148,9 @@ int main(int argc, char** argv) {
     if (hasScreen) screen = std::make_unique<Screen>(centre, foundation, machine.DialogsFor(hasScreen));
     const QtSignalWatch watch(endSignals, [&centre] { centre.CloseAndShutdownEverything(); });
     if (screen) screen->Show();
+    centre.AskBeforeStart();
+    // From here on there is something that a clean stop saves; until now an end signal ends whatever waits.
+    endSignals.EndAtOnce(false);
     centre.Start();
     if (screen) centre.Place().FirstShown();
     const int status = machine.loop.Run();

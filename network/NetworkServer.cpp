@@ -16,6 +16,8 @@ constexpr int kTextLoggedOut = 1092;
 constexpr std::size_t kLongestNameInLog = 128;
 /// As much of a large store waits in memory for a client at once; the rest follows when that has left.
 constexpr std::size_t kMostEventBytesAtOnce = 16 << 20;
+/// Some milliseconds for each of eight clients; telegrams are taken in between.
+constexpr int kMostEventsInOneTurn = 500;
 
 /// A set and one of its objects; both or none.
 struct FoundObject {
@@ -23,6 +25,11 @@ struct FoundObject {
     cIDCode* object = nullptr;
     explicit operator bool() const { return object != nullptr; }
 };
+
+/// Without the line end that goes to the dispatcher.
+Text OneLine(const Text& text) {
+    return text.substr(0, text.find_last_not_of("\r\n") + 1);
+}
 
 FoundObject FindNamedObject(const Translations& translations, const ObjectName& name) {
     cTranslate* set = translations.Find(name.fileName);
@@ -79,6 +86,10 @@ void NetworkServer::HandleMessage(int slot, std::uint8_t number, TextView payloa
     }
 }
 
+Doer NetworkServer::DoerAt(int slot) const {
+    return {.user = users_.at(static_cast<std::size_t>(slot)), .station = needs_.slots.AddressOf(slot)};
+}
+
 Text NetworkServer::AddressLine(int textNumber, int slot) const {
     return needs_.language.GetLanguageText(textNumber) + needs_.slots.AddressOf(slot);
 }
@@ -98,17 +109,21 @@ void NetworkServer::SendInitialData(int slot, TextView) {
     needs_.slots.SendTo(slot, Message::ClosePending, {});
 }
 
+// Asked again before all have been sent, the same walk answers both: what comes and changes is told anyway.
 void NetworkServer::SendAllEvents(int slot, TextView) {
-    walks_.at(static_cast<std::size_t>(slot)) = 0;
-    ContinueAllEvents(slot);
+    std::optional<EventSequence>& walk = walks_.at(static_cast<std::size_t>(slot));
+    if (walk) return;
+    walk = 0;
+    if (ContinueWork(slot)) needs_.slots.RequestTurn();
 }
 
 // An event that changes before its turn is sent as it is then.
-void NetworkServer::ContinueAllEvents(int slot) {
+bool NetworkServer::ContinueWork(int slot) {
     std::optional<EventSequence>& walk = walks_.at(static_cast<std::size_t>(slot));
     const EventList& events = needs_.store.Events();
-    while (walk && needs_.slots.IsConnected(slot)) {
-        if (needs_.slots.UnsentBytes(slot) > kMostEventBytesAtOnce) return;
+    for (int sent = 0; walk && needs_.slots.IsConnected(slot); ++sent) {
+        if (needs_.slots.UnsentBytes(slot) > kMostEventBytesAtOnce) return false;
+        if (sent == kMostEventsInOneTurn) return true;
         walk = events.Next(*walk);
         if (*walk != 0) {
             needs_.slots.SendTo(slot, Message::InitialEvent, EventPayload(*events.Find(*walk)));
@@ -117,6 +132,7 @@ void NetworkServer::ContinueAllEvents(int slot) {
             needs_.slots.SendTo(slot, Message::ClosePending, {});
         }
     }
+    return false;
 }
 
 void NetworkServer::SendReload() {
@@ -141,29 +157,33 @@ void NetworkServer::ChangeEvent(int slot, TextView payload) {
                           ", Client: " + needs_.slots.AddressOf(slot) + ")";
         return needs_.slots.Log(slot, line, LogKind::Oddity);
     }
-    const cAlarm left = needs_.handling.TakeOver(*alarm, std::move(changed));
+    const cAlarm left = needs_.handling.TakeOver(*alarm, std::move(changed), DoerAt(slot));
     // The other clients get the change a second time, as they always have.
     needs_.slots.SendToAllBut(slot, Message::OldEvent, EventPayload(left));
 }
 
-void NetworkServer::ForwardToTorvex(int, TextView payload) {
-    needs_.torvex.Send(ReadPayload<ShortText>(payload).text);
+void NetworkServer::ForwardToTorvex(int slot, TextView payload) {
+    const Text line = ReadPayload<ShortText>(payload).text;
+    needs_.torvex.Send(line);
+    needs_.deeds.Note(JournalKind::Send, DoerAt(slot), {}, OneLine(line));
 }
 
-void NetworkServer::ResetAliveTests(int, TextView payload) {
+void NetworkServer::ResetAliveTests(int slot, TextView payload) {
     const auto name = ReadWholePayload<ObjectName>(payload);
     const FoundObject found = name ? FindNamedObject(needs_.translations, *name) : FoundObject();
     if (!found) return;
     const AliveTestReset reset({needs_.timers, needs_.objectViews, needs_.objectReplica});
     reset.Reset(*found.set, *found.object, needs_.clock.Now());
+    needs_.deeds.Note(JournalKind::AliveTest, DoerAt(slot), found.object->m_IdCode, found.set->m_FileName);
 }
 
-void NetworkServer::ChangeServiceMode(int, TextView payload) {
+void NetworkServer::ChangeServiceMode(int slot, TextView payload) {
     const auto change = ReadWholePayload<ServiceModeChange>(payload);
     const FoundObject found = change ? FindNamedObject(needs_.translations, change->object) : FoundObject();
     if (!found) return;
     needs_.servicePeriods.Set(*found.set, *found.object,
-                              {.mode = change->mode, .begin = change->begin, .end = change->end});
+                              {.mode = change->mode, .begin = change->begin, .end = change->end},
+                              DoerAt(slot));
 }
 
 void NetworkServer::Login(int slot, TextView payload) {
@@ -172,15 +192,21 @@ void NetworkServer::Login(int slot, TextView payload) {
     if (const auto answer = CheckLogin(needs_.files, request)) {
         needs_.slots.SendTo(slot, Message::Login, PayloadOf(*answer));
         needs_.slots.Log(slot, name + AddressLine(kTextLoggedIn, slot), LogKind::Information);
+        users_.at(static_cast<std::size_t>(slot)) = request.userName;
+        needs_.deeds.Note(JournalKind::Login, DoerAt(slot), {}, answer->fullName);
     } else {
         needs_.slots.SendTo(slot, Message::Logout, {});
         needs_.slots.Log(slot, name + AddressLine(kTextRefusedLogin, slot), LogKind::Failure);
+        const Doer refused{request.userName.substr(0, kLongestNameInLog), needs_.slots.AddressOf(slot)};
+        needs_.deeds.Note(JournalKind::Refused, refused, {}, {});
     }
 }
 
 void NetworkServer::Logout(int slot, TextView) {
     needs_.slots.SendTo(slot, Message::Logout, {});
     needs_.slots.Log(slot, AddressLine(kTextLoggedOut, slot), LogKind::Information);
+    needs_.deeds.Note(JournalKind::Logout, DoerAt(slot), {}, {});
+    users_.at(static_cast<std::size_t>(slot)).clear();
 }
 
 void NetworkServer::ReadTextFile(int slot, TextView payload) {
@@ -188,9 +214,10 @@ void NetworkServer::ReadTextFile(int slot, TextView payload) {
     needs_.slots.SendTo(slot, Message::ReadTextFile, PayloadOf(LongText{text}));
 }
 
-void NetworkServer::WriteTextFile(int, TextView payload) {
+void NetworkServer::WriteTextFile(int slot, TextView payload) {
     const auto file = ReadPayload<FileToWrite>(payload);
     if (!fileService_.WriteTextFile(file.path, file.text)) return;
+    needs_.deeds.Note(JournalKind::Edit, DoerAt(slot), {}, file.path);
     if (IsTranslationFile(file.path)) needs_.requestReload();
 }
 

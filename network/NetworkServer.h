@@ -42,6 +42,7 @@ class NetworkServer final : public SlotHandler {
         ObjectViews& objectViews;
         ObjectReplica& objectReplica;
         ServicePeriods& servicePeriods;
+        Deeds& deeds;
         const AliveTestTimers& timers;
         TorvexLink& torvex;
         /// The ports in their order.
@@ -58,8 +59,14 @@ class NetworkServer final : public SlotHandler {
     void SendReload();
 
     void HandleMessage(int slot, std::uint8_t number, TextView payload) override;
-    void ClientCame(int slot) override { walks_.at(static_cast<std::size_t>(slot)).reset(); }
-    void SendCompleted(int slot) override { ContinueAllEvents(slot); }
+    void ClientCame(int slot) override {
+        walks_.at(static_cast<std::size_t>(slot)).reset();
+        users_.at(static_cast<std::size_t>(slot)).clear();
+    }
+    void SendCompleted(int slot) override {
+        if (ContinueWork(slot)) needs_.slots.RequestTurn();
+    }
+    bool ContinueWork(int slot) override;
 
  private:
     struct Handler {
@@ -70,7 +77,6 @@ class NetworkServer final : public SlotHandler {
 
     void SendInitialData(int slot, TextView payload);
     void SendAllEvents(int slot, TextView payload);
-    void ContinueAllEvents(int slot);
     void ChangeEvent(int slot, TextView payload);
     void ForwardToTorvex(int slot, TextView payload);
     void ResetAliveTests(int slot, TextView payload);
@@ -87,12 +93,15 @@ class NetworkServer final : public SlotHandler {
 
     void SendTranslations(int slot);
     void SendPortTree(int slot);
+    /// Who has logged in at a client, for the journal.
+    Doer DoerAt(int slot) const;
     Text AddressLine(int textNumber, int slot) const;
 
     Needs needs_;
     FileService fileService_;
     /// Of each client that is being sent all events: the last that it has got.
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
+    std::array<Text, kSlotCount> users_{};  // login names; empty where nobody has logged in
 };
 
 }  // namespace nordkeep

@@ -1,55 +1,106 @@
 #include "pipeline/AlarmHandling.h"
 
+#include "store/EventFolder.h"
+
 #include <utility>
 
 namespace nordkeep {
+namespace {
+
+/// An alarm as the log names it.
+Text NameOf(const cAlarm& alarm) {
+    const Text& object = alarm.m_TranslatedIDCode.empty() ? alarm.m_IdCode : alarm.m_TranslatedIDCode;
+    return EventPointerOf(alarm.m_FilePointer) + " " + object + " " + alarm.m_TranslatedTypeCode;
+}
+
+/// What somebody has done who made the one record of the other.
+JournalKind DeedOf(const cAlarm& before, const cAlarm& after) {
+    if (after.m_Status == kStatusRemoved) return JournalKind::Archive;
+    const bool isEnded = after.m_Status == kStatusAcknowledged && before.m_Status != kStatusAcknowledged;
+    return isEnded ? JournalKind::End : JournalKind::Comment;
+}
+
+}  // namespace
 
 cAlarm* AlarmHandling::Find(std::int32_t filePointer) const {
     cAlarm* alarm = needs_.store.FindAlarmByKey(filePointer);
     return alarm && alarm->m_Status != kStatusRemoved ? alarm : nullptr;
 }
 
-void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) {
+void AlarmHandling::EndOne(cAlarm& alarm, const std::optional<Text>& smallComment) {
+    const cAlarm before = alarm;
     if (smallComment) alarm.m_SmallComment = *smallComment;
     alarm.m_Status = kStatusAcknowledged;
     alarm.m_AckedTime = needs_.clock.Now();
     needs_.store.Update(alarm);
+    needs_.deeds.NoteAlarm(JournalKind::End, Operator(), before, alarm);
     needs_.desk.AlarmEnded(alarm.m_FilePointer);
 }
 
+void AlarmHandling::LogCount(JournalKind kind, std::size_t count) {
+    if (count > 0) needs_.deeds.Log(kind, Operator(), std::to_string(count));
+}
+
+void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) {
+    EndOne(alarm, smallComment);
+    needs_.deeds.Log(JournalKind::End, Operator(), NameOf(alarm));
+}
+
 void AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers) {
+    std::size_t count = 0;
     for (const std::int32_t filePointer : filePointers) {
-        if (cAlarm* alarm = Find(filePointer)) End(*alarm);
+        cAlarm* alarm = Find(filePointer);
+        if (!alarm) continue;
+        EndOne(*alarm);
+        ++count;
     }
+    LogCount(JournalKind::End, count);
 }
 
 void AlarmHandling::EndAll() {
+    std::size_t count = 0;
     needs_.views.BeginBulkLoad();
     // A copy, since an alarm that ends leaves the set.
     const auto& open = needs_.store.Events().Unacknowledged();
     for (const EventSequence sequence : std::vector<EventSequence>(open.begin(), open.end())) {
-        if (cAlarm* alarm = needs_.store.Events().Find(sequence)) End(*alarm);
+        cAlarm* alarm = needs_.store.Events().Find(sequence);
+        if (!alarm) continue;
+        EndOne(*alarm);
+        ++count;
     }
     needs_.views.EndBulkLoad();
+    LogCount(JournalKind::End, count);
     needs_.desk.AllAlarmsEnded();
 }
 
 void AlarmHandling::Comment(cAlarm& alarm, const std::optional<Text>& smallComment) {
+    const cAlarm before = alarm;
     if (alarm.m_Status == kStatusNew) alarm.m_Status = kStatusCommented;
     if (alarm.m_Status == kStatusNewWaiting) alarm.m_Status = kStatusCommentedWaiting;
     if (smallComment) alarm.m_SmallComment = *smallComment;
     needs_.store.Update(alarm);
+    needs_.deeds.NoteAlarm(JournalKind::Comment, Operator(), before, alarm);
+    needs_.deeds.Log(JournalKind::Comment, Operator(), NameOf(alarm));
 }
 
 void AlarmHandling::TakeSmallComment(cAlarm& alarm, const Text& smallComment) {
+    const cAlarm before = alarm;
     alarm.m_SmallComment = smallComment;
     needs_.store.Update(alarm);
+    needs_.deeds.NoteAlarm(JournalKind::Comment, Operator(), before, alarm);
+    needs_.deeds.Log(JournalKind::Comment, Operator(), NameOf(alarm));
 }
 
 void AlarmHandling::Archive(std::span<const std::int32_t> filePointers) {
+    std::size_t count = 0;
     for (const std::int32_t filePointer : filePointers) {
-        if (cAlarm* alarm = Find(filePointer)) needs_.store.RemoveAlarm(*alarm);
+        cAlarm* alarm = Find(filePointer);
+        if (!alarm) continue;
+        needs_.deeds.NoteAlarm(JournalKind::Archive, Operator(), *alarm, *alarm);
+        needs_.store.RemoveAlarm(*alarm);
+        ++count;
     }
+    LogCount(JournalKind::Archive, count);
 }
 
 void AlarmHandling::EndByReset(cAlarm& alarm, AlarmStatus status) {
@@ -58,14 +109,17 @@ void AlarmHandling::EndByReset(cAlarm& alarm, AlarmStatus status) {
     needs_.store.Update(alarm);
 }
 
-cAlarm AlarmHandling::TakeOver(cAlarm& alarm, cAlarm changed) {
+cAlarm AlarmHandling::TakeOver(cAlarm& alarm, cAlarm changed, const Doer& by) {
+    const cAlarm before = std::move(alarm);
     alarm = std::move(changed);
+    const JournalKind kind = DeedOf(before, alarm);
+    needs_.deeds.NoteAlarm(kind, by, before, alarm);
+    needs_.deeds.Log(kind, by, NameOf(alarm));
+    // The archive's line in front of the file's end: what is removed is noted with it.
+    if (alarm.m_Status == kStatusRemoved) needs_.store.ArchiveToFile(alarm);
     needs_.store.Update(alarm);
     cAlarm left = alarm;
-    if (alarm.m_Status == kStatusRemoved) {
-        needs_.store.ArchiveToFile(alarm);
-        needs_.store.Forget(alarm);
-    }
+    if (alarm.m_Status == kStatusRemoved) needs_.store.Forget(alarm);
     return left;
 }
 

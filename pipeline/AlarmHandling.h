@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pipeline/Deeds.h"
 #include "pipeline/OperatorDesk.h"
 #include "platform/Clock.h"
 #include "store/EventStore.h"
@@ -19,6 +20,7 @@ class AlarmHandling {
         AlarmViews& views;
         const Clock& clock;
         OperatorDesk& desk;
+        Deeds& deeds;
     };
     explicit AlarmHandling(const Needs& needs) : needs_(needs) {}
 
@@ -40,9 +42,12 @@ class AlarmHandling {
     /// To status 5, or to 4 when the acknowledge follows later.
     void EndByReset(cAlarm& alarm, AlarmStatus status);
     /// A client's change, as the client made it. Gives what has become of the record, which may have left.
-    cAlarm TakeOver(cAlarm& alarm, cAlarm changed);
+    cAlarm TakeOver(cAlarm& alarm, cAlarm changed, const Doer& by);
 
  private:
+    Doer Operator() const { return {.user = needs_.desk.UserName(), .station = kHere}; }
+    void EndOne(cAlarm& alarm, const std::optional<Text>& smallComment = {});
+    void LogCount(JournalKind kind, std::size_t count);
     /// None for a record that has gone.
     cAlarm* Find(std::int32_t filePointer) const;
 

@@ -13,7 +13,7 @@ CoreSettings LoadCoreSettings(const Settings& files) {
 }
 
 Core::Core(const CoreParts& parts, const CoreSettings& settings)
-    : commit(parts.disk, parts.requestCommit),
+    : commit(parts.disk, parts.requestCommit, parts.journal),
       lookup(MakeLookupRules(settings.translation, parts.language)),
       timers(settings.translation, parts.pace, parts.log),
       store({.dataFolder = parts.dataFolder,
@@ -36,11 +36,17 @@ Core::Core(const CoreParts& parts, const CoreSettings& settings)
                     .views = parts.objectViews,
                     .settings = settings.translation,
                     .timers = timers}),
+      deeds(commit, parts.language, parts.log),
       servicePeriods({.dataFolder = parts.dataFolder,
                       .views = parts.objectViews,
                       .replica = parts.objectReplica,
-                      .settings = settings.translation}),
-      handling({.store = store, .views = parts.alarmViews, .clock = parts.clock, .desk = parts.desk}),
+                      .settings = settings.translation,
+                      .notes = deeds}),
+      handling({.store = store,
+                .views = parts.alarmViews,
+                .clock = parts.clock,
+                .desk = parts.desk,
+                .deeds = deeds}),
       resets(store, handling, parts.clock, settings.resets),
       dispatcher({.dataFolder = parts.dataFolder,
                   .language = parts.language,
@@ -55,7 +61,7 @@ Core::Core(const CoreParts& parts, const CoreSettings& settings)
                   .torvex = parts.torvex,
                   .desk = parts.desk,
                   .outputs = parts.outputs}),
-      parked(resets, dispatcher, settings.resets),
+      parked(commit, resets, dispatcher, settings.resets),
       intake({.dataFolder = parts.dataFolder,
               .files = parts.files,
               .language = parts.language,
@@ -82,7 +88,26 @@ Core::Core(const CoreParts& parts, const CoreSettings& settings)
                  .settings = settings.translation,
                  .timers = timers}),
       reloadWatch(translations, servicePeriods, settings.translation),
-      clock_(parts.clock) {}
+      clock_(parts.clock),
+      dataFolder_(parts.dataFolder),
+      disk_(parts.disk) {}
+
+void Core::BringBack() {
+    store.PlayJournal();
+    store.LoadEvents();
+    parked.TakeUp();
+    deeds.TakeUpServiceModes(translations);
+}
+
+void Core::StopCleanly() {
+    commit.Commit();
+    // The alarm number is written in place at each event, and synchronised here only: behind a clean stop it
+    // is the file that counts, since a person may have changed it.
+    const NativePath settings = dataFolder_.Resolve("Settings\\Nordkeep.INI");
+    if (StampOf(settings).Exists()) disk_.Append(settings, {});
+    commit.SynchroniseAll();
+    if (Journal* journal = commit.EntryJournal()) journal->NoteCleanStop();
+}
 
 void Core::RaiseStorageAlarm(const Text& text) {
     intake.HandleIncomingEvent({.AlarmTime = clock_.Now(), .ProtocolType = kOwnProtocol, .ExtraText = text});

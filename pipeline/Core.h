@@ -29,6 +29,7 @@ struct CoreParts {
     const Clock& clock;
     SysLog& log;
     DurableWrites& disk;
+    Journal* journal = nullptr;           // none on a copy that keeps none
     std::function<void()> requestCommit;  // arranges for commit.Commit() at the end of the turn
     AlarmReplica& alarmReplica;
     ObjectReplica& objectReplica;
@@ -52,11 +53,19 @@ struct Core : private StorageAlarm {
     Core(const Core&) = delete;
     Core& operator=(const Core&) = delete;
 
+    /// At the start, behind the translations: the stored events, and what a crash or power cut has left
+    /// undone.
+    void BringBack();
+    /// The last thing of a clean stop, when nothing is promised any more: everything is on the medium, and
+    /// the next start has nothing to play.
+    void StopCleanly();
+
     EventCommit commit;
     LookupRules lookup;
     AliveTestTimers timers;
     EventStore store;
     Translations translations;
+    Deeds deeds;
     ServicePeriods servicePeriods;
     AlarmHandling handling;
     Resets resets;
@@ -71,6 +80,8 @@ struct Core : private StorageAlarm {
     void RaiseStorageAlarm(const Text& text) override;
 
     const Clock& clock_;
+    const FileTree& dataFolder_;
+    DurableWrites& disk_;
 };
 
 }  // namespace nordkeep

@@ -41,6 +41,7 @@ class DeskLink final : public OperatorDesk {
     void AllAlarmsEnded() override {
         if (desk_) desk_->AllAlarmsEnded();
     }
+    Text UserName() const override { return desk_ ? desk_->UserName() : Text(); }
 
  private:
     OperatorDesk* desk_ = nullptr;

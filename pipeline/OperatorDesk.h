@@ -25,6 +25,8 @@ class OperatorDesk {
     virtual void AlarmEnded(std::int32_t filePointer) = 0;
     /// An operator has ended all alarms here: the sound goes off.
     virtual void AllAlarmsEnded() = 0;
+    /// Who works here; empty where nobody logs in.
+    virtual Text UserName() const = 0;
 };
 
 }  // namespace nordkeep

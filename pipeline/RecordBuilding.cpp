@@ -29,6 +29,7 @@ void TakeOver(IntakeRun& run) {
     alarm.m_IsAConfirmationSMS = event.IsAConfirmationSMS;
     alarm.m_MessageIsFollowedBySpeech = event.MessageIsFollowedBySpeech;
     if (!event.PortObject) return;
+    alarm.m_PortName = event.PortObject->PortName;
     alarm.m_PortDescription = event.PortObject->m_PortDescription;
     if (!event.LineCardNumber.empty()) alarm.m_PortDescription += " (" + event.LineCardNumber + ")";
 }

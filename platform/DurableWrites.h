@@ -6,8 +6,8 @@ namespace nordkeep {
 
 /// Writes files so that they survive a power cut, with one synchronisation for many files.
 ///
-/// Write puts the bytes into the system's hands; Synchronise then waits until all of them, and the folders of
-/// the new ones, are on the medium. Until Synchronise has returned nothing is promised.
+/// Write and Remove put a change into the system's hands; Synchronise then waits until it, and the folder it
+/// is in, are on the medium. Until then nothing is promised.
 class DurableWrites {
  public:
     virtual ~DurableWrites() = default;
@@ -17,8 +17,16 @@ class DurableWrites {
     /// Writes `bytes` from the start of the file, which is never shortened. CreateNew fails when the file
     /// exists; Existing makes a missing file too. False, with LastError, when it could not be written.
     virtual bool Write(const NativePath& path, TextView bytes, Opening opening) = 0;
-    /// Waits for everything written since the last call. False, with LastError, when any of it may be lost.
-    virtual bool Synchronise() = 0;
+    /// Appends with one write, making the file when missing. False, with LastError, when it could not be
+    /// written.
+    virtual bool Append(const NativePath& path, TextView bytes) = 0;
+    /// Deletes the file; one that is not there is no failure.
+    virtual bool Remove(const NativePath& path) = 0;
+    /// Waits for the oldest changes, at most so many files, and for the folders when no file is left. False,
+    /// with LastError, when any of it may be lost.
+    virtual bool Synchronise(std::size_t most) = 0;
+    /// Files and folders that are still to be synchronised.
+    virtual std::size_t WaitingCount() const = 0;
     /// The system's description of the last failure.
     virtual const Text& LastError() const = 0;
 };

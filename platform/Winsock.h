@@ -42,8 +42,8 @@ struct SocketEvents {
     std::function<void()> sendComplete{};
 };
 
-/// Whether a connection is encrypted from its first byte on. The peer's certificate must be good for the remote
-/// host's name.
+/// Whether a connection is encrypted from its first byte on. The peer's certificate must be good for the
+/// remote host's name.
 struct SocketTls {
     bool isOn = false;
     NativePath authorityFile{};  // PEM certificates that are trusted besides the system's; empty: none

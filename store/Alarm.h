@@ -63,6 +63,7 @@ struct cAlarm {
     ListItem* m_ListItem = nullptr;
     int m_TranslationNumberToUse = 0;
     bool m_IsAConfirmationSMS = false;
+    Text m_PortName{};     // of the port that it came in by; known in this run only
     Text m_SIADataCode{};  // first two characters of the alarm code
     bool m_TranslationIsOk = false;
     bool m_MessageIsFollowedBySpeech = false;

@@ -72,21 +72,15 @@ Text ArchiveLine(const cAlarm& alarm, const StoreSettings& settings, const Alarm
     return line.append(kLineEnd);
 }
 
-bool Archive::Append(TextView line) {
-    if (backlog_.empty() && AppendToFile(dataFolder_.Resolve(kFile), line)) return true;
-    backlog_ += line;
-    if (backlog_.size() > kLargestBacklog) {
-        const std::size_t end = backlog_.find(kLineEnd, backlog_.size() - kLargestBacklog);
-        backlog_.erase(0, end == Text::npos ? end : end + kLineEnd.size());
-    }
-    return false;
+NativePath Archive::Path() const {
+    return dataFolder_.Resolve(kFile);
 }
 
-bool Archive::Flush() {
-    if (backlog_.empty()) return true;
-    if (!AppendToFile(dataFolder_.Resolve(kFile), backlog_)) return false;
-    backlog_.clear();
-    return true;
+void Archive::Keep(TextView lines) {
+    backlog_ += lines;
+    if (backlog_.size() <= kLargestBacklog) return;
+    const std::size_t end = backlog_.find(kLineEnd, backlog_.size() - kLargestBacklog);
+    backlog_.erase(0, end == Text::npos ? end : end + kLineEnd.size());
 }
 
 }  // namespace nordkeep

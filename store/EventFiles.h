@@ -24,9 +24,14 @@ class EventFiles : private CommitListener {
     /// Gives a new record the number of its file. False when all are taken: the record gets a number below 0
     /// and has no file.
     bool GiveNumber(cAlarm& alarm);
-    bool Write(cAlarm& alarm, DurableWrites::Opening opening);
+
+    // Each of these is noted in the journal, and done with the files at the end of the turn.
+
+    /// A record that has no file yet.
+    void WriteNew(cAlarm& alarm);
+    void Write(cAlarm& alarm);
     void Delete(const cAlarm& alarm);
-    /// One line into Data\Archive.TXT; nothing on a client.
+    /// One line into Data\Archive.TXT; nothing on a client. To be called in front of Delete.
     void ArchiveToFile(const cAlarm& alarm);
 
     /// The record's present state is not in its file.
@@ -35,12 +40,18 @@ class EventFiles : private CommitListener {
     void RetryFailedWrites();
 
  private:
+    void ChangeFailed(const FileChange& change, const Text& reason) override;
+    void ChangeMade(const FileChange& change) override;
+    bool AreAllChangesMade() const override { return unsaved_.empty() && !archive_.HasBacklog(); }
     void Synchronised(bool isSafe, const Text& reason) override;
+    void JournalFailed(const Text& reason) override;
     void Committed() override;
 
+    void Stage(cAlarm& alarm, FileChange::Kind kind);
+    void Tell(const Text& text);
     void NoteOutage(const Text& reason);
     void EndOutageWhenOver();
-    bool RetryWrite(std::int32_t number);
+    void RetryWrite(std::int32_t number);
 
     const StoreParts& parts_;
     const StoreSettings& settings_;
@@ -50,12 +61,13 @@ class EventFiles : private CommitListener {
     Archive archive_;
     std::unordered_set<std::int32_t> written_{};  // since the last synchronisation
     std::set<std::int32_t> unsaved_{};            // to be written again
+    std::set<std::int32_t> savedLate_{};          // written again since the outage began
     std::int32_t retriedLast_ = -1;               // where the next round of tries begins
     std::int32_t lastWithoutFile_ = 0;            // records without a file count down from here
+    std::size_t failures_ = 0;                    // since the last round of tries began
     bool isOutage_ = false;
-    bool isOutageToTell_ = false;
-    Text outageText_{};
-    std::size_t savedLate_ = 0;
+    std::vector<Text> toTell_{};                      // as alarms, when the replies of the turn have gone
+    std::pair<std::int32_t, Text> archived_{-1, {}};  // the line of the record that leaves
 };
 
 }  // namespace nordkeep

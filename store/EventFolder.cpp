@@ -24,9 +24,14 @@ std::optional<std::int32_t> EventNumbers::Draw() {
     return number;
 }
 
-Text EventFileNameOf(std::int32_t number) {
+Text EventPointerOf(std::int32_t number) {
+    if (number < 0) return {};
     const Text digits = "0000000" + std::to_string(number);
-    return "A" + digits.substr(digits.size() - kDigits) + Text(kExtension);
+    return "A" + digits.substr(digits.size() - kDigits);
+}
+
+Text EventFileNameOf(std::int32_t number) {
+    return EventPointerOf(number) + Text(kExtension);
 }
 
 std::optional<std::int32_t> EventNumberOf(TextView name) {
@@ -79,10 +84,7 @@ NativePath EventFolder::PathOf(std::int32_t number) {
     return path_ + "/" + (other == otherSpellings_.end() ? EventFileNameOf(number) : other->second);
 }
 
-void EventFolder::Remove(std::int32_t number) {
-    const NativePath path = PathOf(number);
-    RemoveFile(path);
-    if (StampOf(path).Exists()) return;
+void EventFolder::Release(std::int32_t number) {
     numbers_.Release(number);
     otherSpellings_.erase(number);
 }

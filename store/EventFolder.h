@@ -39,7 +39,9 @@ struct EventFileName {
     bool isSpare = false;  // another spelling of the name is the event's file
 };
 
-/// "A" and seven digits and ".eve".
+/// "A" and seven digits; empty for a record that has no file.
+Text EventPointerOf(std::int32_t number);
+/// The same with ".eve" behind it.
 Text EventFileNameOf(std::int32_t number);
 /// The number of an event file's name in any spelling; none for any other name.
 std::optional<std::int32_t> EventNumberOf(TextView name);
@@ -57,8 +59,8 @@ class EventFolder {
     std::optional<std::int32_t> GetFreeEventFileNumber();
     /// The file of a number, under the spelling that it was found with.
     NativePath PathOf(std::int32_t number);
-    /// Deletes the file and frees its number; a file that is not there is no error.
-    void Remove(std::int32_t number);
+    /// The file of a number is deleted: the number is free.
+    void Release(std::int32_t number);
     void Take(std::int32_t number) { numbers_.Take(number); }
     /// Makes the folder when it has gone.
     void Restore() const;

@@ -62,6 +62,7 @@ EventLoad::EventLoad(const StoreParts& parts, const StoreSettings& settings, Eve
       ordinary_(settings.MaxAlarms) {}
 
 void EventLoad::Run() {
+    parts_.commit.Commit();  // so that the files hold what has been promised
     EmptyList();
     std::vector<EventFileName> files = files_.List();
     if (ConvertOldFile()) files = files_.List();
@@ -89,6 +90,12 @@ bool EventLoad::ConvertOldFile() {
     const std::optional<Text> content = ReadFile(oldFile);
     if (!content) return false;
     ConvertRecords(*content);
+    // The old file goes only when the new ones cannot be lost any more.
+    parts_.commit.SynchroniseWithThisTurn();
+    parts_.commit.Commit();
+    for (auto& [number, alarm] : std::exchange(converted_, {})) {
+        if (files_.IsUnsaved(number)) unsaved_[number] = std::move(alarm);
+    }
     const NativePath converted = parts_.dataFolder.Resolve(kConvertedFile);
     RemoveFile(converted);
     RenameFile(oldFile, converted);
@@ -111,8 +118,8 @@ void EventLoad::ConvertRecords(TextView content) {
 
 void EventLoad::Convert(std::unique_ptr<cAlarm> alarm) {
     files_.GiveNumber(*alarm);
-    if (files_.Write(*alarm, DurableWrites::Opening::CreateNew)) return;
-    unsaved_[alarm->m_FilePointer] = std::move(alarm);
+    files_.WriteNew(*alarm);
+    converted_[alarm->m_FilePointer] = std::move(alarm);
 }
 
 void EventLoad::ReadFiles(const std::vector<EventFileName>& files) {
@@ -128,7 +135,8 @@ std::unique_ptr<cAlarm> EventLoad::ReadOne(const EventFileName& file) {
     if (const auto newer = unsaved_.extract(file.number)) return std::move(newer.mapped());
     const std::optional<Text> content = file.isSpare ? std::nullopt : ReadFile(file.path);
     auto alarm = std::make_unique<cAlarm>();
-    if (!content || IsBlankFile(*content) || !ReadFromDisk(*content, 1, *alarm)) {
+    if (!content || IsBlankFile(*content) || !ReadFromDisk(*content, 1, *alarm) ||
+        !HasPlausibleArrival(*alarm)) {
         if (!FolderExists(file.path)) unreadable_.push_back(file.name);
         return nullptr;
     }

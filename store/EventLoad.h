@@ -56,6 +56,8 @@ class EventLoad {
     ArrivalOrder tests_;
     ArrivalOrder ordinary_;
     std::map<std::int32_t, std::unique_ptr<cAlarm>> unsaved_{};  // newer in memory than in their files
+    std::map<std::int32_t, std::unique_ptr<cAlarm>>
+        converted_{};  // from the old file, on their way to their own
     std::vector<Text> unreadable_{};
     std::size_t dropped_ = 0;
     std::size_t tooOld_ = 0;

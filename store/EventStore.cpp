@@ -2,8 +2,11 @@
 
 #include "runtime/Fields.h"
 #include "store/EventLoad.h"
+#include "store/JournalReplay.h"
+#include "store/RecordJson.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -13,6 +16,9 @@ constexpr int kTextNoFreeNumber = 3520;
 constexpr TextView kGeneral = "General";
 constexpr TextView kNextAlarmId = "NextAlarmId";
 constexpr int kMostDigits = 9;
+constexpr int kTrimmedWithEach = 2;
+constexpr int kMostMsOfSlice = 8;
+constexpr std::size_t kMostRemovedInSlice = 100;
 
 /// Five percent above the limit; a limit below 1 is off.
 bool IsFarAbove(std::size_t count, int limit) {
@@ -84,8 +90,7 @@ bool EventStore::UpdateIndexed(cAlarm& alarm, NetworkEvent event) {
 
 void EventStore::UpdateToDisk(cAlarm& alarm, NetworkEvent event) {
     if (alarm.m_Status == kStatusRemoved) return files_.Delete(alarm);
-    files_.Write(alarm, event == NetworkEvent::NewEvent ? DurableWrites::Opening::CreateNew
-                                                        : DurableWrites::Opening::Existing);
+    event == NetworkEvent::NewEvent ? files_.WriteNew(alarm) : files_.Write(alarm);
 }
 
 void EventStore::RemoveAlarm(cAlarm& alarm) {
@@ -94,45 +99,96 @@ void EventStore::RemoveAlarm(cAlarm& alarm) {
     if (Update(alarm)) events_.TakeOut(events_.SequenceOf(alarm));
 }
 
-std::int32_t EventStore::GetNextAlarmId() {
-    if (parts_.role == Role::Client || settings_.WidthForNumber < 0) return 0;
+std::int64_t EventStore::AlarmNumberLimit() const {
     std::int64_t limit = 1;
     for (int i = 0; i < std::min(settings_.WidthForNumber, kMostDigits); ++i) limit *= 10;
-    const std::int32_t id = LeadingInt32(parts_.files.ReadMainIni(kGeneral, kNextAlarmId, "0"));
-    const std::int64_t next = std::int64_t{id} + 1;
-    parts_.files.WriteIni(kGeneral, kNextAlarmId, std::to_string(next >= limit ? 0 : next));
-    return id;
+    return limit;
+}
+
+// The file is asked each time, since a person may change the number in it. A number that could not be written
+// down is not given twice all the same.
+std::int32_t EventStore::GetNextAlarmId() {
+    if (parts_.role == Role::Client || settings_.WidthForNumber < 0) return 0;
+    const std::int32_t inFile = LeadingInt32(parts_.files.ReadMainIni(kGeneral, kNextAlarmId, "0"));
+    const bool isKept = unwrittenNumber_ && unwrittenNumber_->inFile == inFile;
+    const std::int64_t id = isKept ? unwrittenNumber_->next : inFile;
+    const std::int64_t next = id + 1 >= AlarmNumberLimit() ? 0 : id + 1;
+    unwrittenNumber_.reset();
+    if (!parts_.files.WriteIni(kGeneral, kNextAlarmId, std::to_string(next)))
+        unwrittenNumber_ = {inFile, next};
+    return static_cast<std::int32_t>(id);
+}
+
+void EventStore::PlayJournal() {
+    Journal* journal = parts_.commit.EntryJournal();
+    if (!journal || !journal->IsOpen()) return;
+    JournalReplay(parts_, settings_, *journal, parts_.commit.Disk()).Run();
+    if (!journal->WasStoppedCleanly()) TakeUpAlarmNumber(*journal);
+}
+
+// The number in the settings file is not synchronised; behind a power cut it can be one of long ago. Numbers
+// begin again at their limit, so that the nearer way round says which of the two is the older.
+void EventStore::TakeUpAlarmNumber(Journal& journal) {
+    const auto row = journal.Last(JournalKind::Event);
+    const auto record = row ? ReadRecordJson(row->data) : std::nullopt;
+    if (!record || settings_.WidthForNumber <= 0) return;
+    const std::int64_t limit = AlarmNumberLimit();
+    const std::int64_t next = (std::int64_t{record->m_AlarmId} + 1) % limit;
+    const std::int32_t inFile = LeadingInt32(parts_.files.ReadMainIni(kGeneral, kNextAlarmId, "0"));
+    const std::int64_t ahead = ((next - inFile) % limit + limit) % limit;
+    if (ahead == 0 || ahead > limit / 2) return;
+    if (!parts_.files.WriteIni(kGeneral, kNextAlarmId, std::to_string(next)))
+        unwrittenNumber_ = {inFile, next};
 }
 
 void EventStore::EnforceAlarmLimits() {
-    const std::size_t tests = events_.TestAlarms().size();
-    const std::size_t ordinary = events_.OrdinaryAlarms().size();
-    if (!IsFarAbove(tests, settings_.MaxTestAlarms) && !IsFarAbove(ordinary, settings_.MaxAlarms)) return;
-    RemoveOldest(Excess(tests, settings_.MaxTestAlarms), Excess(ordinary, settings_.MaxAlarms));
-}
-
-// In the order of the list, but without walking over the records of a kind that stays.
-void EventStore::RemoveOldest(std::size_t tests, std::size_t ordinary) {
-    while (tests + ordinary > 0) {
-        const EventSequence test = tests > 0 ? *events_.TestAlarms().begin() : SIZE_MAX;
-        const EventSequence other = ordinary > 0 ? *events_.OrdinaryAlarms().begin() : SIZE_MAX;
-        --(test < other ? tests : ordinary);
-        RemoveAlarm(*events_.Find(std::min(test, other)));
-    }
+    if (IsFarAbove(events_.TestAlarms().size(), settings_.MaxTestAlarms) ||
+        IsFarAbove(events_.OrdinaryAlarms().size(), settings_.MaxAlarms))
+        isTrimming_ = true;
+    // Whatever comes, the list does not grow on.
+    for (int i = 0; i < kTrimmedWithEach && isTrimming_; ++i) TrimOne();
 }
 
 void EventStore::PruneOldAlarms() {
-    if (parts_.role == Role::Client) return;
-    const OleDate today = parts_.clock.Now().Midnight();
-    std::size_t removed = 0;
-    for (EventSequence at = events_.Next(0); at != 0; at = events_.Next(at)) {
-        cAlarm& alarm = *events_.Find(at);
-        if (!IsTooOld(alarm, settings_, today)) continue;
-        RemoveAlarm(alarm);
-        ++removed;
+    if (parts_.role != Role::Client && !prunedUpTo_) prunedUpTo_ = 0;
+}
+
+// The oldest of those that are too many, in the order of the list, without a walk over those that stay.
+bool EventStore::TrimOne() {
+    const bool isTest = Excess(events_.TestAlarms().size(), settings_.MaxTestAlarms) > 0;
+    const bool isOrdinary = Excess(events_.OrdinaryAlarms().size(), settings_.MaxAlarms) > 0;
+    isTrimming_ = isTest || isOrdinary;
+    if (!isTrimming_) return false;
+    const EventSequence test = isTest ? *events_.TestAlarms().begin() : SIZE_MAX;
+    const EventSequence other = isOrdinary ? *events_.OrdinaryAlarms().begin() : SIZE_MAX;
+    RemoveAlarm(*events_.Find(std::min(test, other)));
+    return true;
+}
+
+bool EventStore::PruneOne() {
+    prunedUpTo_ = events_.Next(*prunedUpTo_);
+    if (*prunedUpTo_ == 0) {
+        prunedUpTo_.reset();
+        parts_.LogCount(kTextRemovedByAge, std::exchange(pruned_, 0), LogKind::Information);
+        return false;
     }
-    if (removed == 0) return;
-    parts_.LogCount(kTextRemovedByAge, removed, LogKind::Information);
+    cAlarm& alarm = *events_.Find(*prunedUpTo_);
+    if (!IsTooOld(alarm, settings_, parts_.clock.Now().Midnight())) return true;
+    RemoveAlarm(alarm);
+    ++pruned_;
+    return true;
+}
+
+// What is removed here leaves the disk at the end of this turn, which takes about as long again.
+bool EventStore::RemoveSlice() {
+    const std::int64_t end = parts_.clock.MonotonicMs() + kMostMsOfSlice;
+    const std::size_t before = events_.Count();
+    while (isTrimming_ || prunedUpTo_) {
+        if (isTrimming_) TrimOne();
+        if (prunedUpTo_) PruneOne();
+        if (before - events_.Count() >= kMostRemovedInSlice || parts_.clock.MonotonicMs() >= end) break;
+    }
+    return isTrimming_ || prunedUpTo_;
 }
 
 void EventStore::LoadEvents() {

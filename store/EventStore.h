@@ -50,12 +50,17 @@ class EventStore {
 
     // --- Upkeep
 
+    /// Behind a crash or a power cut: brings files, archive and alarm number to what the journal says. To be
+    /// called once, in front of LoadEvents.
+    void PlayJournal();
     /// Reads all event files, after those of an old Data\Events.DAT have been made; nothing on a client.
     void LoadEvents();
-    /// Cuts the list back to its limits once it is five percent above one.
+    /// Begins to cut the list back to its limits once it is five percent above one.
     void EnforceAlarmLimits();
-    /// Archives and removes what is older than its days; nothing on a client.
+    /// Begins to archive and remove what is older than its days; nothing on a client.
     void PruneOldAlarms();
+    /// A slice of what these two have begun, of some milliseconds. True while more is to be done.
+    bool RemoveSlice();
     /// Writes again what could not be written. To be called every few seconds; costs nothing when all is
     /// well.
     void RetryFailedWrites() { files_.RetryFailedWrites(); }
@@ -66,13 +71,25 @@ class EventStore {
     void Reindex(const cAlarm& alarm);
     bool UpdateIndexed(cAlarm& alarm, NetworkEvent event);
     void UpdateToDisk(cAlarm& alarm, NetworkEvent event);
-    void RemoveOldest(std::size_t tests, std::size_t ordinary);
+    void TakeUpAlarmNumber(Journal& journal);
+    std::int64_t AlarmNumberLimit() const;
+    bool TrimOne();
+    bool PruneOne();
 
     StoreParts parts_;
     const StoreSettings& settings_;
     AlarmText texts_;
     EventList events_{};
     EventFiles files_;
+
+    struct UnwrittenNumber {
+        std::int32_t inFile = 0;
+        std::int64_t next = 0;
+    };
+    std::optional<UnwrittenNumber> unwrittenNumber_{};  // the settings file could not be written
+    bool isTrimming_ = false;
+    std::optional<EventSequence> prunedUpTo_{};  // while pruning
+    std::size_t pruned_ = 0;
 };
 
 }  // namespace nordkeep

@@ -34,7 +34,14 @@ bool IsTestAlarm(const cAlarm& alarm, const StoreSettings& settings) {
     return prio != kNoTestPrio && LeadingNumber(alarm.m_TranslatedPrio) == prio;
 }
 
+bool HasPlausibleArrival(const cAlarm& alarm) {
+    constexpr double kYear10000 = 2'958'466;
+    const double days = alarm.m_ArrivedTime.Days();
+    return days >= 0 && days < kYear10000;
+}
+
 bool IsTooOld(const cAlarm& alarm, const StoreSettings& settings, OleDate today) {
+    if (!HasPlausibleArrival(alarm)) return false;
     constexpr std::int64_t kDay = 86'400'000;
     const std::int64_t end = alarm.m_ArrivedTime.Milliseconds() + settings.MaxAlarmDays * kDay;
     return settings.MaxAlarmDays > 0 && end < today.Milliseconds();

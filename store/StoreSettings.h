@@ -18,7 +18,9 @@ std::span<const SettingRow<StoreSettings>> StoreSettingRows();
 
 /// "-1", or the priority that resets the second alive test.
 bool IsTestAlarm(const cAlarm& alarm, const StoreSettings& settings);
-/// Has arrived before the days that alarms are kept.
+/// A damaged date would count as one of long ago, and the record be deleted for it.
+bool HasPlausibleArrival(const cAlarm& alarm);
+/// Has arrived before the days that alarms are kept; never for a damaged date.
 bool IsTooOld(const cAlarm& alarm, const StoreSettings& settings, OleDate today);
 
 }  // namespace nordkeep

@@ -84,8 +84,8 @@ bool StoreServicePeriod(cTranslate& set, cIDCode& object, const ServicePeriod& p
     return true;
 }
 
-bool ServicePeriods::Set(cTranslate& set, cIDCode& object, const ServicePeriod& period) {
-    if (!Change(set, object, period)) return false;
+bool ServicePeriods::Set(cTranslate& set, cIDCode& object, const ServicePeriod& period, const Doer& by) {
+    if (!Change(set, object, period, by)) return false;
     if (needs_.settings.AutoExchangeServiceInfo) WriteOut(set, object);
     return true;
 }
@@ -107,16 +107,19 @@ void ServicePeriods::TakeIn(cTranslate& set) {
     for (const TextView line : Lines(content)) {
         const ExchangedPeriod exchanged = ReadExchangeLine(line);
         // Nothing is written out here: an answer would go back and forth between the two systems for ever.
-        if (cIDCode* object = FindExactObject(set, exchanged.idCode)) Change(set, *object, exchanged.period);
+        if (cIDCode* object = FindExactObject(set, exchanged.idCode))
+            Change(set, *object, exchanged.period, {});
     }
     RemoveFile(taken);
 }
 
-bool ServicePeriods::Change(cTranslate& set, cIDCode& object, const ServicePeriod& period) {
+bool ServicePeriods::Change(cTranslate& set, cIDCode& object, const ServicePeriod& period, const Doer& by) {
+    const int modeBefore = object.m_ServiceMode;
     if (!StoreServicePeriod(set, object, period)) return false;
     needs_.views.UpdateObjectTreeEntry(set, object);
     needs_.views.RecalcAliveTestView();
     needs_.replica.SendServiceMode(set, object);
+    needs_.notes.NoteService(set, object, modeBefore, by);
     return true;
 }
 

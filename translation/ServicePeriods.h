@@ -3,6 +3,7 @@
 #include "platform/FileTree.h"
 #include "translation/ObjectReplica.h"
 #include "translation/ObjectViews.h"
+#include "translation/ServiceNotes.h"
 #include "translation/Translate.h"
 #include "translation/TranslationSettings.h"
 
@@ -44,18 +45,19 @@ class ServicePeriods {
         ObjectViews& views;
         ObjectReplica& replica;
         const TranslationSettings& settings;
+        ServiceNotes& notes;
     };
     explicit ServicePeriods(const Needs& needs) : needs_(needs) {}
 
     /// A command of an operator, here or at a client. False, with nothing done, for an unknown mode.
-    bool Set(cTranslate& set, cIDCode& object, const ServicePeriod& period);
+    bool Set(cTranslate& set, cIDCode& object, const ServicePeriod& period, const Doer& by = {});
     /// Puts the object back in use when its period is over. True when it was.
     bool EndWhenOver(cTranslate& set, cIDCode& object, OleDate now);
     /// Takes in what the other system has left for this set.
     void TakeIn(cTranslate& set);
 
  private:
-    bool Change(cTranslate& set, cIDCode& object, const ServicePeriod& period);
+    bool Change(cTranslate& set, cIDCode& object, const ServicePeriod& period, const Doer& by);
     void WriteOut(const cTranslate& set, const cIDCode& object) const;
 
     Needs needs_;

@@ -2,12 +2,13 @@
 
 #include "platform/DurableWrites.h"
 
+#include <deque>
 #include <set>
-#include <vector>
 
 namespace nordkeep {
 
-/// The files of the system's disks. What has been written stays open until it is synchronised.
+/// The files of the system's disks. What has been written stays open until it is synchronised, as long as
+/// that are not too many.
 class DurableFiles final : public DurableWrites {
  public:
     DurableFiles() = default;
@@ -16,25 +17,29 @@ class DurableFiles final : public DurableWrites {
     DurableFiles& operator=(const DurableFiles&) = delete;
 
     bool Write(const NativePath& path, TextView bytes, Opening opening) override;
-    bool Synchronise() override;
+    bool Append(const NativePath& path, TextView bytes) override;
+    bool Remove(const NativePath& path) override;
+    bool Synchronise(std::size_t most) override;
+    std::size_t WaitingCount() const override { return waiting_.size() + changedFolders_.size(); }
     const Text& LastError() const override { return lastError_; }
-    bool IsEmpty() const { return open_.empty() && newFolders_.empty() && !hasFailed_; }
 
  private:
-    struct OpenFile {
-        int descriptor = -1;
+    struct WaitingFile {
+        int descriptor = -1;  // -1: to be opened again
         NativePath path{};
     };
 
     int OpenExisting(const NativePath& path, bool& isNew);
-    int OpenNew(const NativePath& path);
+    void KeepWaiting(int descriptor, const NativePath& path, bool isNew);
     bool Fail(const char* operation, const NativePath& path);
-    void SynchroniseFiles();
-    void SynchroniseFolders();
+    void SetGoing(std::size_t count);
+    bool SynchroniseFile(WaitingFile& file);
+    bool SynchroniseFolders();
 
-    std::vector<OpenFile> open_{};
-    std::set<NativePath> newFolders_{};  // folders with new files, whose entries are still to be synchronised
-    bool hasFailed_ = false;             // a synchronisation since the last call of Synchronise
+    std::deque<WaitingFile> waiting_{};
+    std::set<NativePath> waitingPaths_{};  // of waiting_, each once
+    std::size_t openCount_ = 0;
+    std::set<NativePath> changedFolders_{};  // folders whose entries are still to be synchronised
     Text lastError_{};
 };
 

@@ -4,6 +4,7 @@
 #include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
 #include "platform/posix/PrinterDevice.h"
+#include "platform/sqlite/SqliteJournal.h"
 #include "runtime/Fields.h"
 #include "store/EventFile.h"
 #include "tests/doubles/FakeDialogs.h"
@@ -46,6 +47,7 @@ class DayTest : public ::testing::Test {
     TempFolder folder{};
     ManualTime time{On(28, 23, 0)};
     DurableFiles disk{};
+    SqliteJournal journal{};
     FakeSockets sockets{};
     FakeSerial serial{};
     FakeInets inet{};
@@ -69,6 +71,7 @@ TEST_F(DayTest, IsTakenFromTheClockAndEveryPeriodFromTheTicks) {
     Foundation foundation({.clock = time,
                            .loop = time,
                            .disk = disk,
+                           .journal = journal,
                            .sockets = sockets,
                            .serial = serial,
                            .inet = inet,

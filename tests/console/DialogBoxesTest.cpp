@@ -82,7 +82,7 @@ struct PeriodWorld : ConsoleWorld {
     }
     cIDCode& Object() { return *translations.Sets().at(0)->m_IdCodes.at(0); }
     NoObjectReplica objectReplica{};
-    ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings}};
+    ServicePeriods periods{{folder.Tree(), objectViews, objectReplica, translationSettings, deeds}};
     RecordingCentre serving{&periods};
     PeriodBox box{{.translations = translations,
                    .centre = serving,

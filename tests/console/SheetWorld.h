@@ -68,7 +68,8 @@ struct ConsoleWorld : StoreWorld, FakeOperatorState {
     FakeDialogs dialogs{};
     Captions captions{language};
     RecordingDesk desk{};
-    AlarmHandling handling{{*store, views, time, desk}};
+    Deeds deeds{commit, language, log};
+    AlarmHandling handling{{*store, views, time, desk, deeds}};
     RecordingPrinter printer{};
     RecordingCentre centre{};
     RecordingServer server{};

@@ -20,6 +20,8 @@ class ManualTime : public Clock, public EventLoop {
 
     OleDate Now() const override { return start_.PlusMilliseconds(nowMs_); }
     std::int64_t MonotonicMs() const override { return nowMs_; }
+    /// As if the zone were UTC.
+    std::int64_t UtcMs() const override { return Now().Milliseconds() - 25'569LL * 86'400'000; }
 
     /// Sets the wall clock; what is planned keeps its distance.
     void Set(OleDate now) { start_ = now.PlusMilliseconds(-nowMs_); }

@@ -21,10 +21,12 @@ class RecordingDesk final : public OperatorDesk {
     void PrintAlarmPage(const cAlarm&) override { calls.push_back("page"); }
     void AlarmEnded(std::int32_t filePointer) override { ended.push_back(filePointer); }
     void AllAlarmsEnded() override { ++timesAllEnded; }
+    Text UserName() const override { return user; }
 
     std::vector<Text> calls{};
     std::vector<std::int32_t> ended{};
     int timesAllEnded = 0;
+    Text user{};
 };
 
 }  // namespace nordkeep

@@ -24,6 +24,7 @@ struct CoreGround {
     AlarmViews* alarmViews = nullptr;
     ObjectViews* objectViews = nullptr;
     CoreSettings settings{};
+    Journal* journal = nullptr;
 };
 
 /// What a client has in place of a server that answers: its records are not its own.
@@ -44,6 +45,7 @@ struct CoreNeighbours {
                 .clock = ground.clock,
                 .log = ground.log,
                 .disk = disk,
+                .journal = ground.journal,
                 .requestCommit = [] {},
                 .alarmReplica = ReplicaOn(ground),
                 .objectReplica = ground.objectReplica ? *ground.objectReplica : noObjectReplica,

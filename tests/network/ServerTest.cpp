@@ -147,6 +147,7 @@ TEST_F(ServerTest, TellsChangesOnceAndThoseOfAClientTwiceToTheOthers) {
     Send(1, Message::OldEvent, EventPayload(changed));
     EXPECT_EQ(world.store.Events().Count(), 0u);
     EXPECT_TRUE(world.core.views.rows.empty());
+    world.core.commit.Commit();
     EXPECT_TRUE(ListFiles(world.folder.Resolve("Data\\Events")).empty());
     EXPECT_NE(world.folder.Read("Data\\Archive.TXT"), "");
     Send(1, Message::OldEvent, EventPayload(changed));
@@ -189,7 +190,7 @@ TEST_F(ServerTest, RenewsItsClientsBehindAReload) {
     EXPECT_EQ(Sent(0), (Numbers{11, 12, 2, 3}));
 }
 
-TEST_F(ServerTest, ClosesSilentClientsAndKeepsTheirHalfFrames) {
+TEST_F(ServerTest, ClosesSilentClientsAndForgetsTheirHalfFrames) {
     world.network.NetworkKeepAliveInterval = 1500;  // seven whole seconds
     Connect(2);
     Slot(0).Arrive("\x07\0\0"s);
@@ -208,9 +209,9 @@ TEST_F(ServerTest, ClosesSilentClientsAndKeepsTheirHalfFrames) {
     EXPECT_TRUE(world.HasLogged("silent 127.0.0.1"));
     EXPECT_FALSE(world.HasLogged("gone 127.0.0.1"));
 
-    // The next client in the slot completes what the last one has begun.
+    // The next client in the slot is not read behind what the last one has begun.
     Connect(1);
-    Slot(0).Arrive("\0\x01x"s + FrameOf(Message::ProtocolVersion, {}));
+    Send(0, Message::ProtocolVersion);
     EXPECT_EQ(Sent(0), Numbers{23});
 }
 
@@ -252,6 +253,45 @@ TEST_F(ServerTest, SendsALargeStoreInPiecesThatTheClientTakes) {
     Connect(1);
     Slot(0).CompleteSending();
     EXPECT_EQ(Sent(0), Numbers{}) << "the next client has not asked";
+}
+
+// 5,000 requests in 25 kB once held every line back for five seconds.
+TEST_F(ServerTest, GivesAClientThatAsksForMuchNoMoreThanItsShareOfATurn) {
+    constexpr std::size_t kEvents = 1200;
+    for (std::size_t i = 0; i < kEvents; ++i) world.Raise("event");
+    Connect(2);
+    Text flood;
+    for (int i = 0; i < 5000; ++i) flood += FrameOf(Message::AllEvents, {});
+    Slot(0).Arrive(flood);
+    EXPECT_LE(Slot(0).sends.size(), 500u);
+    Send(1, Message::ProtocolVersion);
+    EXPECT_EQ(Sent(1), Numbers{23}) << "others are served at once";
+    time.Advance(0);
+    const Numbers sent = Sent(0);
+    EXPECT_GE(std::ranges::count(sent, 6), static_cast<std::ptrdiff_t>(kEvents));
+    EXPECT_LE(std::ranges::count(sent, 6), static_cast<std::ptrdiff_t>(kEvents * 100)) << "walks are joined";
+    EXPECT_EQ(sent.back(), 4);
+    Send(0, Message::ProtocolVersion);
+    EXPECT_EQ(Sent(0), Numbers{23}) << "and goes on being served";
+}
+
+// An operator who ends two hundred alarms and goes home has ended all of them.
+TEST_F(ServerTest, FinishesWhatAClientAskedBeforeItLeft) {
+    Connect(1);
+    Text changes;
+    std::vector<cAlarm*> alarms;
+    for (int i = 0; i < 200; ++i) {
+        alarms.push_back(&world.Raise("fire"));
+        cAlarm changed = *alarms.back();
+        changed.m_Status = kStatusAcknowledged;
+        changes += FrameOf(Message::OldEvent, EventPayload(changed));
+    }
+    Slot(0).Arrive(changes);
+    Slot(0).CloseByPeer();
+    time.Advance(0);
+    for (const cAlarm* alarm : alarms) EXPECT_EQ(alarm->m_Status, kStatusAcknowledged);
+    Connect(1);
+    EXPECT_TRUE(world.slots.IsConnected(0)) << "the slot is free again";
 }
 
 TEST_F(ServerTest, ServesWhatArrivedWithTheClose) {

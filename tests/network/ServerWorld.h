@@ -58,6 +58,7 @@ struct ServerWorld : NetworkGround {
                           .objectViews = core.noObjectViews,
                           .objectReplica = replica,
                           .servicePeriods = core.servicePeriods,
+                          .deeds = core.deeds,
                           .timers = core.timers,
                           .torvex = core.torvex,
                           .ports =

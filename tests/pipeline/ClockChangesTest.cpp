@@ -72,7 +72,12 @@ std::vector<Deadline> ClockChangesTest::Deadlines() {
         {"retry to the dispatcher", "\r\n[Torvex]\r\nDelayAndWaitForAck=3600\r\n", 60,
          [this] { TakeIn("100403"); }, [this] { running->dispatcher.SendWaitingToTorvex(time.Now()); },
          [this] { return All().at(0)->m_SentToTorvex == -1; }},
-        {"age", "", 2 * 24 * 60, [this] { TakeIn("100403"); }, [this] { running->store.PruneOldAlarms(); },
+        {"age", "", 2 * 24 * 60, [this] { TakeIn("100403"); },
+         [this] {
+             running->store.PruneOldAlarms();
+             while (running->store.RemoveSlice()) {
+             }
+         },
          [this] { return All().empty(); }},
     };
 }

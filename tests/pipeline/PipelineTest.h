@@ -74,8 +74,9 @@ class PipelineTest : public ::testing::Test {
         for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) all.push_back(events.Find(at));
         return all;
     }
-    /// What the event file of a record holds.
+    /// What the event file of a record holds at the end of the turn.
     cAlarm Stored(const cAlarm& alarm) {
+        running->commit.Commit();
         cAlarm stored;
         const Text file = folder.Read("Data\\Events\\A" + Digits(alarm.m_FilePointer, 7) + ".eve");
         EXPECT_TRUE(ReadFromDisk(file, 1, stored)) << alarm.m_FilePointer;

@@ -21,9 +21,9 @@ class Durable : public testing::Test {
 TEST_F(Durable, OldTailBytesStay) {
     folder.Write("a", "0123456789");
     EXPECT_TRUE(writes.Write(At("a"), "abc", Opening::Existing));
-    EXPECT_FALSE(writes.IsEmpty());
-    EXPECT_TRUE(writes.Synchronise());
-    EXPECT_TRUE(writes.IsEmpty());
+    EXPECT_FALSE((writes.WaitingCount() == 0));
+    EXPECT_TRUE(writes.Synchronise(SIZE_MAX));
+    EXPECT_TRUE((writes.WaitingCount() == 0));
     EXPECT_EQ(folder.Read("a"), "abc3456789");
 }
 
@@ -34,7 +34,7 @@ TEST_F(Durable, CreateNewTakesNoExistingFile) {
     EXPECT_EQ(folder.Read("a"), "old");
     EXPECT_TRUE(writes.Write(At("b"), "new", Opening::CreateNew));
     EXPECT_TRUE(writes.Write(At("c"), "made", Opening::Existing));
-    EXPECT_TRUE(writes.Synchronise());
+    EXPECT_TRUE(writes.Synchronise(SIZE_MAX));
     EXPECT_EQ(folder.Read("b") + folder.Read("c"), "newmade");
 }
 
@@ -44,7 +44,7 @@ TEST_F(Durable, AFolderInTheFilesPlaceFailsWithAText) {
     EXPECT_EQ(writes.LastError(), "open " + At("a") + ": Is a directory");
     EXPECT_FALSE(writes.Write(At("missing/a"), "x", Opening::CreateNew));
     EXPECT_EQ(writes.LastError(), "open " + At("missing/a") + ": No such file or directory");
-    EXPECT_TRUE(writes.Synchronise());
+    EXPECT_TRUE(writes.Synchronise(SIZE_MAX));
 }
 
 TEST_F(Durable, AHalfWrittenNewFileIsRemoved) {
@@ -70,7 +70,7 @@ TEST_F(Durable, ManyFilesNeedFewDescriptors) {
     for (int i = 0; i < 600; ++i) isWritten &= writes.Write(At(std::to_string(i)), "x", Opening::CreateNew);
     ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
     EXPECT_TRUE(isWritten);
-    EXPECT_TRUE(writes.Synchronise());
+    EXPECT_TRUE(writes.Synchronise(SIZE_MAX));
     EXPECT_EQ(ListFiles(folder.Path()).size(), 600u);
 }
 
@@ -78,9 +78,9 @@ TEST_F(Durable, AFolderThatHasGoneIsReportedOnce) {
     folder.MakeFolders("d");
     ASSERT_TRUE(writes.Write(At("d/a"), "x", Opening::CreateNew));
     ASSERT_TRUE(RemoveFile(At("d/a")) && RemoveFolder(At("d")));
-    EXPECT_FALSE(writes.Synchronise());
+    EXPECT_FALSE(writes.Synchronise(SIZE_MAX));
     EXPECT_EQ(writes.LastError(), "synchronise " + At("d/") + ": No such file or directory");
-    EXPECT_TRUE(writes.Synchronise());
+    EXPECT_TRUE(writes.Synchronise(SIZE_MAX));
 }
 
 }  // namespace

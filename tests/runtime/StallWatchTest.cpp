@@ -25,6 +25,7 @@ struct StallWatchTest : ::testing::Test {
         explicit BusyClock(const StallWatchTest& of) : test(of) {}
         OleDate Now() const override { return test.loop.Now(); }
         std::int64_t MonotonicMs() const override { return test.loop.MonotonicMs() + test.skippedMs; }
+        std::int64_t UtcMs() const override { return test.loop.UtcMs(); }
         const StallWatchTest& test;
     };
 

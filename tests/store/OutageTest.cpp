@@ -75,9 +75,11 @@ TEST(Outage, AFailedSynchronisationCountsForEverythingWrittenBefore) {
     Text replies;
     Receive(world, AlarmAt(45356, "a"), replies);
     Receive(world, AlarmAt(45356, "b"), replies);
-    BreakDisk(world);  // written, but the folder of the new files cannot be synchronised any more
+    // Written at the end of the turn, and then the folder of the new files cannot be synchronised.
+    world.disk.onSynchronise = [&] { BreakDisk(world); };
     world.commit.Begin();
     world.commit.Commit();
+    world.disk.onSynchronise = {};
     world.commit.End([&replies](bool isStored) { replies += isStored ? "late " : "late- "; });
     EXPECT_EQ(replies, "- - ");
     EXPECT_EQ(world.store->UnsavedCount(), 2u);
@@ -104,9 +106,11 @@ TEST(Outage, OneBadFileHoldsUpNoOther) {
         alarm->m_Status = kStatusCommented;
         world.store->Update(*alarm);
     }
+    world.commit.Commit();
     EXPECT_EQ(world.store->UnsavedCount(), 5u);
     BreakDisk(world);
     for (cAlarm* alarm : alarms) world.store->Update(*alarm);
+    world.commit.Commit();
     EXPECT_EQ(world.store->UnsavedCount(), 20u);
     MendDisk(world);
     for (int i = 0; i < 10; ++i) world.store->RetryFailedWrites();
@@ -114,6 +118,7 @@ TEST(Outage, OneBadFileHoldsUpNoOther) {
     EXPECT_EQ(world.store->UnsavedCount(), 5u);
     EXPECT_EQ(world.OnDisk(alarms[19]->m_FilePointer)->m_Status, kStatusCommented);
     world.store->RemoveAlarm(*alarms[0]);
+    world.commit.Commit();
     EXPECT_EQ(world.store->UnsavedCount(), 4u) << "what has left the store is not tried again";
 }
 
@@ -123,6 +128,7 @@ TEST(Outage, ALostFolderIsMadeAgain) {
     world.commit.Commit();
     std::filesystem::remove_all(world.folder.Resolve("Data"));
     cAlarm& alarm = world.StoreNew(AlarmAt(45356, "b"));
+    world.commit.Commit();
     world.store->RetryFailedWrites();
     world.commit.Commit();
     EXPECT_EQ(world.OnDisk(alarm.m_FilePointer)->m_AlarmCodeToStore, "b");
@@ -158,12 +164,12 @@ TEST(EventCommit, RepliesLeaveTogetherInOrderAndAskForOneTurn) {
         return [&replies, name](bool isStored) { replies += Text(name) + (isStored ? "+ " : "- "); };
     };
     const auto write = [&](const char* name) {
-        return commit.Write(folder.Resolve(name), "x", DurableWrites::Opening::CreateNew);
+        commit.Change({.kind = FileChange::Kind::WriteNew, .path = folder.Resolve(name), .bytes = "x"});
     };
     commit.Begin();
-    EXPECT_TRUE(write("a"));
+    write("a");
     commit.Begin();  // a telegram that comes in while the first is still worked on
-    EXPECT_FALSE(write("a")) << "a new file never overwrites another";
+    write("a");      // a new file never overwrites another
     commit.End(reply("inner"));
     EXPECT_EQ(replies, "");
     commit.End(reply("outer"));

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/posix/DurableFiles.h"
 #include "store/EventFile.h"
 #include "store/EventStore.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
+#include "tests/doubles/WatchedDisk.h"
 
 #include <memory>
 #include <vector>
@@ -76,14 +76,25 @@ struct StoreWorld {
     void Put(std::int32_t number, const cAlarm& alarm) const {
         folder.Write("Data\\Events\\" + EventFileNameOf(number), EventBytes(alarm, 0, 0));
     }
+    /// The slices that the ticks of the program do.
+    void RemoveAll() {
+        while (store->RemoveSlice()) commit.Commit();
+    }
     cAlarm& StoreNew(const cAlarm& alarm) { return store->StoreNew(std::make_unique<cAlarm>(alarm)); }
+
+    // What the disk holds is looked at behind the end of a turn.
+
     /// The file of a record as a restart would read it; none when it is missing or torn.
-    std::optional<cAlarm> OnDisk(std::int32_t number) const {
+    std::optional<cAlarm> OnDisk(std::int32_t number) {
+        commit.Commit();
         cAlarm alarm;
         const Text bytes = folder.Read("Data\\Events\\" + EventFileNameOf(number));
         return ReadFromDisk(bytes, 1, alarm) ? std::optional(alarm) : std::nullopt;
     }
-    std::size_t FileCount() const { return ListFiles(folder.Resolve("Data\\Events")).size(); }
+    std::size_t FileCount() {
+        commit.Commit();
+        return ListFiles(folder.Resolve("Data\\Events")).size();
+    }
     /// The alarm texts of all records in list order.
     Text Order() const {
         Text order;
@@ -93,7 +104,10 @@ struct StoreWorld {
         }
         return order;
     }
-    Text Archived() const { return folder.Read("Data\\Archive.TXT"); }
+    Text Archived() {
+        commit.Commit();
+        return folder.Read("Data\\Archive.TXT");
+    }
 
     StoreSettings settings;
     TempFolder folder{};
@@ -105,7 +119,7 @@ struct StoreWorld {
     RecordingViews views{};
     RecordingOutage outage{};
     std::size_t requestedCommits = 0;
-    DurableFiles disk{};
+    WatchedDisk disk{};
     EventCommit commit{disk, [this] { ++requestedCommits; }};
     std::vector<Text> logged{};
     std::unique_ptr<EventStore> store{};

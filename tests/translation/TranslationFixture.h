@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/NoServiceNotes.h"
 #include "tests/doubles/TempFolder.h"
 #include "translation/AliveScan.h"
 #include "translation/ObjectLookup.h"
@@ -97,7 +98,8 @@ class TranslationFixture : public ::testing::Test {
     TranslationSettings settings{};
     AliveTestTimers timers{settings, AliveTestPace::Minutes, log};
     Translations translations{{folder.Tree(), files, language, time, log, witness, settings, timers}};
-    ServicePeriods periods{{folder.Tree(), witness, witness, settings}};
+    NoServiceNotes notes{};
+    ServicePeriods periods{{folder.Tree(), witness, witness, settings, notes}};
     AliveScan scan{{translations, periods, witness, witness, witness, witness, time, settings, timers}};
     PortBinding port{};
 };

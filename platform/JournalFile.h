@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/Files.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace nordkeep {
+
+/// One entry of the journal as it stands in its database. All texts are UTF-8, and empty where a kind of
+/// entry has nothing to say.
+struct JournalRow {
+    std::int64_t id = 0;
+    std::string time{};  // UTC, "2026-11-21T20:15:30.123Z"
+    std::string kind{};
+    std::string event{};  // file pointer such as "A0000007"
+    std::optional<int> status{};
+    std::string priority{};
+    std::string object{};
+    std::string type{};
+    std::string port{};
+    std::string user{};
+    std::string station{};
+    std::string text{};
+    std::string data{};  // JSON
+};
+
+/// A number that the database keeps beside the entries, such as how far they have been worked off.
+struct JournalMark {
+    const char* name = "";
+    std::int64_t value = 0;
+};
+
+/// The database under the journal. One program writes it; others may read it at the same time.
+class JournalFile {
+ public:
+    virtual ~JournalFile() = default;
+    /// Opens the database, or makes one where there is no file. False, with LastError, for anything else: a
+    /// file that cannot be read is never taken for an empty one.
+    virtual bool Open(const NativePath& path) = 0;
+    virtual bool IsOpen() const = 0;
+    virtual void Close() = 0;
+    /// Adds the rows and sets the marks in one transaction, which is on the medium when this returns true.
+    /// False, with LastError, when nothing of it happened.
+    virtual bool Append(std::span<const JournalRow> rows, std::span<const JournalMark> marks) = 0;
+    /// The highest id there is; 0 without an entry.
+    virtual std::int64_t LastId() const = 0;
+    /// 0 for a mark that was never set.
+    virtual std::int64_t Mark(const char* name) const = 0;
+    /// Shows the entries with an id above `after`, of one of `kinds` (all when empty), in order. False, with
+    /// LastError, when they could not all be read.
+    virtual bool Read(std::int64_t after, std::span<const std::string_view> kinds,
+                      const std::function<void(const JournalRow&)>& show) = 0;
+    /// The newest entry of a kind; none without one, and when it cannot be read.
+    virtual std::optional<JournalRow> ReadLast(std::string_view kind) = 0;
+    /// Deletes up to `most` entries that are older than `time` and have an id below `below`, in one
+    /// transaction. How many; none on failure.
+    virtual std::optional<std::size_t> Prune(const std::string& time, std::int64_t below,
+                                             std::size_t most) = 0;
+    /// Moves a bounded piece of the log of writes into the database when enough has gathered: work for an
+    /// idle moment. True when there was something to do.
+    virtual bool Tidy() = 0;
+    virtual const std::string& LastError() const = 0;
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,256 @@
+#include "platform/sqlite/SqliteJournal.h"
+
+#include <sqlite3.h>
+
+#include <array>
+
+namespace nordkeep {
+namespace {
+
+/// Somebody who looks at the journal may hold it for a moment; nobody may hold up the loop.
+constexpr int kMostWaitMs = 20;
+/// Transactions after which an idle moment is used to work the log of writes off.
+constexpr int kCommitsToTidy = 250;
+
+constexpr const char* kSchema =
+    "CREATE TABLE IF NOT EXISTS entries("
+    " id INTEGER PRIMARY KEY,"
+    " time TEXT NOT NULL,"
+    " kind TEXT NOT NULL,"
+    " event TEXT NOT NULL DEFAULT '',"
+    " status INTEGER,"
+    " priority INTEGER NOT NULL DEFAULT '',"
+    " object TEXT NOT NULL DEFAULT '',"
+    " type TEXT NOT NULL DEFAULT '',"
+    " port TEXT NOT NULL DEFAULT '',"
+    " user TEXT NOT NULL DEFAULT '',"
+    " station TEXT NOT NULL DEFAULT '',"
+    " text TEXT NOT NULL DEFAULT '',"
+    " data TEXT NOT NULL DEFAULT '');"
+    "CREATE INDEX IF NOT EXISTS entries_by_time ON entries(time);"
+    "CREATE INDEX IF NOT EXISTS entries_by_event ON entries(event) WHERE event <> '';"
+    "CREATE INDEX IF NOT EXISTS entries_by_object ON entries(object) WHERE object <> '';"
+    "CREATE INDEX IF NOT EXISTS entries_held ON entries(id) WHERE kind IN ('waiting', 'done');"
+    "CREATE TABLE IF NOT EXISTS marks(name TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;";
+
+constexpr const char* kColumns =
+    "id, time, kind, event, status, priority, object, type, port, user, station, text, data";
+
+std::string& FileLayer() {
+    static std::string name;
+    return name;
+}
+
+void BindText(sqlite3_stmt* statement, int place, const std::string& text) {
+    sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+}
+
+std::string ColumnText(sqlite3_stmt* statement, int column) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)))
+                : std::string();
+}
+
+JournalRow RowOf(sqlite3_stmt* statement) {
+    JournalRow row{.id = sqlite3_column_int64(statement, 0)};
+    if (sqlite3_column_type(statement, 4) != SQLITE_NULL) row.status = sqlite3_column_int(statement, 4);
+    std::string JournalRow::*const texts[] = {
+        &JournalRow::time,     &JournalRow::kind,    &JournalRow::event, nullptr,
+        &JournalRow::priority, &JournalRow::object,  &JournalRow::type,  &JournalRow::port,
+        &JournalRow::user,     &JournalRow::station, &JournalRow::text,  &JournalRow::data};
+    int column = 1;
+    for (const auto text : texts) {
+        if (text) row.*text = ColumnText(statement, column);
+        ++column;
+    }
+    return row;
+}
+
+bool Step(sqlite3_stmt* statement) {
+    const int result = sqlite3_step(statement);
+    sqlite3_reset(statement);
+    return result == SQLITE_DONE;
+}
+
+}  // namespace
+
+void SqliteJournal::CloseDatabase::operator()(sqlite3* database) const {
+    sqlite3_close_v2(database);
+}
+
+void SqliteJournal::Finalize::operator()(sqlite3_stmt* statement) const {
+    sqlite3_finalize(statement);
+}
+
+SqliteJournal::SqliteJournal() = default;
+SqliteJournal::~SqliteJournal() {
+    Close();
+}
+
+void SqliteJournal::UseFileLayer(const std::string& name) {
+    FileLayer() = name;
+}
+
+bool SqliteJournal::Fail(const char* what) {
+    lastError_ =
+        std::string(what) + ": " + (database_ ? sqlite3_errmsg(database_.get()) : "the database is not open");
+    return false;
+}
+
+bool SqliteJournal::Open(const NativePath& path) {
+    Close();
+    if (OpenFile(path) && PrepareAll()) return true;
+    Close();
+    return false;
+}
+
+bool SqliteJournal::OpenFile(const NativePath& path) {
+    sqlite3* database = nullptr;
+    const std::string& layer = FileLayer();
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int result =
+        sqlite3_open_v2(path.c_str(), &database, flags, layer.empty() ? nullptr : layer.c_str());
+    database_.reset(database);
+    if (result != SQLITE_OK) return Fail("open");
+    sqlite3_busy_timeout(database, kMostWaitMs);
+    sqlite3_extended_result_codes(database, 1);
+    // Full: a commit returns when it is on the medium. The log of writes is worked off in idle moments only,
+    // so that no telegram waits for it; a limit keeps its file from staying large after a busy hour.
+    return Run("PRAGMA journal_mode=WAL") && Run("PRAGMA synchronous=FULL") &&
+           Run("PRAGMA wal_autocheckpoint=0") && Run("PRAGMA journal_size_limit=16777216") &&
+           Run("PRAGMA cache_size=-4096") && Run(kSchema);
+}
+
+bool SqliteJournal::PrepareAll() {
+    insert_ = Prepare(std::string("INSERT INTO entries(") + kColumns +
+                      ") VALUES(?1,?2,?3,?4,?5,?6,?7,?8,?9,?10,?11,?12,?13)");
+    setMark_ = Prepare(
+        "INSERT INTO marks(name, value) VALUES(?1, ?2)"
+        " ON CONFLICT(name) DO UPDATE SET value = excluded.value");
+    return (insert_ && setMark_) || Fail("prepare");
+}
+
+void SqliteJournal::Close() {
+    insert_.reset();
+    setMark_.reset();
+    database_.reset();
+    commitsToTidy_ = 0;
+}
+
+SqliteJournal::Statement SqliteJournal::Prepare(const std::string& sql) const {
+    sqlite3_stmt* statement = nullptr;
+    if (database_) sqlite3_prepare_v2(database_.get(), sql.c_str(), -1, &statement, nullptr);
+    return Statement(statement);
+}
+
+bool SqliteJournal::Run(const char* sql) {
+    return sqlite3_exec(database_.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK || Fail(sql);
+}
+
+bool SqliteJournal::Insert(const JournalRow& row) {
+    sqlite3_stmt* in = insert_.get();
+    sqlite3_bind_int64(in, 1, row.id);
+    BindText(in, 2, row.time);
+    BindText(in, 3, row.kind);
+    BindText(in, 4, row.event);
+    row.status ? sqlite3_bind_int(in, 5, *row.status) : sqlite3_bind_null(in, 5);
+    const std::array texts = {&row.priority, &row.object,  &row.type, &row.port,
+                              &row.user,     &row.station, &row.text, &row.data};
+    int place = 6;
+    for (const std::string* text : texts) BindText(in, place++, *text);
+    return Step(in) || Fail("insert");
+}
+
+bool SqliteJournal::SetMark(const JournalMark& mark) {
+    sqlite3_bind_text(setMark_.get(), 1, mark.name, -1, SQLITE_STATIC);
+    sqlite3_bind_int64(setMark_.get(), 2, mark.value);
+    return Step(setMark_.get()) || Fail("mark");
+}
+
+bool SqliteJournal::AppendAll(std::span<const JournalRow> rows, std::span<const JournalMark> marks) {
+    for (const JournalRow& row : rows) {
+        if (!Insert(row)) return false;
+    }
+    for (const JournalMark& mark : marks) {
+        if (!SetMark(mark)) return false;
+    }
+    return true;
+}
+
+bool SqliteJournal::Append(std::span<const JournalRow> rows, std::span<const JournalMark> marks) {
+    if (!database_) return Fail("append");
+    if (!Run("BEGIN IMMEDIATE")) return false;
+    if (AppendAll(rows, marks) && Run("COMMIT")) {
+        ++commitsToTidy_;
+        return true;
+    }
+    // A failed commit can leave the transaction open; its first error is the one to tell.
+    const std::string reason = lastError_;
+    sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    lastError_ = reason;
+    return false;
+}
+
+std::int64_t SqliteJournal::LastId() const {
+    const Statement last = Prepare("SELECT max(id) FROM entries");
+    return last && sqlite3_step(last.get()) == SQLITE_ROW ? sqlite3_column_int64(last.get(), 0) : 0;
+}
+
+std::int64_t SqliteJournal::Mark(const char* name) const {
+    const Statement mark = Prepare("SELECT value FROM marks WHERE name = ?1");
+    if (!mark) return 0;
+    sqlite3_bind_text(mark.get(), 1, name, -1, SQLITE_STATIC);
+    return sqlite3_step(mark.get()) == SQLITE_ROW ? sqlite3_column_int64(mark.get(), 0) : 0;
+}
+
+bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> kinds,
+                         const std::function<void(const JournalRow&)>& show) {
+    std::string sql = std::string("SELECT ") + kColumns + " FROM entries WHERE id > ?1";
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        sql.append(i == 0 ? " AND kind IN ('" : "','").append(kinds[i]);
+    }
+    const Statement read = Prepare(sql + (kinds.empty() ? "" : "')") + " ORDER BY id");
+    if (!read) return Fail("read");
+    sqlite3_bind_int64(read.get(), 1, after);
+    int result = 0;
+    while ((result = sqlite3_step(read.get())) == SQLITE_ROW) show(RowOf(read.get()));
+    return result == SQLITE_DONE || Fail("read");
+}
+
+std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {
+    const Statement read =
+        Prepare(std::string("SELECT ") + kColumns + " FROM entries WHERE kind = ?1 ORDER BY id DESC LIMIT 1");
+    if (!read) return std::nullopt;
+    sqlite3_bind_text(read.get(), 1, kind.data(), static_cast<int>(kind.size()), SQLITE_STATIC);
+    if (sqlite3_step(read.get()) != SQLITE_ROW) return std::nullopt;
+    return RowOf(read.get());
+}
+
+std::optional<std::size_t> SqliteJournal::Prune(const std::string& time, std::int64_t below,
+                                                std::size_t most) {
+    const Statement prune = Prepare(
+        "DELETE FROM entries WHERE id IN (SELECT id FROM entries WHERE time < ?1 AND id < ?2"
+        " ORDER BY time LIMIT ?3)");
+    if (!prune) {
+        Fail("prune");
+        return std::nullopt;
+    }
+    BindText(prune.get(), 1, time);
+    sqlite3_bind_int64(prune.get(), 2, below);
+    sqlite3_bind_int64(prune.get(), 3, static_cast<std::int64_t>(most));
+    if (!Step(prune.get())) {
+        Fail("prune");
+        return std::nullopt;
+    }
+    commitsToTidy_ += kCommitsToTidy;
+    return static_cast<std::size_t>(sqlite3_changes(database_.get()));
+}
+
+bool SqliteJournal::Tidy() {
+    if (!database_ || commitsToTidy_ < kCommitsToTidy) return false;
+    commitsToTidy_ = 0;
+    sqlite3_wal_checkpoint_v2(database_.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    return true;
+}
+
+}  // namespace nordkeep

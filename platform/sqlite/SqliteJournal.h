@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/JournalFile.h"
+
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace nordkeep {
+
+/// The journal in an SQLite database: write-ahead log, and every transaction synchronised.
+class SqliteJournal final : public JournalFile {
+ public:
+    SqliteJournal();
+    ~SqliteJournal() override;
+    SqliteJournal(const SqliteJournal&) = delete;
+    SqliteJournal& operator=(const SqliteJournal&) = delete;
+
+    bool Open(const NativePath& path) override;
+    bool IsOpen() const override { return database_ != nullptr; }
+    void Close() override;
+    bool Append(std::span<const JournalRow> rows, std::span<const JournalMark> marks) override;
+    std::int64_t LastId() const override;
+    std::int64_t Mark(const char* name) const override;
+    bool Read(std::int64_t after, std::span<const std::string_view> kinds,
+              const std::function<void(const JournalRow&)>& show) override;
+    std::optional<JournalRow> ReadLast(std::string_view kind) override;
+    std::optional<std::size_t> Prune(const std::string& time, std::int64_t below, std::size_t most) override;
+    bool Tidy() override;
+    const std::string& LastError() const override { return lastError_; }
+
+    /// The name of the file layer that databases opened from now on go through; empty for the system's own.
+    /// For tests of media that forget.
+    static void UseFileLayer(const std::string& name);
+
+ private:
+    struct CloseDatabase {
+        void operator()(sqlite3* database) const;
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+    bool OpenFile(const NativePath& path);
+    bool PrepareAll();
+    Statement Prepare(const std::string& sql) const;
+    bool Run(const char* sql);
+    bool Insert(const JournalRow& row);
+    bool SetMark(const JournalMark& mark);
+    bool AppendAll(std::span<const JournalRow> rows, std::span<const JournalMark> marks);
+    bool Fail(const char* what);
+
+    std::unique_ptr<sqlite3, CloseDatabase> database_{};
+    Statement insert_{};
+    Statement setMark_{};
+    int commitsToTidy_ = 0;  // since the log of writes was worked off
+    std::string lastError_{};
+};
+
+}  // namespace nordkeep

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "translation/ServiceNotes.h"
+
+namespace nordkeep {
+
+/// Keeps no service mode.
+class NoServiceNotes final : public ServiceNotes {
+ public:
+    void NoteService(const cTranslate&, const cIDCode&, int, const Doer&) override {}
+};
+
+}  // namespace nordkeep
