@@ -85,6 +85,8 @@ class Winsock {
     virtual void Flush() = 0;
     /// Takes everything that has arrived; on UDP one datagram.
     virtual Text GetData() = 0;
+    /// The same with what the system holds and no event has told of yet; the last thing ahead of a Close.
+    virtual Text GetRest() { return GetData(); }
     /// Bytes handed to SendData that have not left yet.
     virtual std::size_t UnsentBytes() const = 0;
     /// The system's description of the last failure.

@@ -1,5 +1,7 @@
 #include "ports/Reception.h"
 
+#include <utility>
+
 namespace nordkeep {
 namespace {
 
@@ -11,6 +13,10 @@ constexpr std::size_t kMostReceived = 1 << 20;
 // Telegrams of one line in one turn of the loop; the others wait their turn behind the other lines.
 constexpr int kTelegramsInOneTurn = 64;
 constexpr int kChunksInOneTurn = 16;
+// Many callers may part in one turn; what more they leave waits its turn as well.
+constexpr int kTelegramsAtOneParting = 4;
+// What callers who are gone may leave to wait.
+constexpr std::size_t kMostLeftBehind = 4 << 20;
 
 }  // namespace
 
@@ -22,9 +28,14 @@ Reception::Reception(const Parts& parts, std::unique_ptr<LineFormat> format)
       format_(std::move(format)),
       replies_(*this) {}
 
-void Reception::OnNewStream() {
-    received_.Clear();
+void Reception::OnNewStream(Text rest) {
+    if (!rest.empty() && TakeIn(rest)) streams_.back().Append(rest);
     replies_.Clear();
+    if (streams_.back().IsEmpty()) return;
+    streams_.emplace_back();
+    if (!isContinuing_) ServeReceived(kTelegramsAtOneParting);
+    // Callers who leave much and come again at once pay with the time of all, not with the memory of all.
+    while (LeftBehind() > kMostLeftBehind && ServeNext()) continue;
 }
 
 void Reception::OnDataWaiting() {
@@ -36,35 +47,66 @@ void Reception::TakeChunks() {
     for (int i = 0; i < kChunksInOneTurn && !isContinuing_; ++i) {
         const Text chunk = line_->Take();
         if (chunk.empty()) return;
-        parts_.taker.NoteTraffic(chunk, TrafficDirection::Received);
-        lastReceiveSecond_ = clock_.Now().SecondOfDay();
-        if (parts_.taker.IsMuted()) continue;
-        received_.Append(chunk);
-        ServeReceived();
+        if (!TakeIn(chunk)) continue;
+        streams_.back().Append(chunk);
+        ServeReceived(kTelegramsInOneTurn);
     }
     if (isContinuing_) return;
     parts_.loop.Post([this] { OnDataWaiting(); });
 }
 
-void Reception::ServeReceived() {
+bool Reception::TakeIn(const Text& bytes) {
+    parts_.taker.NoteTraffic(bytes, TrafficDirection::Received);
+    lastReceiveSecond_ = clock_.Now().SecondOfDay();
+    return !parts_.taker.IsMuted();
+}
+
+void Reception::ServeReceived(int most) {
     const StallWatch::Mark mark(parts_.stalls, log_.Name());
-    for (int i = 0; i < kTelegramsInOneTurn; ++i) {
-        TelegramStep step = format_->Next(received_.Front(), clock_.Now());
-        if (step.consumed == 0) {
-            if (received_.Size() <= kMostReceived) return;
-            log_.Failure(kTextTooMuch, log_.NameAndDescription());
-            return received_.Clear();
-        }
-        // Dropped before it is acted on: what follows may wait, and the next chunk then comes in nested.
-        received_.Drop(step.consumed);
-        Act(std::move(step));
+    for (int i = 0; i < most; ++i) {
+        if (!ServeNext()) return DropWhatNeverEnds();
     }
-    isContinuing_ = true;
+    GoOnLater();
+}
+
+void Reception::GoOnLater() {
+    if (std::exchange(isContinuing_, true)) return;
     parts_.loop.Post([this] {
         isContinuing_ = false;
-        ServeReceived();
+        ServeReceived(kTelegramsInOneTurn);
         if (!isContinuing_) TakeChunks();
     });
+}
+
+bool Reception::ServeNext() {
+    while (true) {
+        TelegramStep step = format_->Next(streams_.front().Front(), clock_.Now());
+        const bool isOfGoneCaller = streams_.size() > 1;
+        if (step.consumed > 0) {
+            // Dropped before it is acted on: what follows may wait, and the next chunk then comes in nested.
+            streams_.front().Drop(step.consumed);
+            if (isOfGoneCaller) {
+                parts_.taker.TakeStep(std::move(step), {});
+            } else {
+                Act(std::move(step));
+            }
+            return true;
+        }
+        if (!isOfGoneCaller) return false;
+        streams_.pop_front();
+    }
+}
+
+void Reception::DropWhatNeverEnds() {
+    if (streams_.back().Size() <= kMostReceived) return;
+    log_.Failure(kTextTooMuch, log_.NameAndDescription());
+    streams_.back().Clear();
+}
+
+std::size_t Reception::LeftBehind() const {
+    std::size_t size = 0;
+    for (std::size_t i = 0; i + 1 < streams_.size(); ++i) size += streams_[i].Size();
+    return size;
 }
 
 void Reception::Act(TelegramStep step) {
@@ -95,6 +137,7 @@ void Reception::Tick(const CollectorTick& tick) {
 }
 
 void Reception::Finish() {
+    while (ServeNext()) continue;
     Act(format_->Due({.now = clock_.Now(), .monotonicMs = clock_.MonotonicMs(), .isProgramEnding = true}));
 }
 
@@ -104,9 +147,9 @@ void Reception::PurgeHalfTelegram() {
     if (parts_.purgeSeconds <= 0 || lastReceiveSecond_ <= 0) return;
     const int second = clock_.Now().SecondOfDay();
     if (second <= lastReceiveSecond_ || second - lastReceiveSecond_ <= parts_.purgeSeconds) return;
-    if (!received_.IsEmpty() && !isContinuing_) {
+    if (!streams_.back().IsEmpty() && !isContinuing_) {
         log_.Information(kTextPurged, " " + log_.Line().PortDescription);
-        received_.Clear();
+        streams_.back().Clear();
     }
     lastReceiveSecond_ = second;
 }

@@ -6,6 +6,8 @@
 #include "ports/formats/ReceivedText.h"
 #include "runtime/StallWatch.h"
 
+#include <deque>
+
 namespace nordkeep {
 
 /// What comes on the line of a port: takes the bytes in, lets the format cut telegrams from their front,
@@ -27,7 +29,7 @@ class Reception final : public Collector, private LineListener, private ReplySen
     void Open() override { line_->Open(); }
     void Close(bool isShuttingDown) override { line_->Close(isShuttingDown); }
     void Tick(const CollectorTick& tick) override;
-    /// Takes in what the format still holds back, when the program ends.
+    /// Takes in what is complete and what the format still holds back, when the program ends.
     void Finish();
     /// The clock of the far end is set as soon as the line can send.
     void RequestClock() { isClockWanted_ = true; }
@@ -35,11 +37,18 @@ class Reception final : public Collector, private LineListener, private ReplySen
 
  private:
     void OnDataWaiting() override;
-    void OnNewStream() override;
+    void OnNewStream(Text rest) override;
     void SendReply(TextView bytes, Behind behind) override;
 
     void TakeChunks();
-    void ServeReceived();
+    /// False when it is told as traffic only.
+    bool TakeIn(const Text& bytes);
+    void ServeReceived(int most);
+    /// False when nothing complete waits.
+    bool ServeNext();
+    void GoOnLater();
+    void DropWhatNeverEnds();
+    std::size_t LeftBehind() const;
     void Act(TelegramStep step);
     void PurgeHalfTelegram();
 
@@ -48,7 +57,8 @@ class Reception final : public Collector, private LineListener, private ReplySen
     PortLog& log_;
     std::unique_ptr<Line> line_;
     std::unique_ptr<LineFormat> format_;
-    ReceivedText received_{};
+    /// Of the callers who are gone, in their order, and last of whoever is there.
+    std::deque<ReceivedText> streams_{1};
     ReplyQueue replies_;
     int lastReceiveSecond_ = 0;  // of the day; 0 when nothing has been received
     bool isContinuing_ = false;  // a later turn of the loop goes on with what waits

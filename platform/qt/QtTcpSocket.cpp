@@ -22,6 +22,8 @@ constexpr qint64 kReadBufferSize = 1 << 20;
 constexpr qint64 kMostUnsent = 256 << 20;
 constexpr int kFarewellMs = 10000;
 constexpr int kAcceptAgainMs = 500;
+/// More than the system holds of a connection, unless its peer goes on sending meanwhile.
+constexpr std::size_t kMostOfRest = 8 << 20;
 
 /// Keep-alive tells the death of a silent peer (power cut, broken line) after about two minutes.
 void SetOptions(int descriptor) {
@@ -47,6 +49,17 @@ Text CallerOf(int descriptor) {
     socklen_t size = sizeof peer;
     auto* const address = reinterpret_cast<sockaddr*>(&peer);
     return ::getpeername(descriptor, address, &size) == 0 ? DottedQuad(QHostAddress(address)) : Text();
+}
+
+Text WaitingIn(int descriptor) {
+    Text waiting;
+    char buffer[65536];
+    while (descriptor >= 0 && waiting.size() < kMostOfRest) {
+        const ssize_t size = ::recv(descriptor, buffer, sizeof buffer, MSG_DONTWAIT);
+        if (size <= 0) break;
+        waiting.append(buffer, static_cast<std::size_t>(size));
+    }
+    return waiting;
 }
 
 bool IsPort(int port) {
@@ -215,7 +228,13 @@ void QtTcpSocket::Flush() {
 }
 
 Text QtTcpSocket::GetData() {
-    return socket_ == nullptr ? Text() : socket_->readAll().toStdString();
+    if (socket_ == nullptr) return {};
+    return std::exchange(use_.rest, {}) + socket_->readAll().toStdString();
+}
+
+Text QtTcpSocket::GetRest() {
+    Text rest = GetData();
+    return rest += WaitingIn(returnPath_);
 }
 
 std::size_t QtTcpSocket::UnsentBytes() const {
@@ -267,7 +286,7 @@ void QtTcpSocket::OnReadyRead() {
 void QtTcpSocket::TellArrival() {
     // From here on the next arrival is told anew, also while the handler of this one waits.
     use_.isArrivalWaiting = false;
-    if (socket_->bytesAvailable() > 0) Tell(&SocketEvents::dataArrival);
+    if (socket_->bytesAvailable() > 0 || !use_.rest.empty()) Tell(&SocketEvents::dataArrival);
 }
 
 void QtTcpSocket::OnBytesWritten() {
@@ -277,6 +296,9 @@ void QtTcpSocket::OnBytesWritten() {
 
 // The toolkit tells a peer's close twice, as an error and as a disconnection; a broken connection too.
 void QtTcpSocket::OnError(QAbstractSocket::SocketError error) {
+    // When a peer that has gone cannot be sent to, the toolkit drops what he sent as well.
+    use_.rest = GetRest();
+    if (!use_.rest.empty()) OnReadyRead();
     if (error == QAbstractSocket::RemoteHostClosedError || use_.hasEnded) return;
     use_.hasEnded = use_.hasFailed = true;
     Fail(socket_->errorString());

@@ -37,6 +37,7 @@ class QtTcpSocket : public Winsock {
     bool SendData(TextView bytes) override;
     void Flush() override;
     Text GetData() override;
+    Text GetRest() override;
     std::size_t UnsentBytes() const override;
     Text LastError() const override { return lastError_; }
 
@@ -58,6 +59,7 @@ class QtTcpSocket : public Winsock {
         bool wasEndTold = false;
         bool isArrivalWaiting = false;
         bool isSending = false;
+        Text rest{};  // had arrived when the connection failed
     };
 
     void WatchToolkitSocket();

@@ -76,17 +76,22 @@ GsmModem::GsmModem(const Parts& parts)
       lines_(parts.line.log.Name(), settings_.sms),
       line_(MakeLine(parts.type, parts.line, *this)) {}
 
-void GsmModem::OnNewStream() {
+void GsmModem::OnNewStream(Text rest) {
+    if (!rest.empty()) TakeIn(rest);
     lines_.Clear();
     initCountdownMs_ = pollCountdownMs_ = 0;
+}
+
+void GsmModem::TakeIn(TextView chunk) {
+    taker_.NoteTraffic(chunk, TrafficDirection::Received);
+    if (!taker_.IsMuted()) taker_.TakeStep(lines_.Take(chunk, clock_.Now()), {});
 }
 
 void GsmModem::OnDataWaiting() {
     for (int i = 0; i < kChunksInOneTurn; ++i) {
         const Text chunk = line_->Take();
         if (chunk.empty()) return;
-        taker_.NoteTraffic(chunk, TrafficDirection::Received);
-        if (!taker_.IsMuted()) taker_.TakeStep(lines_.Take(chunk, clock_.Now()), {});
+        TakeIn(chunk);
     }
     loop_.Post([this] { OnDataWaiting(); });
 }

@@ -62,7 +62,8 @@ class GsmModem final : public Collector, private LineListener {
     enum class Location { Message, Empty, Stuck, Silent };
 
     void OnDataWaiting() override;
-    void OnNewStream() override;
+    void OnNewStream(Text rest) override;
+    void TakeIn(TextView chunk);
 
     void Say(TextView bytes);
     int CommResponse(const Text& command, const Responses& expected, Buffer buffer = Buffer::Keep);

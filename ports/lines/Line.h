@@ -15,8 +15,9 @@ class LineListener {
     virtual ~LineListener() = default;
     /// Bytes wait to be taken. Can come nested.
     virtual void OnDataWaiting() = 0;
-    /// What has been received so far belongs to a line that is gone.
-    virtual void OnNewStream() = 0;
+    /// What has been received so far, with `rest` behind it, belongs to a line that is gone: what is complete
+    /// in it counts, and nobody waits for answers to it.
+    virtual void OnNewStream(Text rest) = 0;
 };
 
 /// What becomes of the line behind what is sent.

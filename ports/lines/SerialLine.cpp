@@ -17,7 +17,7 @@ class SerialLine final : public Line {
     bool IsOpen() const override { return line_->PortOpen(); }
 
     void Open() override {
-        listener_.OnNewStream();
+        listener_.OnNewStream({});
         line_->SetDevice(Device());
         line_->SetSettings(log_.Line().PortSetting);
         line_->SetHandshaking(log_.Line().Handshaking);

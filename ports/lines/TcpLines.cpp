@@ -1,6 +1,7 @@
 #include "ports/lines/Line.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -36,7 +37,7 @@ class TcpClientLine final : public Line {
           socket_(parts.sockets.NewSocket(SocketKind::Tcp)) {
         socket_->SetEvents({.dataArrival = [this] { listener_.OnDataWaiting(); },
                             .connected = [this] { OnConnected(); },
-                            .closed = [this] { Close(false); },
+                            .closed = [this] { OnClosed(); },
                             .error = [this](const Text& error) { OnError(error); }});
     }
 
@@ -44,7 +45,7 @@ class TcpClientLine final : public Line {
 
     void Open() override {
         if (IsStillTrying()) return;
-        listener_.OnNewStream();
+        listener_.OnNewStream({});
         socket_->Close();
         socket_->SetRemotePort(log_.Line().PortNumber);
         socket_->SetRemoteHost(log_.Line().PortSetting);
@@ -84,9 +85,17 @@ class TcpClientLine final : public Line {
                                              " (MessageFormat = " + log_.FormatName() + ")");
     }
 
+    void OnClosed() {
+        Text rest = socket_->GetRest();
+        Close(false);
+        listener_.OnNewStream(std::move(rest));
+    }
+
     void OnError(const Text& error) {
         log_.ConnectionFailed(Peer(), error);
+        Text rest = socket_->GetRest();
         socket_->Close();
+        listener_.OnNewStream(std::move(rest));
     }
 
     const Clock& clock_;
@@ -97,7 +106,8 @@ class TcpClientLine final : public Line {
     bool isAttemptLogged_ = false;
 };
 
-/// A listener and one caller: who calls last is served, and pushes the one before off.
+/// A listener and one caller: who calls last is served, and pushes the one before off. What had arrived of
+/// him still counts.
 class TcpServerLine final : public Line {
  public:
     TcpServerLine(const LineParts& parts, LineListener& listener)
@@ -107,14 +117,14 @@ class TcpServerLine final : public Line {
           caller_(parts.sockets.NewSocket(SocketKind::Tcp)) {
         server_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnRequest(request); }});
         caller_->SetEvents({.dataArrival = [this] { listener_.OnDataWaiting(); },
-                            .closed = [this] { caller_->Close(); },
-                            .error = [this](const Text&) { caller_->Close(); }});
+                            .closed = [this] { LetGo(); },
+                            .error = [this](const Text&) { LetGo(); }});
     }
 
     bool IsOpen() const override { return server_->State() == SocketState::Listening; }
 
     void Open() override {
-        listener_.OnNewStream();
+        listener_.OnNewStream({});
         server_->Close();
         server_->SetLocalPort(log_.Line().PortNumber);
         const Text& address = log_.Line().BindSocketToAddress;
@@ -141,10 +151,18 @@ class TcpServerLine final : public Line {
     }
 
  private:
-    void OnRequest(SocketRequest request) {
+    void LetGo() {
+        Text rest = caller_->GetRest();
         caller_->Close();
-        listener_.OnNewStream();
+        listener_.OnNewStream(std::move(rest));
+    }
+
+    // The newcomer is let in first: what the one before has left may take its time, and a third may call.
+    void OnRequest(SocketRequest request) {
+        Text rest = caller_->GetRest();
+        caller_->Close();
         caller_->Accept(request);
+        listener_.OnNewStream(std::move(rest));
     }
 
     PortLog& log_;

@@ -18,7 +18,7 @@ class UdpLine final : public Line {
     bool IsOpen() const override { return socket_->State() == SocketState::Open; }
 
     void Open() override {
-        listener_.OnNewStream();
+        listener_.OnNewStream({});
         const LineSettings& line = log_.Line();
         socket_->Close();
         socket_->SetRemotePort(line.PortNumber);

@@ -10,8 +10,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <random>
+#include <thread>
 
 namespace nordkeep {
 namespace {
@@ -139,6 +141,29 @@ TEST_F(ReceptionTest, NewCallerPushesTheOldOneOff) {
     EXPECT_TRUE(first.IsClosedByPeer());
     second.Send(RobofonTelegram("10000101"));
     EXPECT_EQ(second.Receive(1), "\x06");
+}
+
+TEST_F(ReceptionTest, StoresWhatEachOfManyCallersHasSentWhole) {
+    const int textPort = FreePort();
+    AddTcpPort("Port2", textPort, "MessageFormat=2\r\n");
+    copy.Start();
+    EXPECT_TRUE(WaitFor([&] { return Caller(textPort).IsConnected(); }));
+    for (int i = 0; i < 40; ++i)
+        Caller(textPort).Send(
+            "\x02"
+            "10000102 one\x03");
+    EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 40; })) << copy.EventFiles().size();
+    Text burst;
+    for (int i = 0; i < 2000; ++i)
+        burst +=
+            "\x02"
+            "10000102 many\x03";
+    Caller(textPort).Send(burst);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    Caller(textPort).Send(
+        "\x02"
+        "10000102 last\x03");
+    EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 2041; })) << copy.EventFiles().size();
 }
 
 TEST_F(ReceptionTest, TakenPortCostsOneLineAndNoOtherPort) {

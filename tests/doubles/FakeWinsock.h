@@ -35,6 +35,8 @@ class FakeWinsock : public Winsock {
         arrived_.emplace_back(bytes);
         Tell(events_.dataArrival);
     }
+    /// Bytes arrive that the loop has not come to yet.
+    void ArriveUntold(TextView bytes) { untold_ += bytes; }
     /// The connection that Connect has started stands.
     void Establish() {
         state = SocketState::Connected;
@@ -71,6 +73,7 @@ class FakeWinsock : public Winsock {
         ++closes;
         state = SocketState::Closed;
         arrived_.clear();
+        untold_.clear();
     }
     bool Bind(int port, const Text& address) override {
         localPort = port;
@@ -100,6 +103,10 @@ class FakeWinsock : public Winsock {
         }
         return data;
     }
+    Text GetRest() override {
+        Text rest = GetData();
+        return rest += std::exchange(untold_, {});
+    }
     std::size_t UnsentBytes() const override { return unsentBytes; }
     Text LastError() const override { return failure.empty() ? failure_ : failure; }
 
@@ -117,6 +124,7 @@ class FakeWinsock : public Winsock {
     SocketKind kind_;
     SocketEvents events_{};
     std::deque<Text> arrived_{};
+    Text untold_{};
     Text failure_{};
 };
 

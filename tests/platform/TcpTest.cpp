@@ -67,6 +67,38 @@ TEST_F(TcpServer, ALargeTransferIsSlowedDownNotLost) {
     EXPECT_EQ(received.size(), size);
 }
 
+TEST_F(TcpServer, TheRestOfACallerIsThereAheadOfTheNext) {
+    Text rest;
+    onRequest = [&](SocketRequest request) {
+        rest += slot->GetRest();
+        slot->Close();
+        slot->Accept(request);
+        ++accepted;
+    };
+    const Text much(200'000, 'x');
+    for (int i = 0; i < 3; ++i) {
+        Peer peer = Peer::Call(listener->LocalPort());
+        peer.Send(much);
+        if (i == 1) peer.FinishSending();
+    }
+    Peer last = Peer::Call(listener->LocalPort());
+    EXPECT_TRUE(Until([&] { return accepted == 4; }));
+    EXPECT_EQ((rest + received).size(), 3 * much.size());
+}
+
+TEST_F(TcpServer, ACallerWhoCannotBeAnsweredHasStillSent) {
+    onArrival = [] {};
+    Peer peer = Call();
+    peer.Send("one");
+    EXPECT_TRUE(Until([&] { return slot->SendData("x"), slot->UnsentBytes() == 0; }));
+    peer.Send("two");
+    peer.HangUp();
+    // The first answer makes the far end reset the connection, the next one finds it so.
+    EXPECT_TRUE(slot->SendData("y"));
+    slot->SendData("z");
+    EXPECT_EQ(slot->GetRest(), "onetwo");
+}
+
 TEST_F(TcpServer, ArrivalsNestWhileTheHandlerWaits) {
     Peer peer = Call();
     bool isNested = false;

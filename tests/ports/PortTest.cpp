@@ -70,6 +70,75 @@ TEST_F(PortTest, NewCallerGetsNothingOfTheOldOnes) {
     EXPECT_EQ(caller.sent, "\x06") << "the old half telegram does not spoil the new one";
 }
 
+TEST_F(PortTest, TakesInWhatEachCallerHasSentWhole) {
+    FakeWinsock& caller = ConnectCaller("MessageFormat=2\r\n");
+    for (int i = 0; i < 40; ++i) {
+        caller.ArriveUntold("\x02" + std::to_string(100 + i) + " text\x03");
+        sockets.At(0).CallIn();
+    }
+    time.Pump();
+    ASSERT_EQ(intake.events.size(), 40u);
+    for (int i = 0; i < 40; ++i) {
+        EXPECT_EQ(intake.events[static_cast<std::size_t>(i)].DefaultAlarmCode, std::to_string(100 + i));
+    }
+}
+
+TEST_F(PortTest, TakesInAFloodThatACallerLeavesBehindInTurns) {
+    FakeWinsock& caller = ConnectCaller();
+    Text flood;
+    for (int i = 0; i < 1000; ++i) flood += Telegram();
+    caller.Arrive(flood);
+    caller.ArriveUntold(flood + Telegram().substr(0, 20));
+    commit.Commit();
+    const std::size_t answered = caller.sent.size();
+    sockets.At(0).CallIn();
+    EXPECT_LE(intake.events.size(), 200u) << "the rest leaves room for other lines";
+    caller.Arrive(Telegram("56780001"));
+    time.Pump();
+    commit.Commit();
+    ASSERT_EQ(intake.events.size(), 2001u);
+    EXPECT_EQ(intake.events.back().DefaultAlarmCode, "56780001") << "in the order of their coming";
+    EXPECT_EQ(caller.sent.size(), answered + 1) << "the newcomer hears of nothing but his own";
+}
+
+TEST_F(PortTest, TakesInWhatAPeerSentBeforeItWentAway) {
+    const bool isBroken[] = {false, true};
+    Write("Port1", "PortType=TCPS\r\nPortNumber=4001\r\n");
+    Write("Port2", "PortType=TCPC\r\nPortNumber=4002\r\nPortSetting=far\r\n");
+    Discover();
+    std::size_t expected = 0;
+    for (const bool breaks : isBroken) {
+        Tick(30);
+        sockets.At(0).CallIn();
+        sockets.At(2).Establish();
+        for (FakeWinsock* peer : {&sockets.At(1), &sockets.At(2)}) {
+            Text flood;
+            for (int i = 0; i < 100; ++i) flood += Telegram();
+            peer->Arrive(flood);
+            peer->ArriveUntold(flood);
+            breaks ? peer->Break("reset") : peer->CloseByPeer();
+            EXPECT_EQ(peer->state, SocketState::Closed);
+        }
+        expected += 400;
+        Tick();
+        EXPECT_EQ(intake.events.size(), expected) << "broken: " << breaks;
+    }
+}
+
+TEST_F(PortTest, HoldsNoEndlessHeapOfWhatCallersLeave) {
+    FakeWinsock& caller = ConnectCaller();
+    Text flood;
+    for (int i = 0; i < 45'000; ++i) flood += Telegram();
+    for (int i = 0; i < 8; ++i) {
+        caller.ArriveUntold(flood);
+        sockets.At(0).CallIn();
+    }
+    const std::size_t waiting = (8 * 45'000 - intake.events.size()) * Telegram().size();
+    EXPECT_LE(waiting, std::size_t{4} << 20);
+    time.Pump();
+    EXPECT_EQ(intake.events.size(), 8u * 45'000);
+}
+
 TEST_F(PortTest, TakesWhatArrivesWhileAnEventIsHandled) {
     FakeWinsock& caller = ConnectCaller();
     intake.during = [&] {
