@@ -53,6 +53,9 @@ bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes);
 bool AppendToFile(const NativePath& path, TextView bytes);
 
 bool RemoveFile(const NativePath& path);
+/// Whether some program has the file open for writing; none when the system does not tell, as for a file of
+/// another user or on another machine.
+std::optional<bool> IsOpenForWriting(const NativePath& path);
 /// Fails when the target exists.
 bool RenameFile(const NativePath& from, const NativePath& to);
 bool CopyFile(const NativePath& from, const NativePath& to);

@@ -4,11 +4,15 @@
 #include "platform/posix/LocalTime.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <stdlib.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <csignal>
 
 namespace nordkeep {
 namespace {
@@ -30,6 +34,15 @@ std::optional<Text> ReadAll(int descriptor, std::size_t expected) {
     }
     bytes.resize(used);
     return bytes;
+}
+
+/// File systems whose files a program elsewhere can have open, and whose leases tell nothing of it.
+bool IsOfAnotherMachine(int descriptor) {
+    constexpr std::uint32_t kNot[] = {NFS_SUPER_MAGIC,  CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, SMB_SUPER_MAGIC,
+                                      FUSE_SUPER_MAGIC, V9FS_MAGIC,       CEPH_SUPER_MAGIC, AFS_SUPER_MAGIC};
+    struct statfs status {};
+    if (::fstatfs(descriptor, &status) != 0) return true;
+    return std::ranges::find(kNot, static_cast<std::uint32_t>(status.f_type)) != std::end(kNot);
 }
 
 /// The file that a link leads to, so that a replacement changes the file and leaves the link.
@@ -176,6 +189,18 @@ bool AppendToFile(const NativePath& path, TextView bytes) {
 
 bool RemoveFile(const NativePath& path) {
     return ::unlink(path.c_str()) == 0;
+}
+
+std::optional<bool> IsOpenForWriting(const NativePath& path) {
+    const Descriptor file = OpenRegular(path.c_str(), O_RDONLY);
+    if (!file || IsOfAnotherMachine(file.Get())) return {};
+    // Whoever opens the file during the lease breaks it, which is told by a signal; this one is ignored.
+    ::fcntl(file.Get(), F_SETSIG, SIGURG);
+    if (::fcntl(file.Get(), F_SETLEASE, F_RDLCK) != 0) {
+        return errno == EAGAIN ? std::optional(true) : std::nullopt;
+    }
+    ::fcntl(file.Get(), F_SETLEASE, F_UNLCK);
+    return false;
 }
 
 bool RenameFile(const NativePath& from, const NativePath& to) {

@@ -9,14 +9,21 @@ namespace {
 constexpr int kTextFileTrouble = 3612;
 constexpr int kTextBadLine = 3613;
 constexpr int kTextBadLines = 3614;
+constexpr int kTextStillOpen = 3616;
 
 constexpr std::int64_t kLargestFile = 16 << 20;
 constexpr std::size_t kBadLinesToLog = 20;
 constexpr std::size_t kShownOfBadLine = 200;
 
+// Whoever writes the file may stop for so long in the middle of a line.
+constexpr std::int64_t kQuietMs = 5000;
+// A program that keeps one file open for so long, and drops the next, is told of.
+constexpr std::int64_t kLongOpenMs = 60'000;
+
 /// Collects a file that another program drops: gives it a name of its own, so that the other program can drop
 /// the next one, takes its lines in, and deletes it when every event is safely stored. What a crash leaves
-/// under that name is taken in first, whole: an event may then come twice, but none is lost.
+/// under that name is taken in first, whole: an event may then come twice, but none is lost. The other
+/// program may still be writing: the file goes only when nothing can be added to it any more.
 class FileCollector final : public Collector {
  public:
     FileCollector(const CollectorParts& parts, FileForm form)
@@ -68,7 +75,9 @@ class FileCollector final : public Collector {
             if (!RenameFile(dropped, work)) return Complain(log_.Line().PortSetting);
         }
         taken_ = badLines_ = 0;
-        hasFailed_ = false;
+        hasFailed_ = isLongOpenLogged_ = false;
+        content_.clear();
+        grownAtMs_ = parts_.clock.MonotonicMs();
         Read();
     }
 
@@ -77,8 +86,9 @@ class FileCollector final : public Collector {
         const FileStamp stamp = StampOf(WorkPath());
         auto content = stamp.size > kLargestFile ? std::nullopt : ReadFile(WorkPath());
         if (!content) return Complain(workFile_);
+        if (content->size() != content_.size()) grownAtMs_ = parts_.clock.MonotonicMs();
         content_ = std::move(*content);
-        isTroubleLogged_ = false;
+        isWhole_ = isTroubleLogged_ = false;
         state_ = State::Taking;
         Continue();
     }
@@ -86,10 +96,11 @@ class FileCollector final : public Collector {
     void Continue() {
         isContinuing_ = false;
         if (isStopped_) return;
-        FileStep found = NextFileStep(content_, taken_, form_.decode, confirmationPrio_, parts_.clock.Now());
+        FileStep found = NextFileStep({.file = content_, .start = taken_, .isWhole = isWhole_}, form_,
+                                      confirmationPrio_, parts_.clock.Now());
         taken_ = found.next;
         LogBadLines(found.badLines);
-        const bool isLast = taken_ >= content_.size();
+        const bool isLast = found.isLast;
         if (isLast) state_ = State::Waiting;
         ++waitingSteps_;
         taker_.TakeStep(std::move(found.step), [this](bool isStored) { OnStepStored(isStored); });
@@ -114,9 +125,36 @@ class FileCollector final : public Collector {
             return taker_.TakeStep({}, [this](bool isStored) { OnStepStored(isStored); });
         }
         const FileStamp stamp = StampOf(WorkPath());
-        // Whoever dropped the file may have had it open still, and written on.
-        if (stamp.Exists() && static_cast<std::size_t>(stamp.size) > taken_) return Read();
-        if (stamp.Exists() && !RemoveFile(WorkPath())) return Complain(workFile_);
+        if (stamp.Exists()) {
+            const auto size = static_cast<std::size_t>(stamp.size);
+            if (size < content_.size()) taken_ = 0;  // emptied and begun again
+            if (size != content_.size()) return Read();
+            if (taken_ < size) return TakeOpenLine();
+            if (MayStillGrow()) return LogLongOpen();
+            if (!RemoveFile(WorkPath())) return Complain(workFile_);
+        }
+        Finish();
+    }
+
+    bool IsQuietFor(std::int64_t ms) const { return parts_.clock.MonotonicMs() - grownAtMs_ >= ms; }
+
+    /// The last line has no end: it is half a line as long as somebody may still be writing it.
+    void TakeOpenLine() {
+        if (!IsQuietFor(kQuietMs)) return;
+        isWhole_ = true;
+        Continue();
+    }
+
+    bool MayStillGrow() const { return IsOpenForWriting(WorkPath()).value_or(!IsQuietFor(kQuietMs)); }
+
+    void LogLongOpen() {
+        if (isLongOpenLogged_ || !IsQuietFor(kLongOpenMs)) return;
+        if (!StampOf(parts_.dataFolder.ResolveSetting(log_.Line().PortSetting)).Exists()) return;
+        isLongOpenLogged_ = true;
+        log_.Failure(kTextStillOpen, log_.NameAndDescription() + " (" + workFile_ + ")");
+    }
+
+    void Finish() {
         if (badLines_ > kBadLinesToLog) {
             log_.Failure(kTextBadLines, log_.NameAndDescription() + " (" + std::to_string(badLines_) + ")");
         }
@@ -152,9 +190,12 @@ class FileCollector final : public Collector {
     State state_ = State::Idle;
     Text content_{};
     std::size_t taken_ = 0;
+    std::int64_t grownAtMs_ = 0;
     std::size_t badLines_ = 0;
     int waitingSteps_ = 0;  // handed to the port and not known to be stored
     bool hasFailed_ = false;
+    bool isWhole_ = false;  // nobody has added to the file for so long that its last line counts
+    bool isLongOpenLogged_ = false;
     bool isContinuing_ = false;
     bool isLookDue_ = false;
     bool isLookPlanned_ = false;

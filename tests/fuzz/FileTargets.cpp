@@ -55,11 +55,13 @@ void RunFieldMap(TextView input) {
 
 void RunFiles(TextView input) {
     for (const auto format : {MessageFormat::TorvexConfirmationFile, MessageFormat::NordkeepFile}) {
-        for (std::size_t at = 0; at < input.size();) {
-            const FileStep step = NextFileStep(input, at, FileFormOf(format)->decode, 1, {});
-            if (step.next <= at || step.next > input.size()) std::abort();
-            at = step.next;
+        FileStep step;
+        while (!step.isLast) {
+            const std::size_t at = step.next;
+            step = NextFileStep({.file = input, .start = at, .isWhole = true}, *FileFormOf(format), 1, {});
+            if (step.next < at + !step.isLast || step.next > input.size()) std::abort();
         }
+        if (step.next != input.size()) std::abort();
     }
 }
 

@@ -171,5 +171,16 @@ TEST(MatchesMask, KnowsQuestionMarkAndStar) {
     EXPECT_FALSE(MatchesMask(longName, "*a*a*a*a*a*a*a*a*a*a*b"));
 }
 
+TEST(OpenFile, IsKnownAsLongAsSomebodyMayWriteIt) {
+    const TempFolder folder;
+    const NativePath path = folder.Resolve("a.txt");
+    EXPECT_EQ(IsOpenForWriting(path), std::nullopt);
+    AppendingFile writer;
+    ASSERT_TRUE(writer.Open(path));
+    EXPECT_EQ(IsOpenForWriting(path), true);
+    writer.Close();
+    EXPECT_EQ(IsOpenForWriting(path), false);
+}
+
 }  // namespace
 }  // namespace nordkeep

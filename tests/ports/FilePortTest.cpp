@@ -24,29 +24,59 @@ TEST(FileLine, HasATimeAndNumbersOrDoesWithout) {
         {"0|||100||||Text|Me", kNow, -1, -1},
     };
     for (const Case& c : cases) {
-        const auto decoded = DecodeFileLine(c.line, 1, kNow);
-        ASSERT_TRUE(decoded) << c.line;
-        EXPECT_EQ(decoded->event.AlarmTime, c.time) << c.line;
-        EXPECT_EQ(decoded->event.DefaultType, c.type) << c.line;
-        EXPECT_EQ(decoded->event.DefaultPrio, c.prio) << c.line;
-        EXPECT_EQ(decoded->event.DefaultAlarmCode, "100");
-        EXPECT_EQ(decoded->event.ExtraText, "Text");
-        EXPECT_EQ(decoded->event.Originator, "Me");
-        EXPECT_EQ(decoded->event.TranslationNumberToUse, Protocol::FILE);
-        EXPECT_EQ(decoded->event.RawAlarmCode, c.line);
+        const IncomingEvent event = DecodeFileLine(c.line, 1, kNow).event;
+        EXPECT_EQ(event.AlarmTime, c.time) << c.line;
+        EXPECT_EQ(event.DefaultType, c.type) << c.line;
+        EXPECT_EQ(event.DefaultPrio, c.prio) << c.line;
+        EXPECT_EQ(event.DefaultAlarmCode, "100");
+        EXPECT_EQ(event.ExtraText, "Text");
+        EXPECT_EQ(event.Originator, "Me");
+        EXPECT_EQ(event.TranslationNumberToUse, Protocol::FILE);
+        EXPECT_EQ(event.RawAlarmCode, c.line);
     }
-    EXPECT_FALSE(DecodeFileLine("no fields at all", 1, kNow));
+}
+
+TEST(FileLine, WithTooFewFieldsIsAnEventWithWhatThereIs) {
+    const IncomingEvent none = DecodeFileLine("no fields at all", 1, kNow).event;
+    EXPECT_EQ(none.AlarmTime, kNow);
+    EXPECT_EQ(none.DefaultAlarmCode, "");
+    EXPECT_EQ(none.ExtraText, "no fields at all");
+    const IncomingEvent half = DecodeFileLine("0|2023-12-24|15:30:01", 1, kNow).event;
+    EXPECT_EQ(half.AlarmTime, OleDate::FromCivil({2023, 12, 24, 15, 30, 1}));
+    EXPECT_EQ(half.ExtraText, "0|2023-12-24|15:30:01");
+    EXPECT_EQ(half.TranslationNumberToUse, Protocol::FILE);
+}
+
+TEST(FileLine, ThatIsTooLongKeepsItsAlarm) {
+    const auto eventOf = [](const Text& line, MessageFormat format) {
+        FileStep step = NextFileStep({.file = line + "\n"}, *FileFormOf(format), 1, kNow);
+        EXPECT_EQ(step.step.events.size(), 1u);
+        EXPECT_EQ(step.badLines.size(), 1u);
+        return step.step.events.at(0).event;
+    };
+    const Text much(10'000, 'x');
+    const IncomingEvent text = eventOf("0|||100||7|3|" + much + "|Me", MessageFormat::NordkeepFile);
+    EXPECT_EQ(text.DefaultAlarmCode, "100");
+    EXPECT_EQ(text.Originator, "Me") << "only the text is cut";
+    EXPECT_EQ(text.RawAlarmCode.size(), 8192u);
+    EXPECT_EQ(text.ExtraText, Text(8192 - 16, 'x'));
+    const IncomingEvent other = eventOf("0|||100||7|3|Text|" + much, MessageFormat::NordkeepFile);
+    EXPECT_EQ(other.ExtraText, "Text");
+    EXPECT_EQ(other.RawAlarmCode.size(), 8192u);
+    EXPECT_EQ(eventOf(much, MessageFormat::NordkeepFile).ExtraText, much.substr(0, 8192));
+    EXPECT_EQ(eventOf("1|2|3|me|a|" + much, MessageFormat::TorvexConfirmationFile).Originator, "me");
 }
 
 TEST(ConfirmationLine, JoinsItsTextAndHasThePortsPriority) {
-    const auto decoded = DecodeConfirmationLine("1|2|3|0701234|a|b||d|e|f", 4, kNow);
-    ASSERT_TRUE(decoded);
-    EXPECT_EQ(decoded->event.ExtraText, "a|b||d|e");
-    EXPECT_EQ(decoded->event.Originator, "0701234");
-    EXPECT_EQ(decoded->event.DefaultPrio, 4);
-    EXPECT_TRUE(decoded->event.IsAConfirmationSMS);
-    EXPECT_EQ(DecodeConfirmationLine("1|2|3|4|text", 4, kNow)->event.ExtraText, "text");
-    EXPECT_FALSE(DecodeConfirmationLine("1|2|3|4", 4, kNow));
+    const IncomingEvent event = DecodeConfirmationLine("1|2|3|0701234|a|b||d|e|f", 4, kNow).event;
+    EXPECT_EQ(event.ExtraText, "a|b||d|e");
+    EXPECT_EQ(event.Originator, "0701234");
+    EXPECT_EQ(event.DefaultPrio, 4);
+    EXPECT_TRUE(event.IsAConfirmationSMS);
+    EXPECT_EQ(DecodeConfirmationLine("1|2|3|4|text", 4, kNow).event.ExtraText, "text");
+    const IncomingEvent half = DecodeConfirmationLine("1|2|3|4", 4, kNow).event;
+    EXPECT_EQ(half.ExtraText, "1 2 3 4") << "in one field of the record";
+    EXPECT_EQ(half.Originator, "4");
 }
 
 /// A port that collects a file, without the rest of the system.
@@ -55,7 +85,8 @@ class FilePortTest : public PortWorld {
     FilePortTest() {
         folder.MakeFolders("LogFiles");
         folder.MakeFolders("In");
-        language.LoadFrom("1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n");
+        language.LoadFrom(
+            "1041=Opened\n3605=Unknown\n3612=Trouble \n3613=Bad line \n3614=Bad lines \n3616=Open ");
     }
 
     void Begin(const Text& setting = "In\\drop.txt", int format = 12) {
@@ -79,22 +110,22 @@ class FilePortTest : public PortWorld {
 TEST_F(FilePortTest, TakesEachFileInAndDeletesItWhenAllIsSafe) {
     Begin();
     EXPECT_EQ(LinesWith("Opened: 'Port1' (PortSettings = In\\drop.txt, MessageFormat = Nordkeep File)"), 1u);
-    folder.Write("In\\drop.txt", "0|||1\r\n\r\nrubbish\n0|||2");
+    folder.Write("In\\drop.txt", "0|||1\r\n\r\nrubbish\n0|||2\n");
     Tick();
-    EXPECT_EQ(Codes(), "1 2 ");
+    EXPECT_EQ(Codes(), "1  2 ") << "also of what is no line of such a file";
     EXPECT_EQ(LinesWith("Bad line Port1 Port1 (rubbish)"), 1u);
     EXPECT_FALSE(folder.Exists("In\\drop.txt"));
     EXPECT_TRUE(folder.Exists("In\\NordkeepFile.$$$")) << "nothing is safe yet";
     folder.Write("In\\drop.txt", "0|||3\n");
     Tick();
-    EXPECT_EQ(Codes(), "1 2 ") << "the next file waits for its turn";
+    EXPECT_EQ(Codes(), "1  2 ") << "the next file waits for its turn";
     commit.Commit();
     EXPECT_FALSE(folder.Exists("In\\NordkeepFile.$$$"));
     Tick();
     commit.Commit();
-    EXPECT_EQ(Codes(), "1 2 3 ");
+    EXPECT_EQ(Codes(), "1  2 3 ");
     Tick();
-    EXPECT_EQ(Codes(), "1 2 3 ");
+    EXPECT_EQ(Codes(), "1  2 3 ");
 }
 
 TEST_F(FilePortTest, TakesWhatACrashLeftFirst) {
@@ -143,6 +174,65 @@ TEST_F(FilePortTest, TakesALargeFileInTurnsAndWhatIsWrittenMeanwhile) {
     EXPECT_EQ(intake.events.back().DefaultAlarmCode, "2");
     commit.Commit();
     EXPECT_FALSE(folder.Exists("In\\NordkeepFile.$$$"));
+}
+
+TEST_F(FilePortTest, WaitsForTheEndOfALine) {
+    folder.Write("In\\drop.txt", "0|||1\n0|||2|x|");
+    Begin();
+    const NativePath work = folder.Resolve("In\\NordkeepFile.$$$");
+    const auto pass = [this](int seconds) {
+        for (int i = 0; i < seconds; ++i) {
+            commit.Commit();
+            Tick();
+        }
+    };
+    pass(4);
+    EXPECT_EQ(Codes(), "1 ");
+    AppendToFile(work, "7|");
+    pass(5);
+    EXPECT_EQ(Codes(), "1 ") << "the file has grown since";
+    AppendToFile(work, "3|Text|Me\n0|||3");
+    pass(3);
+    EXPECT_EQ(Codes(), "1 2 ");
+    EXPECT_EQ(intake.events.back().ExtraText, "Text");
+    pass(4);
+    EXPECT_EQ(Codes(), "1 2 3 ") << "nothing more has come for five seconds";
+    EXPECT_FALSE(StampOf(work).Exists());
+}
+
+TEST_F(FilePortTest, KeepsAFileThatItsWriterHasStillOpen) {
+    const NativePath work = folder.Resolve("In\\NordkeepFile.$$$");
+    AppendingFile writer;
+    ASSERT_TRUE(writer.Open(folder.Resolve("In\\drop.txt")));
+    writer.Write("0|||1\n");
+    Begin();
+    for (int i = 0; i < 70; ++i) {
+        commit.Commit();
+        Tick();
+    }
+    EXPECT_TRUE(StampOf(work).Exists());
+    EXPECT_EQ(LinesWith("Open Port1"), 0u) << "nothing waits for it";
+    folder.Write("In\\drop.txt", "0|||3\n");
+    Tick();
+    EXPECT_EQ(LinesWith("Open Port1 Port1 (In\\NordkeepFile.$$$)"), 1u);
+    writer.Write("0|||2\n");
+    Tick();
+    EXPECT_EQ(Codes(), "1 2 ");
+    writer.Close();
+    for (int i = 0; i < 3; ++i) {
+        commit.Commit();
+        Tick();
+    }
+    EXPECT_EQ(Codes(), "1 2 3 ");
+    EXPECT_FALSE(StampOf(work).Exists());
+}
+
+TEST_F(FilePortTest, ReadsAFileAnewThatWasEmptied) {
+    folder.Write("In\\drop.txt", "0|||1\n0|||2\n");
+    Begin();
+    folder.Write("In\\NordkeepFile.$$$", "0|||3\n");
+    commit.Commit();
+    EXPECT_EQ(Codes(), "1 2 3 ");
 }
 
 TEST_F(FilePortTest, StaysInTheDataFolderAndRefusesWhatIsNoFile) {
