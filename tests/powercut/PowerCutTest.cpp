@@ -101,8 +101,8 @@ class PowerCutTest : public ::testing::Test {
 // What is done in one turn counts as promised when its commit has come back.
 void PowerCutTest::PlayOneTurn(CoreRun& run, std::mt19937& random, Promises& made) {
     Promises turn = made;
-    for (unsigned deeds = 1 + random() % 3; deeds > 0; --deeds) {
-        const unsigned kind = random() % 10;
+    for (auto deeds = 1 + random() % 3; deeds > 0; --deeds) {
+        const auto kind = random() % 10;
         const auto& known = turn.events;
         if (kind < 5 || known.empty()) {
             const Text code =
