@@ -95,6 +95,7 @@ Centre::Centre(Foundation& f)
                    .randomSeed = static_cast<std::uint32_t>(StartSeed())}),
       peers_(f, network_,
              {.store = core_.store,
+              .commit = core_.commit,
               .handling = core_.handling,
               .views = lists_,
               .translations = core_.translations,

@@ -19,6 +19,7 @@ void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const 
                              .clock = foundation_.Platform().clock,
                              .settings = foundation_.Network(),
                              .store = needs.store,
+                             .commit = needs.commit,
                              .handling = needs.handling,
                              .translations = needs.translations,
                              .objectViews = needs.objectViews,

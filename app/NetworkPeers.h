@@ -15,6 +15,7 @@ class NetworkPeers {
  public:
     struct Needs {
         EventStore& store;
+        EventCommit& commit;
         AlarmHandling& handling;
         AlarmViews& views;
         Translations& translations;

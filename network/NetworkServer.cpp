@@ -6,6 +6,8 @@
 #include "translation/AliveTestReset.h"
 #include "translation/ObjectLookup.h"
 
+#include <utility>
+
 namespace nordkeep {
 namespace {
 
@@ -79,8 +81,12 @@ NetworkServer::~NetworkServer() {
     needs_.slots.SetHandler(nullptr);
 }
 
-// KEEPALIVE needs no handler: that something came is all it says.
+// KEEPALIVE needs no handler: that something came is all it says. An answer says that what was done before it
+// is done: it does not leave before that is safe.
 void NetworkServer::HandleMessage(int slot, std::uint8_t number, TextView payload) {
+    const bool isChange = static_cast<std::uint8_t>(Message::OldEvent) == number;
+    if (!isChange && std::exchange(hasChanged_, false)) needs_.commit.Commit();
+    hasChanged_ |= isChange;
     for (const Handler& handler : kHandlers) {
         if (static_cast<std::uint8_t>(handler.message) == number) (this->*handler.handle)(slot, payload);
     }

@@ -37,6 +37,7 @@ class NetworkServer final : public SlotHandler {
         const Clock& clock;
         const NetworkSettings& settings;
         EventStore& store;
+        EventCommit& commit;
         AlarmHandling& handling;
         Translations& translations;
         ObjectViews& objectViews;
@@ -101,6 +102,7 @@ class NetworkServer final : public SlotHandler {
     FileService fileService_;
     /// Of each client that is being sent all events: the last that it has got.
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
+    bool hasChanged_ = false;               // by a client, and not brought to safety yet
     std::array<Text, kSlotCount> users_{};  // login names; empty where nobody has logged in
 };
 

@@ -53,6 +53,7 @@ struct ServerWorld : NetworkGround {
                           .clock = time,
                           .settings = network,
                           .store = store,
+                          .commit = core.commit,
                           .handling = core.handling,
                           .translations = translations,
                           .objectViews = core.noObjectViews,
