@@ -173,8 +173,8 @@ PlaceParts Centre::RoleParts() {
 }
 
 const Centre::Step Centre::kStartSteps[] = {
-    {"start lines", &Centre::WriteStartLines},
     {"journal", &Centre::OpenJournal},
+    {"start lines", &Centre::WriteStartLines},
     {"ports", &Centre::MakePorts},
     {"translations", &Centre::LoadTranslations},
     // Open before the events are read: what callers send meanwhile waits in the system.
