@@ -134,8 +134,10 @@ TEST(MessageQueueCopy, SendsAlarmsAndNeverWaitsForTheBroker) {
     EXPECT_EQ(caller.Receive(51), Text(51, '\x06'));
     EXPECT_EQ(copy.Stop(), 0);
     EXPECT_LT(stopwatch.Seconds(), 10);
-    EXPECT_NE(copy.Output().find("Messages left at the end that the message queue did not get: 51"),
-              std::string::npos)
+    // The confirmation of the one that was taken above can be lost with the broker: it would be sent again.
+    const Text left = "Messages left at the end that the message queue did not get: ";
+    EXPECT_TRUE(copy.Output().find(left + "51") != Text::npos ||
+                copy.Output().find(left + "52") != Text::npos)
         << copy.Output();
 }
 
