@@ -32,3 +32,10 @@ find_program(MOLD_PROGRAM mold)
 if(MOLD_PROGRAM)
   target_link_options(nordkeep_flags INTERFACE -fuse-ld=mold)
 endif()
+
+# The standard library's headers, read once for all folders that know no toolkit (its flags differ): half of the time
+# that a small file takes to compile. Headers are compiled alone without it, so none can lean on it.
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled.cpp CONTENT "")
+add_library(nordkeep_precompiled OBJECT ${CMAKE_BINARY_DIR}/precompiled.cpp)
+target_link_libraries(nordkeep_precompiled PRIVATE nordkeep_flags)
+target_precompile_headers(nordkeep_precompiled PRIVATE ${CMAKE_SOURCE_DIR}/cmake/Precompiled.h)

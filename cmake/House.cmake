@@ -33,13 +33,15 @@ function(house_library folder)
   endforeach()
   if(arg_LINK MATCHES "Qt6" AND sources)
     target_precompile_headers(${name} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/QtPrecompiled.h)
+  elseif(sources)
+    target_precompile_headers(${name} REUSE_FROM nordkeep_precompiled)
   endif()
   house_check_headers(${name} "${headers}")
 endfunction()
 
-# Every header compiles alone: one generated source for each, built with the tests.
+# Every header compiles alone and without a warning: one generated source for each, built with the tests.
 function(house_check_headers name headers)
-  if(NOT NORDKEEP_TESTS OR NOT headers)
+  if(NOT NORDKEEP_TESTS OR NOT NORDKEEP_HEADERS_ALONE OR NOT headers)
     return()
   endif()
   set(stubs "")
@@ -52,6 +54,7 @@ function(house_check_headers name headers)
   endforeach()
   add_library(${name}_headers_alone OBJECT ${stubs})
   target_link_libraries(${name}_headers_alone PRIVATE ${name})
+  target_compile_options(${name}_headers_alone PRIVATE -Werror -O0)
 endfunction()
 
 # house_program(target folder...): links a program against folders of the house.

@@ -31,6 +31,18 @@ struct PrintWorld {
     PrintJobs::Done done = [this](const Text& text) { failure = text; };
 };
 
+// Temporary files of this program alone: others print into the common folder at the same time.
+class TemporaryFilesIn {
+public:
+    explicit TemporaryFilesIn(const std::string& path) { qputenv("TMPDIR", path.c_str()); }
+    ~TemporaryFilesIn() { m_before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", m_before); }
+    TemporaryFilesIn(const TemporaryFilesIn&) = delete;
+    TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
+
+private:
+    const QByteArray m_before = qgetenv("TMPDIR");
+};
+
 TEST(PageLayout, BreaksPagesAndLongLines) {
     const PrintWorld w;
     EXPECT_EQ(w.LayOut(0).PageCount(), 1);
@@ -80,6 +92,7 @@ TEST(PrintJobs, HandsTheFileToTheFirstSpoolerThereIs) {
     } rows[] = {{{"no-such-spooler", "true"}, true}, {{"false"}, false}, {{"no-such-spooler"}, false}};
     for (const auto& row : rows) {
         PrintWorld w;
+        const TemporaryFilesIn place(w.folder.Path());
         w.jobs.UseSpoolers(row.spoolers);
         w.jobs.Print(w.LayOut(3), "title", w.done);
         ASSERT_TRUE(WaitFor([&] { return w.failure.has_value(); }));

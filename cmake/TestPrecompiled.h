@@ -1,0 +1,6 @@
+#pragma once
+
+#include "cmake/Precompiled.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
