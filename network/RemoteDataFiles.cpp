@@ -9,6 +9,12 @@ Text RemoteDataFiles::ReadTextFile(TextView path) {
     return link_.RequestTextFile(path).value_or(Text());
 }
 
+FileContent RemoteDataFiles::LoadTextFile(TextView path) {
+    std::optional<Text> text = link_.RequestTextFile(path);
+    if (!text) return {.state = FileContent::State::Unreadable};
+    return {.state = FileContent::State::Read, .bytes = std::move(*text)};
+}
+
 Text RemoteDataFiles::ReadBinaryFile(TextView path) {
     return link_.RequestBinaryFile(path).value_or(Text());
 }

@@ -12,6 +12,7 @@ class RemoteDataFiles final : public DataFiles {
     explicit RemoteDataFiles(ServerLink& link) : link_(link) {}
 
     Text ReadTextFile(TextView path) override;
+    FileContent LoadTextFile(TextView path) override;
     Text ReadBinaryFile(TextView path) override;
     /// Does not wait, and cannot learn of a failure.
     void WriteTextFile(TextView path, TextView text) override;

@@ -44,7 +44,7 @@ FileContent LoadFile(const NativePath& path);
 bool WriteFile(const NativePath& path, TextView bytes);
 /// Writes a temporary file beside it and renames it over the file, so that a reader, a crash and a power cut
 /// see either the old or the new content; on the medium when it returns. The mode of an existing file stays.
-/// False when anything failed, and for an existing file that this program may not write.
+/// False when anything failed, and for an existing file that this program may not read and write.
 bool ReplaceFile(const NativePath& path, TextView bytes);
 /// Writes over bytes in the middle of a file, which keeps its length. False when it has not that many bytes.
 bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes);

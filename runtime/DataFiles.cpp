@@ -37,6 +37,12 @@ Text LocalDataFiles::ReadTextFile(TextView path) {
     return WithLineEnds(ReadBinaryFile(path));
 }
 
+FileContent LocalDataFiles::LoadTextFile(TextView path) {
+    FileContent content = LoadFile(PathToRead(path));
+    content.bytes = WithLineEnds(content.bytes);
+    return content;
+}
+
 Text LocalDataFiles::ReadBinaryFile(TextView path) {
     return ReadFile(PathToRead(path)).value_or(Text());
 }

@@ -74,6 +74,10 @@ CommentBox::TextSaved CommentBox::SaveText() {
         Warn(kCaptionNoContact);
         return TextSaved::Refused;
     }
+    if (comments_.IsUnreadable()) {
+        Warn(kCaptionUnreadable);
+        return TextSaved::Refused;
+    }
     if (hasChanged && !MayOverwrite()) return TextSaved::Refused;
     const TextView between = comments_.Content().empty() ? TextView() : kLineEnd;
     if (!comments_.Write(Text(comments_.Content()).append(between).append(typed))) {

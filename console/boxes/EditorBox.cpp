@@ -33,7 +33,7 @@ void EditorBox::Open(const EditedFile& edited) {
         file_.Load(edited.path);
     }
     title_ = edited.title;
-    notice_ = {};
+    notice_ = {file_.IsUnreadable() ? needs_.captions(kCaptionUnreadable) : Text()};
     typed_ = file_.Content();
     ++generation_;
     isOpen_ = true;

@@ -70,7 +70,7 @@ class EditorBox {
     unsigned Generation() const { return generation_; }
     void Type(Text text);
     bool IsChanged() const { return WithoutLastLineEnds(typed_) != file_.Content(); }
-    bool MaySave() const { return MayEdit() && !isBusy_; }
+    bool MaySave() const { return MayEdit() && !isBusy_ && !file_.IsUnreadable(); }
     void Save();
 
  private:

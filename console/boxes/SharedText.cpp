@@ -11,7 +11,9 @@ void SharedText::Load(Text path) {
     path_ = std::move(path);
     // The stamp first: a write between the two requests is then noticed when saving.
     stamp_ = files_.FileTimeStamp(path_);
-    content_ = WithoutLastLineEnds(files_.ReadTextFile(path_));
+    const FileContent file = files_.LoadTextFile(path_);
+    isUnreadable_ = file.state == FileContent::State::Unreadable;
+    content_ = WithoutLastLineEnds(file.bytes);
 }
 
 void SharedText::MakeFolders() {
@@ -23,8 +25,16 @@ void SharedText::MakeFolders() {
 
 // A stamp counts whole seconds, so that two writes in one second have the same.
 bool SharedText::HasChanged() {
+    const bool isInDoubt = Exists() && content_.empty();
+    if (isUnreadable_ || isInDoubt) {
+        const Text known = content_;
+        Load(path_);
+        return content_ != known;
+    }
     if (files_.FileTimeStamp(path_) != stamp_) return true;
-    return WithoutLastLineEnds(files_.ReadTextFile(path_)) != content_;
+    const FileContent file = files_.LoadTextFile(path_);
+    isUnreadable_ = file.state == FileContent::State::Unreadable;
+    return WithoutLastLineEnds(file.bytes) != content_;
 }
 
 bool SharedText::Write(TextView text) {

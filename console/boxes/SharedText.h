@@ -10,8 +10,10 @@ class SharedText {
  public:
     explicit SharedText(DataFiles& files) : files_(files) {}
 
-    /// A missing file is an empty one.
+    /// A missing file is an empty one; one that cannot be read is none at all.
     void Load(Text path);
+    /// What somebody wrote there is not known, so nothing may be written over it.
+    bool IsUnreadable() const { return isUnreadable_; }
     const Text& Path() const { return path_; }
     bool Exists() const { return !stamp_.IsNever(); }
     /// What was last read or written, without line ends at its end.
@@ -19,7 +21,8 @@ class SharedText {
 
     /// Makes the folders that the file lies in.
     void MakeFolders();
-    /// True when somebody else has written the file since it was read.
+    /// True when somebody else has written the file since it was read. What could not be read, or may not have
+    /// been, is read again.
     bool HasChanged();
     /// Writes the text with one line end behind it, and reads it back, since a write has no answer. False
     /// when the file does not hold the text then.
@@ -30,6 +33,7 @@ class SharedText {
     Text path_{};
     Text content_{};
     OleDate stamp_{};
+    bool isUnreadable_ = false;
 };
 
 /// The text without line ends at its end.

@@ -234,6 +234,7 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3744, "Driftläge"},
     {3745, "Sparat"},
     {3746, "Filen har ändrats av någon annan medan den var öppen. Vill du skriva över den?"},
+    {3786, "Filen kan inte läsas just nu, därför skrivs inte över den."},
     {3747, "Filen kunde inte sparas."},
     {3748, "Det finns ändringar som inte är sparade. Vill du stänga ändå?"},
     {3750, "Vaktbyte"},

@@ -23,6 +23,7 @@ inline constexpr int kCaptionFilter = 3561;
 inline constexpr int kCaptionNoContact = 3704;
 inline constexpr int kCaptionPrint = 3711;
 inline constexpr int kCaptionSaved = 3745;
+inline constexpr int kCaptionUnreadable = 3786;
 inline constexpr int kCaptionShiftTitle = 3750;
 inline constexpr int kCaptionNoLines = 3754;
 

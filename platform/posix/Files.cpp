@@ -67,14 +67,15 @@ bool WriteTemporary(const NativePath& path, TextView bytes, const mode_t* mode) 
     return WriteAll(file.Get(), bytes) && ::fsync(file.Get()) == 0 && file.Close();
 }
 
-/// A rename goes over a file whatever its mode; what this program may not write is not its own to replace.
-bool MayWrite(const NativePath& path) {
-    return static_cast<bool>(OpenRegular(path.c_str(), O_WRONLY));
+/// A rename goes over a file whatever its mode; what this program may not write is not its own to replace, and
+/// of what it cannot read nobody here knows what would be lost.
+bool MayReplace(const NativePath& path) {
+    return static_cast<bool>(OpenRegular(path.c_str(), O_RDWR));
 }
 
 /// `status` is that of what stands there; none when there is nothing.
 bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
-    if (status && (!S_ISREG(status->st_mode) || !MayWrite(target))) return false;
+    if (status && (!S_ISREG(status->st_mode) || !MayReplace(target))) return false;
     const mode_t mode = status ? status->st_mode & 07777 : 0;
     const NativePath temporary = TemporaryNameFor(target);
     if (WriteTemporary(temporary, bytes, status ? &mode : nullptr) &&

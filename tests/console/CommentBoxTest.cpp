@@ -135,6 +135,30 @@ TEST(CommentBox, KeepsWhatCouldNotBeWritten) {
     EXPECT_EQ(w.Comments(), "precious\r\n");
 }
 
+// The history that was there would be lost: nobody has seen it.
+TEST(CommentBox, NeverWritesOverWhatItCouldNotRead) {
+    for (const bool isLocal : {true, false}) {
+        SheetWorld w(isLocal ? Role::StandAlone : Role::Client);
+        w.folder.Write(SheetWorld::kComments, "history\r\n");
+        cAlarm& alarm = w.Raise();
+        bool& cannotRead = isLocal ? w.dataFiles.isBlind : w.dataFiles.isSilent;
+        cannotRead = true;
+        w.sheet.OpenAlarm(alarm.m_FilePointer, OpenedBy::Operator);
+        w.Type("mine");
+        if (isLocal) {
+            w.sheet.Save();
+            EXPECT_EQ(w.sheet.Notice().text, w.captions(3786));
+        }
+        EXPECT_EQ(w.Comments(), "history\r\n");
+        EXPECT_EQ(w.sheet.NewComments(), "mine");
+        cannotRead = false;
+        w.dialogs.answers = {true};
+        w.sheet.Save();
+        EXPECT_EQ(w.Comments(), "history\r\nmine\r\n");
+        EXPECT_EQ(alarm.m_Status, kStatusCommented);
+    }
+}
+
 TEST(CommentBox, LosingTheServerInTheMiddleWritesNothingAndAsksNothing) {
     SheetWorld w(Role::Client);
     cAlarm& alarm = w.Raise();

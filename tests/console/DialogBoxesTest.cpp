@@ -164,6 +164,15 @@ TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
     w.dialogs.answers = {true};
     w.editor.Close();
     EXPECT_FALSE(w.editor.IsOpen());
+    w.dataFiles.isBlind = true;
+    w.editor.Open(file);
+    w.editor.Type("over what nobody has seen");
+    EXPECT_FALSE(w.editor.MaySave());
+    w.editor.Save();
+    EXPECT_EQ(w.folder.Read("Information\\A\\1.TXT"), "theirs\r\n");
+    w.dialogs.answers = {true};
+    w.editor.Close();
+    w.dataFiles.isBlind = false;
     w.rights = {Role::Client, 1};
     w.editor.Open(file);
     w.editor.Type("no right");

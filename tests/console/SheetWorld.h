@@ -14,6 +14,11 @@ class RecordingFiles final : public DataFiles {
     explicit RecordingFiles(const FileTree& folder) : local_(folder) {}
 
     Text ReadTextFile(TextView path) override { return Note("18 "), local_.ReadTextFile(path); }
+    FileContent LoadTextFile(TextView path) override {
+        Note("18 ");
+        if (isBlind) return {.state = FileContent::State::Unreadable};
+        return isSilent ? FileContent{.state = FileContent::State::Read} : local_.LoadTextFile(path);
+    }
     Text ReadBinaryFile(TextView path) override { return Note("22 "), local_.ReadBinaryFile(path); }
     void WriteTextFile(TextView path, TextView text) override {
         Note("19 ");
@@ -28,7 +33,9 @@ class RecordingFiles final : public DataFiles {
         local_.MakeDataFolder(path);
     }
 
-    bool isDeaf = false;  // writes come to nothing
+    bool isDeaf = false;    // writes come to nothing
+    bool isBlind = false;   // nothing can be read
+    bool isSilent = false;  // as a server answers that cannot read
     Text sent{};
     std::function<void()> onAccess{};
 

@@ -143,6 +143,7 @@ TEST_F(FileServiceTest, TextsGetTheirLineEnds) {
     EXPECT_FALSE(service.WriteTextFile("Missing\\x.txt", ""));
     data.Write("Maps\\huge", Text(kLongestPayload - 3, 'x'));
     EXPECT_EQ(service.ReadBinaryFile("Maps\\huge"), "");
+    EXPECT_FALSE(service.WriteTextFile("Maps\\huge", "x")) << "who reads it gets an empty text, and writes that back";
 }
 
 TEST_F(FileServiceTest, StampsAndScansShowPlainFilesOnly) {

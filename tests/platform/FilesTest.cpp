@@ -124,19 +124,21 @@ TEST(LoadFile, TellsMissingFromUnreadable) {
 }
 
 // A rename goes over a file whatever its mode, so a comment history of another account was lost.
-TEST(ReplaceFile, LeavesAFileAloneThatThisProgramMayNotWrite) {
+TEST(ReplaceFile, LeavesAFileAloneThatThisProgramMayNotReadAndWrite) {
     const TempFolder folder;
     folder.Write("theirs.txt", "history");
     const NativePath path = folder.Resolve("theirs.txt");
     ::chmod(folder.Path().c_str(), 0777);
-    ::chmod(path.c_str(), 0444);
     constexpr uid_t kNobody = 65'534;
-    ASSERT_EQ(::seteuid(kNobody), 0);
-    const bool isReplaced = ReplaceFile(path, "new");
-    const bool isMade = ReplaceFile(folder.Path() + "/mine.txt", "new");
-    ASSERT_EQ(::seteuid(0), 0);
-    EXPECT_FALSE(isReplaced);
-    EXPECT_TRUE(isMade);
+    for (const mode_t mode : {0444u, 0222u, 0u}) {
+        ::chmod(path.c_str(), mode);
+        ASSERT_EQ(::seteuid(kNobody), 0);
+        const bool isReplaced = ReplaceFile(path, "new");
+        const bool isMade = ReplaceFile(folder.Path() + "/mine.txt", "new");
+        ASSERT_EQ(::seteuid(0), 0);
+        EXPECT_FALSE(isReplaced) << mode;
+        EXPECT_TRUE(isMade);
+    }
     EXPECT_EQ(folder.Read("theirs.txt"), "history");
     EXPECT_EQ(ListEntries(folder.Path()).size(), 2u);
 }
