@@ -274,6 +274,7 @@ void Centre::LoadStoredEvents() {
     if (IsClient()) return;
     MakeFolder(foundation_.DataFolder().Resolve("Data\\Events"));
     core_.BringBack();
+    ports_.TakeUpHeld(portParts_);
 }
 
 void Centre::BringInState() {

@@ -79,8 +79,8 @@ class SurGardFormat final : public LineFormat {
         return NextSurGardStep(received, settings_, wait_, now);
     }
     TelegramStep Due(const ServiceTick& tick) override {
-        if (tick.isProgramEnding) return {.events = wait_.Finish(settings_.sia, tick.now)};
-        return {.events = wait_.Tick(tick.tickMs, settings_.sia, tick.now)};
+        if (tick.isProgramEnding) return wait_.Finish(settings_.sia, tick.now);
+        return wait_.Tick(tick.tickMs, settings_.sia, tick.now);
     }
 
  private:

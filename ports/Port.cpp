@@ -193,6 +193,10 @@ void cPort::ServicePort(int tickMs) {
     tests_.Supervise();
 }
 
+void cPort::TakeUp(const KeptTelegram& kept) {
+    steps_.TakeUp(kept, reception_ ? reception_->LookAgain(kept.telegram, kept.arrived) : TelegramStep{});
+}
+
 void cPort::Finish() {
     if (reception_) reception_->Finish();
 }

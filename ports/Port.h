@@ -56,6 +56,8 @@ class cPort {
     void ClosePort(bool isShuttingDown);
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
+    /// Behind a crash: holds back again what was held back then, or makes its event.
+    void TakeUp(const KeptTelegram& kept);
     /// Sends on the line of the port; a port without one sends nothing.
     void SendBytes(TextView bytes);
     /// The equipment on this line has a clock; the next tick sets it once asked for.

@@ -51,6 +51,19 @@ void PortList::CyclicHTTPCleanup(int tickMs, const PortConditions& conditions) {
     for (const auto& port : ports_) port->CyclicHTTPCleanup(tickMs, conditions);
 }
 
+void PortList::TakeUpHeld(const PortParts& parts) {
+    for (const KeptTelegram& kept : KeptTelegrams(parts.commit)) {
+        const auto port =
+            std::ranges::find_if(ports_, [&](const auto& each) { return each->PortName() == kept.portName; });
+        if (port != ports_.end()) {
+            (*port)->TakeUp(kept);
+            continue;
+        }
+        parts.commit.NoteDone(kept.entry);
+        parts.intake.HandleIncomingEvent(EventOfRest(kept).event);
+    }
+}
+
 void PortList::FinishAll() {
     for (const auto& port : ports_) port->Finish();
 }

@@ -15,6 +15,9 @@ class PortList {
     void Tick(int tickMs, const PortConditions& conditions);
     /// One tick of the timer that polls.
     void CyclicHTTPCleanup(int tickMs, const PortConditions& conditions);
+    /// Behind a crash: gives each port what it had acknowledged and held back. What belonged to a port that
+    /// is gone becomes an event all the same.
+    void TakeUpHeld(const PortParts& parts);
     /// Takes in what formats still hold back, at the end of the program.
     void FinishAll();
     void CloseAll();

@@ -16,16 +16,33 @@ Text PortSteps::LabelOf(const DecodedEvent& decoded) const {
 void PortSteps::TakeStep(TelegramStep step, WhenStored whenStored) {
     if (step.isTraffic) parts_.tests.NoteProof();
     for (const DecoderNote& note : step.notes) parts_.log.Information(note.text, note.tail);
-    if (step.events.empty() && !whenStored) return;
+    if (step.events.empty() && step.held.empty() && !whenStored) return;
     parts_.commit.Begin();
-    for (DecodedEvent& decoded : step.events) {
+    held_.Note(step);
+    TakeEvents(step.events);
+    parts_.commit.End([whenStored = std::move(whenStored)](bool isStored) {
+        if (whenStored) whenStored(isStored);
+    });
+}
+
+void PortSteps::TakeEvents(std::vector<DecodedEvent>& events) {
+    for (DecodedEvent& decoded : events) {
         decoded.event.ProtocolType = LabelOf(decoded);
         decoded.event.PortObject = &parts_.port;
         parts_.intake.HandleIncomingEvent(decoded.event);
     }
-    parts_.commit.End([whenStored = std::move(whenStored)](bool isStored) {
-        if (whenStored) whenStored(isStored);
-    });
+}
+
+void PortSteps::TakeUp(const KeptTelegram& kept, TelegramStep step) {
+    step.reply.clear();
+    if (step.consumed == 0) step.events = {EventOfRest(kept)};  // the format of the port is another now
+    if (step.held.empty()) {
+        parts_.commit.NoteDone(kept.entry);
+    } else {
+        held_.Keep(step.held.front().key, kept.entry);
+        step.held.erase(step.held.begin());
+    }
+    TakeStep(std::move(step), {});
 }
 
 void PortSteps::NoteTraffic(TextView bytes, TrafficDirection direction) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pipeline/EventIntake.h"
+#include "ports/HeldTelegrams.h"
 #include "ports/TestTelegrams.h"
 #include "ports/collectors/Collector.h"
 #include "store/EventCommit.h"
@@ -21,19 +22,24 @@ class PortSteps final : public StepTaker {
         TestTelegrams& tests;
     };
 
-    explicit PortSteps(const Parts& parts) : parts_(parts) {}
+    explicit PortSteps(const Parts& parts) : parts_(parts), held_(parts.commit, parts.port.PortName) {}
 
     void TakeStep(TelegramStep step, WhenStored whenStored) override;
     void NoteTraffic(TextView bytes, TrafficDirection direction) override;
     bool IsMuted() const override { return isMuted_; }
     bool IsProofDue() const override { return parts_.tests.IsProofDue(); }
 
+    /// Behind a crash: `step` is what the format makes of a telegram that was held back then.
+    void TakeUp(const KeptTelegram& kept, TelegramStep step);
+
     void SetMuted(bool isMuted) { isMuted_ = isMuted; }
 
  private:
     Text LabelOf(const DecodedEvent& decoded) const;
+    void TakeEvents(std::vector<DecodedEvent>& events);
 
     Parts parts_;
+    HeldTelegrams held_;
     bool isMuted_ = false;
 };
 

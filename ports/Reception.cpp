@@ -112,7 +112,7 @@ std::size_t Reception::LeftBehind() const {
 void Reception::Act(TelegramStep step) {
     const Behind behind = step.closesLine ? Behind::HangUp : Behind::StayUp;
     Text reply = std::move(step.reply);
-    if (step.events.empty()) {
+    if (step.events.empty() && step.held.empty()) {
         parts_.taker.TakeStep(std::move(step), {});
         return replies_.SendInOrder(std::move(reply), behind);
     }

@@ -31,6 +31,8 @@ class Reception final : public Collector, private LineListener, private ReplySen
     void Tick(const CollectorTick& tick) override;
     /// Takes in what is complete and what the format still holds back, when the program ends.
     void Finish();
+    /// What the format makes of a telegram that it has seen before the program was killed.
+    TelegramStep LookAgain(TextView telegram, OleDate arrived) { return format_->Next(telegram, arrived); }
     /// The clock of the far end is set as soon as the line can send.
     void RequestClock() { isClockWanted_ = true; }
     Line& TheLine() { return *line_; }

@@ -21,54 +21,53 @@ std::size_t FindTextBlock(TextView text) {
     return isText ? bar + 1 : TextView::npos;
 }
 
-void Append(std::vector<DecodedEvent>& events, std::vector<DecodedEvent> more) {
-    events.insert(events.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+void Decode(const SiaMessage& message, const SiaSettings& settings, OleDate now, TelegramStep& step) {
+    std::vector<DecodedEvent> more = DecodeSIABlock(message, settings, now);
+    step.events.insert(step.events.end(), std::make_move_iterator(more.begin()),
+                       std::make_move_iterator(more.end()));
 }
 
 }  // namespace
 
-std::vector<DecodedEvent> SiaWait::Take(const SiaMessage& message, const SiaSettings& settings, OleDate now) {
-    if (settings.WaitForMLR2SIAASCIIBlockTimeout <= 0) return DecodeSIABlock(message, settings, now);
+void SiaWait::Take(const SiaMessage& message, TextView telegram, const SiaSettings& settings, OleDate now,
+                   TelegramStep& step) {
+    if (settings.WaitForMLR2SIAASCIIBlockTimeout <= 0) return Decode(message, settings, now, step);
     const Text account = AccountOf(message.text);
-    std::vector<DecodedEvent> events;
     const auto found = std::ranges::find(waiting_, account, &cMRL5SIAEvent::account);
     if (found != waiting_.end()) {
         SiaMessage first = std::move(found->message);
+        step.settled.push_back(found->key);
         waiting_.erase(found);
         const std::size_t textBlock = FindTextBlock(message.text);
         if (textBlock != Text::npos) first.text += "\\" + message.text.substr(textBlock);
-        Append(events, DecodeSIABlock(first, settings, now));
-        if (textBlock != Text::npos) return events;
+        Decode(first, settings, now, step);
+        if (textBlock != Text::npos) return;
     }
-    if (message.text.find("|A") != Text::npos) {
-        Append(events, DecodeSIABlock(message, settings, now));
-        return events;
-    }
-    waiting_.push_back({message, account});
-    if (waiting_.size() > kMostWaiting) Append(events, DecodeFirst(settings, now));
-    return events;
+    if (message.text.find("|A") != Text::npos) return Decode(message, settings, now, step);
+    waiting_.push_back({message, account, ++lastKey_});
+    step.held.push_back({lastKey_, Text(telegram), now});
+    if (waiting_.size() > kMostWaiting) DecodeFirst(settings, now, step);
 }
 
-std::vector<DecodedEvent> SiaWait::DecodeFirst(const SiaSettings& settings, OleDate now) {
-    const SiaMessage message = std::move(waiting_.front().message);
+void SiaWait::DecodeFirst(const SiaSettings& settings, OleDate now, TelegramStep& step) {
+    const cMRL5SIAEvent first = std::move(waiting_.front());
     waiting_.pop_front();
-    return DecodeSIABlock(message, settings, now);
+    step.settled.push_back(first.key);
+    Decode(first.message, settings, now, step);
 }
 
-std::vector<DecodedEvent> SiaWait::Tick(int tickMs, const SiaSettings& settings, OleDate now) {
+TelegramStep SiaWait::Tick(int tickMs, const SiaSettings& settings, OleDate now) {
     for (cMRL5SIAEvent& waiting : waiting_) waiting.waitedMs += tickMs;
     const std::int64_t longestMs = settings.WaitForMLR2SIAASCIIBlockTimeout * 1000LL;
-    std::vector<DecodedEvent> events;
-    while (!waiting_.empty() && waiting_.front().waitedMs > longestMs) {
-        Append(events, DecodeFirst(settings, now));
-    }
-    return events;
+    TelegramStep step;
+    while (!waiting_.empty() && waiting_.front().waitedMs > longestMs) DecodeFirst(settings, now, step);
+    return step;
 }
 
-std::vector<DecodedEvent> SiaWait::Finish(const SiaSettings& settings, OleDate now) {
-    std::vector<DecodedEvent> events;
-    while (!waiting_.empty()) Append(events, DecodeFirst(settings, now));
-    return events;
+TelegramStep SiaWait::Finish(const SiaSettings& settings, OleDate now) {
+    TelegramStep step;
+    while (!waiting_.empty()) DecodeFirst(settings, now, step);
+    return step;
 }
 
 }  // namespace nordkeep

@@ -121,7 +121,7 @@ TelegramStep SiaStep(TextView message, const SurGardSettings& settings, SiaWait&
                          .form = SiaForm::Brackets,
                          .eventTime = now,
                          .receiverLine = ReceiverLine(message)};
-    step.events = wait.Take(sia, settings.sia, now);
+    wait.Take(sia, Text(message) += bytes::DC4, settings.sia, now, step);
     return step;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 
 #include <array>
+#include <cstdint>
 #include <vector>
 
 namespace nordkeep {
@@ -37,6 +38,14 @@ struct DecoderNote {
     Text tail{};
 };
 
+/// A telegram that is answered although it makes no event yet. Given to the decoder again as it was, at the
+/// time at which it arrived, it waits again.
+struct HeldTelegram {
+    std::uint64_t key = 0;  // of its own on its line
+    Text telegram{};
+    OleDate arrived{};
+};
+
 /// What a decoder finds at the front of the received text. It does nothing itself: the port drops
 /// `consumed` bytes, takes the events in, and sends the reply last.
 struct TelegramStep {
@@ -45,7 +54,9 @@ struct TelegramStep {
     bool isTraffic = false;  // proves that the line works, for the supervision of test telegrams
     std::vector<DecodedEvent> events{};
     std::vector<DecoderNote> notes{};
-    bool closesLine = false;  // the sender expects a TCP line to be closed behind the reply
+    std::vector<HeldTelegram> held{};
+    std::vector<std::uint64_t> settled{};  // keys of held telegrams whose events stand in `events`
+    bool closesLine = false;               // the sender expects a TCP line to be closed behind the reply
 };
 
 }  // namespace nordkeep

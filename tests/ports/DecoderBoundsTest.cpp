@@ -44,12 +44,13 @@ TEST(DecoderBounds, WaitingSiaMessages) {
     SiaSettings settings{};
     settings.WaitForMLR2SIAASCIIBlockTimeout = 60;
     SiaWait wait;
-    std::size_t decoded = 0;
+    TelegramStep step;
     for (int account = 0; account < 1003; ++account) {
-        decoded += wait.Take({.text = "[#" + std::to_string(account) + "|NBA01]"}, settings, {}).size();
+        wait.Take({.text = "[#" + std::to_string(account) + "|NBA01]"}, "t", settings, {}, step);
     }
     EXPECT_EQ(wait.Size(), 1000u);
-    EXPECT_EQ(decoded, 3u) << "the oldest go on without their text";
+    EXPECT_EQ(step.events.size(), 3u) << "the oldest go on without their text";
+    EXPECT_EQ(step.settled, (std::vector<std::uint64_t>{1, 2, 3}));
 }
 
 TEST(DecoderBounds, ExportsOfALineThatNeverOpens) {

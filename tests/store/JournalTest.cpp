@@ -45,8 +45,8 @@ TEST_F(JournalTest, KeepsWhatWasCommittedAndNothingElse) {
         run.journal.Note({.kind = JournalKind::Login});
     }
     Run run(*this);
-    EXPECT_EQ(KindsIn(run.journal), (std::vector<Text>{"event", "changed"}));
-    EXPECT_EQ(KindsIn(run.journal, 1), (std::vector<Text>{"changed"}));
+    EXPECT_EQ(KindsIn(run.journal), (std::vector<Text>{"event", "change"}));
+    EXPECT_EQ(KindsIn(run.journal, 1), (std::vector<Text>{"change"}));
     EXPECT_EQ(run.journal.Note({.kind = JournalKind::Event}), 3) << "ids go on rising";
     EXPECT_FALSE(run.journal.WasStoppedCleanly());
 }
