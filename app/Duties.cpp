@@ -268,6 +268,7 @@ void Duties::ReloadTranslations(const Tick& tick) {
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
     if (!needs_.reload.Take() && !isDue) return;
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
+    needs_.translations.DeleteLastEvents();
     needs_.network.SendReload();
 }
 

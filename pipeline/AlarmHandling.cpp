@@ -37,7 +37,16 @@ void AlarmHandling::EndOne(cAlarm& alarm, const std::optional<Text>& smallCommen
     needs_.desk.AlarmEnded(alarm.m_FilePointer);
 }
 
-void AlarmHandling::LogCount(JournalKind kind, std::size_t count) {
+// Each is looked for when its turn comes: what becomes of one may take others out of the list.
+template <class Keys, class Finder, class Deed>
+void AlarmHandling::DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed) {
+    std::size_t count = 0;
+    for (const auto key : keys) {
+        cAlarm* alarm = find(key);
+        if (!alarm) continue;
+        deed(*alarm);
+        ++count;
+    }
     if (count > 0) needs_.deeds.Log(kind, Operator(), std::to_string(count));
 }
 
@@ -47,29 +56,20 @@ void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) 
 }
 
 void AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers) {
-    std::size_t count = 0;
-    for (const std::int32_t filePointer : filePointers) {
-        cAlarm* alarm = Find(filePointer);
-        if (!alarm) continue;
-        EndOne(*alarm);
-        ++count;
-    }
-    LogCount(JournalKind::End, count);
+    DoToEach(
+        JournalKind::End, filePointers, [this](std::int32_t key) { return Find(key); },
+        [this](cAlarm& alarm) { EndOne(alarm); });
 }
 
 void AlarmHandling::EndAll() {
-    std::size_t count = 0;
-    needs_.views.BeginBulkLoad();
+    const EventList& events = needs_.store.Events();
     // A copy, since an alarm that ends leaves the set.
-    const auto& open = needs_.store.Events().Unacknowledged();
-    for (const EventSequence sequence : std::vector<EventSequence>(open.begin(), open.end())) {
-        cAlarm* alarm = needs_.store.Events().Find(sequence);
-        if (!alarm) continue;
-        EndOne(*alarm);
-        ++count;
-    }
+    const std::set<EventSequence> open = events.Unacknowledged();
+    needs_.views.BeginBulkLoad();
+    DoToEach(
+        JournalKind::End, open, [&](EventSequence key) { return events.Find(key); },
+        [this](cAlarm& alarm) { EndOne(alarm); });
     needs_.views.EndBulkLoad();
-    LogCount(JournalKind::End, count);
     needs_.desk.AllAlarmsEnded();
 }
 
@@ -92,15 +92,12 @@ void AlarmHandling::TakeSmallComment(cAlarm& alarm, const Text& smallComment) {
 }
 
 void AlarmHandling::Archive(std::span<const std::int32_t> filePointers) {
-    std::size_t count = 0;
-    for (const std::int32_t filePointer : filePointers) {
-        cAlarm* alarm = Find(filePointer);
-        if (!alarm) continue;
-        needs_.deeds.NoteAlarm(JournalKind::Archive, Operator(), *alarm, *alarm);
-        needs_.store.RemoveAlarm(*alarm);
-        ++count;
-    }
-    LogCount(JournalKind::Archive, count);
+    DoToEach(
+        JournalKind::Archive, filePointers, [this](std::int32_t key) { return Find(key); },
+        [this](cAlarm& alarm) {
+            needs_.deeds.NoteAlarm(JournalKind::Archive, Operator(), alarm, alarm);
+            needs_.store.RemoveAlarm(alarm);
+        });
 }
 
 void AlarmHandling::EndByReset(cAlarm& alarm, AlarmStatus status) {

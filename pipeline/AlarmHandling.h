@@ -47,7 +47,9 @@ class AlarmHandling {
  private:
     Doer Operator() const { return {.user = needs_.desk.UserName(), .station = kHere}; }
     void EndOne(cAlarm& alarm, const std::optional<Text>& smallComment = {});
-    void LogCount(JournalKind kind, std::size_t count);
+    /// Does it to all that `find` gives for the keys, with one line in the log.
+    template <class Keys, class Finder, class Deed>
+    void DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed);
     /// None for a record that has gone.
     cAlarm* Find(std::int32_t filePointer) const;
 

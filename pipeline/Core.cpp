@@ -97,6 +97,11 @@ void Core::BringBack() {
     store.LoadEvents();
     parked.TakeUp();
     deeds.TakeUpServiceModes(translations);
+    deeds.NoteServiceModes(translations);
+    commit.Commit();
+    // They serve one start only, but until the journal has the modes in them nothing else has.
+    const Journal* journal = commit.EntryJournal();
+    if (!journal || !journal->HasStaged()) translations.DeleteLastEvents();
 }
 
 void Core::StopCleanly() {

@@ -85,4 +85,11 @@ void Deeds::TakeUpServiceModes(Translations& translations) {
     });
 }
 
+void Deeds::NoteServiceModes(const Translations& translations) {
+    for (const auto& set : translations.Sets()) {
+        for (const auto& object : set->m_IdCodes)
+            if (object->m_ServiceMode != 0) NoteService(*set, *object, object->m_ServiceMode, {});
+    }
+}
+
 }  // namespace nordkeep

@@ -27,6 +27,8 @@ class Deeds final : public ServiceNotes {
 
     /// Behind a crash: the service modes that were set since the last clean stop are set again.
     void TakeUpServiceModes(Translations& translations);
+    /// At the start, behind that: the modes that objects have now, which came from files that are to go.
+    void NoteServiceModes(const Translations& translations);
 
  private:
     EventCommit& commit_;

@@ -22,6 +22,8 @@ class DurableWrites {
     virtual bool Append(const NativePath& path, TextView bytes) = 0;
     /// Deletes the file; one that is not there is no failure.
     virtual bool Remove(const NativePath& path) = 0;
+    /// The names in a folder, changed by somebody else, are to be synchronised with the rest.
+    virtual void AddFolder(const NativePath& folder) = 0;
     /// Waits for the oldest changes, at most so many files, and for the folders when no file is left. False,
     /// with LastError, when any of it may be lost.
     virtual bool Synchronise(std::size_t most) = 0;

@@ -56,10 +56,17 @@ class JournalFile {
                       const std::function<void(const JournalRow&)>& show) = 0;
     /// The newest entry of a kind; none without one, and when it cannot be read.
     virtual std::optional<JournalRow> ReadLast(std::string_view kind) = 0;
-    /// Deletes up to `most` entries that are older than `time` and have an id below `below`, in one
-    /// transaction. How many; none on failure.
-    virtual std::optional<std::size_t> Prune(const std::string& time, std::int64_t below,
-                                             std::size_t most) = 0;
+    /// Which entries are to be deleted: up to `most` that are older than `time`, except those of the kind
+    /// `spared` with an id above `sparedAfter`, and never one with an id of `below` or higher.
+    struct Pruning {
+        std::string time{};
+        std::int64_t below = 0;
+        std::string_view spared{};
+        std::int64_t sparedAfter = 0;
+        std::size_t most = 0;
+    };
+    /// Deletes them in one transaction. How many; none on failure.
+    virtual std::optional<std::size_t> Prune(const Pruning& pruning) = 0;
     /// Moves a bounded piece of the log of writes into the database when enough has gathered: work for an
     /// idle moment. True when there was something to do.
     virtual bool Tidy() = 0;

@@ -8,6 +8,8 @@ namespace {
 constexpr std::size_t kAll = SIZE_MAX;
 constexpr std::size_t kFilesAtOnce = 8;
 constexpr int kMostMsAtOnce = 10;
+/// Turns that may follow from one; each outage is told once.
+constexpr int kMostFollowing = 3;
 /// Files that have waited for so long are synchronised also while telegrams come.
 constexpr int kOverdueMs = 15'000;
 
@@ -124,6 +126,11 @@ void EventCommit::Commit() {
     const std::vector<Waiting> finished = std::exchange(waiting_, {});
     for (const Waiting& waiting : finished) waiting.completion(*waiting.telegram);
     if (listener_) listener_->Committed();
+}
+
+void EventCommit::CommitAll() {
+    Commit();
+    for (int i = 0; i < kMostFollowing && isRequested_; ++i) Commit();
 }
 
 void EventCommit::SynchroniseAll() {

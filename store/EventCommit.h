@@ -83,6 +83,8 @@ class EventCommit {
     void NoteFailure();
     /// Brings the turn's changes to safety and runs the completions in the order of their End.
     void Commit();
+    /// Commits until nothing is left to be: an outage that is noticed in a turn becomes an event of the next.
+    void CommitAll();
     /// Synchronises some of what the last turns have written; to be called often. Nothing waits longer than
     /// half a minute, and while telegrams come only what has waited for long is done.
     void UseIdleMoment(const Clock& clock);

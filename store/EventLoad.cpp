@@ -62,7 +62,7 @@ EventLoad::EventLoad(const StoreParts& parts, const StoreSettings& settings, Eve
       ordinary_(settings.MaxAlarms) {}
 
 void EventLoad::Run() {
-    parts_.commit.Commit();  // so that the files hold what has been promised
+    parts_.commit.CommitAll();  // so that the files hold what has been promised
     EmptyList();
     std::vector<EventFileName> files = files_.List();
     if (ConvertOldFile()) files = files_.List();

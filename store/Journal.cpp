@@ -188,7 +188,12 @@ bool Journal::Prune(int days) {
     if (days <= 0 || !file_.IsOpen()) return false;
     const std::int64_t below = std::min({OldestWaiting(), FilesSafeUpTo(), committedId_});
     const std::int64_t ms = clock_.UtcMs() - std::int64_t{days} * 86'400'000;
-    const auto pruned = file_.Prune(UtcStamp(ms), below, kPrunedAtOnce);
+    // A start behind a crash sets the service modes by all entries since the last clean stop.
+    const auto pruned = file_.Prune({.time = UtcStamp(ms),
+                                     .below = below,
+                                     .spared = NameOf(JournalKind::Service),
+                                     .sparedAfter = cleanId_,
+                                     .most = kPrunedAtOnce});
     if (!pruned) Fail();
     return pruned.value_or(0) >= kPrunedAtOnce;
 }

@@ -19,13 +19,6 @@ TextView WholeLines(TextView content) {
     return content.substr(0, end == TextView::npos ? 0 : end + 1);
 }
 
-/// Has the names of a folder synchronised, by one that comes and goes.
-bool SynchroniseNames(const NativePath& folder) {
-    const NativePath probe = folder + "/.played~";
-    const bool isDone = ReplaceFile(probe, "");
-    return RemoveFile(probe) && isDone;
-}
-
 }  // namespace
 
 void JournalReplay::Take(const JournalRow& row) {
@@ -57,8 +50,9 @@ bool JournalReplay::Run() {
 
 bool JournalReplay::Synchronise() {
     if (states_.empty()) return true;
-    return disk_.Synchronise(SIZE_MAX) && SynchroniseNames(parts_.dataFolder.Resolve("Data\\Events")) &&
-           SynchroniseNames(parts_.dataFolder.Resolve("Data"));
+    // What was removed or renamed before the crash, too.
+    for (const TextView folder : {"Data\\Events", "Data"}) disk_.AddFolder(parts_.dataFolder.Resolve(folder));
+    return disk_.Synchronise(SIZE_MAX);
 }
 
 bool JournalReplay::WriteFiles(bool mayChange) {

@@ -74,7 +74,6 @@ void Translations::ReloadAllTranslations(bool loadLastEvents, std::span<PortBind
     for (PortBinding* port : ports) ReLoadPortTranslations(*port, loadLastEvents);
     RemoveMarked();
     needs_.views.RebuildTree();
-    DeleteLastEvents();
     needs_.views.RecalcAliveTestView();
 }
 

@@ -67,6 +67,9 @@ class Translations {
     /// lost.
     bool SaveLastEvents() const;
 
+    /// What was written so serves one load.
+    void DeleteLastEvents() const;
+
     /// For the mirror of a client: takes over a set, or removes all.
     cTranslate& Add(std::unique_ptr<cTranslate> set);
     void Clear();
@@ -74,7 +77,6 @@ class Translations {
  private:
     void MarkAll();
     void RemoveMarked();
-    void DeleteLastEvents() const;
 
     Needs needs_;
     cTranslate null_{};

@@ -19,6 +19,7 @@ class DurableFiles final : public DurableWrites {
     bool Write(const NativePath& path, TextView bytes, Opening opening) override;
     bool Append(const NativePath& path, TextView bytes) override;
     bool Remove(const NativePath& path) override;
+    void AddFolder(const NativePath& folder) override { changedFolders_.insert(folder + "/"); }
     bool Synchronise(std::size_t most) override;
     std::size_t WaitingCount() const override { return waiting_.size() + changedFolders_.size(); }
     const Text& LastError() const override { return lastError_; }

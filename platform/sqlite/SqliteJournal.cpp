@@ -226,18 +226,19 @@ std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {
     return RowOf(read.get());
 }
 
-std::optional<std::size_t> SqliteJournal::Prune(const std::string& time, std::int64_t below,
-                                                std::size_t most) {
+std::optional<std::size_t> SqliteJournal::Prune(const Pruning& pruning) {
     const Statement prune = Prepare(
         "DELETE FROM entries WHERE id IN (SELECT id FROM entries WHERE time < ?1 AND id < ?2"
-        " ORDER BY time LIMIT ?3)");
+        " AND NOT (kind = ?4 AND id > ?5) ORDER BY time LIMIT ?3)");
     if (!prune) {
         Fail("prune");
         return std::nullopt;
     }
-    BindText(prune.get(), 1, time);
-    sqlite3_bind_int64(prune.get(), 2, below);
-    sqlite3_bind_int64(prune.get(), 3, static_cast<std::int64_t>(most));
+    BindText(prune.get(), 1, pruning.time);
+    sqlite3_bind_int64(prune.get(), 2, pruning.below);
+    sqlite3_bind_int64(prune.get(), 3, static_cast<std::int64_t>(pruning.most));
+    BindText(prune.get(), 4, std::string(pruning.spared));
+    sqlite3_bind_int64(prune.get(), 5, pruning.sparedAfter);
     if (!Step(prune.get())) {
         Fail("prune");
         return std::nullopt;

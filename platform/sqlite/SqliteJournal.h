@@ -26,7 +26,7 @@ class SqliteJournal final : public JournalFile {
     bool Read(std::int64_t after, std::span<const std::string_view> kinds,
               const std::function<void(const JournalRow&)>& show) override;
     std::optional<JournalRow> ReadLast(std::string_view kind) override;
-    std::optional<std::size_t> Prune(const std::string& time, std::int64_t below, std::size_t most) override;
+    std::optional<std::size_t> Prune(const Pruning& pruning) override;
     bool Tidy() override;
     const std::string& LastError() const override { return lastError_; }
 

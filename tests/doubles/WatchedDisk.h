@@ -14,6 +14,7 @@ class WatchedDisk final : public DurableWrites {
     }
     bool Append(const NativePath& path, TextView bytes) override { return disk_.Append(path, bytes); }
     bool Remove(const NativePath& path) override { return disk_.Remove(path); }
+    void AddFolder(const NativePath& folder) override { disk_.AddFolder(folder); }
     bool Synchronise(std::size_t most) override {
         if (onSynchronise) onSynchronise();
         return disk_.Synchronise(most);

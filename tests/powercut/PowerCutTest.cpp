@@ -1,15 +1,11 @@
-#include "platform/sqlite/SqliteJournal.h"
 #include "runtime/Fields.h"
-#include "tests/doubles/FakeWinsock.h"
-#include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
-#include "tests/doubles/TestCore.h"
+#include "tests/powercut/CoreRun.h"
 #include "tests/powercut/RecordedDisk.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <optional>
 #include <random>
 
 namespace nordkeep {
@@ -25,55 +21,6 @@ struct Promises {
     std::map<Text, int> removed{};     // the same of those that have left
     std::map<Text, double> service{};  // by ID code: when its mode began
     std::int32_t lastNumber = -1;      // of an alarm
-};
-
-/// One run of the core of a centre on a data folder.
-struct CoreRun {
-    CoreRun(const NativePath& root, ManualTime& time_)
-        : tree(root), files(tree), time(time_), log(tree, time), journal(journalFile, tree, time) {
-        language.LoadFrom("1050=x\n");
-        settings = LoadCoreSettings(files);
-        journal.Open();
-        core.emplace(CoreGround{.dataFolder = tree,
-                                .files = files,
-                                .language = language,
-                                .log = log,
-                                .clock = time,
-                                .loop = time,
-                                .sockets = sockets,
-                                .settings = settings,
-                                .journal = &journal});
-        port.PortName = port.binding.portName = "Port1";
-        core->translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&port.binding});
-        core->BringBack();
-        core->commit.Commit();
-    }
-
-    cAlarm* Find(const Text& text) {
-        const EventList& events = core->store.Events();
-        for (EventSequence at = events.Next(0); at != 0; at = events.Next(at))
-            if (events.Find(at)->m_AlarmCode == text) return events.Find(at);
-        return nullptr;
-    }
-    cTranslate& Set() { return *core->translations.Sets().at(0); }
-    cIDCode& Object(std::size_t i) { return *Set().m_IdCodes.at(i); }
-    void StopCleanly() {
-        core->parked.DispatchAll();
-        core->translations.SaveLastEvents();
-        core->StopCleanly();
-    }
-
-    FileTree tree;
-    Settings files;
-    ManualTime& time;
-    SysLog log;
-    Language language{};
-    FakeSockets sockets{};
-    SqliteJournal journalFile{};
-    Journal journal;
-    CoreSettings settings{};
-    EventPort port{};
-    std::optional<TestCore> core{};
 };
 
 class PowerCutTest : public ::testing::Test {
@@ -215,9 +162,6 @@ TEST_F(PowerCutTest, EverythingPromisedIsThereWheneverThePowerGoes) {
         if (random() % 20 != 0) continue;
         if (random() % 2 == 0) {
             run->StopCleanly();
-            // What a clean stop has saved serves one start only.
-            made.service.clear();
-            history.back().second.service.clear();
         }
         run.reset();
         run = std::make_unique<CoreRun>(folder.Path(), time);
