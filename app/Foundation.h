@@ -45,6 +45,7 @@ class Foundation : private SettingsListener {
     const ClientSlots* Clients() const { return clients_.get(); }
     /// The connection to the server; none on any copy but a client.
     ServerLink* Server() { return server_.get(); }
+    const ServerLink* Server() const { return server_.get(); }
 
     /// Tells a failure that ends the start: a message and a line in the log.
     void TellFailure(const Text& text);

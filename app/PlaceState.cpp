@@ -16,8 +16,9 @@ bool PlaceState::IsFlood() const {
 
 CopyFacts PlaceState::Facts() const {
     const ClientSlots* slots = needs_.foundation.Clients();
+    const ServerLink* link = needs_.foundation.Server();
     return {.fullName = user_.fullName,
-            .server = needs_.foundation.Network().ServerAddress,
+            .server = link ? link->ServerAddress() : Text(),
             .clients = slots ? static_cast<int>(slots->ConnectedCount()) : 0,
             .isSounding = needs_.sound.IsSounding(),
             .arePortsDisabled = needs_.conditions.arePortsDisabled,

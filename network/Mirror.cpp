@@ -146,7 +146,7 @@ void Mirror::TakeOldEvent(TextView payload) {
     cAlarm changed = alarm != nullptr ? *alarm : cAlarm();
     if (!ReadEvent(payload, changed)) return;
     if (alarm == nullptr && !removed_.contains(pointer)) {
-        return log_.Write(needs_.settings.ServerAddress, needs_.language.GetLanguageText(kTextNoSuchEvent),
+        return log_.Write(needs_.link.ServerAddress(), needs_.language.GetLanguageText(kTextNoSuchEvent),
                           LogKind::Oddity);
     }
     if (changed.m_Status == kStatusRemoved) {

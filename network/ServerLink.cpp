@@ -1,5 +1,7 @@
 #include "network/ServerLink.h"
 
+#include "runtime/Fields.h"
+
 namespace nordkeep {
 namespace {
 
@@ -10,10 +12,23 @@ constexpr int kStepMs = 10;
 /// A wait lasts the time-out and one tick of the display's timer more.
 constexpr int kTickMs = 100;
 
+/// Never none.
+std::vector<Text> AddressesOf(const Text& list) {
+    std::vector<Text> addresses;
+    for (const Text& piece : Split(list, ',')) {
+        const TextView address = TrimBlanks(piece);
+        if (!address.empty()) addresses.emplace_back(address);
+    }
+    if (addresses.empty()) addresses.emplace_back();
+    return addresses;
+}
+
 }  // namespace
 
 ServerLink::ServerLink(const NetworkParts& needs)
-    : needs_(needs), socket_(needs.sockets.NewSocket(SocketKind::Tcp)) {
+    : needs_(needs),
+      socket_(needs.sockets.NewSocket(SocketKind::Tcp)),
+      addresses_(AddressesOf(needs.settings.ServerAddress)) {
     socket_->SetEvents({.dataArrival = [this] { OnData(); },
                         .closed = [this] { OnClosed(); },
                         .error = [this](const Text& description) { OnError(description); }});
@@ -23,9 +38,23 @@ ServerLink::ServerLink(const NetworkParts& needs)
 bool ServerLink::ConnectToServer() {
     if (pushes_ != nullptr) pushes_->ConnectionStarts();
     Close();
-    socket_->SetRemoteHost(needs_.settings.ServerAddress);
+    addresses_ = AddressesOf(needs_.settings.ServerAddress);
+    current_ %= addresses_.size();
+    // One that took the connection and then said nothing must not hold its clients off the other.
+    if (!hasAnswered_) current_ = (current_ + 1) % addresses_.size();
+    const auto count = static_cast<std::int64_t>(addresses_.size());
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (ConnectTo(addresses_[current_], kConnectMs / count)) return true;
+        current_ = (current_ + 1) % addresses_.size();
+    }
+    return false;
+}
+
+bool ServerLink::ConnectTo(const Text& address, std::int64_t mostMs) {
+    hasAnswered_ = false;
+    socket_->SetRemoteHost(address);
     socket_->SetRemotePort(needs_.settings.NetworkPort);
-    const std::int64_t end = needs_.clock.MonotonicMs() + kConnectMs;
+    const std::int64_t end = needs_.clock.MonotonicMs() + mostMs;
     const auto isUnderWay = [this] {
         return socket_->State() == SocketState::Resolving || socket_->State() == SocketState::Connecting;
     };
@@ -45,7 +74,7 @@ void ServerLink::Close() {
 
 Text ServerLink::ConnectionText() const {
     return socket_->RemoteHostIP() + needs_.language.GetLanguageText(kTextConnected) +
-           needs_.settings.ServerAddress + ":" + std::to_string(needs_.settings.NetworkPort);
+           ServerAddress() + ":" + std::to_string(needs_.settings.NetworkPort);
 }
 
 void ServerLink::Lose(const Text& reason) {
@@ -142,6 +171,7 @@ void ServerLink::HandleFrames() {
 }
 
 void ServerLink::HandleFrame(const Frame& frame) {
+    hasAnswered_ = true;
     needs_.traffic.WriteTrafficLine(frame.number, frame.payload.size(), TrafficDirection::Received);
     if (TakeAnswer(static_cast<Message>(frame.number), frame.payload)) {
         isPending_ = false;

@@ -28,8 +28,10 @@ class ServerLink {
     /// Without pushes their messages are dropped.
     void SetPushes(ServerPushes* pushes) { pushes_ = pushes; }
 
-    /// Tries for at most 30 seconds.
+    /// Tries the server's addresses in turn, for at most 30 seconds together; first the one that answered last.
     bool ConnectToServer();
+    /// The address that is or was tried last.
+    const Text& ServerAddress() const { return addresses_[current_]; }
     void Close();
     bool IsConnectionLost() const { return isLost_; }
     bool IsRequestPending() const { return isPending_; }
@@ -53,6 +55,7 @@ class ServerLink {
     bool RequestMakeDir(TextView path);
 
  private:
+    bool ConnectTo(const Text& address, std::int64_t mostMs);
     bool SendToServerAndWait(Message message, TextView payload);
     bool AwaitAnswer();
     std::optional<Text> RequestFile(Message message, TextView path);
@@ -68,6 +71,9 @@ class ServerLink {
     std::unique_ptr<Winsock> socket_;
     ServerPushes* pushes_ = nullptr;
     FrameBuffer buffer_{};
+    std::vector<Text> addresses_;
+    std::size_t current_ = 0;
+    bool hasAnswered_ = true;  // the server at the present address, ever since it was tried
     bool isLost_ = true;
     bool isPending_ = false;
     Text text_{};              // the last answer 18, 21 or 22

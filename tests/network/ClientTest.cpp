@@ -95,6 +95,46 @@ TEST(ClientStart, FailsWithItsReason) {
     }
 }
 
+// Two machines of which one serves: the other refuses, or is gone, or takes the call and hangs.
+TEST(ServerLink, TriesItsServersInTurnAndStaysWithTheOneThatAnswers) {
+    ManualTime time;
+    FakeSockets sockets;
+    ClientWorld world(time, sockets);
+    world.network.ServerAddress = "first, second";
+    ServerLink link{{sockets, time, time, world.language, world.log, world.traffic, world.network}};
+    FakeWinsock& socket = sockets.Last();
+    std::vector<Text> tried;
+    const auto play = [&](const Text& serving) {
+        tried.clear();
+        const auto network = time.NewTimer([&] {
+            if (socket.state != SocketState::Connecting) return;
+            if (!tried.empty() && tried.back() == socket.remoteHost) return;
+            tried.push_back(socket.remoteHost);
+            if (socket.remoteHost == serving) return socket.Establish();
+            if (serving != "none") socket.Break("refused");
+        });
+        network->Start(5);
+        return link.ConnectToServer();
+    };
+    using Hosts = std::vector<Text>;
+    EXPECT_TRUE(play("second"));
+    EXPECT_EQ(tried, (Hosts{"first", "second"}));
+    EXPECT_EQ(link.ServerAddress(), "second");
+    socket.Arrive(FrameOf(Message::ProtocolVersion, PayloadOf(LongNumber{2})));
+    socket.CloseByPeer();
+    EXPECT_TRUE(play("second"));
+    EXPECT_EQ(tried, (Hosts{"second"})) << "the one that answered last";
+    socket.CloseByPeer();
+    EXPECT_TRUE(play("first"));
+    EXPECT_EQ(tried, (Hosts{"first"})) << "one that says nothing is left first";
+    const auto start = time.MonotonicMs();
+    socket.Arrive(FrameOf(Message::ProtocolVersion, PayloadOf(LongNumber{2})));
+    socket.CloseByPeer();
+    EXPECT_FALSE(play("none"));
+    EXPECT_EQ(tried, (Hosts{"first", "second"}));
+    EXPECT_LE(time.MonotonicMs() - start, 31'000);
+}
+
 TEST_F(PlayedServer, EventsAreMirroredOnceAndLeaveWhenRemoved) {
     client.Start();
     Socket().Arrive(FrameOf(Message::NewEvent, EventOf(5, 0)));
