@@ -67,6 +67,11 @@ void RunningCopy::Start(const std::vector<std::string>& switches) {
     WaitForOutput(NORDKEEP_VERSION);
 }
 
+void RunningCopy::StartStandby() {
+    Launch({"/RunAsService"});
+    WaitForOutput("in use by another copy");
+}
+
 void RunningCopy::StartWithScreen() {
     Launch({});
 }

@@ -5,6 +5,7 @@
 #include "tests/doubles/TempFolder.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,11 @@ bool WaitFor(const std::function<bool()>& condition);
 /// A TCP or UDP port of the loopback address that nobody uses at this moment.
 int FreePort();
 
-/// The built program, started as a service on a data folder of its own.
+/// The built program, started as a service on a data folder of its own, or on one that several share.
 class RunningCopy {
  public:
-    RunningCopy() = default;
+    RunningCopy() : own_(std::make_unique<TempFolder>()), data_(*own_) {}
+    explicit RunningCopy(const TempFolder& shared) : data_(shared) {}
     ~RunningCopy();
 
     const TempFolder& Data() const { return data_; }
@@ -29,6 +31,8 @@ class RunningCopy {
 
     /// Starts the program and waits until the log says that it has.
     void Start(const std::vector<std::string>& switches = {});
+    /// Starts the service and waits until it stands by because the folder is in use.
+    void StartStandby();
     /// Starts it as a workstation instead of a service, and waits for nothing.
     void StartWithScreen();
     /// The same on a display, such as ":7", with a person who answers its questions.
@@ -49,7 +53,8 @@ class RunningCopy {
     void Launch(std::vector<std::string> words, const std::string& display = {});
     int Wait();
 
-    TempFolder data_{};
+    std::unique_ptr<TempFolder> own_{};
+    const TempFolder& data_;
     TempFolder output_{};
     int pid_ = -1;
 };

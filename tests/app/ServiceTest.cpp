@@ -1,57 +1,14 @@
 #include "app/ServiceUnit.h"
 #include "tests/app/RunningCopy.h"
+#include "tests/app/ServiceManager.h"
 
 #include <gtest/gtest.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
 
 namespace nordkeep {
 namespace {
-
-/// The datagram socket of a service manager, which the programs started meanwhile speak to.
-class Manager {
- public:
-    Manager() : descriptor_(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-        const std::string path = folder_.Path() + "/notify";
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        path.copy(address.sun_path, sizeof address.sun_path - 1);
-        ::bind(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-        ::setenv("NOTIFY_SOCKET", path.c_str(), 1);
-        ::setenv("WATCHDOG_USEC", "300000", 1);
-    }
-    ~Manager() {
-        ::unsetenv("NOTIFY_SOCKET");
-        ::unsetenv("WATCHDOG_USEC");
-        ::close(descriptor_);
-    }
-    Manager(const Manager&) = delete;
-    Manager& operator=(const Manager&) = delete;
-
-    /// Waits until the program has told this line; all that was told before is in `Heard`.
-    bool Hears(const std::string& line) {
-        while (heard_.find(line) == std::string::npos) {
-            pollfd waiting{descriptor_, POLLIN, 0};
-            if (::poll(&waiting, 1, 30'000) <= 0) return false;
-            char message[4096];
-            const ssize_t got = ::recv(descriptor_, message, sizeof message, 0);
-            heard_.append(message, static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
-        }
-        return true;
-    }
-    const std::string& Heard() const { return heard_; }
-    void Forget() { heard_.clear(); }
-
- private:
-    TempFolder folder_{};
-    int descriptor_;
-    std::string heard_{};
-};
 
 TEST(Service, TellsTheServiceManagerHowItIs) {
     Manager manager;
