@@ -180,10 +180,14 @@ void Caller::Send(TextView bytes) const {
 }
 
 Text Caller::Receive(std::size_t count) const {
+    return ReceiveWithin(count, kPatienceMs);
+}
+
+Text Caller::ReceiveWithin(std::size_t count, int ms) const {
     Text received;
     while (received.size() < count) {
         pollfd waiting{descriptor_, POLLIN, 0};
-        if (poll(&waiting, 1, kPatienceMs) <= 0) break;
+        if (poll(&waiting, 1, ms) <= 0) break;
         char buffer[4096];
         const ssize_t got = read(descriptor_, buffer, std::min(sizeof buffer, count - received.size()));
         if (got <= 0) break;

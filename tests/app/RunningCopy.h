@@ -71,6 +71,8 @@ class Caller {
     void Send(TextView bytes) const;
     /// Waits up to half a minute for so many bytes; fewer when the other side closes.
     Text Receive(std::size_t count) const;
+    /// The same for so many milliseconds without a byte.
+    Text ReceiveWithin(std::size_t count, int ms) const;
     /// True when the other side closes within half a minute.
     bool IsClosedByPeer() const;
 
