@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <map>
 #include <cstdlib>
+#include <map>
 #include <random>
 #include <thread>
 
