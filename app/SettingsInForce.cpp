@@ -1,28 +1,14 @@
 #include "app/SettingsInForce.h"
 
-#include "app/CentreSettings.h"
-#include "network/NetworkSettings.h"
+#include "app/KnownSettings.h"
 
 namespace nordkeep {
 
 SettingsList ListSettings(const Settings& files, Text path) {
     SettingsList list(files, std::move(path));
-    list.Add(NetworkSettingRows());
-    list.Add(EngineSettingRows());
-    list.Add(StoreSettingRows());
-    list.Add(TranslationSettingRows());
-    list.Add(IntakeSettingRows());
-    list.Add(DispatchSettingRows());
-    list.Add(DeskSettingRows());
-    list.Add(TorvexSettingRows());
-    list.Add(OutputSettingRows());
-    list.Add(ComCallSettingRows());
-    list.Add(ViewStateRows());
-    list.Add(ConsoleSettingRows());
-    list.Add(CommentSettingRows());
-    list.Add(PictureSettingRows());
-    list.Add(PrinterSettingRows());
-    list.Add(AlarmPageSettingRows());
+    for (const KnownSetting& known : KnownSettings().All()) {
+        if (known.scope != SettingScope::Port && !known.isFamily) list.Add(known);
+    }
     return list;
 }
 

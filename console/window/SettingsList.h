@@ -1,5 +1,6 @@
 #pragma once
 
+#include "runtime/SettingCatalogue.h"
 #include "runtime/SettingTable.h"
 
 #include <vector>
@@ -27,6 +28,7 @@ class SettingsList {
             if (row.scope != SettingScope::Port) AddRow(row.section, row.key, DefaultText(row), row.scope);
         }
     }
+    void Add(const KnownSetting& known) { AddRow(known.section, known.key, known.byDefault, known.scope); }
     /// The settings file of this copy.
     const Text& Path() const { return path_; }
     /// By section and key, each once.

@@ -1,34 +1,5 @@
-#include "app/EngineSettings.h"
-#include "console/boxes/CommentSettings.h"
-#include "console/boxes/PictureSettings.h"
-#include "console/print/AlarmPrinting.h"
-#include "console/print/PrintDocument.h"
-#include "console/window/ConsoleSettings.h"
-#include "console/window/ViewState.h"
-#include "network/NetworkSettings.h"
-#include "pipeline/DispatchSettings.h"
-#include "pipeline/IntakeSettings.h"
-#include "pipeline/OutputSettings.h"
-#include "pipeline/ResetSettings.h"
-#include "ports/PortSettings.h"
-#include "ports/TestTelegrams.h"
-#include "ports/collectors/GsmModem.h"
-#include "ports/collectors/MailSettings.h"
-#include "ports/formats/CallerIdentity.h"
-#include "ports/formats/GoogolT1.h"
-#include "ports/formats/MailMessage.h"
-#include "ports/formats/MultiCom.h"
-#include "ports/formats/Robofon.h"
-#include "ports/formats/RobofonExport.h"
-#include "ports/formats/Rsm02.h"
-#include "ports/formats/SiaDecoding.h"
-#include "ports/formats/SurGard.h"
-#include "ports/formats/TextTelegram.h"
-#include "ports/formats/VirtualReceiver.h"
-#include "ports/formats/XmlGateways.h"
-#include "runtime/IdleSettings.h"
-#include "store/StoreSettings.h"
-#include "translation/TranslationSettings.h"
+#include "app/KnownSettings.h"
+#include "runtime/Fields.h"
 
 #include <gtest/gtest.h>
 
@@ -41,58 +12,13 @@ namespace {
 /// "file section key" to the default, as the code has it.
 using Keys = std::map<Text, Text>;
 
-template <class Struct>
-void Add(Keys& keys, std::span<const SettingRow<Struct>> rows) {
-    for (const SettingRow<Struct>& row : rows) {
-        const char* file = row.scope == SettingScope::Port ? "port " : "main ";
-        const Text byDefault = DefaultText(row);
-        const auto [known, isNew] = keys.emplace(file + Text(row.section) + " " + row.key, byDefault);
-        EXPECT_TRUE(isNew || known->second == byDefault) << row.key << " has two defaults";
-    }
-}
-
+/// Families of keys, such as COM1 and COM2, are told in prose.
 Keys KeysOfTheTables() {
     Keys keys;
-    Add(keys, AlarmPageSettingRows());
-    Add(keys, CommentSettingRows());
-    Add(keys, PictureSettingRows());
-    Add(keys, PrinterSettingRows());
-    Add(keys, CallSettingRows());
-    Add(keys, ConsoleSettingRows());
-    Add(keys, DeskSettingRows());
-    Add(keys, DispatchSettingRows());
-    Add(keys, EngineSettingRows());
-    Add(keys, EventPortRows());
-    Add(keys, GoogolSettingRows());
-    Add(keys, GsmSettingRows());
-    Add(keys, IdleSettingRows());
-    Add(keys, IntakeSettingRows());
-    Add(keys, LineSettingRows());
-    Add(keys, MailSettingRows());
-    Add(keys, MultiComSettingRows());
-    Add(keys, NetworkSettingRows());
-    Add(keys, OutputSettingRows());
-    Add(keys, ComCallSettingRows());
-    Add(keys, PollSettingRows());
-    Add(keys, PortSettingRows());
-    Add(keys, Pop3SettingRows());
-    Add(keys, PrioritySettingRows());
-    Add(keys, ResetSettingRows());
-    Add(keys, RobofonExportSettingRows());
-    Add(keys, RobofonSettingRows());
-    Add(keys, Rsm02SettingRows());
-    Add(keys, SiaSettingRows());
-    Add(keys, SmsSettingRows());
-    Add(keys, SmtpSettingRows());
-    Add(keys, StoreSettingRows());
-    Add(keys, SupervisionSettingRows());
-    Add(keys, SurGardSettingRows());
-    Add(keys, TextCleaningRows());
-    Add(keys, TextTelegramSettingRows());
-    Add(keys, TorvexSettingRows());
-    Add(keys, TranslationSettingRows());
-    Add(keys, ViewStateRows());
-    Add(keys, XmlGatewaySettingRows());
+    for (const KnownSetting& known : KnownSettings().All()) {
+        const char* file = known.scope == SettingScope::Port ? "port " : "main ";
+        if (!known.isFamily) keys.emplace(file + known.section + " " + known.key, known.byDefault);
+    }
     return keys;
 }
 
@@ -121,6 +47,10 @@ Keys KeysOfTheDocument() {
         keys[prefix + cells.at(0) + " " + key] = byDefault == "empty" ? Text() : byDefault;
     }
     return keys;
+}
+
+TEST(SettingsDocument, HasNoKeyThatTwoTablesTellDifferently) {
+    EXPECT_EQ(KnownSettings().Contradictions(), std::vector<Text>());
 }
 
 TEST(SettingsDocument, TellsEveryKeyAndItsDefault) {
