@@ -18,7 +18,7 @@ constexpr std::string_view kPath = "/PATH:";
 constexpr std::string_view kDelay = "/DELAY:";
 constexpr std::string_view kExact = "/RunAsService";
 
-constexpr std::array<SwitchRow, 13> kSwitches = {{
+constexpr std::array<SwitchRow, 11> kSwitches = {{
     {kExact, &CommandLine::runAsService, "run as a service: in the foreground, without a screen"},
     {"/I", &CommandLine::install, "install the service and end"},
     {"/U", &CommandLine::uninstall, "uninstall the service and end"},
@@ -30,9 +30,33 @@ constexpr std::array<SwitchRow, 13> kSwitches = {{
     {"/SPEEDUPALIVETEST", &CommandLine::speedUpAliveTest, "alive tests count seconds instead of minutes"},
     {"/FORCEDISABLEPORTS", &CommandLine::forceDisablePorts, "open no port"},
     {"/ASKFORDISABLEPORTS", &CommandLine::askForDisablePorts, "ask whether ports are to be opened"},
-    {"--HELP", &CommandLine::help, "print this and end"},
-    {"--VERSION", &CommandLine::version, "print the version and end"},
 }};
+
+struct OptionRow {
+    std::string_view word;    // in any case
+    std::string_view letter;  // exact; empty for none
+    bool CommandLine::*flag;
+    const char* help;
+};
+
+constexpr std::array<OptionRow, 3> kOptions = {{
+    {"--check", "", &CommandLine::check, "print what is wrong with the files of the data folder and end"},
+    {"--help", "-h", &CommandLine::help, "print this and end"},
+    {"--version", "-V", &CommandLine::version, "print the version and end"},
+}};
+
+bool IsOption(std::string_view word) {
+    return word.size() > 1 && word.front() == '-';
+}
+
+void TakeOption(std::string_view word, CommandLine& result) {
+    for (const OptionRow& row : kOptions) {
+        if (!EqualsNoCase(word, row.word) && word != row.letter) continue;
+        result.*row.flag = true;
+        return;
+    }
+    if (!result.unknownOption) result.unknownOption = word;
+}
 
 bool StartsWith(std::string_view text, std::string_view word) {
     if (word == kExact) return text.starts_with(word);
@@ -101,8 +125,14 @@ class Reader {
 
 CommandLine ParseCommandLine(const std::vector<std::string>& words) {
     std::string line;
-    for (const std::string& word : words) line += (line.empty() ? "" : " ") + word;
-    return Reader(line).Read();
+    for (const std::string& word : words) {
+        if (!IsOption(word)) line += (line.empty() ? "" : " ") + word;
+    }
+    CommandLine result = Reader(line).Read();
+    for (const std::string& word : words) {
+        if (IsOption(word)) TakeOption(word, result);
+    }
+    return result;
 }
 
 std::string CommandLineHelp() {
@@ -111,11 +141,18 @@ std::string CommandLineHelp() {
         "  /PATH:FOLDER          work in this data folder; it is made when its parent exists\n"
         "  /DELAY:N              wait N seconds before anything else\n";
     for (const SwitchRow& row : kSwitches) {
-        std::string word(row.word);
-        if (word.starts_with("--")) word = word == "--HELP" ? "--help" : "--version";
-        help += "  " + FitWidth(word, 22) + row.help + "\n";
+        help += "  " + FitWidth(row.word, 22) + row.help + "\n";
     }
-    return help;
+    for (const OptionRow& row : kOptions) {
+        std::string words(row.word);
+        if (!row.letter.empty()) words.append(", ").append(row.letter);
+        help += "  " + FitWidth(words, 22) + row.help + "\n";
+    }
+    return help +
+           "\nWith --check a line is FILE:LINE: error: TEXT or warning: TEXT, the line 0 for the file as a "
+           "whole, and\n"
+           "the last line counts them. The exit status is 0 without errors, 1 with, 2 when nothing could be "
+           "checked.\n";
 }
 
 }  // namespace nordkeep

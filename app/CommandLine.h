@@ -23,12 +23,15 @@ struct CommandLine {
     bool askForDisablePorts = false;
     bool help = false;
     bool version = false;
-    std::vector<std::string> unknown{};
+    bool check = false;
+    std::vector<std::string> unknown{};          // named, and the start goes on
+    std::optional<std::string> unknownOption{};  // a word that begins with "-": nothing is started
 };
 
 /// Reads the words behind the program's name. A switch counts at the start of a word and directly behind
 /// another switch; the value of /PATH: may hold blanks and slashes and runs up to the next complete switch.
-/// All switches are found in any case but /RunAsService, which is exact.
+/// All switches are found in any case but /RunAsService, which is exact. A word that begins with "-" is an
+/// option and stands alone, also behind a path; "-" itself is a part of a path.
 CommandLine ParseCommandLine(const std::vector<std::string>& words);
 
 /// What --help prints.

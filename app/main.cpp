@@ -1,4 +1,5 @@
 #include "app/Centre.h"
+#include "app/CheckCommand.h"
 #include "app/CommandLine.h"
 #include "app/Foundation.h"
 #include "app/Screen.h"
@@ -24,6 +25,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -31,14 +33,23 @@ namespace {
 
 using namespace nordkeep;
 
-/// --help and --version answer and end; an unknown switch is named and does not stop the start.
-bool AnswerInTerminal(const CommandLine& commandLine) {
+/// What is answered in the terminal and then ends, with its exit status; an unknown switch is named and does
+/// not stop the start.
+std::optional<int> AnswerInTerminal(const CommandLine& commandLine) {
+    constexpr int kWrongUse = 2;
+    if (commandLine.unknownOption) {
+        std::fprintf(stderr, "nordkeep: unknown option %s, see --help\n", commandLine.unknownOption->c_str());
+        return kWrongUse;
+    }
     if (commandLine.help) std::fputs(CommandLineHelp().c_str(), stdout);
     if (commandLine.version) std::printf("nordkeep %s\n", NORDKEEP_VERSION);
     for (const std::string& word : commandLine.unknown) {
         std::fprintf(stderr, "nordkeep: unknown switch %s\n", word.c_str());
     }
-    return commandLine.help || commandLine.version;
+    if (commandLine.help || commandLine.version) return 0;
+    if (commandLine.check) return RunCheckCommand(commandLine);
+    if (!IsServiceFolderUsable(commandLine)) return 1;
+    return std::nullopt;
 }
 
 bool IsUnattended() {
@@ -131,7 +142,7 @@ bool WantsScreen(const CommandLine& commandLine) {
 
 int main(int argc, char** argv) {
     const CommandLine commandLine = ParseCommandLine({argv + 1, argv + argc});
-    if (AnswerInTerminal(commandLine)) return 0;
+    if (const auto status = AnswerInTerminal(commandLine)) return *status;
 
     Signals endSignals;
     endSignals.EndAtOnce(true);

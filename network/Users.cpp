@@ -3,11 +3,6 @@
 #include "runtime/Fields.h"
 
 namespace nordkeep {
-namespace {
-
-constexpr std::size_t kLongestUser = 128;
-
-}  // namespace
 
 std::optional<LoginAnswer> CheckLogin(const Settings& files, const LoginRequest& request) {
     if (request.userName.empty()) return std::nullopt;

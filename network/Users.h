@@ -5,6 +5,9 @@
 
 namespace nordkeep {
 
+/// So much of a user's line is read.
+inline constexpr std::size_t kLongestUser = 128;
+
 /// Holds a name and password against the users file of the server, section Users:
 /// "user name=full name,initials,password,level". None when refused: an unknown or empty name, a user without
 /// a password, a wrong one, a level below 0.

@@ -5,21 +5,12 @@
 #include "runtime/Fields.h"
 #include "runtime/ObjectFiles.h"
 
-#include <array>
+#include <algorithm>
 
 namespace nordkeep {
 namespace {
 
 constexpr int kTextConfirmation = 1098;
-
-/// The gateways whose settings map XML elements to fields, with the front of their section names.
-struct FieldMapRow {
-    Protocol protocol;
-    const char* section;
-};
-constexpr std::array<FieldMapRow, 3> kFieldMaps = {{{Protocol::SOSXMLv4, "SOSAccessV4"},
-                                                    {Protocol::VirtualReceiver, "VirtualReceiver"},
-                                                    {Protocol::MultiComXML, "MulticomXML"}}};
 
 void Pad(IntakeRun& run, const cTranslate& set) {
     const auto count = static_cast<std::size_t>(std::max(set.m_Padding_Count, 0));
@@ -67,7 +58,7 @@ void Intake::HandleIncomingEvent(const IncomingEvent& event) {
     run.alarm->m_ArrivedTime = needs_.clock.Now();
     const auto priorities = LoadSettings(needs_.files, PrioritySettingRows());
     BuildRecord(run, {priorities.NonTextDefaultPrio, needs_.settings.SIADecodeErrorType});
-    ApplyFieldMap(run, "_BeforeTranslation");
+    ApplyFieldMap(run, kBeforeTranslation);
     if (event.IsAConfirmationSMS) {
         FillConfirmation(run, needs_.language.GetLanguageText(kTextConfirmation));
     } else {
@@ -165,7 +156,7 @@ void Intake::FinishTexts(IntakeRun& run) {
     TypeUnknownCaller(run);
     ClearTextsOfUnknownObject(run);
     NamePortOfOwnEvent(run);
-    ApplyFieldMap(run, "_AfterTranslation");
+    ApplyFieldMap(run, kAfterTranslation);
     if (LeadingNumber(run.alarm->m_TranslatedPrio) == -1) run.alarm->m_Status = kStatusAcknowledged;
 }
 

@@ -12,6 +12,9 @@
 namespace nordkeep {
 namespace {
 
+constexpr const char* kParseTime = "ParseTimeStampFromXML";
+constexpr const char* kTime = "TransmitterTime";
+
 struct FieldRow {
     const char* key;
     Text cAlarm::*field;
@@ -52,9 +55,15 @@ Text Expand(TextView format, TextView document) {
 
 }  // namespace
 
+std::vector<TextView> FieldMapKeys() {
+    std::vector<TextView> keys = {kParseTime, kTime};
+    for (const FieldRow& row : kFields) keys.emplace_back(row.key);
+    return keys;
+}
+
 void FieldMap::ApplyXmlFieldMap(const EventPort& port, cAlarm& alarm, TextView section, TextView document) {
     const auto read = [&](const char* key) { return files_.ReadPortIni(section, key, "", port.PortName); };
-    const Text timeFormat = IsTrue(read("ParseTimeStampFromXML")) ? read("TransmitterTime") : Text();
+    const Text timeFormat = IsTrue(read(kParseTime)) ? read(kTime) : Text();
     if (const auto time = ParseDateTime(Expand(timeFormat, document))) alarm.m_TimeStamp = *time;
     for (const FieldRow& row : kFields) {
         const Text format = read(row.key);

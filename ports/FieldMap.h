@@ -5,6 +5,9 @@
 
 namespace nordkeep {
 
+/// The keys that a section of a field map may have.
+std::vector<TextView> FieldMapKeys();
+
 /// The field maps of the ports' settings files.
 class FieldMap final : public XmlFieldMap {
  public:

@@ -5,9 +5,10 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::size_t kMostPorts = 20;
 constexpr int kTextNoSlot = 1039;
 constexpr int kTextPort = 1040;
+
+}  // namespace
 
 std::vector<Text> PortNames(const FileTree& dataFolder) {
     std::vector<Text> names;
@@ -19,8 +20,6 @@ std::vector<Text> PortNames(const FileTree& dataFolder) {
     }
     return names;
 }
-
-}  // namespace
 
 void PortList::Discover(const PortParts& parts) {
     for (const Text& name : PortNames(parts.dataFolder)) {

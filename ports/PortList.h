@@ -7,6 +7,11 @@
 
 namespace nordkeep {
 
+inline constexpr std::size_t kMostPorts = 20;
+
+/// The names of the ports: those of the files Settings\Port*.ini up to their first ".", each once.
+std::vector<Text> PortNames(const FileTree& dataFolder);
+
 /// All ports of this copy, at most 20, in the order of their settings files.
 class PortList {
  public:

@@ -32,6 +32,21 @@ Text Language::GetLanguageText(int number) const {
     return "Invalid Text (" + std::to_string(number) + ")";
 }
 
+Text FillPlaces(TextView pattern, std::span<const TextView> values) {
+    Text filled;
+    for (std::size_t at = 0; at < pattern.size(); ++at) {
+        const bool isPlace =
+            pattern[at] == '%' && at + 1 < pattern.size() && pattern[at + 1] >= '1' &&
+            pattern[at + 1] < static_cast<char>('1' + std::min<std::size_t>(values.size(), 9));
+        if (isPlace) {
+            filled += values[static_cast<std::size_t>(pattern[++at] - '1')];
+        } else {
+            filled += pattern[at];
+        }
+    }
+    return filled;
+}
+
 std::vector<LanguageChoice> ListLanguages(const FileTree& programFolder) {
     std::vector<LanguageChoice> choices;
     for (const Text& name : ListFiles(programFolder.Root())) {

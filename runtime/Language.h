@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileTree.h"
 
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -24,6 +25,9 @@ class Language {
  private:
     std::unordered_map<int, Text> texts_{};
 };
+
+/// Replaces %1 to %9 by the values in one pass; a place without a value stays as it is.
+Text FillPlaces(TextView pattern, std::span<const TextView> values);
 
 /// The language files of the program folder (NK_Lang.NNN with a numeric extension), by number.
 std::vector<LanguageChoice> ListLanguages(const FileTree& programFolder);

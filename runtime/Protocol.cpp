@@ -114,6 +114,30 @@ ProtocolClass ClassOf(Protocol protocol) {
     return IsKnown(protocol) ? RowOf(protocol).itsClass : ProtocolClass::Codes;
 }
 
+std::vector<TextView> PortTypeWords() {
+    return {kPortTypes.begin(), kPortTypes.end()};
+}
+
+int MessageFormatCount() {
+    return static_cast<int>(kFormats.size());
+}
+
+bool GoTogether(PortType type, MessageFormat format) {
+    using enum MessageFormat;
+    switch (type) {
+        case PortType::FILE:
+            return format == TorvexConfirmationFile || format == NordkeepFile;
+        case PortType::HTTP:
+            return format == VirtualReceiver;
+        case PortType::POP3:
+        case PortType::SMTP:
+            return format == Mail;
+        default:
+            return format != TorvexConfirmationFile && format != NordkeepFile && format != VirtualReceiver &&
+                   format != Mail;
+    }
+}
+
 int SlotLimit(PortType type) {
     return type == PortType::RS232 ? 16 : 8;
 }

@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 
 #include <optional>
+#include <vector>
 
 namespace nordkeep {
 
@@ -102,6 +103,12 @@ std::optional<PortType> ParsePortType(TextView word);
 std::optional<MessageFormat> ParseMessageFormat(int number);
 /// The name of a format as the logs show it.
 TextView NameOf(MessageFormat format);
+/// The words for all port types, in their order.
+std::vector<TextView> PortTypeWords();
+/// How many formats there are: their numbers are 0 and up.
+int MessageFormatCount();
+/// Whether telegrams of this format can come on this kind of line; no other pair is ever opened.
+bool GoTogether(PortType type, MessageFormat format);
 /// How many ports of a type can run: 16 serial lines, 8 of every other type.
 int SlotLimit(PortType type);
 

@@ -46,6 +46,37 @@ std::vector<Entry> ParseEntries(TextView schedule) {
     return entries;
 }
 
+/// Two or three numbers of one or two digits, within their hour and day.
+bool IsTimeOfDay(TextView text) {
+    constexpr std::int64_t kDay = 86400;
+    const std::vector<Text> parts = Split(TrimBlanks(text), ':');
+    if (parts.size() < 2 || parts.size() > 3) return false;
+    for (const Text& part : parts) {
+        if (!IsNumeric(part) || part.size() > 2) return false;
+        if (&part != &parts.front() && LeadingNumber(part) > 59) return false;
+    }
+    return SecondsOf(TrimBlanks(text)) <= kDay;
+}
+
+bool IsEntry(TextView text) {
+    const std::size_t dash = text.find('-');
+    if (dash == TextView::npos) return IsTimeOfDay(text);
+    const TextView end = text.substr(dash + 1);
+    return IsTimeOfDay(text.substr(0, dash)) && IsTimeOfDay(end) &&
+           ParseEntry(text).start <= ParseEntry(text).deadline;
+}
+
+ScheduleFlaw FlawOfTimes(TextView schedule) {
+    bool isOver = false;
+    for (const Text& piece : Split(schedule, ',')) {
+        const TextView entry = TrimBlanks(piece);
+        if (isOver && !entry.empty()) return ScheduleFlaw::BehindEmpty;
+        isOver = isOver || entry.empty();
+        if (!isOver && !IsEntry(entry)) return ScheduleFlaw::Unreadable;
+    }
+    return LeadingNumber(schedule) <= 0 ? ScheduleFlaw::LostOnSave : ScheduleFlaw::None;
+}
+
 OleDate NextTimeOfDay(TextView schedule, OleDate heard) {
     const std::vector<Entry> entries = ParseEntries(schedule);
     if (entries.empty()) return {};
@@ -67,6 +98,14 @@ OleDate NextTimeOfDay(TextView schedule, OleDate heard) {
 
 bool IsScheduleInUse(TextView schedule) {
     return LeadingNumber(schedule) != 0 || HasTimesOfDay(schedule);
+}
+
+ScheduleFlaw FlawOf(TextView schedule) {
+    constexpr std::size_t kMostDigits = 9;
+    const TextView text = TrimBlanks(schedule);
+    if (HasTimesOfDay(text)) return FlawOfTimes(text);
+    const bool isNumber = text.empty() || (IsNumeric(text) && text.size() <= kMostDigits);
+    return isNumber ? ScheduleFlaw::None : ScheduleFlaw::Unreadable;
 }
 
 OleDate NextDeadline(TextView schedule, OleDate heard, AliveTestPace pace) {

@@ -259,21 +259,6 @@ std::span<const BuiltInCaption> BuiltInCaptions() {
     return kBuiltIn;
 }
 
-Text FillPlaces(TextView pattern, std::span<const TextView> values) {
-    Text filled;
-    for (std::size_t at = 0; at < pattern.size(); ++at) {
-        const bool isPlace =
-            pattern[at] == '%' && at + 1 < pattern.size() && pattern[at + 1] >= '1' &&
-            pattern[at + 1] < static_cast<char>('1' + std::min<std::size_t>(values.size(), 9));
-        if (isPlace) {
-            filled += values[static_cast<std::size_t>(pattern[++at] - '1')];
-        } else {
-            filled += pattern[at];
-        }
-    }
-    return filled;
-}
-
 Text Captions::operator()(int number) const {
     if (language_.Has(number)) {
         if (Text text = language_.GetLanguageText(number); !text.empty()) return text;

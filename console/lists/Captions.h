@@ -33,7 +33,4 @@ class Captions {
     const Language& language_;
 };
 
-/// Replaces %1 to %9 by the values in one pass; a place without a value stays as it is.
-Text FillPlaces(TextView pattern, std::span<const TextView> values);
-
 }  // namespace nordkeep

@@ -1,0 +1,55 @@
+#include "network/UsersCheck.h"
+
+#include "network/Users.h"
+#include "runtime/Fields.h"
+
+namespace nordkeep {
+namespace {
+
+constexpr int kTextUnknownSection = 3793;
+constexpr int kTextField = 3837;
+constexpr int kTextTooManyFields = 3841;
+constexpr int kTextNoPassword = 3842;
+constexpr int kTextValueCut = 3845;
+constexpr int kTextNoEditor = 3847;
+
+constexpr std::size_t kFields = 4;
+constexpr std::size_t kInitials = 3;
+
+/// The level of a user who can log in; 0 for any other.
+std::int64_t CheckUser(const IniLines::Entry& entry, FileFindings& findings) {
+    const int line = entry.line;
+    if (entry.value.size() > kLongestUser)
+        findings.Error(line, kTextValueCut, {std::to_string(kLongestUser)});
+    const TextView value = entry.value.substr(0, kLongestUser);
+    const std::vector<Text> fields = Split(value, ',');
+    const auto field = [&](std::size_t number) {
+        return number <= fields.size() ? TrimBlanksAndTabs(fields[number - 1]) : TextView();
+    };
+    if (fields.size() > kFields) findings.Error(line, kTextTooManyFields, {std::to_string(kFields)});
+    if (field(2).empty() || field(2).size() > kInitials)
+        findings.Warning(line, kTextField, {"2", field(2), "ABC"});
+    if (field(3).empty()) findings.Error(line, kTextNoPassword, {entry.key});
+    const auto level = WholeNumber(field(4));
+    if (!level || *level < 0) findings.Error(line, kTextField, {"4", field(4), "1"});
+    return level && !field(3).empty() ? *level : 0;
+}
+
+}  // namespace
+
+void CheckUsers(TextView content, FileFindings& findings) {
+    if (!CheckContent(content, findings)) return;
+    const IniLines lines(content);
+    CheckIniForm(lines, findings);
+    for (const IniLines::Section& section : lines.Sections()) {
+        if (section.sameNameOn != 0 || EqualsNoCase(section.name, "Users")) continue;
+        findings.UnknownWord(section.line, kTextUnknownSection, {section.name},
+                             NearestWord(section.name, {"Users"}));
+    }
+    bool isAnyEditor = false;
+    for (const IniLines::Entry* entry : lines.EntriesOf("Users"))
+        isAnyEditor = CheckUser(*entry, findings) >= 2 || isAnyEditor;
+    if (!isAnyEditor) findings.Warning(lines.LineOf("Users", ""), kTextNoEditor);
+}
+
+}  // namespace nordkeep
