@@ -159,8 +159,8 @@ void Dispatcher::Store(Dispatch& dispatch) {
 
 void Dispatcher::WriteAlarmLog(Dispatch& dispatch) {
     const DispatchSettings& s = needs_.settings;
-    AppendToFile(
-        needs_.dataFolder.Resolve(kAlarmLogSpool),
+    alarmLog_.AppendUnlessTaken(
+        kAlarmLogSpool,
         needs_.text.BuildAlarmText(
             {s.AlarmLogFileFileFormat, s.AlarmLogFileDateFormat, s.AlarmLogFileTimeFormat}, dispatch.alarm) +
             "\r\n");

@@ -94,6 +94,7 @@ class Dispatcher {
     bool IsToBePassedToTorvex(const cAlarm& alarm) const;
 
     Needs needs_;
+    AppendingFile alarmLog_{needs_.dataFolder};
 };
 
 }  // namespace nordkeep

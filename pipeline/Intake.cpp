@@ -53,6 +53,8 @@ void AwaitReset(cAlarm& alarm) {
 }  // namespace
 
 void Intake::HandleIncomingEvent(const IncomingEvent& event) {
+    // One look at the files of the centre for the whole of an event.
+    const FileTree::Moment moment(needs_.dataFolder);
     IntakeRun run{.event = event, .alarm = std::make_unique<cAlarm>()};
     run.alarm->m_AlarmId = needs_.store.GetNextAlarmId();
     run.alarm->m_ArrivedTime = needs_.clock.Now();
@@ -146,7 +148,8 @@ void Intake::TakeObject(IntakeRun& run, cTranslate& set, cIDCode& object) {
 void Intake::ReadObjectInformation(cAlarm& alarm) const {
     const Text file = InformationFile(alarm.m_TranslationFile, alarm.m_IdCode);
     if (file.empty()) return;
-    const auto text = ReadFile(needs_.dataFolder.Resolve(file));
+    const auto path = needs_.dataFolder.Find(file);
+    const auto text = path ? ReadFile(*path) : std::nullopt;
     if (!text) return;
     const std::vector<TextView> lines = Lines(*text);
     if (!lines.empty()) alarm.m_ObjectInformation = lines.front();

@@ -46,8 +46,6 @@ bool WriteFile(const NativePath& path, TextView bytes);
 /// see either the old or the new content; on the medium when it returns. The mode of an existing file stays.
 /// False when anything failed, and for an existing file that this program may not read and write.
 bool ReplaceFile(const NativePath& path, TextView bytes);
-/// Writes over bytes in the middle of a file, which keeps its length. False when it has not that many bytes.
-bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes);
 /// Appends with one write, making the file when missing. An existing read-only mark is cleared for the write
 /// and set again behind it.
 bool AppendToFile(const NativePath& path, TextView bytes);
@@ -79,24 +77,6 @@ std::optional<Text> ReadFileUnlinked(const NativePath& path, std::size_t most);
 bool ReplaceFileUnlinked(const NativePath& path, TextView bytes);
 /// As FileTime.
 OleDate FileTimeUnlinked(const NativePath& path);
-
-/// A file held open for appending, such as the traffic file.
-class AppendingFile {
- public:
-    AppendingFile() = default;
-    ~AppendingFile() { Close(); }
-    AppendingFile(const AppendingFile&) = delete;
-    AppendingFile& operator=(const AppendingFile&) = delete;
-
-    /// Closes what was open before. Makes a missing file; false when it cannot be opened.
-    bool Open(const NativePath& path);
-    bool Write(TextView bytes);
-    void Close();
-    bool IsOpen() const { return descriptor_ >= 0; }
-
- private:
-    int descriptor_ = -1;
-};
 
 /// True when `name` fits `mask`; "?" is one character, "*" any run, the rest without regard to case.
 bool MatchesMask(TextView name, TextView mask);

@@ -9,9 +9,13 @@ constexpr std::size_t kMostCachedFiles = 512;
 }  // namespace
 
 IniFiles::Cached& IniFiles::Present(const NativePath& path) {
+    const std::uint64_t look = folder_.PresentLook();
+    const auto known = cache_.find(path);
+    const bool isKept = known != cache_.end() && !known->second.isToReadAgain;
+    if (isKept && look != 0 && known->second.look == look) return known->second;
     const FileStamp stamp = StampOf(path);
-    if (const auto known = cache_.find(path);
-        known != cache_.end() && known->second.stamp == stamp && !known->second.isToReadAgain) {
+    if (isKept && known->second.stamp == stamp) {
+        known->second.look = look;
         return known->second;
     }
     FileContent content = LoadFile(path);
@@ -21,6 +25,7 @@ IniFiles::Cached& IniFiles::Present(const NativePath& path) {
     cached.isToReadAgain = cached.isUnreadable;
     if (cached.isUnreadable) return cached;
     cached.stamp = stamp;
+    cached.look = look;
     cached.text = IniText(std::move(content.bytes));
     return cached;
 }
@@ -55,9 +60,12 @@ bool IniFiles::OverwriteValue(const NativePath& path, TextView section, TextView
     const auto line = cached.text.Overwrite(section, key, value);
     if (!line) return false;
     const auto offset = static_cast<std::size_t>(line->data() - cached.text.Content().data());
-    const bool isWritten = OverwriteFile(path, offset, *line);
+    const FileStamp before = cached.stamp;
+    const bool isWritten = cached.file.Overwrite(path, before, offset, *line);
     cached.stamp = StampOf(path);
-    cached.isToReadAgain = !isWritten;
+    // Else somebody else has written to it or put another in its place meanwhile.
+    const bool isOurs = cached.stamp.inode == before.inode && cached.stamp.size == before.size;
+    cached.isToReadAgain = !isWritten || !isOurs;
     return isWritten;
 }
 

@@ -40,7 +40,7 @@ class Settings {
     const FileTree& dataFolder_;
     std::optional<Text> serverText_{};
     // An object of its own: a look-up reads a file that has changed anew, which changes no setting.
-    const std::unique_ptr<IniFiles> files_ = std::make_unique<IniFiles>();
+    const std::unique_ptr<IniFiles> files_ = std::make_unique<IniFiles>(dataFolder_);
 };
 
 }  // namespace nordkeep

@@ -17,7 +17,7 @@ void SysLog::WriteSysLog(TextView text, LogKind kind) {
     const Text fileName = place.folder + FormatDate(now, "YYYY-MM-DD") + place.extension;
     Text line = std::to_string(static_cast<int>(kind)) + ";" + row.date + ";" + row.time + " ;";
     line.append(row.text).append("\r\n");
-    AppendToFile(dataFolder_.Resolve(fileName), line);
+    (kind == LogKind::Alarm ? alarmFile_ : file_).Append(fileName, line);
     if (listener_) listener_(row);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
-#include "platform/FileTree.h"
+#include "platform/KeptFiles.h"
 #include "runtime/Role.h"
 
 #include <functional>
@@ -25,7 +25,8 @@ class SysLog {
  public:
     using RowListener = std::function<void(const LogRow&)>;
 
-    SysLog(const FileTree& dataFolder, const Clock& clock) : dataFolder_(dataFolder), clock_(clock) {}
+    SysLog(const FileTree& dataFolder, const Clock& clock)
+        : clock_(clock), file_(dataFolder), alarmFile_(dataFolder) {}
 
     /// Until a role is set, and on any copy but a client, the files are those of a server.
     void SetRole(Role role) { isClient_ = role == Role::Client; }
@@ -35,8 +36,9 @@ class SysLog {
     void WriteSysLog(TextView text, LogKind kind);
 
  private:
-    const FileTree& dataFolder_;
     const Clock& clock_;
+    AppendingFile file_;
+    AppendingFile alarmFile_;
     bool isClient_ = false;
     RowListener listener_{};
 };

@@ -89,22 +89,15 @@ void TrafficLog::Configure(const TrafficLogSettings& settings, Role role) {
     folder_ = PlaceOfLog(LogKind::Information, role == Role::Client).folder;
 }
 
-void TrafficLog::OpenFor(const Text& day) {
-    openDay_ = day;
-    file_.Open(dataFolder_.Resolve(folder_ + day + ".DBG"));
-}
-
 void TrafficLog::WriteTrafficLog(TextView bytes, TrafficDirection direction, TextView port) {
     if (bytes.empty()) return;
     if (listener_) listener_(bytes, direction, port);
     if (!settings_.isOn) return;
     const OleDate now = clock_.Now();
-    const Text day = FormatDate(now, "YYYY-MM-DD");
-    if (!file_.IsOpen() || day != openDay_) OpenFor(day);
     Text line = FormatDate(now, "HH:NN:SS") + " " + Text(port);
     line += direction == TrafficDirection::Sent ? " -> " : " <- ";
     line.append(ReadableBytes(bytes, settings_.isHex)).append("\r\n");
-    file_.Write(line);
+    file_.Append(folder_ + FormatDate(now, "YYYY-MM-DD") + ".DBG", line);
     idleMs_ = 0;
 }
 

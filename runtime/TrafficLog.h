@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
-#include "platform/FileTree.h"
+#include "platform/KeptFiles.h"
 #include "runtime/Role.h"
 #include "runtime/SysLog.h"
 
@@ -27,7 +27,7 @@ Text BytesOfReadable(TextView readable);
 /// The raw bytes of all ports in one file a day. The file stays open between writes.
 class TrafficLog {
  public:
-    TrafficLog(const FileTree& dataFolder, const Clock& clock) : dataFolder_(dataFolder), clock_(clock) {}
+    TrafficLog(const FileTree& dataFolder, const Clock& clock) : clock_(clock), file_(dataFolder) {}
 
     /// Gets all bytes of all ports, whether or not they go to the file. One listener; empty for none.
     using Listener = std::function<void(TextView bytes, TrafficDirection direction, TextView port)>;
@@ -41,15 +41,11 @@ class TrafficLog {
     bool IsOpen() const { return file_.IsOpen(); }
 
  private:
-    void OpenFor(const Text& day);
-
-    const FileTree& dataFolder_;
     const Clock& clock_;
     TrafficLogSettings settings_{};
     Listener listener_{};
     Text folder_ = "LogFiles\\";
-    AppendingFile file_{};
-    Text openDay_{};
+    AppendingFile file_;
     int idleMs_ = 0;
 };
 

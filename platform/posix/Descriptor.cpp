@@ -1,12 +1,36 @@
 #include "platform/posix/Descriptor.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <string.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 
 namespace nordkeep {
+
+namespace {
+
+bool IsLocal(const struct statfs& status) {
+    constexpr std::uint32_t kNot[] = {NFS_SUPER_MAGIC,  CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, SMB_SUPER_MAGIC,
+                                      FUSE_SUPER_MAGIC, V9FS_MAGIC,       CEPH_SUPER_MAGIC, AFS_SUPER_MAGIC};
+    return std::ranges::find(kNot, static_cast<std::uint32_t>(status.f_type)) == std::end(kNot);
+}
+
+}  // namespace
+
+bool IsOnAnotherMachine(int descriptor) {
+    struct statfs status {};
+    return ::fstatfs(descriptor, &status) != 0 || !IsLocal(status);
+}
+
+bool IsOnAnotherMachine(const char* path) {
+    struct statfs status {};
+    return ::statfs(path, &status) != 0 || !IsLocal(status);
+}
 
 Descriptor OpenRegular(const char* path, int flags, unsigned mode) {
     Descriptor file(::open(path, flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode));
@@ -16,6 +40,14 @@ Descriptor OpenRegular(const char* path, int flags, unsigned mode) {
     file.Close();
     errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
     return file;
+}
+
+Descriptor OpenForAppending(const std::string& path) {
+    return OpenRegular(path.c_str(), O_WRONLY | O_APPEND | O_CREAT);
+}
+
+bool AppendOnce(int descriptor, TextView bytes) {
+    return ::write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
 bool WriteAll(int descriptor, TextView bytes) {

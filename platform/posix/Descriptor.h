@@ -34,6 +34,16 @@ class Descriptor {
 /// descriptor is not inherited by child processes. Without one errno tells why.
 Descriptor OpenRegular(const char* path, int flags, unsigned mode = 0666);
 
+/// Whether a program elsewhere can have the file open or change the folder without being told of here. True
+/// also when that is not known.
+bool IsOnAnotherMachine(int descriptor);
+bool IsOnAnotherMachine(const char* path);
+
+/// Opens or makes a file for lines.
+Descriptor OpenForAppending(const std::string& path);
+/// Appends in one write, so that lines of two programs never mix.
+bool AppendOnce(int descriptor, TextView bytes);
+
 /// Writes all bytes, in as many turns as the system wants. False, with errno, on failure.
 bool WriteAll(int descriptor, TextView bytes);
 

@@ -21,8 +21,9 @@ NativePath FolderOf(const NativePath& path) {
     return slash == NativePath::npos ? "." : path.substr(0, slash + 1);
 }
 
+/// What has just been made is a regular file.
 Descriptor OpenNew(const NativePath& path) {
-    return OpenRegular(path.c_str(), O_RDWR | O_CREAT | O_EXCL);
+    return Descriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace nordkeep {
@@ -42,6 +43,17 @@ std::vector<TextView> Components(TextView path) {
     }
 }
 
+/// The longest part of a path that exists as it is written, and of how many components that is. Nearly always
+/// all of it does, so it is looked for from behind.
+std::pair<NativePath, std::size_t> LongestExact(const NativePath& folder,
+                                                const std::vector<TextView>& components) {
+    std::vector<NativePath> exact = {folder};
+    for (const TextView name : components) exact.push_back(Below(exact.back(), ToUtf8(name)));
+    std::size_t known = components.size();
+    while (known > 0 && !Exists(exact[known])) --known;
+    return {exact[known], known};
+}
+
 bool HasDrive(TextView path) {
     const char letter = path.empty() ? ' ' : UpperCase(path.front());
     return path.size() >= 2 && path[1] == ':' && letter >= 'A' && letter <= 'Z';
@@ -64,27 +76,61 @@ NativePath FileTree::ResolveSetting(TextView path) const {
     return ResolveIn(isAbsolute ? "/" : root_, path);
 }
 
-// Nearly always the path exists as it is written, or all of it but the file itself: so the longest part that
-// does is looked for from behind, and listings are consulted only from there on.
-NativePath FileTree::ResolveIn(const NativePath& folder, TextView path) const {
-    if (path.find('\0') != TextView::npos) return kNoSuchPath;
-    const std::vector<TextView> components = Components(path);
-    std::vector<NativePath> exact = {folder};
-    for (const TextView name : components) exact.push_back(Below(exact.back(), ToUtf8(name)));
-    std::size_t known = components.size();
-    while (known > 0 && !Exists(exact[known])) --known;
+bool FileTree::IsOwn(const NativePath& folder) const {
+    const std::size_t end = root_.size();
+    return folder.starts_with(root_) && (folder.size() == end || folder[end] == '/');
+}
 
-    NativePath resolved = exact[known];
-    bool isThere = true;
+NativePath FileTree::ResolveIn(const NativePath& folder, TextView path) const {
+    return FindIn(folder, path).path;
+}
+
+std::optional<NativePath> FileTree::Find(TextView path) const {
+    Found found = FindIn(root_, path);
+    return found.isThere ? std::optional(std::move(found.path)) : std::nullopt;
+}
+
+FileTree::Found FileTree::FindIn(const NativePath& folder, TextView path) const {
+    if (path.find('\0') != TextView::npos) return {kNoSuchPath, false};
+    const std::vector<TextView> components = Components(path);
+    // What others change at will, and is seldom asked for, is not worth a memory.
+    auto [resolved, known] =
+        IsOwn(folder) ? std::pair(folder, std::size_t{0}) : LongestExact(folder, components);
+    Found found{.path = std::move(resolved)};
     for (; known < components.size(); ++known) {
-        const NativePath given = Below(resolved, ToUtf8(components[known]));
-        const bool isExact = isThere && Exists(given);
+        const std::string given = ToUtf8(components[known]);
         const std::string name =
-            isThere && !isExact ? names_->Find(resolved, components[known]) : std::string();
-        isThere = isExact || !name.empty();
-        resolved = name.empty() ? given : Below(resolved, name);
+            found.isThere ? names_->Find(found.path, given, components[known]) : std::string();
+        found.isThere = !name.empty();
+        found.path = Below(found.path, found.isThere ? name : given);
     }
-    return resolved;
+    return found;
+}
+
+FileTree::Moment::Moment(const FileTree& tree) : names_(tree.names_) {
+    names_->BeginMoment();
+}
+
+FileTree::Moment::~Moment() {
+    names_->EndMoment();
+}
+
+std::uint64_t FileTree::PresentLook() const {
+    return names_->PresentLook();
+}
+
+NameHold FileTree::Hold(const NativePath& path) const {
+    return {names_, names_->Hold(path)};
+}
+
+bool NameHold::Stands() const {
+    if (!isSame_) return false;
+    names_->TakeChanges();
+    return *isSame_;
+}
+
+void NameHold::LookAgain() const {
+    if (isSame_) names_->LookAgain();
 }
 
 }  // namespace nordkeep

@@ -4,10 +4,8 @@
 #include "platform/posix/LocalTime.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <stdlib.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -34,15 +32,6 @@ std::optional<Text> ReadAll(int descriptor, std::size_t expected) {
     }
     bytes.resize(used);
     return bytes;
-}
-
-/// File systems whose files a program elsewhere can have open, and whose leases tell nothing of it.
-bool IsOfAnotherMachine(int descriptor) {
-    constexpr std::uint32_t kNot[] = {NFS_SUPER_MAGIC,  CIFS_SUPER_MAGIC, SMB2_SUPER_MAGIC, SMB_SUPER_MAGIC,
-                                      FUSE_SUPER_MAGIC, V9FS_MAGIC,       CEPH_SUPER_MAGIC, AFS_SUPER_MAGIC};
-    struct statfs status {};
-    if (::fstatfs(descriptor, &status) != 0) return true;
-    return std::ranges::find(kNot, static_cast<std::uint32_t>(status.f_type)) != std::end(kNot);
 }
 
 /// The file that a link leads to, so that a replacement changes the file and leaves the link.
@@ -83,15 +72,6 @@ bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* stat
         return SynchroniseFolderOf(target);
     ::unlink(temporary.c_str());
     return false;
-}
-
-Descriptor OpenForAppending(const NativePath& path) {
-    return OpenRegular(path.c_str(), O_WRONLY | O_APPEND | O_CREAT);
-}
-
-/// Appends in one write, so that lines of two programs never mix.
-bool AppendOnce(int descriptor, TextView bytes) {
-    return ::write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
 bool AppendToReadOnly(const NativePath& path, TextView bytes) {
@@ -173,15 +153,6 @@ bool ReplaceFileUnlinked(const NativePath& path, TextView bytes) {
     return ReplaceAt(path, bytes, exists ? &status : nullptr);
 }
 
-bool OverwriteFile(const NativePath& path, std::size_t offset, TextView bytes) {
-    const Descriptor file = OpenRegular(path.c_str(), O_WRONLY);
-    struct stat status {};
-    if (!file || ::fstat(file.Get(), &status) != 0) return false;
-    if (static_cast<std::size_t>(status.st_size) < offset + bytes.size()) return false;
-    const ssize_t written = ::pwrite(file.Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
-    return written == static_cast<ssize_t>(bytes.size());
-}
-
 bool AppendToFile(const NativePath& path, TextView bytes) {
     const Descriptor file = OpenForAppending(path);
     if (file) return AppendOnce(file.Get(), bytes);
@@ -194,7 +165,7 @@ bool RemoveFile(const NativePath& path) {
 
 std::optional<bool> IsOpenForWriting(const NativePath& path) {
     const Descriptor file = OpenRegular(path.c_str(), O_RDONLY);
-    if (!file || IsOfAnotherMachine(file.Get())) return {};
+    if (!file || IsOnAnotherMachine(file.Get())) return {};
     // Whoever opens the file during the lease breaks it, which is told by a signal; this one is ignored.
     ::fcntl(file.Get(), F_SETSIG, SIGURG);
     if (::fcntl(file.Get(), F_SETLEASE, F_RDLCK) != 0) {
@@ -225,21 +196,6 @@ std::optional<NativePath> CanonicalPath(const NativePath& path) {
     NativePath result(real);
     ::free(real);
     return result;
-}
-
-bool AppendingFile::Open(const NativePath& path) {
-    Close();
-    descriptor_ = OpenForAppending(path).Release();
-    return IsOpen();
-}
-
-bool AppendingFile::Write(TextView bytes) {
-    return IsOpen() && AppendOnce(descriptor_, bytes);
-}
-
-void AppendingFile::Close() {
-    Descriptor(descriptor_).Close();
-    descriptor_ = -1;
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,5 @@
 #include "platform/FileTree.h"
+#include "tests/doubles/NoDescriptors.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +111,73 @@ TEST_F(Look, ManyFoldersDoNotPileUp) {
             ASSERT_EQ(folder.Resolve(name + "\\FILE"), At(name + "/file"));
         }
     }
+}
+
+// What is remembered of a path hangs on every folder above it.
+TEST_F(Look, SeesEveryKindOfChangeAboveAFile) {
+    folder.Write("a\\b\\file", "x");
+    const auto expect = [&](const std::string& path) { EXPECT_EQ(folder.Resolve("a\\b\\FILE"), At(path)); };
+    const auto rename = [&](const char* from, const char* to) { ASSERT_TRUE(RenameFile(At(from), At(to))); };
+    expect("a/b/file");
+    rename("a", "A");
+    expect("A/b/file");
+    rename("A/b", "A/B");
+    expect("A/B/file");
+    folder.MakeFolders("a\\b");  // finds A/B
+    ASSERT_TRUE(MakeFolder(At("a")) && MakeFolder(At("a/b")));
+    expect("a/b/FILE");
+    ASSERT_TRUE(WriteFile(At("a/b/File"), ""));
+    expect("a/b/File");
+    ASSERT_TRUE(WriteFile(At("a/b/FILE"), ""));
+    expect("a/b/FILE");
+    rename("a", "away");
+    expect("A/B/file");
+    ASSERT_EQ(::symlink("away", At("a").c_str()), 0);
+    expect("a/b/FILE");
+    ASSERT_TRUE(RemoveFile(At("a")));
+    expect("A/B/file");
+}
+
+// Above the root nothing is told; the folders are looked at now and then.
+TEST_F(Look, NoticesThatTheWholeTreeWasMovedAway) {
+    folder.MakeFolders("centre\\data");
+    const FileTree tree(At("centre/data"));
+    ASSERT_TRUE(WriteFile(tree.Resolve("File"), "x"));
+    EXPECT_EQ(tree.Resolve("FILE"), At("centre/data/File"));
+    ASSERT_TRUE(RenameFile(At("centre"), At("old")));
+    folder.MakeFolders("centre\\data");
+    for (int i = 0; i < 300 && tree.Resolve("FILE") != At("centre/data/FILE"); ++i) ::usleep(50'000);
+    EXPECT_EQ(tree.Resolve("FILE"), At("centre/data/FILE"));
+}
+
+TEST_F(Look, StaysWithinAMomentAndEndsWithIt) {
+    folder.Write("d\\one", "");
+    {
+        const FileTree::Moment moment(folder.Tree());
+        EXPECT_EQ(folder.Tree().Find("d\\new"), std::nullopt);
+        const NativePath made = folder.Resolve("d\\New");
+        ASSERT_TRUE(WriteFile(made, ""));
+        EXPECT_EQ(folder.Resolve("d\\New"), made) << "what was made under the name that was asked for";
+        ASSERT_TRUE(RenameFile(At("d/one"), At("d/ONE")));
+    }
+    EXPECT_EQ(folder.Resolve("d\\one"), At("d/ONE"));
+    EXPECT_EQ(folder.Tree().Find("d\\new"), At("d/New"));
+    const FileTree::Moment endless(folder.Tree());
+    EXPECT_EQ(folder.Resolve("d\\one"), At("d/ONE"));
+    ASSERT_TRUE(RenameFile(At("d/ONE"), At("d/One")));
+    for (int i = 0; i < 300 && folder.Resolve("d\\one") != At("d/One"); ++i) ::usleep(10'000);
+    EXPECT_EQ(folder.Resolve("d\\one"), At("d/One")) << "in a wait in its midst";
+}
+
+TEST_F(Look, ManagesWithoutDescriptors) {
+    folder.Write("d\\one", "");
+    {
+        const NoDescriptors none;
+        EXPECT_EQ(folder.Resolve("d\\one"), At("d/one"));
+        EXPECT_EQ(folder.Tree().Find("d\\none"), std::nullopt);
+    }
+    for (int i = 0; i < 300 && folder.Resolve("d\\ONE") != At("d/one"); ++i) ::usleep(10'000);
+    EXPECT_EQ(folder.Resolve("d\\ONE"), At("d/one"));
 }
 
 TEST_F(Look, NewFilesInALargeFolder) {

@@ -1,4 +1,4 @@
-#include "platform/Files.h"
+#include "platform/KeptFiles.h"
 #include "tests/doubles/NoDescriptors.h"
 #include "tests/doubles/TempFolder.h"
 
@@ -177,8 +177,8 @@ TEST(OpenFile, IsKnownAsLongAsSomebodyMayWriteIt) {
     const TempFolder folder;
     const NativePath path = folder.Resolve("a.txt");
     EXPECT_EQ(IsOpenForWriting(path), std::nullopt);
-    AppendingFile writer;
-    ASSERT_TRUE(writer.Open(path));
+    AppendingFile writer(folder.Tree());
+    ASSERT_TRUE(writer.Append("a.txt", ""));
     EXPECT_EQ(IsOpenForWriting(path), true);
     writer.Close();
     EXPECT_EQ(IsOpenForWriting(path), false);

@@ -92,6 +92,26 @@ TEST(Settings, SurviveAMomentWithoutDescriptors) {
     EXPECT_EQ(settings.ReadIni("General", "Language", "?"), "046");
 }
 
+// The number of the next alarm is written into a file that stays open.
+TEST(Settings, WriteInPlaceOnlyIntoTheFileThatIsThereNow) {
+    const TempFolder folder;
+    const TextView path = "Settings\\Nordkeep.INI";
+    folder.Write(path, "[General]\r\nNextAlarmId=7\r\n");
+    Settings settings(folder.Tree());
+    ASSERT_TRUE(settings.WriteIni("General", "NextAlarmId", "8"));
+    ASSERT_TRUE(ReplaceFile(folder.Resolve(path), "[General]\r\nKey=new\r\nNextAlarmId=1\r\n"));
+    for (const char* number : {"2", "3"}) {
+        const FileTree::Moment moment(folder.Tree());
+        EXPECT_EQ(settings.ReadIni("General", "Key", ""), "new");
+        ASSERT_TRUE(settings.WriteIni("General", "NextAlarmId", number));
+        EXPECT_EQ(settings.ReadIni("General", "NextAlarmId", ""), number);
+    }
+    EXPECT_EQ(folder.Read(path), "[General]\r\nKey=new\r\nNextAlarmId=3\r\n");
+    folder.Write(path, "[General]\r\nKey=by hand in place\r\nNextAlarmId=5\r\n");
+    ASSERT_TRUE(settings.WriteIni("General", "NextAlarmId", "6"));
+    EXPECT_EQ(folder.Read(path), "[General]\r\nKey=by hand in place\r\nNextAlarmId=6\r\n");
+}
+
 TEST(Settings, FailsQuietlyWithoutItsFolder) {
     const TempFolder folder;
     Settings settings(folder.Tree());
