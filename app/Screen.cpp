@@ -10,6 +10,7 @@
 #include "console/views/boxes/ReconnectDialog.h"
 #include "console/views/boxes/SimulationDialog.h"
 
+#include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
 
 namespace nordkeep {
@@ -62,6 +63,9 @@ void Screen::SetBehindModels() {
     sheets_.push_back(WindowOf<CommentWindow>(place.Sheet(), words, &window_));
     sheets_.push_back(WindowOf<MapWindow>(place.Map(), words, &window_));
     sheets_.push_back(WindowOf<LoginDialog>(place.Login(), words, &window_));
+    // It blocks the main window, whose key this is.
+    QObject::connect(new QShortcut(Qt::Key_F8, sheets_.back().get()), &QShortcut::activated, &window_,
+                     [this] { centre_.Place().Main().Run(Command::FileSoundStop); });
     sheets_.push_back(WindowOf<PeriodDialog>(place.Period(), words, &window_));
     sheets_.push_back(WindowOf<EditorWindow>(place.Editor(), words, &window_));
     sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));

@@ -183,12 +183,19 @@ void Workplace::KeepAsLatest(const cAlarm& alarm) {
     main_.Alarms().KeepAsLatest(alarm);
 }
 
+void Workplace::AlarmEnded(std::int32_t filePointer) {
+    windows_.AlarmEnded(filePointer);
+    main_.Alarms().AlarmEnded(filePointer);
+}
+
 void Workplace::ViewComment(const cAlarm& alarm) {
     windows_.OpenAlarmSheet(alarm.m_FilePointer, OpenedBy::Itself);
+    login_.Raise();
 }
 
 void Workplace::ViewMap(const cAlarm& alarm) {
     windows_.OpenMap(alarm.m_TranslatedMapName, alarm.m_FilePointer, OpenedBy::Itself);
+    login_.Raise();
 }
 
 void Workplace::ShowPicture(const cAlarm& alarm, const Text& caption, bool isFollowedBySpeech) {
@@ -206,6 +213,12 @@ void Workplace::ShowUser(const ClientUser& user) {
     role_.state->SetUser(user);
     if (user.level < 1) windows_.CloseAll();
     main_.SurroundingsChanged();
+    login_.Answer(user.level > 0 || !user.fullName.empty());
+}
+
+// Keys that somebody is typing for a sheet are not taken away.
+void Workplace::AskForLogin() {
+    login_.Open(sheet_.HasTyped() ? OpenedBy::Itself : OpenedBy::Operator);
 }
 
 void Workplace::EndProgram(const Text& message) {

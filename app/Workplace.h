@@ -100,14 +100,14 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void ShowPicture(const cAlarm& alarm, const Text& caption, bool isFollowedBySpeech) override;
     void Beep() override { screen_->Beep(); }
     void PrintAlarmPage(const cAlarm& alarm) override { printing_.PrintAlarmPage(alarm); }
-    void AlarmEnded(std::int32_t filePointer) override { windows_.AlarmEnded(filePointer); }
+    void AlarmEnded(std::int32_t filePointer) override;
     Text UserName() const override { return role_.state->UserName(); }
     void AllAlarmsEnded() override { needs_.outputs.Sound().Silence(); }
 
     // --- ClientScreen
     void ShowLinkState(LinkState state) override;
     void ShowUser(const ClientUser& user) override;
-    void AskForLogin() override { login_.Open(OpenedBy::Itself); }
+    void AskForLogin() override;
     void ForgetPortTree() override { main_.Objects().ForgetTree(); }
     void ShowPortTree(const std::vector<PortTreeNode>& nodes) override { main_.Objects().ShowTree(nodes); }
     void PresentNewEvent(cAlarm& alarm) override { needs_.dispatcher.PresentAtDesk(alarm); }

@@ -57,6 +57,8 @@ void ClientSession::KeepAlive(int elapsedMs) {
 void ClientSession::NoteLoss() {
     if (needs_.settings.NetworkReconnectInterval <= 0) return EndProgram();
     lostMs_ = 0;
+    // What cannot be kept up to date any more must not be read as the state of things.
+    needs_.mirror.ConnectionStarts();
     SetState(LinkState::Lost);
 }
 

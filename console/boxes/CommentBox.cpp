@@ -4,8 +4,6 @@
 #include "runtime/Dates.h"
 #include "runtime/ObjectFiles.h"
 
-#include <deque>
-
 namespace nordkeep {
 namespace {
 
@@ -13,7 +11,7 @@ constexpr int kCaptionOfAlarm = 3250;
 constexpr int kCaptionOfObject = 3251;
 constexpr int kCaptionCount = 3265;
 constexpr int kCaptionReadOnly = 3703;
-constexpr std::size_t kMostEarlierAlarms = 20;
+constexpr std::size_t kMostOtherAlarms = 20;
 constexpr const char* kReceiversFile = "Settings\\TorvexReceivers.INI";
 constexpr const char* kReceiversSection = "Receivers";
 
@@ -65,6 +63,8 @@ void CommentBox::Open(Subject subject, OpenedBy by) {
     newComments_.clear();
     isSmallCommentTyped_ = false;
     texts_ = {};
+    others_.clear();
+    lookedUpTo_ = 0;
     notice_ = {};
     isBusy_ = true;
     Load();
@@ -95,7 +95,7 @@ void CommentBox::Load() {
     } else {
         smallComment_.clear();
     }
-    LoadEarlierAlarms();
+    RenewOtherAlarms();
 }
 
 void CommentBox::LoadReceivers() {
@@ -105,19 +105,29 @@ void CommentBox::LoadReceivers() {
     }
 }
 
-void CommentBox::LoadEarlierAlarms() {
-    std::deque<const cAlarm*> latest;
+bool CommentBox::IsOtherAlarm(const cAlarm& alarm) const {
+    return alarm.m_Status != kStatusRemoved && alarm.m_IdCode == subject_.idCode &&
+           alarm.m_TranslationFile == subject_.set && alarm.m_FilePointer != subject_.filePointer;
+}
+
+// At each tick, so only what has come since the last one is looked at.
+bool CommentBox::RenewOtherAlarms() {
     const EventList& events = needs_.store.Events();
-    for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
-        const cAlarm* alarm = events.Find(at);
-        if (alarm->m_Status == kStatusRemoved || alarm->m_IdCode != subject_.idCode ||
-            alarm->m_TranslationFile != subject_.set || alarm->m_FilePointer == subject_.filePointer) {
-            continue;
-        }
-        latest.push_front(alarm);
-        if (latest.size() > kMostEarlierAlarms) latest.pop_back();
+    for (EventSequence at = events.Next(lookedUpTo_); at != 0; at = events.Next(at)) {
+        lookedUpTo_ = at;
+        if (IsOtherAlarm(*events.Find(at))) others_.push_front(at);
+        if (others_.size() > kMostOtherAlarms) others_.pop_back();
     }
-    for (const cAlarm* alarm : latest) texts_.earlierAlarms.push_back(AlarmLine(*alarm));
+    std::vector<Text> lines;
+    for (const EventSequence at : others_) {
+        const cAlarm* alarm = events.Find(at);
+        if (!alarm || !IsOtherAlarm(*alarm)) continue;
+        const Text comment(TrimBlanks(alarm->m_SmallComment));
+        lines.push_back(AlarmLine(*alarm) + (comment.empty() ? "" : "   - " + comment));
+    }
+    if (lines == texts_.otherAlarms) return false;
+    texts_.otherAlarms = std::move(lines);
+    return true;
 }
 
 Text CommentBox::AlarmLine(const cAlarm& alarm) const {
@@ -206,8 +216,9 @@ void CommentBox::Tick() {
     const bool hasNewSmallComment =
         alarm && !isSmallCommentTyped_ && smallComment_ != TrimBlanks(alarm->m_SmallComment);
     if (hasNewSmallComment) smallComment_ = TrimBlanks(alarm->m_SmallComment);
+    const bool hasOthers = RenewOtherAlarms();
     const SheetControls controls = Controls();
-    if (controls == shownControls_ && !hasNewSmallComment) return;
+    if (controls == shownControls_ && !hasNewSmallComment && !hasOthers) return;
     const bool hasJustEnded = shownControls_.canEnd && controls.canSave && !controls.canEnd;
     if (hasJustEnded) Warn(kCaptionChangedByOthers);
     if (controls.canEnd) notice_ = {};

@@ -11,6 +11,8 @@
 #include "platform/Dialogs.h"
 #include "translation/Translations.h"
 
+#include <deque>
+
 namespace nordkeep {
 
 /// One line of a list to choose from or of a form.
@@ -44,7 +46,7 @@ struct SheetTexts {
     Text information{};
     std::vector<KeyAndValue> form{};  // in place of the information when it is shown as a form
     Text typeCodeInfo{};
-    std::vector<Text> earlierAlarms{};  // of the same object, the latest first
+    std::vector<Text> otherAlarms{};  // of the same object, the latest first, with their short comments
     std::vector<KeyAndValue> receivers{};
 };
 
@@ -126,7 +128,9 @@ class CommentBox {
     void Open(Subject subject, OpenedBy by);
     void Load();
     void LoadReceivers();
-    void LoadEarlierAlarms();
+    /// True when there is another list to show.
+    bool RenewOtherAlarms();
+    bool IsOtherAlarm(const cAlarm& alarm) const;
     Text AlarmLine(const cAlarm& alarm) const;
     cAlarm* Alarm() const;
     bool MayChange() const;
@@ -145,6 +149,8 @@ class CommentBox {
     Subject subject_{};
     SheetTexts texts_{};
     WindowNotice notice_{};
+    std::deque<EventSequence> others_{};  // the latest first
+    EventSequence lookedUpTo_ = 0;        // for other alarms
     SharedText comments_;
     Text newComments_{};
     Text smallComment_{};

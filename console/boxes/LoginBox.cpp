@@ -1,6 +1,7 @@
 #include "console/boxes/LoginBox.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -15,7 +16,10 @@ bool IsPrintable(char character) {
 }  // namespace
 
 void LoginBox::Open(OpenedBy by) {
-    if (!isOpen_) Forget();
+    if (!isOpen_) {
+        Forget();
+        isRefused_ = false;
+    }
     isOpen_ = true;
     view_->Show(by);
 }
@@ -41,8 +45,23 @@ void LoginBox::Backspace() {
 
 void LoginBox::Ok() {
     if (!isOpen_ || !IsOkEnabled()) return;
+    sentName_ = userName_;
     server_.Login(userName_, password_);
     Close();
+}
+
+void LoginBox::Answer(bool isAccepted) {
+    const Text name = std::exchange(sentName_, {});
+    if (name.empty()) return;
+    if (isAccepted) return Close();
+    Forget();
+    userName_ = name;
+    isRefused_ = isOpen_ = true;
+    view_->Show(OpenedBy::Operator);
+}
+
+void LoginBox::Raise() {
+    if (isOpen_) view_->Show(OpenedBy::Itself);
 }
 
 void LoginBox::Forget() {

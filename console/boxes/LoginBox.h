@@ -26,7 +26,13 @@ class LoginBox {
     /// One star for each character of the password.
     Text Stars() const { return Text(password_.size(), '*'); }
     bool IsOkEnabled() const { return !userName_.empty() && !password_.empty(); }
+    /// Sends the login and closes; what the server answers comes as Answer.
     void Ok();
+    /// A refused login opens the box again, which says so; the name stays. Nothing when none was sent.
+    void Answer(bool isAccepted);
+    bool IsRefused() const { return isRefused_; }
+    /// In front of what has opened by itself meanwhile.
+    void Raise();
 
  private:
     void Forget();
@@ -37,6 +43,8 @@ class LoginBox {
     bool isOpen_ = false;
     Text userName_{};
     Text password_{};
+    Text sentName_{};  // of the login that has no answer yet
+    bool isRefused_ = false;
 };
 
 }  // namespace nordkeep

@@ -8,6 +8,7 @@ namespace {
 constexpr int kCaptionTitle = 3353;
 constexpr int kCaptionWrongTimes = 3757;
 constexpr int kCaptionObjectGone = 3758;
+constexpr int kCaptionSeveral = 3788;
 
 /// Seconds are never chosen.
 OleDate WholeMinute(OleDate date) {
@@ -27,13 +28,15 @@ cIDCode* FindObjectInAnyCase(const Translations& translations, TextView set, Tex
     return nullptr;
 }
 
-void PeriodBox::Open(const Text& set, const Text& idCode) {
-    const cIDCode* object = FindObjectInAnyCase(needs_.translations, set, idCode);
+void PeriodBox::Open(const Text& set, std::vector<Text> idCodes) {
+    const cIDCode* object =
+        idCodes.empty() ? nullptr : FindObjectInAnyCase(needs_.translations, set, idCodes.front());
     if (!object) return;
+    const Text name = object->m_ObjectName.empty() ? object->m_IdCode : object->m_ObjectName;
+    const Text several = needs_.captions(kCaptionSeveral, {std::to_string(idCodes.size())});
+    title_ = needs_.captions(kCaptionTitle) + " - " + (idCodes.size() == 1 ? name : several);
     set_ = set;
-    idCode_ = idCode;
-    title_ = needs_.captions(kCaptionTitle) + " - " +
-             (object->m_ObjectName.empty() ? object->m_IdCode : object->m_ObjectName);
+    idCodes_ = std::move(idCodes);
     notice_.clear();
     const OleDate now = needs_.clock.Now();
     const bool hasPeriod = object->m_ServicePeriodEnd > now && object->m_ServicePeriodBegin > OleDate();
@@ -65,14 +68,18 @@ void PeriodBox::ChooseFromNow() {
 
 void PeriodBox::Set(const ServicePeriod& period) {
     cTranslate* set = needs_.translations.Find(set_);
-    cIDCode* object = FindObjectInAnyCase(needs_.translations, set_, idCode_);
     const OperatorRights rights = needs_.state.Rights();
-    if (!rights.MayChange() || !set || !object) {
+    std::vector<cIDCode*> objects;
+    for (const Text& idCode : idCodes_) {
+        if (cIDCode* object = FindObjectInAnyCase(needs_.translations, set_, idCode))
+            objects.push_back(object);
+    }
+    if (!rights.MayChange() || !set || objects.size() < idCodes_.size()) {
         notice_ = needs_.captions(rights.isConnectionLost ? kCaptionNoContact : kCaptionObjectGone);
         view_->Refresh();
         return;
     }
-    needs_.centre.SetService(*set, *object, period);
+    for (cIDCode* object : objects) needs_.centre.SetService(*set, *object, period);
     Close();
 }
 

@@ -10,8 +10,8 @@
 
 namespace nordkeep {
 
-/// Asks for the time in which an object's events are only logged. It holds the object's names and looks the
-/// object up when the answer comes.
+/// Asks for the time in which the events of one or several objects are only logged. It holds their names and
+/// looks them up when the answer comes.
 class PeriodBox {
  public:
     struct Needs {
@@ -25,8 +25,8 @@ class PeriodBox {
 
     void SetView(WindowView& view) { view_ = &view; }
 
-    /// Begins with the object's own period when that is still to end, else with the next hour.
-    void Open(const Text& set, const Text& idCode);
+    /// Begins with the first object's own period when that is still to end, else with the next hour.
+    void Open(const Text& set, std::vector<Text> idCodes);
     void Close();
     bool IsOpen() const { return isOpen_; }
 
@@ -52,7 +52,7 @@ class PeriodBox {
     WindowView* view_ = &noView_;
     bool isOpen_ = false;
     Text set_{};
-    Text idCode_{};
+    std::vector<Text> idCodes_{};
     Text title_{};
     Text notice_{};
     OleDate start_{};

@@ -3,6 +3,7 @@
 #include "console/window/ObjectMenu.h"
 #include "runtime/Fields.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace nordkeep {
@@ -34,6 +35,7 @@ void AlarmPage::SetFilter(Tab tab, TextView words) {
 
 void AlarmPage::Select(Tab tab, RowSelection selection) {
     (tab == Tab::Acked ? acked_ : unacked_) = std::move(selection);
+    if (tab == Tab::Unacked) NotePlace();
     if (tab == frame_.CurrentTab()) TakeCurrent(tab);
     frame_.PageChanged();
 }
@@ -53,13 +55,19 @@ const cAlarm* AlarmPage::Find(std::int32_t filePointer) const {
 }
 
 const cAlarm* AlarmPage::Current() const {
-    return Find(current_);
+    const cAlarm* alarm = Find(current_);
+    if (!alarm) return nullptr;
+    // What is ended is in the other list, and selected there or nowhere.
+    const Tab tab = IsUnacknowledged(*alarm) ? Tab::Unacked : Tab::Acked;
+    const Text key = RowKey(*alarm);
+    return std::ranges::find(SelectionOf(tab).keys, key) != SelectionOf(tab).keys.end() ? alarm : nullptr;
 }
 
 // Until an alarm has been clicked, the latest one is meant.
 const cAlarm* AlarmPage::OfMap() const {
-    const cAlarm* alarm = Current();
-    return alarm ? alarm : Find(latest_);
+    if (const cAlarm* alarm = Current()) return alarm;
+    const cAlarm* latest = current_ == 0 ? Find(latest_) : nullptr;
+    return latest && IsUnacknowledged(*latest) ? latest : nullptr;
 }
 
 bool AlarmPage::HasMap() const {
@@ -83,7 +91,28 @@ void AlarmPage::OfferNewAlarm(const cAlarm& alarm) {
     if (turnsTab && frame_.CurrentTab() != Tab::Unacked) frame_.ShowTab(Tab::Unacked);
 }
 
+void AlarmPage::AlarmEnded(std::int32_t filePointer) {
+    isToMoveOn_ |=
+        std::ranges::any_of(unacked_.keys, [&](const Text& key) { return LeadingInt32(key) == filePointer; });
+}
+
+void AlarmPage::NotePlace() {
+    const std::vector<Text> keys = KeysInOrder(Tab::Unacked);
+    if (!keys.empty()) place_ = ListOf(Tab::Unacked).RowOf(keys.front());
+}
+
+void AlarmPage::MoveOn() {
+    const AlarmRows& list = ListOf(Tab::Unacked);
+    if (unacked_.IsIn(list)) return;
+    isToMoveOn_ = false;
+    if (list.RowCount() == 0 || place_ < 0) return;
+    const Text key = list.KeyOf(std::min(place_, list.RowCount() - 1));
+    Select(Tab::Unacked, {{key}, key});
+    frame_.View().ShowSelection(Tab::Unacked);
+}
+
 void AlarmPage::ShowWhatIsPending() {
+    if (isToMoveOn_) MoveOn();
     if (pending_.key.empty()) return;
     const PendingShow show = std::exchange(pending_, {});
     if (needs_.lists.Unacked().RowOf(show.key) < 0) return;

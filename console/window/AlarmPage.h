@@ -43,13 +43,15 @@ class AlarmPage {
     bool IsAnySelected(Tab tab) const { return SelectionOf(tab).IsIn(ListOf(tab)); }
     /// The page has come up: its alarm becomes the current one.
     void TurnTo(Tab tab);
-    /// The alarm that was clicked last; none when it has gone.
+    /// The alarm that was clicked last; none when it has gone, or has left the list in which it is selected.
     const cAlarm* Current() const;
     bool HasMap() const;
 
     /// A new alarm is in the lists.
     void OfferNewAlarm(const cAlarm& alarm);
     void KeepAsLatest(const cAlarm& alarm) { latest_ = alarm.m_FilePointer; }
+    /// The operator has ended it: at the next tick the row that moves up to its place is selected.
+    void AlarmEnded(std::int32_t filePointer);
     /// At a tick, when its row is there: selects and reveals what was offered.
     void ShowWhatIsPending();
 
@@ -82,6 +84,8 @@ class AlarmPage {
 
     std::vector<Text> KeysInOrder(Tab tab) const { return SelectionOf(tab).KeysInOrder(ListOf(tab)); }
     void TakeCurrent(Tab tab);
+    void NotePlace();
+    void MoveOn();
     const cAlarm* Find(std::int32_t filePointer) const;
     const cAlarm* OfMap() const;
     Text NewInfo(const cAlarm& alarm);
@@ -93,7 +97,9 @@ class AlarmPage {
     std::int32_t current_ = 0;
     std::int32_t latest_ = 0;
     PendingShow pending_{};
-    Text infoOf_{};  // which alarm the kept text is about
+    int place_ = -1;           // row of the first selected new alarm; -1 without one
+    bool isToMoveOn_ = false;  // when no selected row is left there
+    Text infoOf_{};            // which alarm the kept text is about
     Text info_{};
 };
 

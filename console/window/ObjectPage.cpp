@@ -162,7 +162,15 @@ std::optional<ObjectPage::Names> ObjectPage::NamesOfSelected() const {
 }
 
 void ObjectPage::AskServicePeriod() {
-    if (const auto names = NamesOfSelected()) needs_.period.Open(names->set, names->idCode);
+    const auto first = NamesOfSelected();
+    if (!first) return;
+    // The one whose period the box begins with stands first.
+    std::vector<Text> idCodes = {first->idCode};
+    for (const Text& key : selection_.KeysInOrder(objects_)) {
+        const cIDCode* object = objects_.ObjectOfRow(key);
+        if (object && object->m_IdCode != first->idCode) idCodes.push_back(object->m_IdCode);
+    }
+    needs_.period.Open(first->set, std::move(idCodes));
 }
 
 void ObjectPage::SetService(const ServicePeriod& period) {

@@ -63,8 +63,12 @@ Text AgeText(OleDate from, OleDate to) {
 
 StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures) {
     StatusTexts texts;
-    texts.unacked = captions(kCaptionUnacked, {std::to_string(figures.unacked)});
-    texts.acked = captions(kTextAcked, {std::to_string(figures.acked)});
+    // Without contact nobody here knows; a 0 would say that all is well.
+    const auto number = [&](std::size_t count) {
+        return figures.rights.isConnectionLost ? Text("-") : std::to_string(count);
+    };
+    texts.unacked = captions(kCaptionUnacked, {number(figures.unacked)});
+    texts.acked = captions(kTextAcked, {number(figures.acked)});
     if (!figures.oldestUnhandled.IsNever()) {
         texts.oldest = captions(kTextOldest, {AgeText(figures.oldestUnhandled, figures.now)});
         texts.isOverdue = figures.now.Milliseconds() - figures.oldestUnhandled.Milliseconds() > kOverdueMs;

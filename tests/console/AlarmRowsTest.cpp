@@ -270,6 +270,9 @@ TEST_F(AlarmRowsTest, TheOldestUnhandledAlarmIsKnownThroughAllChanges) {
     world.running->store.Forget(second);
     EXPECT_EQ(status().oldest, "");
     EXPECT_EQ(status().unacked, "New: 1");
+    world.around.rights.isConnectionLost = true;
+    EXPECT_EQ(status().unacked, "New: -") << "what nobody knows is no 0";
+    EXPECT_EQ(status().acked.find('0'), Text::npos);
 }
 
 TEST(AlarmColors, FollowStatusOrPriorityByTheBehaviour) {

@@ -36,6 +36,33 @@ TEST(LoginBox, CollectsWhatIsPrintable) {
     EXPECT_FALSE(login.IsOkEnabled());
 }
 
+TEST(LoginBox, SaysThatTheServerHasRefused) {
+    RecordingServer server;
+    RecordingView view;
+    LoginBox login(server);
+    login.SetView(view);
+    login.Answer(false);
+    EXPECT_FALSE(login.IsOpen()) << "a logout is no refusal";
+    login.Open(OpenedBy::Operator);
+    login.TypeUserName("anna");
+    login.TypePassword("wrong");
+    login.Ok();
+    login.Answer(false);
+    EXPECT_TRUE(login.IsOpen());
+    EXPECT_TRUE(login.IsRefused());
+    EXPECT_EQ(login.UserName(), "anna");
+    EXPECT_EQ(login.Stars(), "");
+    login.TypePassword("right");
+    login.Ok();
+    login.Answer(true);
+    EXPECT_FALSE(login.IsOpen());
+    login.Open(OpenedBy::Itself);
+    EXPECT_FALSE(login.IsRefused()) << "the next one begins anew";
+    view.calls.clear();
+    login.Raise();
+    EXPECT_EQ(view.calls, "appear ") << "in front, without taking the keys from anybody";
+}
+
 TEST(ReconnectBox, FlashesWhileItWaitsAndCallsOnce) {
     ConsoleWorld w;
     RecordingView view;
@@ -105,7 +132,7 @@ TEST(PeriodBox, AnswersOnlyWithAnEndThatIsStillToCome) {
                 {-60, -30, false, false},
                 {-60, 30, true, true}};
     for (const auto& row : rows) {
-        w.box.Open("A", "1");
+        w.box.Open("A", {"1"});
         w.box.SetTimes(now.PlusMinutes(row.start), now.PlusMinutes(row.stop));
         EXPECT_EQ(w.box.IsPeriodEnabled(), row.isPeriod) << row.start << " " << row.stop;
         EXPECT_EQ(w.box.IsFromNowEnabled(), row.isFromNow) << row.start << " " << row.stop;
@@ -115,7 +142,7 @@ TEST(PeriodBox, AnswersOnlyWithAnEndThatIsStillToCome) {
     EXPECT_EQ(w.Object().m_ServiceMode, 2);
     EXPECT_EQ(w.Object().m_ServicePeriodEnd, now.PlusMinutes(30));
     EXPECT_FALSE(w.box.IsOpen());
-    w.box.Open("A", "1");
+    w.box.Open("A", {"1"});
     EXPECT_EQ(w.box.Stop(), now.PlusMinutes(30)) << "the object's own period is where it begins";
     w.box.ChooseFromNow();
     EXPECT_EQ(w.Object().m_ServiceMode, 1);
@@ -123,11 +150,27 @@ TEST(PeriodBox, AnswersOnlyWithAnEndThatIsStillToCome) {
 
 TEST(PeriodBox, ObjectThatIsGoneChangesNothing) {
     PeriodWorld w;
-    w.box.Open("A", "1");
+    w.box.Open("A", {"1"});
     w.translations.Clear();
     w.box.ChoosePeriod();
     EXPECT_EQ(w.box.Notice(), w.captions(3758));
     EXPECT_TRUE(w.box.IsOpen());
+}
+
+// "Around the clock" took all that were selected, a period only one of them.
+TEST(PeriodBox, TakesAllThatAreSelectedOrNone) {
+    PeriodWorld w;
+    auto second = std::make_unique<cIDCode>();
+    second->m_IdCode = "2";
+    w.translations.Sets().at(0)->m_IdCodes.push_back(std::move(second));
+    w.box.Open("A", {"1", "2"});
+    EXPECT_NE(w.box.Title().find(w.captions(3788, {"2"})), Text::npos);
+    w.box.ChooseFromNow();
+    for (const auto& object : w.translations.Sets().at(0)->m_IdCodes) EXPECT_EQ(object->m_ServiceMode, 1);
+    w.box.Open("A", {"1", "gone"});
+    w.box.ChoosePeriod();
+    EXPECT_EQ(w.Object().m_ServiceMode, 1) << "and says so instead";
+    EXPECT_EQ(w.box.Notice(), w.captions(3758));
 }
 
 struct EditorWorld : ConsoleWorld {

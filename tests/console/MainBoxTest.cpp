@@ -79,6 +79,36 @@ TEST_F(MainBoxTest, ANewAlarmIsShownAsTheOperatorWantsIt) {
     }
 }
 
+// With nothing selected the arrow key went to the end of the list.
+TEST_F(MainBoxTest, TheRowThatMovesUpIsSelectedAfterAnEnd) {
+    Start();
+    std::vector<cAlarm*> alarms;
+    for (int i = 0; i < 5; ++i) alarms.push_back(&world.Raise());
+    world.Tick();
+    AlarmPage& page = world.Box().Alarms();
+    const auto end = [&](std::vector<int> rows) {
+        RowSelection chosen;
+        for (const int row : rows) chosen.keys.push_back(RowKey(*alarms[static_cast<std::size_t>(row)]));
+        chosen.current = chosen.keys.back();
+        world.Box().Select(Tab::Unacked, chosen);
+        for (const int row : rows) {
+            cAlarm& alarm = *alarms[static_cast<std::size_t>(row)];
+            world.SetStatus(alarm, kStatusAcknowledged);
+            page.AlarmEnded(alarm.m_FilePointer);
+        }
+        world.Tick();
+        return world.Box().SelectionOf(Tab::Unacked).current;
+    };
+    EXPECT_EQ(end({1, 2}), RowKey(*alarms[3]));
+    EXPECT_EQ(page.Current(), alarms[3]);
+    EXPECT_EQ(end({4}), RowKey(*alarms[3])) << "below the last there is the one above";
+    world.SetStatus(*alarms[3], kStatusAcknowledged);
+    world.Tick();
+    EXPECT_EQ(page.Current(), nullptr) << "ended by somebody else: nothing moves under the hand";
+    EXPECT_EQ(page.Info(), "") << "no instruction of an alarm that is gone";
+    EXPECT_FALSE(page.HasMap());
+}
+
 TEST_F(MainBoxTest, ASecondSelectedRowOpensNoSheet) {
     Start();
     cAlarm& first = world.Raise();

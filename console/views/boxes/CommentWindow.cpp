@@ -25,7 +25,7 @@ constexpr int kCaptionPrintInfo = 3255;
 constexpr int kCaptionMap = 3256;
 constexpr int kCaptionSendTo = 3259;
 constexpr int kCaptionSmallComment = 3263;
-constexpr int kCaptionEarlierAlarms = 3700;
+constexpr int kCaptionOtherAlarms = 3700;
 
 /// A column of its own without margins, in which heading and boxes stand.
 struct Column {
@@ -108,16 +108,16 @@ QWidget* CommentWindow::NewKnowledge() {
     typeCodePart_ = typeCode.widget;
     column.layout->addWidget(typeCodePart_, 2);
 
-    Column earlier;
-    earlier_ = new QListWidget;
-    earlier_->setUniformItemSizes(true);
-    earlier_->viewport()->setBackgroundRole(QPalette::Window);
-    earlier_->setTextElideMode(Qt::ElideRight);
-    earlier_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    earlier.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionEarlierAlarms), earlier_));
-    earlier.layout->addWidget(earlier_);
-    earlierPart_ = earlier.widget;
-    column.layout->addWidget(earlierPart_, 2);
+    Column others;
+    otherAlarms_ = new QListWidget;
+    otherAlarms_->setUniformItemSizes(true);
+    otherAlarms_->viewport()->setBackgroundRole(QPalette::Window);
+    otherAlarms_->setTextElideMode(Qt::ElideRight);
+    otherAlarms_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    others.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionOtherAlarms), otherAlarms_));
+    others.layout->addWidget(otherAlarms_);
+    otherPart_ = others.widget;
+    column.layout->addWidget(otherPart_, 2);
     return column.widget;
 }
 
@@ -213,7 +213,7 @@ void CommentWindow::closeEvent(QCloseEvent* event) {
 void CommentWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(sheet_.Texts().title));
     ShowInformation();
-    ShowEarlierAlarms();
+    ShowOtherAlarms();
     ShowReceivers();
     Refresh();
     BringToFront(*this, by == OpenedBy::Operator);
@@ -238,13 +238,17 @@ void CommentWindow::ShowInformation() {
     }
 }
 
-void CommentWindow::ShowEarlierAlarms() {
-    earlier_->clear();
-    for (const Text& line : sheet_.Texts().earlierAlarms) {
-        auto* item = new QListWidgetItem(ShownLine(line), earlier_);
-        item->setToolTip(ToolTipText(item->text()));
+void CommentWindow::ShowOtherAlarms() {
+    QStringList lines;
+    for (const Text& line : sheet_.Texts().otherAlarms) lines.push_back(ShownLine(line));
+    QStringList shown;
+    for (int row = 0; row < otherAlarms_->count(); ++row) shown.push_back(otherAlarms_->item(row)->text());
+    otherPart_->setVisible(!lines.isEmpty());
+    if (lines == shown) return;
+    otherAlarms_->clear();
+    for (const QString& line : lines) {
+        (new QListWidgetItem(line, otherAlarms_))->setToolTip(ToolTipText(line));
     }
-    earlierPart_->setVisible(earlier_->count() > 0);
 }
 
 void CommentWindow::ShowReceivers() {
@@ -273,6 +277,7 @@ void CommentWindow::Refresh() {
     notice_->SetNotice(ShownText(notice.text), notice.isGood);
     status_->setText(ShownLine(sheet_.StatusWord()));
     status_->setVisible(!status_->text().isEmpty());
+    ShowOtherAlarms();
     ShowSmallComment();
     ShowControls();
 }

@@ -32,7 +32,7 @@ class CommentWindow final : public QDialog, public WindowView {
     QLayout* NewButtons();
     void ConnectAll();
     void ShowInformation();
-    void ShowEarlierAlarms();
+    void ShowOtherAlarms();
     void ShowReceivers();
     void ShowSmallComment();
     void ShowControls();
@@ -47,8 +47,8 @@ class CommentWindow final : public QDialog, public WindowView {
     QTableWidget* form_ = nullptr;
     QWidget* typeCodePart_ = nullptr;
     QPlainTextEdit* typeCodeInfo_ = nullptr;
-    QWidget* earlierPart_ = nullptr;
-    QListWidget* earlier_ = nullptr;
+    QWidget* otherPart_ = nullptr;
+    QListWidget* otherAlarms_ = nullptr;
     QPlainTextEdit* oldComments_ = nullptr;
     QPlainTextEdit* newComments_ = nullptr;
     QWidget* smallPart_ = nullptr;

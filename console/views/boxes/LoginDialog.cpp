@@ -16,13 +16,13 @@ constexpr int kTextCaption = 1087;
 constexpr int kTextUserName = 1088;
 constexpr int kTextPassword = 1089;
 constexpr int kTextOk = 1058;
+constexpr int kCaptionRefused = 3787;
 
 }  // namespace
 
 LoginDialog::LoginDialog(LoginBox& login, const Captions& captions, QWidget* parent)
     : QDialog(parent), login_(login) {
     const auto text = [&](int number) { return ShownLine(captions.FromFile(number)); };
-    setModal(false);
     setWindowTitle(text(kTextCaption));
     userName_ = new QLineEdit;
     password_ = new QLineEdit;
@@ -38,6 +38,8 @@ LoginDialog::LoginDialog(LoginBox& login, const Captions& captions, QWidget* par
     ok_->setAutoDefault(false);
     auto* cancel = new QPushButton(text(kTextCancel));
     cancel->setAutoDefault(false);
+    refused_ = NewLabel(CaptionText(captions, kCaptionRefused));
+    refused_->setWordWrap(true);
     auto* form = new QFormLayout;
     form->addRow(NewLabel(text(kTextUserName) + u':'), userName_);
     form->addRow(NewLabel(text(kTextPassword) + u':'), password_);
@@ -49,6 +51,7 @@ LoginDialog::LoginDialog(LoginBox& login, const Captions& captions, QWidget* par
     buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
+    layout->addWidget(refused_);
     layout->addLayout(buttons);
     connect(userName_, &QLineEdit::textEdited, this, [this](const QString& name) {
         login_.TypeUserName(FromQString(name));
@@ -61,8 +64,13 @@ LoginDialog::LoginDialog(LoginBox& login, const Captions& captions, QWidget* par
 
 void LoginDialog::Show(OpenedBy by) {
     Refresh();
+    const bool isNew = !isVisible();
+    // Beside a sheet in which somebody is typing it waits.
+    if (isNew) setWindowModality(by == OpenedBy::Operator ? Qt::WindowModal : Qt::NonModal);
     BringToFront(*this, by == OpenedBy::Operator);
-    userName_->setFocus();
+    if (isNew || by == OpenedBy::Operator) {
+        (login_.UserName().empty() ? userName_ : password_)->setFocus();
+    }
 }
 
 void LoginDialog::Refresh() {
@@ -70,6 +78,7 @@ void LoginDialog::Refresh() {
     if (userName_->text() != name) userName_->setText(name);
     password_->setText(ToQString(login_.Stars()));
     ok_->setEnabled(login_.IsOkEnabled());
+    refused_->setVisible(login_.IsRefused());
 }
 
 bool LoginDialog::eventFilter(QObject* watched, QEvent* event) {

@@ -27,6 +27,7 @@ class LoginDialog final : public QDialog, public WindowView {
     LoginBox& login_;
     QLineEdit* userName_ = nullptr;
     QLineEdit* password_ = nullptr;
+    QLabel* refused_ = nullptr;
     QPushButton* ok_ = nullptr;
 };
 

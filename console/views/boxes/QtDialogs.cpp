@@ -8,6 +8,7 @@
 #include <QtCore/QEventLoop>
 #include <QtGui/QPainter>
 #include <QtGui/QShortcut>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
@@ -74,16 +75,22 @@ QString QtDialogs::ButtonText(int caption, const char* bilingual) const {
     return captions_ ? CaptionText(*captions_, caption) : QString::fromUtf8(bilingual);
 }
 
-// In front of a window that is out of sight nobody would see it.
+// The window that asks has the keys, and what stands in front of another one does not get them. In front of a
+// window that is out of sight nobody would see it.
 QWidget* QtDialogs::Parent() const {
+    const auto isInSight = [](const QWidget* window) {
+        return window && window->isVisible() && !window->isMinimized();
+    };
+    if (QWidget* asking = QApplication::activeWindow(); isInSight(asking)) return asking;
     QWidget* parent = parent_ ? parent_() : nullptr;
-    return parent && parent->isVisible() && !parent->isMinimized() ? parent : nullptr;
+    return isInSight(parent) ? parent : nullptr;
 }
 
 void QtDialogs::Await(QDialog& dialog) {
     if (silence_) {
         QObject::connect(new QShortcut(Qt::Key_F8, &dialog), &QShortcut::activated, &dialog, silence_);
     }
+    const QPointer<QWidget> focusBefore = QApplication::focusWidget();
     QEventLoop loop;
     QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
     QObject::connect(&dialog, &QObject::destroyed, &loop, &QEventLoop::quit);
@@ -91,6 +98,14 @@ void QtDialogs::Await(QDialog& dialog) {
     dialog.raise();
     dialog.activateWindow();
     loop.exec();
+    GiveBack(focusBefore);
+}
+
+// Whatever window the system would choose, the next key belongs to where the operator was.
+void QtDialogs::GiveBack(QWidget* focus) {
+    if (!focus || !focus->isVisible()) return;
+    focus->window()->activateWindow();
+    focus->setFocus(Qt::OtherFocusReason);
 }
 
 bool QtDialogs::AskYesNo(const Text& question, Answer byDefault) {

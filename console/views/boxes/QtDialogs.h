@@ -19,7 +19,7 @@ class QtDialogs final : public Dialogs {
 
     /// As soon as there are captions; until then buttons have both languages.
     void UseCaptions(const Captions& captions) { captions_ = &captions; }
-    /// The window that questions stand in front of.
+    /// The window that questions stand in front of when none of the program's has the keys.
     void UseParent(std::function<QWidget*()> parent) { parent_ = std::move(parent); }
 
     /// What the key that silences the sound does while a question blocks the window that has it.
@@ -39,6 +39,7 @@ class QtDialogs final : public Dialogs {
     QWidget* Parent() const;
     /// Until the dialog has been answered or is gone.
     void Await(QDialog& dialog);
+    static void GiveBack(QWidget* focus);
 
     const Captions* captions_ = nullptr;
     std::function<QWidget*()> parent_{};

@@ -80,7 +80,7 @@ struct AllWindows : LanguageWorld {
         picture.Show(1, sample, false);
         login.Open(OpenedBy::Operator);
         reconnect.ShowLinkState(LinkState::Lost);
-        period.Open("A/B", "1");
+        period.Open("A/B", {"1"});
         editor.Open({kComments, sample, ""});
         simulation.Open();
         settingsWindow = std::make_unique<SettingsWindow>(settingsList, captions);
