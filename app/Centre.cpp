@@ -130,6 +130,7 @@ Centre::Centre(Foundation& f)
                .aliveScan = core_.aliveScan,
                .reloadWatch = core_.reloadWatch,
                .ports = ports_,
+               .portRenewal = *this,
                .conditions = conditions_,
                .lists = lists_,
                .stalls = stalls_,
@@ -251,6 +252,16 @@ void Centre::MakePorts() {
     ports_.Discover(portParts_);
     operatorPorts_.NoteMade();
     workplace_.Debug().SetPorts(operatorPorts_.ToDebug());
+}
+
+bool Centre::RenewPorts() {
+    if (IsClient()) return true;
+    const std::optional<bool> hasChanged = ports_.Renew(portParts_);
+    if (hasChanged.value_or(false)) {
+        operatorPorts_.NoteMade();
+        workplace_.Debug().SetPorts(operatorPorts_.ToDebug());
+    }
+    return hasChanged.has_value();
 }
 
 // Before anything can be promised. What cannot be opened now is tried again with each turn that has something

@@ -17,7 +17,7 @@ namespace nordkeep {
 
 /// The running program: owns everything and knows all classes. The members stand in building order, and each
 /// gets only what stands above it: what is told comes first, what tells comes last.
-class Centre : private ProgramEnd {
+class Centre : private ProgramEnd, private PortRenewal {
  public:
     explicit Centre(Foundation& foundation);
 
@@ -81,6 +81,7 @@ class Centre : private ProgramEnd {
 
     void EndProgram() override { CloseAndShutdownEverything(); }
     void EndOnFailure() override;
+    bool RenewPorts() override;
     bool IsClient() const { return foundation_.CopyRole() == Role::Client; }
 
     Foundation& foundation_;

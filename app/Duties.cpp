@@ -266,7 +266,9 @@ void Duties::ContinueAliveScan(const Tick&) {
 
 void Duties::ReloadTranslations(const Tick& tick) {
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
-    if (!needs_.reload.Take() && !isDue) return;
+    const bool isAsked = needs_.reload.Take();
+    if (!isAsked && !isDue) return;
+    if (isAsked && !needs_.portRenewal.RenewPorts()) needs_.reload.Ask();
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
     needs_.translations.DeleteLastEvents();
     needs_.network.SendReload();

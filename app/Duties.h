@@ -21,6 +21,14 @@
 
 namespace nordkeep {
 
+/// Takes in what has changed in the settings files of ports.
+class PortRenewal {
+ public:
+    virtual ~PortRenewal() = default;
+    /// False when it has to be asked for again, since a port is in the middle of something.
+    virtual bool RenewPorts() = 0;
+};
+
 /// Everything periodic, on the timers of the program. A tick runs the table of its role in fixed order; each
 /// duty counts the ticks it has seen, so a period is never read from the clock.
 class Duties {
@@ -49,6 +57,7 @@ class Duties {
         AliveScan& aliveScan;
         ReloadWatch& reloadWatch;
         PortList& ports;
+        PortRenewal& portRenewal;
         PortConditions& conditions;
         const AlarmLists& lists;
         StallWatch& stalls;

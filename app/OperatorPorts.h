@@ -12,7 +12,7 @@ class OperatorPorts final : public DebugLines, public SimulatedPorts {
  public:
     /// The list may be built behind this; nothing is asked of it before NoteMade.
     explicit OperatorPorts(PortList& ports) : ports_(ports) {}
-    /// All ports are in the list.
+    /// All ports are in the list, or it has changed.
     void NoteMade();
 
     std::vector<PortInTree> InTree() const;

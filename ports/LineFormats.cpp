@@ -135,7 +135,7 @@ std::unique_ptr<LineFormat> MakeExport(const FormatParts& parts) {
     settings.PortDescription = DescriptionOf(parts);
     settings.droppedText = parts.language.GetLanguageText(kTextExportDropped);
     auto queue = std::make_shared<RobofonExport>(std::move(settings));
-    parts.exports.Add(queue);
+    parts.exports.Add(parts.portName, queue);
     return std::make_unique<ExportFormat>(std::move(queue));
 }
 

@@ -28,6 +28,7 @@ cPort::cPort(const PortParts& parts, const PortList& allPorts, Text portName)
       lineSettings_(LoadLineSettings(parts.settings, portName)),
       settings_(LoadSettings(parts.settings, PortSettingRows(), portName)),
       eventPort_(LoadEventPort(parts.settings, portName, lineSettings_.PortDescription)),
+      settingsText_(LoadFile(parts.dataFolder.Resolve(SettingsFile(portName))).bytes),
       type_(ParsePortType(settings_.PortType)),
       format_(ParseMessageFormat(settings_.MessageFormat)),
       log_(parts.language, parts.log, eventPort_.PortName, lineSettings_,
@@ -191,6 +192,11 @@ void cPort::ServicePort(int tickMs) {
     // The web service is polled at a timer of its own.
     if (type_ != PortType::HTTP) collector_->Tick({.tickMs = tickMs, .mayBegin = true});
     tests_.Supervise();
+}
+
+bool cPort::HasOtherSettingsNow() const {
+    const FileContent file = LoadFile(parts_.dataFolder.Resolve(SettingsFile(PortName())));
+    return file.state != FileContent::State::Unreadable && file.bytes != settingsText_;
 }
 
 void cPort::TakeUp(const KeptTelegram& kept) {

@@ -56,6 +56,9 @@ class cPort {
     void ClosePort(bool isShuttingDown);
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
+    /// Its settings file is another one than when the port was made, or gone; one that cannot be read at the
+    /// moment is not.
+    bool HasOtherSettingsNow() const;
     /// Behind a crash: holds back again what was held back then, or makes its event.
     void TakeUp(const KeptTelegram& kept);
     /// Sends on the line of the port; a port without one sends nothing.
@@ -84,6 +87,7 @@ class cPort {
     LineSettings lineSettings_;
     PortSettings settings_;
     EventPort eventPort_;
+    Text settingsText_;  // of its file, when it was made
     std::optional<PortType> type_;
     std::optional<MessageFormat> format_;
     PortLog log_;

@@ -18,6 +18,11 @@ class PortList {
     /// Makes and initialises a port for every Settings\Port*.ini whose type is not "NONE".
     void Discover(const PortParts& parts);
     void Tick(int tickMs, const PortConditions& conditions);
+    /// Takes in what has changed in the settings files: a changed port is made anew, a new one is opened, one
+    /// that is gone or of type "NONE" is closed; the others go on. What a port was given before stays alive
+    /// behind it. None while a port is in the middle of something, so that it has to be asked for again;
+    /// else whether anything has changed.
+    std::optional<bool> Renew(const PortParts& parts);
     /// One tick of the timer that polls.
     void CyclicHTTPCleanup(int tickMs, const PortConditions& conditions);
     /// Behind a crash: gives each port what it had acknowledged and held back. What belonged to a port that
@@ -31,9 +36,19 @@ class PortList {
     const std::vector<std::unique_ptr<cPort>>& Ports() const { return ports_; }
 
  private:
-    void AssignSlot(const PortParts& parts, cPort& port);
+    using OwnedPort = std::unique_ptr<cPort>;
 
-    std::vector<std::unique_ptr<cPort>> ports_{};
+    /// Makes and initialises a port; none for the type "NONE".
+    OwnedPort Make(const PortParts& parts, const Text& name);
+    void AssignSlot(const PortParts& parts, cPort& port);
+    void Retire(const PortParts& parts, OwnedPort port);
+    bool RenewKnown(const PortParts& parts);
+    bool TakeInNew(const PortParts& parts);
+
+    std::vector<OwnedPort> ports_{};
+    /// Closed for good. Replies and posted work may still point to them.
+    std::vector<OwnedPort> retired_{};
+    int ticking_ = 0;  // walks over the ports that are under way
 };
 
 }  // namespace nordkeep

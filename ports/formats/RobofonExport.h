@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <optional>
+#include <utility>
 
 namespace nordkeep {
 
@@ -37,6 +38,8 @@ class RobofonExport {
     explicit RobofonExport(RobofonExportSettings settings) : settings_(std::move(settings)) {}
 
     void Add(const Text& idCode, const Text& classCode);
+    /// Sends what the other has not sent yet, or not been answered for.
+    void TakeOver(RobofonExport& other) { queue_ = std::exchange(other.queue_, {}); }
     /// What has come back; it is consumed whole.
     TelegramStep Receive(TextView received);
     /// What is to be sent now.
