@@ -31,6 +31,12 @@ Centre::Centre(Foundation& f)
       network_(f),
       fieldMap_(f.Files()),
       operatorPorts_(ports_),
+      check_({.dataFolder = f.DataFolder(),
+              .programFolder = f.ProgramFolder(),
+              .language = f.Texts(),
+              .loop = f.Platform().loop,
+              .log = f.Log(),
+              .stalls = stalls_}),
       torvex_(settings_.torvex, f.Platform().sockets, f.Platform().loop),
       outputs_({.dataFolder = f.DataFolder(),
                 .files = f.Files(),
@@ -112,6 +118,8 @@ Centre::Centre(Foundation& f)
                .clock = f.Platform().clock,
                .loop = f.Platform().loop,
                .role = f.CopyRole(),
+               .language = f.Texts(),
+               .log = f.Log(),
                .trafficLog = f.Traffic(),
                .settings = settings_.engine,
                .dispatchSettings = settings_.dispatch,
@@ -135,6 +143,7 @@ Centre::Centre(Foundation& f)
                .lists = lists_,
                .stalls = stalls_,
                .status = status_,
+               .check = check_,
                .network = peers_,
                .reload = reload_,
                .workplace = workplace_}) {}
@@ -170,6 +179,7 @@ PlaceParts Centre::RoleParts() {
             .network = network_,
             .peers = peers_,
             .ports = operatorPorts_,
+            .check = check_,
             .reload = reload_};
 }
 
@@ -183,6 +193,7 @@ const Centre::Step Centre::kStartSteps[] = {
     {"stored events", &Centre::LoadStoredEvents},
     {"state of the server", &Centre::BringInState},
     {"timers", &Centre::StartTimers},
+    {"check", &Centre::BeginCheck},
     {"service manager", &Centre::TellReady},
 };
 
@@ -297,6 +308,11 @@ void Centre::StartTimers() {
     stalls_.Start();
 }
 
+// Slice by slice, behind everything that receives.
+void Centre::BeginCheck() {
+    check_.Begin();
+}
+
 void Centre::TellReady() {
     status_.Ready(duties_.Figures());
 }
@@ -307,6 +323,7 @@ void Centre::TellStopping() {
 
 void Centre::StopTimers() {
     duties_.StopAllButOpenTimer();
+    check_.Stop();
     stalls_.Stop();
 }
 

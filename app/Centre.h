@@ -5,6 +5,7 @@
 #include "app/Foundation.h"
 #include "app/NetworkPeers.h"
 #include "app/OperatorPorts.h"
+#include "app/RunningCheck.h"
 #include "app/Workplace.h"
 #include "console/boxes/SimulationBox.h"
 #include "console/lists/AlarmLists.h"
@@ -32,6 +33,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     /// The operator's place, for its views.
     Workplace& Place() { return workplace_; }
     SimulationBox& Simulation() { return simulation_; }
+    const FindingsSource& Check() const { return check_; }
 
  private:
     struct Step {
@@ -50,6 +52,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     void LoadStoredEvents();
     void BringInState();
     void StartTimers();
+    void BeginCheck();
     void TellReady();
 
     void TellStopping();
@@ -95,6 +98,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     PortConditions conditions_{};
     OperatorPorts operatorPorts_;
     ReloadRequest reload_{};
+    RunningCheck check_;
     AlarmLists lists_{};
     TorvexLink torvex_;
     AlarmOutputs outputs_;

@@ -8,6 +8,10 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kTextNoPortOpen = 3832;
+constexpr int kTextMakeAPort = 3836;
+
+constexpr int kDeafMs = 5000;
 constexpr int kOpenTimerMs = 1000;
 constexpr int kDisplayTimerMs = 250;
 constexpr int kKeepAliveTimerMs = 10'000;
@@ -23,6 +27,7 @@ const Duties::Tables Duties::kServing = [] {
     static constexpr Duty kOpen[] = {
         {"traffic file", &Duties::CloseIdleTrafficFile},
         {"ports", &Duties::OpenPorts},
+        {"no port open", &Duties::WatchPorts},
         {"interval", &Duties::SetOpenInterval},
         {"alive scan", &Duties::ScanAliveTests},
         {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
@@ -174,6 +179,20 @@ void Duties::OpenPorts(const Tick& tick) {
     if (!needs_.conditions.isShuttingDown) needs_.ports.Tick(tick.intervalMs, needs_.conditions);
 }
 
+// A port that is opened anew, or waits for the other side, has some time for it.
+void Duties::WatchPorts(const Tick& tick) {
+    PortConditions& conditions = needs_.conditions;
+    const bool isDeaf =
+        Figures().portsOpen == 0 && !conditions.arePortsDisabled && !conditions.isShuttingDown;
+    noPortOpenMs_ = isDeaf ? std::min(noPortOpenMs_ + tick.intervalMs, kDeafMs) : 0;
+    const bool wasOpen = !conditions.isNoPortOpen;
+    conditions.isNoPortOpen = noPortOpenMs_ >= kDeafMs;
+    if (!wasOpen || !conditions.isNoPortOpen) return;
+    needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextNoPortOpen), LogKind::Failure);
+    if (PortNames(needs_.dataFolder).empty())
+        needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextMakeAPort), LogKind::Information);
+}
+
 void Duties::SetOpenInterval(const Tick&) {
     if (openTimer_->IntervalMs() != kOpenTimerMs) openTimer_->Start(kOpenTimerMs);
 }
@@ -245,7 +264,9 @@ ServiceStatus::Figures Duties::Figures() const {
     const auto isOpen = [](const auto& port) { return port->IsOpen(); };
     return {.portsOpen = static_cast<std::size_t>(std::ranges::count_if(ports, isOpen)),
             .ports = ports.size(),
-            .newAlarms = needs_.lists.UnackedCount()};
+            .newAlarms = needs_.lists.UnackedCount(),
+            .findings = needs_.check.Count(),
+            .isNoPortOpen = needs_.conditions.isNoPortOpen};
 }
 
 void Duties::TellServiceManager(const Tick&) {
@@ -272,6 +293,7 @@ void Duties::ReloadTranslations(const Tick& tick) {
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
     needs_.translations.DeleteLastEvents();
     needs_.network.SendReload();
+    needs_.check.Begin();
 }
 
 void Duties::RetryTorvex(const Tick& tick) {

@@ -3,6 +3,7 @@
 #include "app/EngineSettings.h"
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
+#include "app/RunningCheck.h"
 #include "app/ServiceStatus.h"
 #include "app/Workplace.h"
 #include "console/lists/AlarmLists.h"
@@ -39,6 +40,8 @@ class Duties {
         const Clock& clock;
         EventLoop& loop;
         Role role;
+        const Language& language;
+        SysLog& log;
         TrafficLog& trafficLog;
         const EngineSettings& settings;
         const DispatchSettings& dispatchSettings;
@@ -62,6 +65,7 @@ class Duties {
         const AlarmLists& lists;
         StallWatch& stalls;
         ServiceStatus& status;
+        RunningCheck& check;
         NetworkPeers& network;
         ReloadRequest& reload;
         Workplace& workplace;
@@ -102,6 +106,7 @@ class Duties {
 
     void CloseIdleTrafficFile(const Tick& tick);
     void OpenPorts(const Tick& tick);
+    void WatchPorts(const Tick& tick);
     void SetOpenInterval(const Tick& tick);
     void ScanAliveTests(const Tick& tick);
     void WriteAlarmLogCyclically(const Tick& tick);
@@ -147,6 +152,7 @@ class Duties {
     int exitStatus_ = 0;
     bool isPruningJournal_ = false;
     OleDate today_{};
+    int noPortOpenMs_ = 0;
     int alarmLogCounterMs_ = 0;
     int torvexWriteCounterMs_ = 0;
     int torvexLineFeedTicks_ = 0;

@@ -138,7 +138,8 @@ PlaceRole MakePlaceRole(const PlaceParts& parts) {
     const PlaceState::Needs state{.foundation = parts.foundation,
                                   .sound = parts.sound,
                                   .conditions = parts.conditions,
-                                  .ports = parts.ports};
+                                  .ports = parts.ports,
+                                  .check = parts.check};
     if (ServerLink* link = parts.foundation.Server()) return ClientPlace(parts, state, *link);
     return LocalPlace(parts, state);
 }

@@ -23,7 +23,11 @@ CopyFacts PlaceState::Facts() const {
             .isSounding = needs_.sound.IsSounding(),
             .arePortsDisabled = needs_.conditions.arePortsDisabled,
             .hasGoogolPort = needs_.ports.HasClock(),
-            .isSimulation = needs_.foundation.Switches().simulate};
+            .isSimulation = needs_.foundation.Switches().simulate,
+            .isNoPortOpen = needs_.conditions.isNoPortOpen,
+            .findings = needs_.check.Count(),
+            .areErrors = needs_.check.AreErrors(),
+            .findingsIn = needs_.check.Place()};
 }
 
 std::optional<std::vector<PortTreeNode>> LocalPlaceState::OwnTree() const {

@@ -2,6 +2,7 @@
 
 #include "app/Foundation.h"
 #include "app/OperatorPorts.h"
+#include "app/RunningCheck.h"
 #include "console/window/AlarmRate.h"
 #include "console/window/CopyState.h"
 #include "network/ClientScreen.h"
@@ -18,6 +19,7 @@ class PlaceState : public CopyState {
         const SoundPlayer& sound;
         const PortConditions& conditions;
         const OperatorPorts& ports;
+        const RunningCheck& check;
     };
     explicit PlaceState(const Needs& needs) : needs_(needs) {}
 

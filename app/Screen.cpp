@@ -43,7 +43,8 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
                     .settings = centre.Place().InForce(),
                     .shift = centre.Place().Shift(),
                     .printerLook = centre.Place().PrinterLook(),
-                    .printer = printer_}}) {
+                    .printer = printer_,
+                    .findings = &centre.Check()}}) {
     SetBehindModels();
     if (dialogs_) {
         dialogs_->UseCaptions(centre.Place().Words());

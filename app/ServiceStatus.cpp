@@ -5,6 +5,8 @@ namespace {
 
 constexpr int kTextPortsOpen = 3625;
 constexpr int kTextNewAlarms = 3626;
+constexpr int kTextNoPortOpen = 3832;
+constexpr int kTextFindings = 3843;
 
 }  // namespace
 
@@ -41,9 +43,13 @@ void ServiceStatus::Tell(const std::string& state) {
 }
 
 std::string ServiceStatus::StatusLine(const Figures& figures) const {
-    return "STATUS=" + ToUtf8(language_.GetLanguageText(kTextPortsOpen)) + std::to_string(figures.portsOpen) +
-           "/" + std::to_string(figures.ports) + ToUtf8(language_.GetLanguageText(kTextNewAlarms)) +
-           std::to_string(figures.newAlarms) + "\n";
+    Text line = language_.GetLanguageText(kTextPortsOpen) + std::to_string(figures.portsOpen) + "/" +
+                std::to_string(figures.ports) + language_.GetLanguageText(kTextNewAlarms) +
+                std::to_string(figures.newAlarms);
+    if (figures.findings > 0)
+        line += language_.GetLanguageText(kTextFindings) + std::to_string(figures.findings);
+    if (figures.isNoPortOpen) line += ". " + language_.GetLanguageText(kTextNoPortOpen);
+    return "STATUS=" + ToUtf8(line) + "\n";
 }
 
 }  // namespace nordkeep

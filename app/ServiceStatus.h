@@ -16,6 +16,8 @@ class ServiceStatus {
         std::size_t portsOpen = 0;
         std::size_t ports = 0;
         std::size_t newAlarms = 0;
+        std::size_t findings = 0;  // of the check of the files
+        bool isNoPortOpen = false;
     };
     ServiceStatus(ServiceNotify& manager, EventLoop& loop, const Language& language);
 

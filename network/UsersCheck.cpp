@@ -19,14 +19,19 @@ constexpr std::size_t kInitials = 3;
 /// The level of a user who can log in; 0 for any other.
 std::int64_t CheckUser(const IniLines::Entry& entry, FileFindings& findings) {
     const int line = entry.line;
-    if (entry.value.size() > kLongestUser)
+    // What follows from these two is said with them.
+    const std::vector<Text> fields = Split(entry.value, ',');
+    if (entry.value.size() > kLongestUser) {
         findings.Error(line, kTextValueCut, {std::to_string(kLongestUser)});
-    const TextView value = entry.value.substr(0, kLongestUser);
-    const std::vector<Text> fields = Split(value, ',');
+        return 0;
+    }
+    if (fields.size() > kFields) {
+        findings.Error(line, kTextTooManyFields, {std::to_string(kFields)});
+        return 0;
+    }
     const auto field = [&](std::size_t number) {
         return number <= fields.size() ? TrimBlanksAndTabs(fields[number - 1]) : TextView();
     };
-    if (fields.size() > kFields) findings.Error(line, kTextTooManyFields, {std::to_string(kFields)});
     if (field(2).empty() || field(2).size() > kInitials)
         findings.Warning(line, kTextField, {"2", field(2), "ABC"});
     if (field(3).empty()) findings.Error(line, kTextNoPassword, {entry.key});
@@ -49,7 +54,8 @@ void CheckUsers(TextView content, FileFindings& findings) {
     bool isAnyEditor = false;
     for (const IniLines::Entry* entry : lines.EntriesOf("Users"))
         isAnyEditor = CheckUser(*entry, findings) >= 2 || isAnyEditor;
-    if (!isAnyEditor) findings.Warning(lines.LineOf("Users", ""), kTextNoEditor);
+    if (!isAnyEditor && lines.FindSection("Users"))
+        findings.Warning(lines.LineOf("Users", ""), kTextNoEditor);
 }
 
 }  // namespace nordkeep

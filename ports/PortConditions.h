@@ -12,7 +12,8 @@ struct PortConditions {
     bool isAnyClientConnected = false;
     bool isDispatchConfigured = false;
     bool isDispatchConnected = false;
-    Text mutedPort{};  // name of the port whose bytes are logged but not decoded; empty for none
+    bool isNoPortOpen = false;  // and has not been for a while; for the operators
+    Text mutedPort{};           // name of the port whose bytes are logged but not decoded; empty for none
 };
 
 }  // namespace nordkeep

@@ -11,7 +11,6 @@ namespace {
 
 constexpr int kTextUnknownSection = 3793;
 constexpr int kTextNoSeparator = 3821;
-constexpr int kTextNoCode = 3822;
 constexpr int kTextCodeAgain = 3823;
 constexpr int kTextNoPriority = 3838;
 constexpr int kTextNoResetType = 3839;
@@ -59,7 +58,6 @@ class TypeCheck {
         const auto fields = RowFields<kTypeFields + 1>(row.row);
         const TextView code = TrimBlanks(fields[0]);
         const TextView reset = TrimBlanks(fields[3]);
-        if (code.empty()) return findings_.Error(row.line, kTextNoCode);
         const int first = lines_.at(code);
         if (first != row.line) findings_.Error(row.line, kTextCodeAgain, {code, std::to_string(first)});
         CheckPriority(TrimBlanks(fields[1]), row.line, findings_);

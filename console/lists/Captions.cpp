@@ -253,6 +253,8 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {3763, "Kursiv"},
     {3764, "Överlä&mning..."},
     {3765, "Många larm på en gång - blad och kartor öppnas inte av sig själva"},
+    {3832, "Ingen port är öppen - inga larm tas emot"},
+    {3849, "%1 fel i %2"},
 };
 
 }  // namespace

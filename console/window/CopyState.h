@@ -17,6 +17,10 @@ struct CopyFacts {
     bool arePortsDisabled = false;
     bool hasGoogolPort = false;
     bool isSimulation = false;
+    bool isNoPortOpen = false;  // for a while already
+    std::size_t findings = 0;   // in what people have typed
+    bool areErrors = false;     // and not warnings only
+    Text findingsIn{};
 };
 
 /// The operator's place as the main window has to know it; asked again on every tick.

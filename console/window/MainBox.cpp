@@ -159,11 +159,15 @@ std::vector<Banner> MainBox::Banners() const {
     const AlarmRows& unacked = alarms_.ListOf(Tab::Unacked);
     return BannersOf(needs_.captions, {.isConnectionLost = inputs_.rights.isConnectionLost,
                                        .arePortsDisabled = facts_.arePortsDisabled,
+                                       .isNoPortOpen = facts_.isNoPortOpen,
                                        .isFlood = needs_.state.IsFlood(),
                                        .mutedPort = needs_.debug.MutedPort(),
                                        .mutedSeconds = needs_.debug.MutedSeconds(),
                                        .hiddenAlarms = unacked.IsFiltered() ? unacked.HiddenCount() : 0,
-                                       .loadPercent = needs_.lists.LoadPercent()});
+                                       .loadPercent = needs_.lists.LoadPercent(),
+                                       .findings = facts_.findings,
+                                       .areErrors = facts_.areErrors,
+                                       .findingsIn = facts_.findingsIn});
 }
 
 Text MainBox::Title() const {

@@ -21,6 +21,8 @@ constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
 constexpr int kTextLoading = 3564;
 constexpr int kTextFlood = 3765;
+constexpr int kTextNoPortOpen = 3832;
+constexpr int kTextFindings = 3849;
 
 constexpr std::int64_t kOverdueMs = 60000;
 constexpr int kMinute = 60;
@@ -34,6 +36,7 @@ std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots)
     std::vector<Banner> banners;
     if (spots.isConnectionLost) banners.push_back({Alarm, captions(kTextNoContact)});
     if (spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextPortsDisabled)});
+    if (spots.isNoPortOpen && !spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextNoPortOpen)});
     if (spots.isFlood) banners.push_back({Notice, captions(kTextFlood)});
     if (!spots.mutedPort.empty()) {
         banners.push_back(
@@ -41,6 +44,10 @@ std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots)
     }
     if (spots.hiddenAlarms > 0) {
         banners.push_back({Warning, captions(kTextHidden, {std::to_string(spots.hiddenAlarms)})});
+    }
+    if (spots.findings > 0) {
+        const Text text = captions(kTextFindings, {std::to_string(spots.findings), spots.findingsIn});
+        banners.push_back({spots.areErrors ? Warning : Notice, text, true});
     }
     if (spots.loadPercent < 100) {
         banners.push_back({Notice, captions(kTextLoading) + " " + std::to_string(spots.loadPercent) + " %"});

@@ -13,6 +13,7 @@ struct Banner {
     enum class Weight { Notice, Warning, Alarm };
     Weight weight = Weight::Warning;
     Text text{};
+    bool opensFindings = false;  // a click shows the list of them
     friend bool operator==(const Banner&, const Banner&) = default;
 };
 
@@ -20,11 +21,15 @@ struct Banner {
 struct BlindSpots {
     bool isConnectionLost = false;
     bool arePortsDisabled = false;
+    bool isNoPortOpen = false;
     bool isFlood = false;
     Text mutedPort{};
     int mutedSeconds = 0;
     std::size_t hiddenAlarms = 0;
     int loadPercent = 100;
+    std::size_t findings = 0;  // in what people have typed
+    bool areErrors = false;
+    Text findingsIn{};
 };
 std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots);
 

@@ -11,6 +11,7 @@
 namespace nordkeep {
 namespace {
 
+constexpr TextView kWhat = "SMTP port";
 constexpr std::size_t kMostCallers = 8;
 constexpr std::int64_t kMostSilenceMs = 60'000;
 // Of one caller in one turn of the loop; the others wait their turn behind the other lines.
@@ -44,10 +45,11 @@ class SmtpCollector final : public Collector {
         const int port = log_.Line().PortNumber;
         const Text& address = log_.Line().BindSocketToAddress;
         listener_->Close();
+        if (!log_.HasListenNumber(std::to_string(port), kWhat)) return;
         listener_->SetLocalPort(port);
         const bool isBound = address.empty() || listener_->Bind(port, address);
-        if (isBound && listener_->Listen()) return log_.Opened(std::to_string(port), "SMTP port");
-        log_.OpenFailed(std::to_string(port), listener_->LastError(), "SMTP port");
+        if (isBound && listener_->Listen()) return log_.Opened(std::to_string(port), kWhat);
+        log_.OpenFailed(std::to_string(port), listener_->LastError(), kWhat);
     }
 
     void Close(bool) override {

@@ -1,5 +1,7 @@
 #include "ports/lines/PortLog.h"
 
+#include <array>
+
 namespace nordkeep {
 namespace {
 
@@ -8,6 +10,9 @@ constexpr int kTextWith = 1027;
 constexpr int kTextConnectionError = 1030;
 constexpr int kTextOpened = 1041;
 constexpr int kTextOpenFailed = 1096;
+constexpr int kTextNoPortNumber = 3811;
+
+constexpr int kHighestPort = 65535;
 
 }  // namespace
 
@@ -29,6 +34,16 @@ void PortLog::OpenFailed(const Text& address, const Text& error, TextView name) 
     if (isFailureLogged_) return;
     isFailureLogged_ = true;
     Failure(kTextOpenFailed, OpeningTail(address, name) + " (" + error + ")");
+}
+
+// The system would choose a number of its own for 0, which no sender could know.
+bool PortLog::HasListenNumber(const Text& address, TextView name) {
+    if (line_.PortNumber >= 1 && line_.PortNumber <= kHighestPort) return true;
+    const Text number = std::to_string(line_.PortNumber);
+    const Text highest = std::to_string(kHighestPort);
+    const std::array<TextView, 2> parts = {number, highest};
+    OpenFailed(address, FillPlaces(GetLanguageText(kTextNoPortNumber), parts), name);
+    return false;
 }
 
 void PortLog::Closed(bool isShuttingDown, const Text& peer, EndTexts texts) {

@@ -20,6 +20,8 @@ class PortLog {
     /// `address` is what stands behind "PortSettings = ", such as "COM1:9600,N,8,1", or behind another name.
     void Opened(const Text& address, TextView name = "PortSettings");
     void OpenFailed(const Text& address, const Text& error, TextView name = "PortSettings");
+    /// Whether the port's number is one that can be listened on; if not, that is a failed attempt to open.
+    bool HasListenNumber(const Text& address, TextView name = "PortSettings");
     /// A connection or socket to `peer` ends. `at` stands in front of the peer in the line of a shutdown,
     /// `subject` begins the line of any other end.
     struct EndTexts {

@@ -51,7 +51,7 @@ class TcpClientLine final : public Line {
         socket_->SetRemoteHost(log_.Line().PortSetting);
         attemptAtMs_ = clock_.MonotonicMs();
         if (!socket_->Connect()) return log_.OpenFailed(log_.Line().PortSetting, socket_->LastError());
-        if (!isAttemptLogged_) log_.Opened(log_.Line().PortSetting);
+        if (!isAttemptLogged_) log_.Opened(Peer());
         isAttemptLogged_ = true;
     }
 
@@ -126,12 +126,14 @@ class TcpServerLine final : public Line {
     void Open() override {
         listener_.OnNewStream({});
         server_->Close();
-        server_->SetLocalPort(log_.Line().PortNumber);
-        const Text& address = log_.Line().BindSocketToAddress;
-        const bool isBound = address.empty() || server_->Bind(log_.Line().PortNumber, address);
-        if (isBound && server_->Listen()) return log_.Opened(log_.Line().PortSetting);
-        log_.OpenFailed(log_.Line().PortSetting,
-                        "TCP " + std::to_string(log_.Line().PortNumber) + ": " + server_->LastError());
+        const LineSettings& line = log_.Line();
+        const Text place = line.PortSetting + ":" + std::to_string(line.PortNumber);
+        if (!log_.HasListenNumber(place)) return;
+        server_->SetLocalPort(line.PortNumber);
+        const Text& address = line.BindSocketToAddress;
+        const bool isBound = address.empty() || server_->Bind(line.PortNumber, address);
+        if (isBound && server_->Listen()) return log_.Opened(place);
+        log_.OpenFailed(place, "TCP " + std::to_string(line.PortNumber) + ": " + server_->LastError());
     }
 
     void Close(bool) override {

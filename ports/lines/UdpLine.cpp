@@ -21,6 +21,7 @@ class UdpLine final : public Line {
         listener_.OnNewStream({});
         const LineSettings& line = log_.Line();
         socket_->Close();
+        if (!log_.HasListenNumber(Address())) return;
         socket_->SetRemotePort(line.PortNumber);
         socket_->SetRemoteHost(line.PortSetting);
         if (!socket_->Bind(line.PortNumber, line.BindSocketToAddress)) {

@@ -35,5 +35,16 @@ TEST(CommandLine, TakesSwitchesInAnyCaseAndGlued) {
     EXPECT_TRUE(ParseCommandLine({}).unknown.empty());
 }
 
+TEST(CommandLine, TakesWordsWithADashAsOptionsOfTheirOwn) {
+    const CommandLine check = ParseCommandLine({"/PATH:/srv/my", "data", "--Check"});
+    EXPECT_TRUE(check.check);
+    EXPECT_EQ(check.path.value_or("-"), "/srv/my data");
+    EXPECT_FALSE(check.unknownOption.has_value());
+    EXPECT_EQ(ParseCommandLine({"/PATH:/srv/a", "-", "b"}).path.value_or("-"), "/srv/a - b");
+    EXPECT_EQ(ParseCommandLine({"/PATH:/srv/x", "-H"}).unknownOption.value_or(""), "-H");
+    EXPECT_TRUE(ParseCommandLine({"-h"}).help && ParseCommandLine({"-V"}).version);
+    EXPECT_EQ(ParseCommandLine({"--chekc", "-x"}).unknownOption.value_or(""), "--chekc");
+}
+
 }  // namespace
 }  // namespace nordkeep

@@ -3,8 +3,11 @@
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ViewParts.h"
 
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 
+#include <algorithm>
 #include <utility>
 
 namespace nordkeep {
@@ -48,8 +51,33 @@ void BannerPane::Show(std::vector<Banner> banners) {
     for (const Banner& banner : banners_) all += ShownLine(banner.text) + u'\n';
     setAccessibleName(all);
     setVisible(!banners_.empty());
+    setFocusPolicy(HasFindings() ? Qt::TabFocus : Qt::NoFocus);
+    setMouseTracking(HasFindings());
     if (!isSameHeight) updateGeometry();
     update();
+}
+
+bool BannerPane::OpensFindings(int y) const {
+    const auto place = static_cast<std::size_t>(std::max(y, 0) / (BannerHeight() + kGap));
+    return place < banners_.size() && banners_[place].opensFindings;
+}
+
+bool BannerPane::HasFindings() const {
+    return std::ranges::any_of(banners_, &Banner::opensFindings);
+}
+
+void BannerPane::mouseReleaseEvent(QMouseEvent* event) {
+    if (openFindings_ && OpensFindings(event->pos().y())) openFindings_();
+}
+
+void BannerPane::mouseMoveEvent(QMouseEvent* event) {
+    setCursor(OpensFindings(event->pos().y()) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+void BannerPane::keyPressEvent(QKeyEvent* event) {
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && openFindings_ && HasFindings()) return openFindings_();
+    QWidget::keyPressEvent(event);
 }
 
 void BannerPane::paintEvent(QPaintEvent*) {

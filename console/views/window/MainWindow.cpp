@@ -1,6 +1,7 @@
 #include "console/views/window/MainWindow.h"
 
 #include "console/views/boxes/AboutDialog.h"
+#include "console/views/boxes/FindingsWindow.h"
 #include "console/views/boxes/PrinterFontDialog.h"
 #include "console/views/boxes/SettingsWindow.h"
 #include "console/views/lists/Icons.h"
@@ -271,6 +272,16 @@ void MainWindow::ShowAbout() {
 
 void MainWindow::ShowSettings() {
     ShowOnce(new SettingsWindow(needs_.side.settings, captions_, this));
+}
+
+void MainWindow::ShowFindings() {
+    if (!needs_.side.findings || needs_.side.findings->Found().empty()) return;
+    QString title = ShownLine(box_.Title());
+    for (const Banner& banner : box_.Banners()) {
+        if (banner.opensFindings) title = ShownLine(banner.text);
+    }
+    ShowOnce(
+        new FindingsWindow(needs_.side.findings->Found(), title, captions_, needs_.side.openFinding, this));
 }
 
 void MainWindow::ShowShiftList() {

@@ -3,6 +3,7 @@
 #include "console/boxes/AboutText.h"
 #include "console/print/ShiftList.h"
 #include "console/views/lists/RowAdapter.h"
+#include "console/window/FindingsSource.h"
 #include "console/window/MainBox.h"
 #include "console/window/SettingsList.h"
 #include "platform/UserStore.h"
@@ -10,6 +11,7 @@
 #include <QtWidgets/QMainWindow>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 class QDialog;
@@ -43,6 +45,8 @@ struct SideModels {
     const ShiftList& shift;
     PrinterSettings& printerLook;  // changed by the choice of a font
     PrintOutput& printer;
+    const FindingsSource* findings = nullptr;           // none: the files are not checked
+    std::function<void(const Finding&)> openFinding{};  // leads to its place
 };
 
 /// The operator's main window. It shows what MainBox holds and decides nothing.
@@ -70,6 +74,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void ShowAbout() override;
     void ShowSettings() override;
     void ShowShiftList() override;
+    void ShowFindings();
     void ChoosePrinterFont() override;
     void ShowState() override;
     void ShowSelection(Tab tab) override;

@@ -141,6 +141,7 @@ void MainWindow::AddCentre() {
     layout->setContentsMargins(6, 4, 6, 0);
     layout->setSpacing(4);
     banners_ = new BannerPane;
+    banners_->OnFindings([this] { ShowFindings(); });
     layout->addWidget(banners_);
     layout->addWidget(sides_, 1);
     setCentralWidget(frame);
