@@ -26,6 +26,7 @@ AliveTestPace PaceOf(const CommandLine& commandLine) {
 Centre::Centre(Foundation& f)
     : foundation_(f),
       settings_(f.Files()),
+      live_(f.Files(), settings_),
       stalls_(f.Platform().clock, f.Platform().loop, f.Log(), f.Texts()),
       status_(f.Platform().serviceManager, f.Platform().loop, f.Texts()),
       network_(f),
@@ -151,6 +152,7 @@ Centre::Centre(Foundation& f)
 Workplace::Needs Centre::WorkplaceNeeds() {
     return {.foundation = foundation_,
             .settings = settings_,
+            .live = live_,
             .lists = lists_,
             .store = core_.store,
             .handling = core_.handling,

@@ -89,6 +89,7 @@ class Centre : private ProgramEnd, private PortRenewal {
 
     Foundation& foundation_;
     CentreSettings settings_;
+    LiveSettings live_;
     StallWatch stalls_;
     ServiceStatus status_;
     NetworkRole network_;

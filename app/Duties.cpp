@@ -286,6 +286,7 @@ void Duties::ContinueAliveScan(const Tick&) {
 }
 
 void Duties::ReloadTranslations(const Tick& tick) {
+    if (needs_.reload.TakeSettings()) needs_.workplace.RenewSettings();
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
     const bool isAsked = needs_.reload.Take();
     if (!isAsked && !isDue) return;

@@ -29,7 +29,8 @@ void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const 
                              .timers = needs.timers,
                              .torvex = needs.torvex,
                              .ports = [&ports = needs.ports] { return ports.InTree(); },
-                             .requestReload = [&reload = needs.reload] { reload.Ask(); }});
+                             .requestReload = [&reload = needs.reload] { reload.Ask(); },
+                             .noteSettings = [&reload = needs.reload] { reload.AskForSettings(); }});
 }
 
 void NetworkPeers::MakeSession(ServerLink& link, NetworkRole& role, const Needs& needs) {

@@ -9,6 +9,7 @@
 #include "console/views/boxes/PictureWindow.h"
 #include "console/views/boxes/ReconnectDialog.h"
 #include "console/views/boxes/SimulationDialog.h"
+#include "console/views/setup/SetupWindow.h"
 
 #include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
@@ -40,7 +41,6 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
            .store = store_,
            .side = {.about = MakeAboutText(centre.Place().Words(), NORDKEEP_VERSION,
                                            FromUtf8(foundation.DataFolder().Root()), foundation.CopyRole()),
-                    .settings = centre.Place().InForce(),
                     .shift = centre.Place().Shift(),
                     .printerLook = centre.Place().PrinterLook(),
                     .printer = printer_,
@@ -69,6 +69,7 @@ void Screen::SetBehindModels() {
                      [this] { centre_.Place().Main().Run(Command::FileSoundStop); });
     sheets_.push_back(WindowOf<PeriodDialog>(place.Period(), words, &window_));
     sheets_.push_back(WindowOf<EditorWindow>(place.Editor(), words, &window_));
+    sheets_.push_back(WindowOf<SetupWindow>(place.Setup(), words, &window_));
     sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));
     sheets_.push_back(WindowOf<ReconnectDialog>(place.Reconnect(), foundation_.Texts(), &window_));
     auto picture = std::make_unique<PictureWindow>(place.Picture(), words);

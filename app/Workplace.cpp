@@ -1,11 +1,7 @@
 #include "app/Workplace.h"
 
-#include "app/SettingsInForce.h"
-
 namespace nordkeep {
 namespace {
-
-constexpr TextView kMainSettings = "Settings\\Nordkeep.INI";
 
 AlarmLists::Looks LooksOf(const Foundation& foundation, const Settings& files, const AlarmCells& cells,
                           const ConsoleSettings& settings) {
@@ -63,8 +59,14 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
                .captions = captions_,
                .state = *role_.state,
                .host = *role_.editorHost}),
-      inForce_(ListSettings(needs.foundation.Files(),
-                            FromUtf8(needs.foundation.DataFolder().Resolve(kMainSettings)))),
+      setup_({.files = needs.foundation.Files(),
+              .centreFiles = *role_.files,
+              .dialogs = needs.foundation.Platform().dialogs,
+              .captions = captions_,
+              .state = *role_.state,
+              .host = *this,
+              .dataFolder = needs.foundation.DataFolder(),
+              .programFolder = needs.foundation.ProgramFolder()}),
       shift_({.store = needs.store,
               .translations = needs.translations,
               .captions = captions_,
@@ -155,6 +157,7 @@ MainBox::Needs Workplace::MainNeeds() {
             .end = needs_.end,
             .login = login_,
             .simulation = needs_.simulation,
+            .setup = setup_,
             .alarms = AlarmNeeds(),
             .objects = ObjectNeeds()};
 }
@@ -173,7 +176,40 @@ void Workplace::Close() {
     windows_.CloseAll();
     login_.Close();
     period_.Close();
+    setup_.Drop();
     screen_->PrepareForEnd();
+}
+
+// --- The set-up
+
+void Workplace::NoteSettings(const Text& what) {
+    role_.editorHost->NoteSaved(what);
+    RenewSettings();
+}
+
+void Workplace::RenewSettings() {
+    needs_.live.Renew();
+    const CentreSettings& settings = needs_.settings;
+    printerSettings_ = settings.printer;
+    needs_.outputs.Sound().UseSound({settings.desk.AlarmSoundFile, settings.outputs.AlarmSoundDevice});
+    needs_.lists.RenewColors(
+        LoadAlarmColors(needs_.foundation.Files(), needs_.foundation.Switches().noBackgroundColor),
+        settings.console.ViewAlarmToolTip);
+    main_.TakeState(settings.view);
+}
+
+bool Workplace::PlaySound(const Text& file, const Text& device) {
+    // An alarm that sounds is not to be cut off by a trial.
+    if (file.empty() || needs_.outputs.Sound().IsSounding()) return false;
+    SoundDevice& player = needs_.foundation.Platform().sound;
+    player.SetOutput(device);
+    const bool isStarted = player.Play(needs_.foundation.DataFolder().ResolveSetting(file));
+    player.SetOutput(needs_.settings.outputs.AlarmSoundDevice);
+    return isStarted;
+}
+
+std::vector<LanguageChoice> Workplace::Languages() {
+    return ListLanguages(needs_.foundation.ProgramFolder());
 }
 
 // --- What happens at the operator's place

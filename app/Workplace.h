@@ -1,15 +1,15 @@
 #pragma once
 
-#include "app/CentreSettings.h"
+#include "app/LiveSettings.h"
 #include "app/PlaceRole.h"
 #include "console/boxes/CommentBox.h"
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/PeriodBox.h"
 #include "console/boxes/ReconnectBox.h"
 #include "console/print/ShiftList.h"
+#include "console/setup/SetupBox.h"
 #include "console/window/MainBox.h"
 #include "console/window/OpenWindows.h"
-#include "console/window/SettingsList.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/DeskLink.h"
 #include "pipeline/Dispatcher.h"
@@ -39,11 +39,16 @@ class NoWorkplaceScreen final : public WorkplaceScreen {
 
 /// The operator's place: all models of the console, each given what it works on, and told what happens. It
 /// exists on every copy, and nothing here asks for a screen or for the role.
-class Workplace final : public OperatorDesk, public ClientScreen, private PrintOutput, private SoundSwitch {
+class Workplace final : public OperatorDesk,
+                        public ClientScreen,
+                        private PrintOutput,
+                        private SoundSwitch,
+                        private SetupHost {
  public:
     struct Needs {
         Foundation& foundation;
         const CentreSettings& settings;
+        LiveSettings& live;
         AlarmLists& lists;
         EventStore& store;
         AlarmHandling& handling;
@@ -70,6 +75,8 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     void Tick(int elapsedMs);
     /// A day is over.
     void PrintDay(OleDate day) { printing_.PrintDay(day); }
+    /// Settings have been written: those that can count from now on.
+    void RenewSettings();
     /// The end: nothing is asked any more.
     void Close();
     /// The name of the port that somebody has muted; empty for none.
@@ -86,7 +93,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     ReconnectBox& Reconnect() { return reconnect_; }
     PeriodBox& Period() { return period_; }
     EditorBox& Editor() { return editor_; }
-    const SettingsList& InForce() const { return inForce_; }
+    SetupBox& Setup() { return setup_; }
     const ShiftList& Shift() const { return shift_; }
     PrinterSettings& PrinterLook() { return printerSettings_; }
     DebugPage& Debug() { return debug_; }
@@ -121,6 +128,10 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
         needs_.deeds.Note(JournalKind::Silence, {.user = UserName(), .station = kHere}, {}, {});
     }
 
+    void NoteSettings(const Text& what) override;
+    bool PlaySound(const Text& file, const Text& device) override;
+    std::vector<LanguageChoice> Languages() override;
+
     AlarmCommands::Needs CommandNeeds();
     CommentBox::Needs SheetNeeds();
     AlarmPage::Needs AlarmNeeds();
@@ -147,7 +158,7 @@ class Workplace final : public OperatorDesk, public ClientScreen, private PrintO
     ReconnectBox reconnect_;
     PeriodBox period_;
     EditorBox editor_;
-    SettingsList inForce_;
+    SetupBox setup_;
     ShiftList shift_;
     MainBox main_;
 };

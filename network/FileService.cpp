@@ -3,6 +3,7 @@
 #include "network/FileDates.h"
 #include "network/Frames.h"
 #include "network/Payload.h"
+#include "runtime/IniText.h"
 
 namespace nordkeep {
 namespace {
@@ -10,6 +11,24 @@ namespace {
 /// The answer is a LongString: its length takes four bytes of the payload.
 constexpr std::size_t kLongestFile = kLongestPayload - 4;
 constexpr TextView kSeparators = "\\/";
+constexpr TextView kGeneral = "General";
+constexpr TextView kNextAlarmId = "NextAlarmId";
+
+/// A client's text of the main settings file, with the number that this copy has counted to meanwhile.
+Text WithPresentNumber(const NativePath& path, Text text) {
+    const auto present = ReadFileUnlinked(path, kLongestFile);
+    const auto number = present ? IniText(*present).Value(kGeneral, kNextAlarmId) : std::nullopt;
+    return number ? IniText(std::move(text)).WithValue(kGeneral, kNextAlarmId, *number) : text;
+}
+
+/// The name of a file in the folder Settings; empty for any other path.
+TextView NameInSettings(TextView path) {
+    const std::size_t separator = path.find_last_of(kSeparators);
+    if (separator == TextView::npos) return {};
+    TextView folder = path.substr(0, separator);
+    while (!folder.empty() && kSeparators.find(folder.front()) != TextView::npos) folder.remove_prefix(1);
+    return EqualsNoCase(folder, "Settings") ? path.substr(separator + 1) : TextView();
+}
 
 }  // namespace
 
@@ -28,7 +47,9 @@ bool FileService::WriteTextFile(TextView path, TextView text) const {
     if (!place) return false;
     // A file that is longer than an answer was read as an empty one; whoever writes it has not seen it.
     if (StampOf(place->path).size > static_cast<std::int64_t>(kLongestFile)) return false;
-    return ReplaceFileUnlinked(place->path, Text(text).append("\r\n"));
+    Text bytes = Text(text).append("\r\n");
+    if (IsMainSettings(path)) bytes = WithPresentNumber(place->path, std::move(bytes));
+    return ReplaceFileUnlinked(place->path, bytes);
 }
 
 std::int32_t FileService::FileTimeStamp(TextView path) const {
@@ -57,14 +78,14 @@ void FileService::MakeDataFolder(TextView path) const {
 }
 
 bool IsTranslationFile(TextView path) {
-    const std::size_t separator = path.find_last_of(kSeparators);
-    if (separator == TextView::npos) return false;
-    TextView folder = path.substr(0, separator);
-    while (!folder.empty() && kSeparators.find(folder.front()) != TextView::npos) folder.remove_prefix(1);
-    const TextView name = path.substr(separator + 1);
+    const TextView name = NameInSettings(path);
     const std::size_t dot = name.rfind('.');
-    if (dot == TextView::npos || !EqualsNoCase(folder, "Settings")) return false;
+    if (dot == TextView::npos) return false;
     return EqualsNoCase(name.substr(dot), ".IDCode") || EqualsNoCase(name.substr(dot), ".TypeCode");
+}
+
+bool IsMainSettings(TextView path) {
+    return EqualsNoCase(NameInSettings(path), "Nordkeep.INI");
 }
 
 }  // namespace nordkeep

@@ -15,6 +15,11 @@ SoundPlayer::SoundPlayer(const Needs& needs, AlarmSound sound) : needs_(needs), 
     needs_.device.SetOutput(sound_.device);
 }
 
+void SoundPlayer::UseSound(AlarmSound sound) {
+    sound_ = std::move(sound);
+    needs_.device.SetOutput(sound_.device);
+}
+
 void SoundPlayer::Request(SoundRequest request) {
     // Started over at each alarm of a burst, the operator would hear nothing but its first moments.
     if (state_ == State::RepeatRequested || state_ == State::Repeating) return;

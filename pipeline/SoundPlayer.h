@@ -26,6 +26,8 @@ class SoundPlayer {
     };
     SoundPlayer(const Needs& needs, AlarmSound sound);
 
+    /// Another sound from the next start on.
+    void UseSound(AlarmSound sound);
     /// A sound that is repeating goes on as it is.
     void Request(SoundRequest request);
     /// The operator has heard it.

@@ -11,7 +11,8 @@ struct Template {
     TextView extension;
     TextView target;
 };
-constexpr std::array<Template, 4> kTemplates = {{{"Default_INI", "INI"},
+constexpr std::array<Template, 5> kTemplates = {{{"Default_INI", "INI"},
+                                                 {"Default_desc", "desc"},
                                                  {"Default_TypeCode", "TypeCode"},
                                                  {"Default_IDCode", "IDCode"},
                                                  {"Default_DataCode", "DataCode"}}};

@@ -2,7 +2,7 @@
 
 #include "console/boxes/CentreOperations.h"
 #include "console/boxes/CommentSettings.h"
-#include "console/boxes/SharedText.h"
+#include "console/lists/SharedText.h"
 #include "console/lists/Captions.h"
 #include "console/lists/OperatorState.h"
 #include "console/lists/WindowView.h"

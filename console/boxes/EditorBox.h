@@ -1,6 +1,6 @@
 #pragma once
 
-#include "console/boxes/SharedText.h"
+#include "console/lists/SharedText.h"
 #include "console/lists/Captions.h"
 #include "console/lists/OperatorState.h"
 #include "console/lists/WindowView.h"

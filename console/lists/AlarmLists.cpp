@@ -10,6 +10,13 @@ void AlarmLists::Attach(Looks looks) {
     acked_.SetLooks(&looks_.rows, looks_.acked);
 }
 
+void AlarmLists::RenewColors(AlarmColorSettings colors, bool hasToolTips) {
+    looks_.rows.colors = std::move(colors);
+    looks_.rows.hasToolTips = hasToolTips;
+    unacked_.MarkAll();
+    acked_.MarkAll();
+}
+
 void AlarmLists::UpdateAlarmLists(cAlarm& alarm) {
     if (alarm.m_Status == kStatusRemoved) return RemoveAlarmRow(alarm);
     const bool isAcked = alarm.m_Status == kStatusAcknowledged;

@@ -18,6 +18,8 @@ class AlarmLists final : public AlarmViews {
         AlarmColumns acked{};
     };
     void Attach(Looks looks);
+    /// Other colours from now on; columns stay.
+    void RenewColors(AlarmColorSettings colors, bool hasToolTips);
 
     void UpdateAlarmLists(cAlarm& alarm) override;
     void RemoveAlarmRow(cAlarm& alarm) override;

@@ -28,6 +28,7 @@ class Captions {
     Text operator()(int number, std::initializer_list<TextView> values) const;
     /// A text that only the language file has, such as a column's heading.
     Text FromFile(int number) const { return language_.GetLanguageText(number); }
+    bool IsInFile(int number) const { return language_.Has(number); }
 
  private:
     const Language& language_;

@@ -2,6 +2,7 @@
 
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/SimulationBox.h"
+#include "console/setup/SetupBox.h"
 #include "console/window/MainBox.h"
 
 namespace nordkeep {
@@ -16,6 +17,7 @@ struct CommandTargets {
     SoundSwitch& sound;
     LoginBox& login;
     SimulationBox& simulation;
+    SetupBox& setup;
 };
 
 }  // namespace nordkeep

@@ -131,7 +131,7 @@ constexpr Rule kRules[] = {
     {C::SetClock, 3035, "", Right::Operate, [](const I& in) { return in.hasGoogolPort; },
      [](const T& t, int) { t.centre.SetClocks(); }},
     {C::FilePrint, 3036, "Ctrl+P", Right::Operate, &IsAlarmList, &Print},
-    {C::FileSetup, 3037, "", Right::Edit, &Always, [](const T& t, int) { t.view.ShowSettings(); }},
+    {C::FileSetup, 3037, "", Right::Edit, &Always, [](const T& t, int) { t.setup.Open(); }},
     {C::Exit, 3038, "", Right::None, &Always, [](const T& t, int) { t.window.AskForEnd(); }},
     {C::SimAlarm, 3039, "", Right::None, &IsOwnCopy, [](const T& t, int) { t.simulation.Open(); },
      &IsSimulation},

@@ -107,7 +107,8 @@ void MainBox::Run(Command command, int item) {
                 .server = needs_.server,
                 .sound = needs_.sound,
                 .login = needs_.login,
-                .simulation = needs_.simulation},
+                .simulation = needs_.simulation,
+                .setup = needs_.setup},
                item);
     alarms_.ForgetInfo();
     Recalc();
@@ -115,6 +116,13 @@ void MainBox::Run(Command command, int item) {
 
 void MainBox::Toggle(bool ViewState::*item) {
     inputs_.checked.*item = !(inputs_.checked.*item);
+}
+
+void MainBox::TakeState(const ViewState& checked) {
+    inputs_.checked = checked;
+    needs_.debug.SetHex(checked.Check_Debug_HexCode);
+    needs_.debug.SetShowLastRow(checked.Check_Debug_ShowLastRow);
+    Recalc();
 }
 
 void MainBox::AskForEnd() {

@@ -3,6 +3,7 @@
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/SimulationBox.h"
 #include "console/lists/SysLogList.h"
+#include "console/setup/SetupBox.h"
 #include "console/window/AlarmPage.h"
 #include "console/window/CopyState.h"
 #include "console/window/DebugPage.h"
@@ -29,6 +30,7 @@ class MainBox final : private PageFrame {
         ProgramEnd& end;
         LoginBox& login;
         SimulationBox& simulation;
+        SetupBox& setup;
         AlarmPage::Needs alarms;
         ObjectPage::Needs objects;
     };
@@ -64,6 +66,8 @@ class MainBox final : private PageFrame {
     /// What of the window is switched on.
     const ViewState& Checked() const override { return inputs_.checked; }
     void Toggle(bool ViewState::*item);
+    /// What is switched on has been set elsewhere.
+    void TakeState(const ViewState& checked);
     /// Ends the program on a yes.
     void AskForEnd();
     /// The state that a clean stop keeps.

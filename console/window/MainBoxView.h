@@ -14,7 +14,6 @@ class WindowRequests {
     virtual void PutOnClipboard(const Text& text) = 0;
     virtual void ShowKeys() = 0;
     virtual void ShowAbout() = 0;
-    virtual void ShowSettings() = 0;
     virtual void ShowShiftList() = 0;
     virtual void ChoosePrinterFont() = 0;
 };
@@ -39,7 +38,6 @@ class NoMainBoxView final : public MainBoxView {
     void PutOnClipboard(const Text&) override {}
     void ShowKeys() override {}
     void ShowAbout() override {}
-    void ShowSettings() override {}
     void ShowShiftList() override {}
     void ChoosePrinterFont() override {}
     void ShowState() override {}

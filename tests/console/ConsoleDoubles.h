@@ -6,6 +6,7 @@
 #include "console/lists/OperatorWindows.h"
 #include "console/lists/WindowView.h"
 #include "console/print/PrintDocument.h"
+#include "console/setup/SetupBox.h"
 #include "console/window/CopyState.h"
 #include "console/window/DebugPage.h"
 #include "network/NetworkServer.h"
@@ -84,6 +85,18 @@ struct RecordingEditorHost final : EditorHost {
     }
     void NoteSaved(const Text& path) override { calls += "saved " + path + ";"; }
     bool takesAll = false;
+    Text calls{};
+};
+
+/// Writes down what the set-up asks for.
+struct RecordingSetupHost final : SetupHost {
+    void NoteSettings(const Text& what) override { calls += "saved " + what + ";"; }
+    bool PlaySound(const Text& file, const Text& device) override {
+        calls += "play " + file + " on " + device + ";";
+        return canPlay;
+    }
+    std::vector<LanguageChoice> Languages() override { return {{44, "English"}, {46, "Svenska"}}; }
+    bool canPlay = true;
     Text calls{};
 };
 

@@ -5,7 +5,6 @@
 #include "console/boxes/SimulationBox.h"
 #include "console/print/AlarmPrinting.h"
 #include "console/print/ShiftList.h"
-#include "console/window/SettingsList.h"
 #include "tests/console/SheetWorld.h"
 #include "tests/doubles/RecordingIntake.h"
 
@@ -221,29 +220,6 @@ TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
     w.editor.Type("no right");
     w.editor.Save();
     EXPECT_EQ(w.folder.Read("Information\\A\\1.TXT"), "theirs\r\n");
-}
-
-TEST(SettingsList, ShowsWhatIsInForceAndNoPassword) {
-    struct Some {
-        Text password{};
-        Text text{"x"};
-        int number = 7;
-    };
-    const SettingRow<Some> rows[] = {
-        {"NetWork", "AutoLoginPassword", SettingScope::Workstation, &Some::password},
-        {"General", "B", SettingScope::Workstation, &Some::number},
-        {"General", "a", SettingScope::Centre, &Some::text},
-        {"General", "A", SettingScope::Centre, &Some::text},
-        {"General", "P", SettingScope::Port, &Some::text}};
-    ConsoleWorld w;
-    w.folder.Write("Settings\\Nordkeep.INI", "[General]\r\nB=8\r\n[NetWork]\r\nAutoLoginPassword=secret\r\n");
-    SettingsList list(w.files, "path");
-    list.Add(std::span<const SettingRow<Some>>(rows));
-    Text shown;
-    for (const SettingInForce& row : list.Rows()) {
-        shown += row.section + "." + row.key + "=" + row.value + (row.isChanged ? "! " : " ");
-    }
-    EXPECT_EQ(shown, "General.a=x General.B=8! NetWork.AutoLoginPassword=********! ");
 }
 
 TEST(SimulationBox, SpreadsAHundredEventsOverTurnsOfTheLoop) {

@@ -2,7 +2,6 @@
 
 #include "console/print/ShiftList.h"
 #include "console/window/MainBox.h"
-#include "console/window/SettingsList.h"
 #include "tests/console/ConsoleDoubles.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"
@@ -105,7 +104,14 @@ struct MainBoxWorld {
               period({translations, centre, captions, world.time, world.around}),
               editor({dataFiles, world.dialogs, captions, world.around, world.editorHost}),
               simulation({world.intake, translations, world.time, world.time, world.ports, 1}),
-              inForce(files, "path"),
+              setup({.files = files,
+                     .centreFiles = dataFiles,
+                     .dialogs = world.dialogs,
+                     .captions = captions,
+                     .state = world.around,
+                     .host = world.setupHost,
+                     .dataFolder = world.folder.Tree(),
+                     .programFolder = world.folder.Tree()}),
               shift({store, translations, captions, world.time, printerSettings}),
               box(NeedsOf(world), LoadSettings(files, ViewStateRows())) {
             log.SetRowListener([this](const LogRow& row) { sysLog.AddLine(row); });
@@ -133,6 +139,7 @@ struct MainBoxWorld {
                     .end = world.end,
                     .login = login,
                     .simulation = simulation,
+                    .setup = setup,
                     .alarms = {.store = store,
                                .lists = lists,
                                .commands = commands,
@@ -182,7 +189,7 @@ struct MainBoxWorld {
         PeriodBox period;
         EditorBox editor;
         SimulationBox simulation;
-        SettingsList inForce;
+        SetupBox setup;
         ShiftList shift;
         MainBox box;
     };
@@ -197,6 +204,7 @@ struct MainBoxWorld {
     FakeCopy around{port};
     FakePorts ports{};
     RecordingServer server{};
+    RecordingSetupHost setupHost{};
     RecordingPrinter printer{};
     RecordingEditorHost editorHost{};
     RecordingIntake intake{};

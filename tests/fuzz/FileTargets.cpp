@@ -1,3 +1,4 @@
+#include "console/setup/Descriptor.h"
 #include "ports/formats/CollectedFile.h"
 #include "ports/formats/XmlText.h"
 #include "runtime/Dates.h"
@@ -37,6 +38,15 @@ void RunLanguage(TextView input) {
     language.GetLanguageText(1);
 }
 
+// A descriptor that is damaged never hides what the delivered one shows.
+void RunDescriptor(TextView input) {
+    const SetupDescriptor delivered = ParseDescriptor("Page;a;1\nGroup;2\nKey;S;K;text;1;2;centre;now;x\n");
+    SetupDescriptor read = ParseDescriptor(input);
+    if (read.fault) return;
+    const bool isHidden = !read.hidden.empty();
+    if (!FindKey(Complete(std::move(read), delivered), {"S", "K"}) && !isHidden) std::abort();
+}
+
 void RunDates(TextView input) {
     ParseCompactTime(input);
     ParseDateTime(input);
@@ -72,6 +82,10 @@ std::vector<FuzzTarget> FileTargets() {
         {"ini", &RunIni, {"[General]\r\nKey=value\r\n; remark\r\n[Other]\r\nA=\"b\"\r\n"}},
         {"event", &RunEventFile, {EventBytes(cAlarm{.m_AlarmCode = "1234", .m_IdCode = "12"}, 0, 3)}},
         {"language", &RunLanguage, {"0=English\r\n1=One=two\r\n"}},
+        {"descriptor",
+         &RunDescriptor,
+         {"Page;a;1;hidden\nGroup;\"x\"\nKey;S;K;number 1..9;1;2;centre;now;x\nHide;S;L;port\n",
+          "Page;a;1\nGroup;2\nKey;S;K;choice 0=1,b=\"c\";1;2;workstation;restart;\n"}},
         {"dates", &RunDates, {"20240510070809", "2024-05-10 07:08:09", "YYYY-MM-DD \"x\" \\y HH:MM"}},
         {"fieldmap",
          &RunFieldMap,

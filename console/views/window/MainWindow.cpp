@@ -3,7 +3,6 @@
 #include "console/views/boxes/AboutDialog.h"
 #include "console/views/boxes/FindingsWindow.h"
 #include "console/views/boxes/PrinterFontDialog.h"
-#include "console/views/boxes/SettingsWindow.h"
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
@@ -268,10 +267,6 @@ void MainWindow::ShowOnce(QDialog* window) {
 
 void MainWindow::ShowAbout() {
     ShowOnce(new AboutDialog(needs_.side.about, captions_, this));
-}
-
-void MainWindow::ShowSettings() {
-    ShowOnce(new SettingsWindow(needs_.side.settings, captions_, this));
 }
 
 void MainWindow::ShowFindings() {

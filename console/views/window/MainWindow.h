@@ -5,7 +5,6 @@
 #include "console/views/lists/RowAdapter.h"
 #include "console/window/FindingsSource.h"
 #include "console/window/MainBox.h"
-#include "console/window/SettingsList.h"
 #include "platform/UserStore.h"
 
 #include <QtWidgets/QMainWindow>
@@ -41,7 +40,6 @@ struct MainWindowStart {
 /// What the windows show that the main window makes for the moment.
 struct SideModels {
     AboutText about;
-    const SettingsList& settings;
     const ShiftList& shift;
     PrinterSettings& printerLook;  // changed by the choice of a font
     PrintOutput& printer;
@@ -72,7 +70,6 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void PutOnClipboard(const Text& text) override;
     void ShowKeys() override;
     void ShowAbout() override;
-    void ShowSettings() override;
     void ShowShiftList() override;
     void ShowFindings();
     void ChoosePrinterFont() override;

@@ -8,10 +8,10 @@
 #include "console/views/boxes/PeriodDialog.h"
 #include "console/views/boxes/PictureWindow.h"
 #include "console/views/boxes/ReconnectDialog.h"
-#include "console/views/boxes/SettingsWindow.h"
 #include "console/views/boxes/SimulationDialog.h"
 #include "console/views/print/PreviewWindow.h"
 #include "console/views/print/ShiftWindow.h"
+#include "console/views/setup/SetupWindow.h"
 #include "tests/console/SheetWorld.h"
 #include "tests/doubles/RecordingIntake.h"
 
@@ -72,7 +72,7 @@ struct AllWindows : LanguageWorld {
         period.SetView(periodDialog);
         editor.SetView(editorWindow);
         simulation.SetView(simulationDialog);
-        settingsList.Add(CommentSettingRows());
+        setup.SetView(setupWindow);
     }
     std::vector<QWidget*> Open() {
         sheet.OpenAlarm(alarm->m_FilePointer, OpenedBy::Operator);
@@ -83,7 +83,7 @@ struct AllWindows : LanguageWorld {
         period.Open("A/B", {"1"});
         editor.Open({kComments, sample, ""});
         simulation.Open();
-        settingsWindow = std::make_unique<SettingsWindow>(settingsList, captions);
+        setup.Open();
         about = std::make_unique<AboutDialog>(MakeAboutText(captions, "1", sample, Role::Server), captions);
         shift = std::make_unique<ShiftWindow>(
             ShiftList({*store, translations, captions, time, printerSettings}), captions, [] {});
@@ -93,15 +93,14 @@ struct AllWindows : LanguageWorld {
                        captions),
             captions);
         preview->setAttribute(Qt::WA_DeleteOnClose, false);
-        for (QWidget* window :
-             {static_cast<QWidget*>(settingsWindow.get()), static_cast<QWidget*>(about.get()),
-              static_cast<QWidget*>(shift.get()), static_cast<QWidget*>(preview.get())}) {
+        for (QWidget* window : {static_cast<QWidget*>(about.get()), static_cast<QWidget*>(shift.get()),
+                                static_cast<QWidget*>(preview.get())}) {
             window->show();
         }
         QApplication::processEvents();
-        return {&sheetWindow,         &mapWindow,    &pictureWindow, &loginDialog,
-                &reconnectDialog,     &periodDialog, &editorWindow,  &simulationDialog,
-                settingsWindow.get(), about.get(),   shift.get(),    preview.get()};
+        return {&sheetWindow,     &mapWindow,    &pictureWindow, &loginDialog,
+                &reconnectDialog, &periodDialog, &editorWindow,  &simulationDialog,
+                &setupWindow,     about.get(),   shift.get(),    preview.get()};
     }
 
     Text sample;
@@ -133,8 +132,17 @@ struct AllWindows : LanguageWorld {
     SimulationBox simulation{
         {.intake = intake, .translations = translations, .clock = time, .loop = time, .ports = ports}};
     SimulationDialog simulationDialog{simulation, captions};
-    SettingsList settingsList{files, sample};
-    std::unique_ptr<SettingsWindow> settingsWindow{};
+    RecordingSetupHost setupHost{};
+    FileTree templates{NORDKEEP_SOURCE_DIR "/templates"};
+    SetupBox setup{{.files = files,
+                    .centreFiles = dataFiles,
+                    .dialogs = dialogs,
+                    .captions = captions,
+                    .state = *this,
+                    .host = setupHost,
+                    .dataFolder = folder.Tree(),
+                    .programFolder = templates}};
+    SetupWindow setupWindow{setup, captions};
     std::unique_ptr<AboutDialog> about{};
     std::unique_ptr<ShiftWindow> shift{};
     std::unique_ptr<PreviewWindow> preview{};

@@ -13,7 +13,6 @@ inline MainWindow::Needs WindowOf(MainBoxWorld& world, FakeUserStore& store) {
             .files = running.files,
             .store = store,
             .side = {.about = {},
-                     .settings = running.inForce,
                      .shift = running.shift,
                      .printerLook = running.printerSettings,
                      .printer = world.printer}};

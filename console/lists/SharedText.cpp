@@ -1,4 +1,4 @@
-#include "console/boxes/SharedText.h"
+#include "console/lists/SharedText.h"
 
 namespace nordkeep {
 

@@ -1,0 +1,82 @@
+#include "console/views/setup/FieldRow.h"
+
+#include <QtWidgets/QGridLayout>
+
+namespace nordkeep {
+namespace {
+
+constexpr int kCaptionDefault = 3865;
+constexpr int kCaptionWorkstation = 3891;
+constexpr int kCaptionCentre = 3892;
+constexpr int kCaptionLetters = 34;  // width of the captions
+constexpr int kGap = 8;              // px
+constexpr int kCaptionDrop = 4;      // px, down to the line of the text that is edited
+
+}  // namespace
+
+FieldRow::FieldRow(const EditorNeeds& needs)
+    : needs_(needs),
+      caption_(NewDataLabel()),
+      editor_(NewFieldEditor(needs)),
+      default_(NewButton(needs.captions, kCaptionDefault)),
+      help_(NewDataLabel()) {
+    const SetupField& field = Field();
+    const QString caption = ShownLine(field.caption);
+    caption_->setText(caption);
+    caption_->setBuddy(editor_->Input());
+    caption_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    caption_->setFixedWidth(caption_->fontMetrics().averageCharWidth() * kCaptionLetters);
+    caption_->setContentsMargins(0, kCaptionDrop, 0, 0);
+    editor_->Input()->setAccessibleName(caption);
+    default_->setFlat(true);
+    default_->setAccessibleName(default_->text() + QStringLiteral(", ") + caption);
+    default_->setToolTip(ToolTipText(ShownLine(field.key.byDefault)));
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, kGap);
+    grid->setVerticalSpacing(2);
+    grid->addWidget(caption_, 0, 0, Qt::AlignTop);
+    grid->addWidget(editor_, 0, 1);
+    grid->addWidget(default_, 0, 2, Qt::AlignTop);
+    grid->addWidget(help_, 1, 1, 1, 2);
+    grid->setColumnStretch(1, 1);
+    FieldForm& form = needs.form;
+    editor_->onEdit = [&form, number = needs.field](const Text& value) { form.Type(number, value); };
+    connect(default_, &QPushButton::clicked, this,
+            [&form, number = needs.field] { form.UseDefault(number); });
+    ShowValue();
+    ShowState();
+}
+
+QString FieldRow::HelpText() const {
+    const SetupField& field = Field();
+    const int scope = field.key.scope == SettingScope::Centre ? kCaptionCentre : kCaptionWorkstation;
+    QString text = ShownLine(field.help);
+    if (field.key.when != AppliesWhen::Now)
+        text += QStringLiteral(" ") + ShownLine(AppliesText(field, needs_.captions));
+    return text + QStringLiteral(" (") + ShownLine(field.key.section + ", " + field.key.key) +
+           QStringLiteral(", ") + CaptionText(needs_.captions, scope).toLower() + QStringLiteral(")");
+}
+
+void FieldRow::ShowValue() {
+    editor_->ShowValue(Field().typed);
+}
+
+// The fault takes the place of the help, so that nothing below it moves while somebody types.
+void FieldRow::ShowState() {
+    const SetupField& field = Field();
+    QFont font = caption_->font();
+    font.setBold(field.IsChanged());
+    caption_->setFont(font);
+    const QString fault = ShownLine(field.fault);
+    if (!fault.isEmpty()) help_->setMinimumHeight(help_->height());
+    help_->setText(fault.isEmpty() ? HelpText() : QStringLiteral("! ") + fault);
+    editor_->Input()->setAccessibleDescription(help_->text());
+    QPalette colors = palette();
+    const QColor muted = IsDark(colors) ? QColor(0xA3, 0xAD, 0xB8) : QColor(0x57, 0x60, 0x6A);
+    colors.setColor(QPalette::WindowText, fault.isEmpty() ? muted : WarningColor(colors));
+    help_->setPalette(colors);
+    editor_->setEnabled(!field.isReadOnly);
+    default_->setEnabled(!field.isReadOnly && !field.IsDefault());
+}
+
+}  // namespace nordkeep

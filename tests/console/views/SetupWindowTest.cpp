@@ -1,0 +1,116 @@
+#include "console/views/setup/FieldRow.h"
+#include "tests/console/views/AllWindows.h"
+
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+
+#include <gtest/gtest.h>
+
+namespace nordkeep {
+namespace {
+
+/// The delivered set-up in front of somebody.
+struct SetupWindowWorld : AllWindows {
+    explicit SetupWindowWorld(const char* number = "044") : AllWindows(number, "x") {
+        folder.Write("Settings\\Nordkeep.INI",
+                     "[General]\r\nMaxAlarms=many\r\nColorState_0=777777;FFFFFF\r\n");
+        setup.Open();
+        QApplication::processEvents();
+    }
+    QListWidget* Pages() { return InputOf<QListWidget>(PlainCaption(captions, 3860)); }
+    /// What takes the keys for a field, by its caption.
+    template <class Input>
+    Input* InputOf(const QString& caption) {
+        for (Input* input : setupWindow.findChildren<Input*>()) {
+            if (input->accessibleName() == caption) return input;
+        }
+        return nullptr;
+    }
+    QPushButton* Button(int caption) {
+        for (QPushButton* button : setupWindow.findChildren<QPushButton*>()) {
+            if (button->text() == CaptionText(captions, caption)) return button;
+        }
+        return nullptr;
+    }
+    void Search(const QString& words) {
+        InputOf<QLineEdit>(CaptionText(captions, 3861))->setText(words);
+        QApplication::processEvents();
+    }
+};
+
+TEST(SetupWindow, ShowsEveryPageOfTheDeliveredDescriptor) {
+    for (const char* number : {"044", "046"}) {
+        SetupWindowWorld w(number);
+        for (int page = 0; page < w.Pages()->count(); ++page) {
+            w.Pages()->setCurrentRow(page);
+            QApplication::processEvents();
+            EXPECT_EQ(w.setup.CurrentPage(), static_cast<std::size_t>(page));
+            for (QLabel* label : w.setupWindow.findChildren<QLabel*>()) {
+                EXPECT_FALSE(label->text().contains("Invalid Text")) << label->text().toStdString();
+            }
+        }
+    }
+}
+
+TEST(SetupWindow, TypesAppliesAndTellsFaultsWithoutMovingTheRow) {
+    SetupWindowWorld w;
+    auto* most = w.InputOf<QLineEdit>("Alarms kept at most");
+    ASSERT_TRUE(most);
+    EXPECT_EQ(most->text(), "many");
+    EXPECT_TRUE(most->accessibleDescription().startsWith("! ")) << "also for who only hears it";
+    EXPECT_TRUE(w.Pages()->item(0)->text().contains("! 1"));
+    most->setText("70");
+    most->textEdited("70");
+    EXPECT_FALSE(most->accessibleDescription().startsWith("! "));
+    EXPECT_TRUE(w.Pages()->item(0)->text().contains("*"));
+    w.Button(3863)->click();
+    EXPECT_EQ(w.files.ReadIni("General", "MaxAlarms", ""), "70");
+    EXPECT_EQ(most, w.InputOf<QLineEdit>("Alarms kept at most")) << "the field stays where it is";
+    EXPECT_FALSE(w.Button(3863)->isEnabled());
+}
+
+TEST(SetupWindow, ChoicesAndSwitchesWriteTheirValues) {
+    SetupWindowWorld w;
+    w.Search("AlarmSound");
+    auto* sound = w.InputOf<QComboBox>("Sound of an alarm");
+    ASSERT_TRUE(sound);
+    sound->setCurrentIndex(2);
+    sound->activated(2);
+    w.Search("AutoViewMap");
+    auto* map = w.InputOf<QCheckBox>("The map opens for each new alarm");
+    ASSERT_TRUE(map);
+    map->click();
+    w.setup.Apply();
+    EXPECT_EQ(w.files.ReadIni("General", "AlarmSound", ""), "2");
+    EXPECT_EQ(w.files.ReadIni("General", "AutoViewMap", ""), "1");
+}
+
+TEST(SetupWindow, AColourPairShowsItsContrast) {
+    SetupWindowWorld w;
+    w.Search("ColorState_0");
+    bool isTold = false;
+    for (QLabel* label : w.setupWindow.findChildren<QLabel*>()) {
+        isTold = isTold || label->text() == ShownLine(w.captions(3877, {"4.4"}));
+    }
+    EXPECT_TRUE(isTold);
+}
+
+TEST(SetupWindow, ColumnsAreMovedAndTakenAway) {
+    SetupWindowWorld w;
+    w.Search("ListView_Unacked Columns");
+    auto* list = w.InputOf<QListWidget>("Columns of the new alarms");
+    ASSERT_TRUE(list);
+    list->setCurrentRow(0);
+    const QString first = list->item(0)->text();
+    w.Button(3896)->click();
+    EXPECT_EQ(list->item(1)->text(), first);
+    list->item(0)->setCheckState(Qt::Unchecked);
+    w.setup.Apply();
+    const Text columns = w.files.ReadIni("ListView_Unacked", "Columns", "");
+    EXPECT_EQ(columns.substr(0, columns.find(',')), Text(first.section('(', 1).chopped(1).toStdString()));
+}
+
+}  // namespace
+}  // namespace nordkeep
