@@ -70,6 +70,7 @@ class TranslationFixture : public ::testing::Test {
     void Reload() {
         PortBinding* ports[] = {&port};
         translations.ReloadAllTranslations(true, ports);
+        translations.DeleteLastEvents();
     }
     /// One set "A" on the port, with these objects.
     cTranslate& LoadSet(TextView objects) {
