@@ -35,6 +35,7 @@ Centre::Centre(Foundation& f)
       check_({.dataFolder = f.DataFolder(),
               .programFolder = f.ProgramFolder(),
               .language = f.Texts(),
+              .role = f.CopyRole(),
               .loop = f.Platform().loop,
               .log = f.Log(),
               .stalls = stalls_}),

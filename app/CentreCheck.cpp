@@ -26,16 +26,11 @@ constexpr TextView kUsersFile = "Settings\\Users.INI";
 constexpr std::array<TextView, 8> kFolders = {"Settings",   "Data",        "Data\\Events", "LogFiles",
                                               "AlarmFiles", "Information", "Comments",     "Maps"};
 
-/// A copy whose operators work on a server's alarms: it has neither ports nor sets nor users of its own.
-bool IsClient(const IniLines& main) {
-    const auto isSet = [&](TextView key) { return !TrimBlanks(main.ValueOf("NetWork", key)).empty(); };
-    return isSet("ServerAddress") && !isSet("ClientAddresses");
-}
-
 }  // namespace
 
-CentreCheck::CentreCheck(const FileTree& dataFolder, const FileTree& programFolder, const Language& language)
-    : dataFolder_(dataFolder), programFolder_(programFolder), findings_(language) {
+CentreCheck::CentreCheck(const FileTree& dataFolder, const FileTree& programFolder, const Language& language,
+                         std::optional<Role> role)
+    : dataFolder_(dataFolder), programFolder_(programFolder), role_(role), findings_(language) {
     Plan([this] { CheckMainFile(); });
 }
 
@@ -81,9 +76,16 @@ void CentreCheck::CheckMainFile() {
             loaded->findings.Error(0, kTextNotWritable, {loaded->findings.Path()});
     }
     Plan([this] { CheckFolders(); });
-    if (IsClient(main_)) return;
+    if (IsClient()) return;
     Plan([this] { PlanPorts(); });
     Plan([this] { CheckUsersFile(); });
+}
+
+// A copy whose operators work on a server's alarms: it has neither ports nor sets nor users of its own.
+bool CentreCheck::IsClient() const {
+    if (role_) return *role_ == Role::Client;
+    const auto isSet = [&](TextView key) { return !TrimBlanks(main_.ValueOf("NetWork", key)).empty(); };
+    return isSet("ServerAddress") && !isSet("ClientAddresses");
 }
 
 void CentreCheck::PlanPorts() {

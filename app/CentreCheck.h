@@ -3,6 +3,7 @@
 #include "platform/FileTree.h"
 #include "ports/PortCheck.h"
 #include "runtime/Findings.h"
+#include "runtime/Role.h"
 #include "translation/SetCheck.h"
 
 #include <deque>
@@ -17,7 +18,9 @@ namespace nordkeep {
 /// copy receives meanwhile however many objects there are.
 class CentreCheck {
  public:
-    CentreCheck(const FileTree& dataFolder, const FileTree& programFolder, const Language& language);
+    /// Without a role it is that of a copy that is started here with a window.
+    CentreCheck(const FileTree& dataFolder, const FileTree& programFolder, const Language& language,
+                std::optional<Role> role = std::nullopt);
     CentreCheck(const CentreCheck&) = delete;
     CentreCheck& operator=(const CentreCheck&) = delete;
 
@@ -35,6 +38,7 @@ class CentreCheck {
         FileFindings findings;
     };
 
+    bool IsClient() const;
     void CheckMainFile();
     void PlanPorts();
     void CheckPort(const Text& name);
@@ -54,6 +58,7 @@ class CentreCheck {
 
     const FileTree& dataFolder_;
     const FileTree& programFolder_;
+    std::optional<Role> role_;
     Findings findings_;
     std::deque<Work> works_{};
     Text mainContent_{};

@@ -40,18 +40,21 @@ class LocalCentre final : public CentreOperations {
 
 class LocalEditorHost final : public EditorHost {
  public:
-    LocalEditorHost(const FileTree& dataFolder, ReloadRequest& reload, Deeds& deeds)
-        : programs_(dataFolder), reload_(reload), deeds_(deeds) {}
+    LocalEditorHost(const FileTree& dataFolder, const PlaceParts& parts)
+        : programs_(dataFolder), reload_(parts.reload), deeds_(parts.deeds), check_(parts.check) {}
     bool StartProgram(const EditedFile& edited) override { return programs_.Start(edited); }
     void NoteSaved(const Text& path) override {
         deeds_.Note(JournalKind::Edit, kOperator, {}, path);
-        if (IsTranslationFile(path)) reload_.Ask();
+        if (IsTranslationFile(path)) return reload_.Ask();
+        constexpr TextView kSettings = "Settings\\";
+        if (EqualsNoCase(TextView(path).substr(0, kSettings.size()), kSettings)) check_.Begin();
     }
 
  private:
     EditorPrograms programs_;
     ReloadRequest& reload_;
     Deeds& deeds_;
+    RunningCheck& check_;
 };
 
 PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
@@ -59,7 +62,7 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     PlaceRole role;
     role.files = std::make_unique<LocalDataFiles>(dataFolder);
     role.maps = std::make_unique<OwnMaps>(*role.files);
-    role.editorHost = std::make_unique<LocalEditorHost>(dataFolder, parts.reload, parts.deeds);
+    role.editorHost = std::make_unique<LocalEditorHost>(dataFolder, parts);
     role.centre = std::make_unique<LocalCentre>(parts);
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);

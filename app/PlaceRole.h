@@ -40,7 +40,7 @@ struct PlaceParts {
     NetworkRole& network;
     NetworkPeers& peers;  // built behind this
     OperatorPorts& ports;
-    const RunningCheck& check;
+    RunningCheck& check;
     ReloadRequest& reload;
 };
 PlaceRole MakePlaceRole(const PlaceParts& parts);

@@ -23,7 +23,8 @@ Text StemOf(TextView path) {
 
 void RunningCheck::Begin() {
     ++round_;
-    check_ = std::make_unique<CentreCheck>(needs_.dataFolder, needs_.programFolder, needs_.language);
+    check_ =
+        std::make_unique<CentreCheck>(needs_.dataFolder, needs_.programFolder, needs_.language, needs_.role);
     PostSlice();
 }
 

@@ -18,6 +18,7 @@ class RunningCheck final : public FindingsSource {
         const FileTree& dataFolder;
         const FileTree& programFolder;
         const Language& language;
+        Role role;
         EventLoop& loop;
         SysLog& log;
         StallWatch& stalls;

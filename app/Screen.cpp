@@ -14,6 +14,8 @@
 #include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
 
+#include <algorithm>
+
 namespace nordkeep {
 namespace {
 
@@ -44,7 +46,8 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
                     .shift = centre.Place().Shift(),
                     .printerLook = centre.Place().PrinterLook(),
                     .printer = printer_,
-                    .findings = &centre.Check()}}) {
+                    .findings = &centre.Check(),
+                    .openFinding = [this](const Finding& finding) { OpenFinding(finding); }}}) {
     SetBehindModels();
     if (dialogs_) {
         dialogs_->UseCaptions(centre.Place().Words());
@@ -56,6 +59,15 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
 
 Screen::~Screen() {
     centre_.Place().SetScreen(nullptr);
+}
+
+void Screen::OpenFinding(const Finding& finding) {
+    Text path = finding.file;
+    std::ranges::replace(path, '/', '\\');
+    // A folder is nothing to edit, and what a client's editor shows is its server's.
+    if (foundation_.CopyRole() == Role::Client) return;
+    if (!StampOf(foundation_.DataFolder().Resolve(path)).Exists()) return;
+    centre_.Place().Editor().Open({.path = path, .title = finding.file, .line = finding.line});
 }
 
 void Screen::SetBehindModels() {

@@ -27,6 +27,7 @@ class Screen final : public WorkplaceScreen {
     void PrepareForEnd() override;
 
  private:
+    void OpenFinding(const Finding& finding);
     void SetBehindModels();
 
     Centre& centre_;

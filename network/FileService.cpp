@@ -3,7 +3,10 @@
 #include "network/FileDates.h"
 #include "network/Frames.h"
 #include "network/Payload.h"
+#include "runtime/Fields.h"
 #include "runtime/IniText.h"
+
+#include <algorithm>
 
 namespace nordkeep {
 namespace {
@@ -30,7 +33,45 @@ TextView NameInSettings(TextView path) {
     return EqualsNoCase(folder, "Settings") ? path.substr(separator + 1) : TextView();
 }
 
+constexpr int kEditorLevel = 2;
+constexpr const char* kForEditors[] = {"*.IDCode", "*.TypeCode",   "*.DataCode",
+                                       "*.desc",   "Nordkeep.INI", "Port*.ini"};
+
+bool LiesBelow(TextView path, TextView folder) {
+    return path.size() > folder.size() && EqualsNoCase(path.substr(0, folder.size()), folder);
+}
+
 }  // namespace
+
+std::optional<Text> FileService::Inside(TextView path, PathKind kind) const {
+    const auto place = paths_.Find(path, kind);
+    const auto root = CanonicalPath(dataFolder_.Root());
+    if (!place || !root || !place->path.starts_with(*root + "/")) return std::nullopt;
+    Text inside = FromUtf8(place->path.substr(root->size() + 1));
+    std::ranges::replace(inside, '/', '\\');
+    return inside;
+}
+
+// By the place that the path leads to: however it is written, and through whatever links.
+bool FileService::MayWrite(TextView path, int level) const {
+    const auto inside = Inside(path, PathKind::BelowDataFolder);
+    if (!inside) return false;
+    if (LiesBelow(*inside, "Comments\\") || LiesBelow(*inside, "Information\\")) return true;
+    constexpr TextView kSettings = "Settings\\";
+    if (level < kEditorLevel || !LiesBelow(*inside, kSettings)) return false;
+    const Text name = inside->substr(kSettings.size());
+    if (name.find('\\') != Text::npos) return false;
+    return std::ranges::any_of(kForEditors, [&](const char* mask) { return MatchesMask(name, mask); });
+}
+
+// Copies of such a file, whatever is behind its name, hold the same passwords.
+bool FileService::MayRead(TextView path, int level) const {
+    const auto inside = Inside(path, PathKind::Read);
+    if (!inside || !LiesBelow(*inside, "Settings\\")) return true;
+    const Text name = inside->substr(inside->rfind('\\') + 1);
+    if (MatchesMask(name, "Users.INI*")) return false;
+    return level >= kEditorLevel || !MatchesMask(name, "Port*.ini*");
+}
 
 Text FileService::ReadTextFile(TextView path) const {
     Text text = WithLineEnds(ReadBinaryFile(path));

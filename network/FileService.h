@@ -10,7 +10,14 @@ namespace nordkeep {
 /// The server's files for its clients. Whatever is refused looks like a file that is not there.
 class FileService {
  public:
-    FileService(const FileTree& dataFolder, TextView readableFolders) : paths_(dataFolder, readableFolders) {}
+    FileService(const FileTree& dataFolder, TextView readableFolders)
+        : dataFolder_(dataFolder), paths_(dataFolder, readableFolders) {}
+
+    /// Whether a client may write there: comments and object information from anybody, as the alarm sheet
+    /// needs; the files of sets, ports and settings from who edits (level 2); nothing else.
+    bool MayWrite(TextView path, int level) const;
+    /// Whether a client may read there: ports' settings, which hold passwords, only with level 2.
+    bool MayRead(TextView path, int level) const;
 
     /// The lines with their ends, at most as much as a frame carries.
     Text ReadTextFile(TextView path) const;
@@ -24,6 +31,10 @@ class FileService {
     void MakeDataFolder(TextView path) const;
 
  private:
+    /// A place that a path leads to, below the data folder with "\" between the components.
+    std::optional<Text> Inside(TextView path, PathKind kind) const;
+
+    const FileTree& dataFolder_;
     SharedPaths paths_;
 };
 

@@ -6,6 +6,7 @@
 #include "translation/AliveTestReset.h"
 #include "translation/ObjectLookup.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace nordkeep {
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kTextNoSuchEvent = 1078;
 constexpr int kTextRefusedLogin = 1090;
+constexpr int kTextRefusedFile = 3822;
 constexpr int kTextLoggedIn = 1091;
 constexpr int kTextLoggedOut = 1092;
 constexpr std::size_t kLongestNameInLog = 128;
@@ -199,8 +201,11 @@ void NetworkServer::Login(int slot, TextView payload) {
         needs_.slots.SendTo(slot, Message::Login, PayloadOf(*answer));
         needs_.slots.Log(slot, name + AddressLine(kTextLoggedIn, slot), LogKind::Information);
         users_.at(static_cast<std::size_t>(slot)) = request.userName;
+        levels_.at(static_cast<std::size_t>(slot)) = answer->level;
         needs_.deeds.Note(JournalKind::Login, DoerAt(slot), {}, answer->fullName);
     } else {
+        // The client takes the answer for the end of its login.
+        ForgetUser(slot);
         needs_.slots.SendTo(slot, Message::Logout, {});
         needs_.slots.Log(slot, name + AddressLine(kTextRefusedLogin, slot), LogKind::Failure);
         const Doer refused{request.userName.substr(0, kLongestNameInLog), needs_.slots.AddressOf(slot)};
@@ -212,16 +217,38 @@ void NetworkServer::Logout(int slot, TextView) {
     needs_.slots.SendTo(slot, Message::Logout, {});
     needs_.slots.Log(slot, AddressLine(kTextLoggedOut, slot), LogKind::Information);
     needs_.deeds.Note(JournalKind::Logout, DoerAt(slot), {}, {});
+    ForgetUser(slot);
+}
+
+void NetworkServer::ForgetUser(int slot) {
     users_.at(static_cast<std::size_t>(slot)).clear();
+    levels_.at(static_cast<std::size_t>(slot)) = 0;
+}
+
+int NetworkServer::LevelAt(int slot) const {
+    const bool isAnyUser = StampOf(needs_.dataFolder.Resolve("Settings\\Users.INI")).Exists();
+    return isAnyUser ? levels_.at(static_cast<std::size_t>(slot)) : 0;
+}
+
+void NetworkServer::LogRefusal(int slot, TextView path) {
+    constexpr std::size_t kShown = 120;
+    Text shown(path.substr(0, kShown));
+    std::ranges::replace_if(
+        shown, [](char c) { return static_cast<unsigned char>(c) < 32; }, ' ');
+    needs_.slots.Log(slot, AddressLine(kTextRefusedFile, slot) + " '" + shown + "'", LogKind::Failure);
 }
 
 void NetworkServer::ReadTextFile(int slot, TextView payload) {
-    const Text text = fileService_.ReadTextFile(ReadPayload<ShortText>(payload).text);
+    const Text path = ReadPayload<ShortText>(payload).text;
+    const bool mayRead = fileService_.MayRead(path, LevelAt(slot));
+    if (!mayRead) LogRefusal(slot, path);
+    const Text text = mayRead ? fileService_.ReadTextFile(path) : Text();
     needs_.slots.SendTo(slot, Message::ReadTextFile, PayloadOf(LongText{text}));
 }
 
 void NetworkServer::WriteTextFile(int slot, TextView payload) {
     const auto file = ReadPayload<FileToWrite>(payload);
+    if (!fileService_.MayWrite(file.path, LevelAt(slot))) return LogRefusal(slot, file.path);
     if (!fileService_.WriteTextFile(file.path, file.text)) return;
     needs_.deeds.Note(JournalKind::Edit, DoerAt(slot), {}, file.path);
     if (IsTranslationFile(file.path)) needs_.requestReload();
@@ -239,7 +266,10 @@ void NetworkServer::ScanForFiles(int slot, TextView payload) {
 }
 
 void NetworkServer::ReadBinaryFile(int slot, TextView payload) {
-    const Text bytes = fileService_.ReadBinaryFile(ReadPayload<ShortText>(payload).text);
+    const Text path = ReadPayload<ShortText>(payload).text;
+    const bool mayRead = fileService_.MayRead(path, LevelAt(slot));
+    if (!mayRead) LogRefusal(slot, path);
+    const Text bytes = mayRead ? fileService_.ReadBinaryFile(path) : Text();
     needs_.slots.SendTo(slot, Message::ReadBinaryFile, PayloadOf(LongText{bytes}));
 }
 

@@ -63,7 +63,7 @@ class NetworkServer final : public SlotHandler {
     void HandleMessage(int slot, std::uint8_t number, TextView payload) override;
     void ClientCame(int slot) override {
         walks_.at(static_cast<std::size_t>(slot)).reset();
-        users_.at(static_cast<std::size_t>(slot)).clear();
+        ForgetUser(slot);
     }
     void SendCompleted(int slot) override {
         if (ContinueWork(slot)) needs_.slots.RequestTurn();
@@ -95,6 +95,11 @@ class NetworkServer final : public SlotHandler {
 
     void SendTranslations(int slot);
     void SendPortTree(int slot);
+    void ForgetUser(int slot);
+    /// What who has logged in at a client may do; that of nobody when there is no users file.
+    int LevelAt(int slot) const;
+    /// The path that a client may not touch is answered like one of a missing file.
+    void LogRefusal(int slot, TextView path);
     /// Who has logged in at a client, for the journal.
     Doer DoerAt(int slot) const;
     Text AddressLine(int textNumber, int slot) const;
@@ -104,6 +109,7 @@ class NetworkServer final : public SlotHandler {
     /// Of each client that is being sent all events: the last that it has got.
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
     bool hasChanged_ = false;               // by a client, and not brought to safety yet
+    std::array<int, kSlotCount> levels_{};  // of who has logged in
     std::array<Text, kSlotCount> users_{};  // login names; empty where nobody has logged in
 };
 

@@ -10,7 +10,6 @@ namespace nordkeep {
 namespace {
 
 constexpr int kTextNoSeparator = 3821;
-constexpr int kTextNoCode = 3822;
 constexpr int kTextCodeAgain = 3823;
 constexpr int kTextNeverFound = 3824;
 constexpr int kTextMayNotBeFound = 3825;
@@ -25,6 +24,8 @@ constexpr int kTextNoResetObject = 3835;
 constexpr int kTextField = 3837;
 constexpr int kTextTooManyFields = 3841;
 
+constexpr TextView kCodeExample = "1234/0701234567";
+constexpr char kOfCaller = '\n';  // in front of a code in the place of its caller
 constexpr int kRowsOfASlice = 2000;
 constexpr std::size_t kFields = 11;
 constexpr std::size_t kLongestRow = 65535;
@@ -117,7 +118,12 @@ void IdCodeCheck::TakeDirectives() {
 }
 
 void IdCodeCheck::NoteCode(TextView row, int line) {
-    if (DirectiveOf(row).empty()) codes_.try_emplace(KeyOf(TrimBlanks(RowFields<1>(row)[0])), line);
+    if (!DirectiveOf(row).empty()) return;
+    const TextView code = TrimBlanks(RowFields<1>(row)[0]);
+    codes_.try_emplace(KeyOf(code), line);
+    // A reset code names an object whatever number that calls from.
+    if (const std::size_t slash = code.find('/'); slash != TextView::npos)
+        codes_.try_emplace(kOfCaller + KeyOf(code.substr(0, slash)), line);
 }
 
 bool IdCodeCheck::IsTrimmed() const {
@@ -153,7 +159,7 @@ void IdCodeCheck::CheckRow(TextView row, int line) {
 
 void IdCodeCheck::CheckCode(TextView code, int line) {
     const TextView idCode = code.substr(0, code.find('/'));
-    if (idCode.empty()) return findings_.Error(line, kTextNoCode);
+    if (idCode.empty()) return findings_.Error(line, kTextField, {"1", code, kCodeExample});
     const auto first = codes_.find(KeyOf(code));
     if (first != codes_.end() && first->second != line)
         findings_.Error(line, kTextCodeAgain, {code, std::to_string(first->second)});
@@ -181,7 +187,7 @@ void IdCodeCheck::CheckLength(TextView code, int line) {
 void IdCodeCheck::CheckCaller(TextView field, int line) {
     TextView caller = field.substr(field.find('/') + 1);
     if (caller.starts_with('+')) caller.remove_prefix(1);
-    if (!IsNumeric(caller)) findings_.Warning(line, kTextField, {"1", field, "1234/0701234567"});
+    if (!IsNumeric(caller)) findings_.Warning(line, kTextField, {"1", field, kCodeExample});
 }
 
 void IdCodeCheck::CheckSchedule(int test, TextView schedule, int line) {
@@ -231,7 +237,7 @@ void IdCodeCheck::CheckFlag(int field, TextView value, int line) {
 
 void IdCodeCheck::CheckReset(TextView code, int line) {
     if (code.empty()) return;
-    if (codes_.contains(KeyOf(code))) return;
+    if (codes_.contains(KeyOf(code)) || codes_.contains(kOfCaller + KeyOf(code))) return;
     findings_.Warning(line, kTextNoResetObject, {code});
 }
 

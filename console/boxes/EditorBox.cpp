@@ -26,8 +26,12 @@ class Busy {
 void EditorBox::Open(const EditedFile& edited) {
     if (isBusy_ || needs_.state.IsRequestPending()) return;
     if (needs_.host.StartProgram(edited)) return;
-    if (isOpen_ && edited.path == file_.Path()) return view_->Show(OpenedBy::Operator);
+    if (isOpen_ && edited.path == file_.Path()) {
+        line_ = edited.line;
+        return view_->Show(OpenedBy::Operator);
+    }
     if (!MayDropText()) return;
+    line_ = edited.line;
     {
         const Busy busy(isBusy_);
         file_.Load(edited.path);

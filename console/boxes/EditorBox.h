@@ -9,6 +9,7 @@
 #include "platform/FileTree.h"
 
 #include <memory>
+#include <utility>
 
 namespace nordkeep {
 
@@ -17,6 +18,7 @@ struct EditedFile {
     Text path{};     // as for DataFiles
     Text title{};    // what the operator calls it
     Text program{};  // that edits it; empty, or not on this machine: the built-in editor
+    int line = 0;    // where to begin, from 1; 0: at the front, or where it was left
 };
 
 /// What an editor finds around it. A client's files are not on its machine, and its server sees a written
@@ -66,6 +68,8 @@ class EditorBox {
     const Text& Title() const { return title_; }
     const WindowNotice& Notice() const { return notice_; }
     const Text& Typed() const { return typed_; }
+    /// Where the text is to be entered, from 1; 0: anywhere. It is asked for once.
+    int TakeLine() { return std::exchange(line_, 0); }
     /// Changes when another text is to be shown than what was typed.
     unsigned Generation() const { return generation_; }
     void Type(Text text);
@@ -87,6 +91,7 @@ class EditorBox {
     Text title_{};
     WindowNotice notice_{};
     Text typed_{};
+    int line_ = 0;
     unsigned generation_ = 0;
 };
 

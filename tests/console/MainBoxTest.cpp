@@ -357,6 +357,11 @@ TEST_F(MainBoxTest, TellsItsStateInTitleTrayAndBanners) {
     ASSERT_EQ(world.Box().Banners().size(), 1u);
     EXPECT_EQ(world.Box().Banners()[0].weight, Banner::Weight::Alarm);
     const Captions captions(world.language);
+    const auto spots = BannersOf(captions, {.isNoPortOpen = true, .findings = 3, .findingsIn = "Storgatan"});
+    ASSERT_EQ(spots.size(), 2u);
+    EXPECT_EQ(spots[0].text, "No port is open - no alarms are received");
+    EXPECT_EQ(spots[1].text, "3 faults in Storgatan");
+    EXPECT_TRUE(spots[1].opensFindings && !spots[0].opensFindings);
     EXPECT_EQ(TitleOf(captions, {.rights = {Role::Server}, .clients = 3}),
               "Nordkeep - Server, 3 clients connected");
     const OleDate then = world.time.Now();

@@ -1,12 +1,17 @@
 #include "console/setup/Descriptor.h"
+#include "network/UsersCheck.h"
+#include "pipeline/ForwarderCheck.h"
+#include "ports/PortCheck.h"
 #include "ports/formats/CollectedFile.h"
 #include "ports/formats/XmlText.h"
 #include "runtime/Dates.h"
 #include "runtime/IniText.h"
 #include "runtime/Language.h"
 #include "store/EventFile.h"
+#include "store/TemplateCheck.h"
 #include "store/TextTemplate.h"
 #include "tests/fuzz/Targets.h"
+#include "translation/SetCheck.h"
 
 #include <cstdlib>
 
@@ -75,6 +80,34 @@ void RunFiles(TextView input) {
     }
 }
 
+// What people type, by the checks of every kind of file.
+void RunChecks(TextView input) {
+    const Language language;
+    Findings findings(language);
+    FileFindings file(findings, "file");
+    const SettingCatalogue known;
+    const IniLines main(input);
+    CheckIniForm(main, file);
+    CheckTemplates(main, file);
+    CheckForwarders(main, file);
+    CheckColumns(main, "General", file);
+    CheckUsers(input, file);
+    CheckTypeCodes(input, file);
+    CheckDataCodes(input, file);
+    const PortSurroundings around{.known = known,
+                                  .main = main,
+                                  .rightsOf = [](TextView) { return FileRights(); },
+                                  .isSetThere = [](TextView) { return false; }};
+    PortCheck ports(around);
+    ports.Check("Port1", input, file);
+    ports.Check("Port2", input, file);
+    IdCodeCheck objects(input, {.mapSize = [](TextView) { return SizeOfPicture("GIF8"); }}, file);
+    while (objects.Continue()) {
+    }
+    findings.Sort();
+    SizeOfPicture(input);
+}
+
 }  // namespace
 
 std::vector<FuzzTarget> FileTargets() {
@@ -91,6 +124,11 @@ std::vector<FuzzTarget> FileTargets() {
          &RunFieldMap,
          {"[A:1-2][CU:x][B::10][65][R:a:b][C]\n<A>abcd</A><B>y</b>",
           "[ReplaceAll]\n<ReplaceAll>x</ReplaceAll>"}},
+        {"checks",
+         &RunChecks,
+         {"[General]\r\nPortType=TCPS\r\nPortNumber=1\r\nMSMQLabel=[DATE][X]\r\n[Translate]\r\nSIA=A,,B\r\n",
+          "FORMAT=1,6,0,0,7,2\r\nZEROTRIM=1\r\n001/07;N;07:00:00-09:00:00,;M/1/2;1;30;;1;0;2;15\r\n",
+          "[Users]\r\na=A,B,C,2\r\n[Event]\r\nBA=x;BR;1\r\n130=y;Z;1\r\n"}},
         {"files",
          &RunFiles,
          {"0|2024-05-17|13:45:00|10000101||7|1|Text|Me\r\n", "0|||0701|a|b|c|d|e\r\n\r\nrubbish\n"}},

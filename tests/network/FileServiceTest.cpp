@@ -112,6 +112,36 @@ TEST_F(FileServiceTest, RefusedPathsLookLikeMissingFilesAndChangeNothing) {
     EXPECT_EQ(Everything(), before);
 }
 
+TEST_F(FileServiceTest, RightsGoByThePlaceAndNotByTheSpelling) {
+    data.Write("Settings\\Port1.ini", "[General]\r\n");
+    data.Write("Information\\A\\1.TXT", "");
+    struct Case {
+        Text path;
+        bool anybodyWrites;
+        bool editorWrites;
+        bool anybodyReads;
+    };
+    for (const Case& c :
+         {Case{"comments\\new.txt", true, true, true},
+          Case{"Maps\\..\\Information/A\\2.txt", true, true, true},
+          Case{"Comments\\inside\\new.txt", false, false, true},  // a link into Maps
+          Case{"Maps\\new.txt", false, false, true}, Case{"new.txt", false, false, true},
+          Case{"SETTINGS\\new.idcode", false, true, true},
+          Case{"Comments\\..\\Settings\\new.DATACODE", false, true, true},
+          Case{"Settings\\Nordkeep.desc", false, true, true},
+          Case{"Settings\\nordkeep.ini", false, true, true}, Case{"settings/PORT1.INI", false, true, false},
+          Case{"C:" + FromUtf8(data.Path()) + "\\Settings\\port1.ini", false, false, false},
+          Case{"Settings\\Port1.ini.old", false, false, false},
+          Case{"Settings\\other.txt", false, false, true}, Case{"Comments", false, false, true}}) {
+        EXPECT_EQ(service.MayWrite(c.path, 0), c.anybodyWrites) << c.path;
+        EXPECT_EQ(service.MayWrite(c.path, 1), c.anybodyWrites) << c.path;
+        EXPECT_EQ(service.MayWrite(c.path, 2), c.editorWrites) << c.path;
+        EXPECT_EQ(service.MayRead(c.path, 1), c.anybodyReads) << c.path;
+        EXPECT_TRUE(service.MayRead(c.path, 2)) << c.path;
+    }
+    EXPECT_FALSE(service.MayRead("Settings\\Users.INI.1", 2));
+}
+
 TEST_F(FileServiceTest, PathsInsideAreFoundInAnySpelling) {
     const std::vector<Text> allowed = {
         "Maps\\Plan.bmp",
@@ -143,7 +173,8 @@ TEST_F(FileServiceTest, TextsGetTheirLineEnds) {
     EXPECT_FALSE(service.WriteTextFile("Missing\\x.txt", ""));
     data.Write("Maps\\huge", Text(kLongestPayload - 3, 'x'));
     EXPECT_EQ(service.ReadBinaryFile("Maps\\huge"), "");
-    EXPECT_FALSE(service.WriteTextFile("Maps\\huge", "x")) << "who reads it gets an empty text, and writes that back";
+    EXPECT_FALSE(service.WriteTextFile("Maps\\huge", "x"))
+        << "who reads it gets an empty text, and writes that back";
 }
 
 TEST_F(FileServiceTest, StampsAndScansShowPlainFilesOnly) {

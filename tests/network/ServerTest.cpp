@@ -89,12 +89,43 @@ TEST_F(ServerTest, AnswersRequests) {
     Send(0, Message::MakeDir, PayloadOf(ShortText{"Comments\\1"}));
     EXPECT_EQ(Sent(0), Numbers{24});
     EXPECT_TRUE(FolderExists(world.folder.Resolve("Comments\\1")));
-    Send(0, Message::WriteTextFile, PayloadOf(FileToWrite{"Settings\\A.TypeCode", "E2;1;New;"}));
-    EXPECT_EQ(world.reloads, 1);
     Send(0, Message::KeepAlive);
     Send(0, static_cast<Message>(200), "nonsense");
     EXPECT_EQ(Sent(0), Numbers{});
     EXPECT_EQ(Sent(1), Numbers{});
+}
+
+TEST_F(ServerTest, LetsNobodyTouchFilesThatArePastHisLevel) {
+    world.folder.Write("Settings\\Port1.ini", "[General]\r\nPOP3Password=x\r\n");
+    world.folder.MakeFolders("Comments");
+    Connect(2);
+    const auto write = [&](int slot, const Text& path) {
+        Send(slot, Message::WriteTextFile, PayloadOf(FileToWrite{path, "E2;1;New;"}));
+        return world.folder.Read(path) == "E2;1;New;\r\n";
+    };
+    const auto read = [&](Message message) {
+        Send(0, message, PayloadOf(ShortText{"Settings\\Port1.ini"}));
+        Sent(0);
+        return ReadPayload<LongText>(last).text.size();
+    };
+    EXPECT_TRUE(write(0, "Comments\\1.txt")) << "the sheet of anybody writes comments";
+    EXPECT_FALSE(write(0, "Settings\\A.TypeCode"));
+    EXPECT_EQ(read(Message::ReadTextFile) + read(Message::ReadBinaryFile), 0u);
+    EXPECT_EQ(world.reloads, 0);
+    EXPECT_TRUE(world.HasLogged("kept from 127.0.0.1 'Settings\\A.TypeCode'"));
+    Send(0, Message::Login, PayloadOf(LoginRequest{"anna", "Secret"}));
+    EXPECT_TRUE(write(0, "Settings\\A.TypeCode"));
+    EXPECT_EQ(world.reloads, 1);
+    EXPECT_GT(read(Message::ReadTextFile), 0u);
+    EXPECT_GT(read(Message::ReadBinaryFile), 0u);
+    EXPECT_FALSE(write(1, "Settings\\A.TypeCode2")) << "a login counts at its own client";
+    for (const char* path : {"Settings\\Users.INI", "Settings\\Other.txt", "Data\\x.LastEvents", "x.txt"})
+        EXPECT_FALSE(write(0, path)) << path;
+    Send(0, Message::Login, PayloadOf(LoginRequest{"anna", "wrong"}));
+    EXPECT_FALSE(write(0, "Settings\\New.IDCode")) << "a refused login ends the one before";
+    Send(0, Message::Login, PayloadOf(LoginRequest{"anna", "Secret"}));
+    RemoveFile(world.folder.Resolve("Settings\\Users.INI"));
+    EXPECT_FALSE(write(0, "Settings\\New.IDCode")) << "without users there is nobody";
 }
 
 TEST_F(ServerTest, ShowsTheTreeOfItsPorts) {

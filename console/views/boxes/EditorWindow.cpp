@@ -7,6 +7,7 @@
 #include <QtGui/QCloseEvent>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QShortcut>
+#include <QtGui/QTextBlock>
 #include <QtWidgets/QBoxLayout>
 
 namespace nordkeep {
@@ -50,6 +51,10 @@ void EditorWindow::Show(OpenedBy by) {
         const QSignalBlocker silence(text_);
         // Every character as it is, since all of them are written back.
         text_->setPlainText(ToQString(editor_.Typed()).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+    }
+    if (const int line = editor_.TakeLine(); line > 0) {
+        text_->setTextCursor(QTextCursor(text_->document()->findBlockByNumber(line - 1)));
+        text_->centerCursor();
     }
     Refresh();
     BringToFront(*this, by == OpenedBy::Operator);

@@ -1,0 +1,23 @@
+#include "ports/PortCheck.h"
+
+#include "tests/ports/PortWorld.h"
+
+namespace nordkeep {
+namespace {
+
+class PortCheckTest : public PortWorld {};
+
+TEST_F(PortCheckTest, KnowsWhichPairsCanWork) {
+    for (const TextView type : PortTypeWords()) {
+        for (int format = 0; format < MessageFormatCount(); ++format) {
+            folder.Write("Settings\\Port1.ini", "[General]\r\nPortSetting=a.txt\r\nPortType=" + Text(type) +
+                                                    "\r\nMessageFormat=" + std::to_string(format) + "\r\n");
+            cPort port(parts, ports, "Port1");
+            EXPECT_EQ(GoTogether(*ParsePortType(type), *ParseMessageFormat(format)), port.InitializePort())
+                << type << " " << format;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace nordkeep
