@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 namespace nordkeep {
 namespace {
 
@@ -202,9 +204,8 @@ TEST_F(FilePortTest, WaitsForTheEndOfALine) {
 
 TEST_F(FilePortTest, KeepsAFileThatItsWriterHasStillOpen) {
     const NativePath work = folder.Resolve("In\\NordkeepFile.$$$");
-    AppendingFile writer;
-    ASSERT_TRUE(writer.Open(folder.Resolve("In\\drop.txt")));
-    writer.Write("0|||1\n");
+    std::ofstream writer(folder.Resolve("In\\drop.txt"));
+    writer << "0|||1\n" << std::flush;
     Begin();
     for (int i = 0; i < 70; ++i) {
         commit.Commit();
@@ -215,10 +216,10 @@ TEST_F(FilePortTest, KeepsAFileThatItsWriterHasStillOpen) {
     folder.Write("In\\drop.txt", "0|||3\n");
     Tick();
     EXPECT_EQ(LinesWith("Open Port1 Port1 (In\\NordkeepFile.$$$)"), 1u);
-    writer.Write("0|||2\n");
+    writer << "0|||2\n" << std::flush;
     Tick();
     EXPECT_EQ(Codes(), "1 2 ");
-    writer.Close();
+    writer.close();
     for (int i = 0; i < 3; ++i) {
         commit.Commit();
         Tick();
