@@ -62,7 +62,7 @@ Centre::Centre(Foundation& f)
              .log = f.Log(),
              .disk = f.Platform().disk,
              .journal = f.CopyRole() == Role::Client ? nullptr : &journal_,
-             .requestCommit = [this] { foundation_.Platform().loop.Post([this] { SettleReplies(); }); },
+             .requestCommit = [this] { foundation_.Platform().loop.PostAtEnd([this] { SettleReplies(); }); },
              .alarmReplica = network_.Alarms(),
              .objectReplica = network_.Objects(),
              .alarmViews = lists_,

@@ -105,10 +105,13 @@ struct Machine {
 /// Shows the log in the terminal, and keeps it for the window until there is one.
 class LogRows {
  public:
-    explicit LogRows(SysLog& log) : log_(log) {
+    LogRows(SysLog& log, EventLoop& loop) : log_(log), loop_(loop) {
         log_.SetRowListener([this](const LogRow& row) { Take(row); });
     }
-    ~LogRows() { log_.SetRowListener({}); }
+    ~LogRows() {
+        log_.SetRowListener({});
+        Flush();
+    }
     LogRows(const LogRows&) = delete;
     LogRows& operator=(const LogRows&) = delete;
 
@@ -123,11 +126,23 @@ class LogRows {
     void Take(const LogRow& row) {
         std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
                     ToUtf8(row.text).c_str());
-        std::fflush(stdout);
+        // Of alarms there are many in a turn.
+        if (row.kind != LogKind::Alarm) {
+            Flush();
+        } else if (!std::exchange(isFlushWaiting_, true)) {
+            loop_.PostAtEnd([this] { Flush(); });
+        }
         place_ ? place_->NoteLogRow(row) : early_.push_back(row);
     }
 
+    void Flush() {
+        isFlushWaiting_ = false;
+        std::fflush(stdout);
+    }
+
     SysLog& log_;
+    EventLoop& loop_;
+    bool isFlushWaiting_ = false;
     Workplace* place_ = nullptr;
     std::vector<LogRow> early_{};
 };
@@ -150,7 +165,7 @@ int main(int argc, char** argv) {
     const auto application = MakeApplication(argc, argv, hasScreen);
     Machine machine;
     Foundation foundation(machine.Parts(hasScreen), commandLine);
-    LogRows logRows(foundation.Log());
+    LogRows logRows(foundation.Log(), machine.loop);
     if (const auto status = foundation.Prepare()) return *status;
 
     Centre centre(foundation);

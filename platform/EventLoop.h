@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace nordkeep {
 
@@ -31,6 +32,9 @@ class EventLoop {
     virtual void SleepAndPump(int ms) = 0;
     /// Runs the task on a later turn of the loop, behind everything that is waiting already.
     virtual void Post(std::function<void()> task) = 0;
+    /// Runs the task at the end of the present turn of the loop, behind the handlers of all that has come in
+    /// with it.
+    virtual void PostAtEnd(std::function<void()> task) { Post(std::move(task)); }
     virtual std::unique_ptr<Timer> NewTimer(std::function<void()> onTick) = 0;
 };
 

@@ -127,6 +127,8 @@ char32_t ToUnicode(char character) {
 }
 
 std::string ToUtf8(TextView text) {
+    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 128; };
+    if (std::ranges::all_of(text, isPlain)) return std::string(text);
     std::string utf8;
     utf8.reserve(text.size());
     for (const char c : text) AppendUtf8(utf8, ToUnicode(c));

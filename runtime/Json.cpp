@@ -123,7 +123,8 @@ void AppendJsonText(std::string& json, TextView text) {
 
 void JsonObject::Begin(std::string_view name) {
     if (json_.size() > 1) json_ += ',';
-    json_.append("\"").append(name).append("\":");
+    json_ += '"';
+    json_.append(name).append("\":");
 }
 
 JsonObject& JsonObject::Add(std::string_view name, TextView text) {

@@ -8,7 +8,14 @@ constexpr TextView kMainFile = "Settings\\Nordkeep.INI";
 }  // namespace
 
 NativePath Settings::PathOf(TextView fileName) const {
-    return dataFolder_.Resolve(fileName.empty() ? kMainFile : fileName);
+    return fileName.empty() ? MainPath() : dataFolder_.Resolve(fileName);
+}
+
+// Every event asks for it several times.
+const NativePath& Settings::MainPath() const {
+    const std::uint64_t look = dataFolder_.PresentLook();
+    if (look == 0 || mainPlace_->look != look) *mainPlace_ = {look, dataFolder_.Resolve(kMainFile)};
+    return mainPlace_->path;
 }
 
 Text Settings::ReadIni(TextView section, TextView key, TextView byDefault, TextView fileName) const {

@@ -36,10 +36,16 @@ class Settings {
 
  private:
     NativePath PathOf(TextView fileName) const;
+    const NativePath& MainPath() const;
 
     const FileTree& dataFolder_;
     std::optional<Text> serverText_{};
     // An object of its own: a look-up reads a file that has changed anew, which changes no setting.
+    struct Place {
+        std::uint64_t look = 0;
+        NativePath path{};
+    };
+    const std::unique_ptr<Place> mainPlace_ = std::make_unique<Place>();
     const std::unique_ptr<IniFiles> files_ = std::make_unique<IniFiles>(dataFolder_);
 };
 

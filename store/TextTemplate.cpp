@@ -13,10 +13,11 @@ constexpr std::int64_t kWidest = 65535;
 
 enum class Command { None, CutUntil, CutFrom, Replace };
 
-Command CommandOf(TextView upperName) {
-    if (upperName == "CUTUNTIL" || upperName == "CU") return Command::CutUntil;
-    if (upperName == "CUTFROM" || upperName == "CF") return Command::CutFrom;
-    if (upperName == "REPLACE" || upperName == "R") return Command::Replace;
+Command CommandOf(TextView name) {
+    const auto is = [name](TextView word) { return EqualsNoCase(name, word); };
+    if (is("CUTUNTIL") || is("CU")) return Command::CutUntil;
+    if (is("CUTFROM") || is("CF")) return Command::CutFrom;
+    if (is("REPLACE") || is("R")) return Command::Replace;
     return Command::None;
 }
 
@@ -104,7 +105,7 @@ class Expansion {
 
     bool TakeInner(TextView inner) {
         const TextView name = inner.substr(0, inner.find(':'));
-        if (const Command command = CommandOf(UpperCase(name)); command != Command::None) {
+        if (const Command command = CommandOf(name); command != Command::None) {
             const Text upper = UpperCase(inner);
             pending_.push_back({command, GetField(upper, 1, ":"), GetField(upper, 2, ":")});
             return true;
@@ -112,7 +113,9 @@ class Expansion {
         std::optional<Text> value = valueOf_(name);
         if (!value) value = CharacterOf(name);
         if (!value) return false;
-        Text changed = InWidth(InRange(*value, GetField(inner, 1, ":")), GetField(inner, 2, ":"));
+        Text changed = std::move(*value);
+        if (name.size() < inner.size())
+            changed = InWidth(InRange(changed, GetField(inner, 1, ":")), GetField(inner, 2, ":"));
         for (const PendingCommand& command : pending_) changed = Applied(changed, command);
         pending_.clear();
         out_ += changed;

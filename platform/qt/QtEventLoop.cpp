@@ -69,6 +69,10 @@ void QtEventLoop::Post(std::function<void()> task) {
     tasks_->Add(std::move(task));
 }
 
+void QtEventLoop::PostAtEnd(std::function<void()> task) {
+    tasks_->Add(std::move(task), TaskOrder::AtEnd);
+}
+
 std::unique_ptr<Timer> QtEventLoop::NewTimer(std::function<void()> onTick) {
     return std::make_unique<QtTimer>(std::move(onTick));
 }

@@ -17,6 +17,7 @@ class QtEventLoop : public EventLoop {
     void Pump() override;
     void SleepAndPump(int ms) override;
     void Post(std::function<void()> task) override;
+    void PostAtEnd(std::function<void()> task) override;
     std::unique_ptr<Timer> NewTimer(std::function<void()> onTick) override;
 
  private:

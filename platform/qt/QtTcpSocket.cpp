@@ -291,6 +291,7 @@ void QtTcpSocket::TellArrival() {
 
 void QtTcpSocket::OnBytesWritten() {
     if (socket_->bytesToWrite() > 0 || !std::exchange(use_.isSending, false)) return;
+    if (!events_.sendComplete) return;
     tasks_.Add([this] { Tell(&SocketEvents::sendComplete); });
 }
 

@@ -1,5 +1,7 @@
 #include "platform/sqlite/SqliteJournal.h"
 
+#include "platform/sqlite/GatheredLog.h"
+
 #include <sqlite3.h>
 
 #include <array>
@@ -106,17 +108,17 @@ bool SqliteJournal::Open(const NativePath& path) {
 
 bool SqliteJournal::OpenFile(const NativePath& path) {
     sqlite3* database = nullptr;
-    const std::string& layer = FileLayer();
+    const std::string layer = GatheredLogLayer(FileLayer());
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
-    const int result =
-        sqlite3_open_v2(path.c_str(), &database, flags, layer.empty() ? nullptr : layer.c_str());
+    const int result = sqlite3_open_v2(path.c_str(), &database, flags, layer.c_str());
     database_.reset(database);
     if (result != SQLITE_OK) return Fail("open");
     sqlite3_busy_timeout(database, kMostWaitMs);
     sqlite3_extended_result_codes(database, 1);
     // Full: a commit returns when it is on the medium. The log of writes is worked off in idle moments only,
     // so that no telegram waits for it; a limit keeps its file from staying large after a busy hour.
-    return Run("PRAGMA journal_mode=WAL") && Run("PRAGMA synchronous=FULL") &&
+    // Small pages, of a new database: each transaction writes every page that it touches whole.
+    return Run("PRAGMA page_size=2048") && Run("PRAGMA journal_mode=WAL") && Run("PRAGMA synchronous=FULL") &&
            Run("PRAGMA wal_autocheckpoint=0") && Run("PRAGMA journal_size_limit=16777216") &&
            Run("PRAGMA cache_size=-4096") && Run(kSchema);
 }
@@ -127,12 +129,19 @@ bool SqliteJournal::PrepareAll() {
     setMark_ = Prepare(
         "INSERT INTO marks(name, value) VALUES(?1, ?2)"
         " ON CONFLICT(name) DO UPDATE SET value = excluded.value");
-    return (insert_ && setMark_) || Fail("prepare");
+    begin_ = Prepare("BEGIN IMMEDIATE");
+    commit_ = Prepare("COMMIT");
+    hold_ = Prepare("SELECT 1 FROM sqlite_schema");
+    return (insert_ && setMark_ && begin_ && commit_ && hold_) || Fail("prepare");
 }
 
 void SqliteJournal::Close() {
     insert_.reset();
     setMark_.reset();
+    begin_.reset();
+    commit_.reset();
+    hold_.reset();
+    isHeld_ = false;
     database_.reset();
     commitsToTidy_ = 0;
 }
@@ -177,15 +186,30 @@ bool SqliteJournal::AppendAll(std::span<const JournalRow> rows, std::span<const 
     return true;
 }
 
+// A reader that has not come to its end keeps the locks that every transaction would have to take and give
+// back; it sees what this connection commits. When somebody else has written meanwhile it is out of date.
+bool SqliteJournal::Begin() {
+    if (!isHeld_) isHeld_ = sqlite3_step(hold_.get()) == SQLITE_ROW;
+    if (Step(begin_.get())) return true;
+    LetGo();
+    return Step(begin_.get()) || Fail("begin");
+}
+
+void SqliteJournal::LetGo() {
+    sqlite3_reset(hold_.get());
+    isHeld_ = false;
+}
+
 bool SqliteJournal::Append(std::span<const JournalRow> rows, std::span<const JournalMark> marks) {
     if (!database_) return Fail("append");
-    if (!Run("BEGIN IMMEDIATE")) return false;
-    if (AppendAll(rows, marks) && Run("COMMIT")) {
+    if (!Begin()) return false;
+    if (AppendAll(rows, marks) && (Step(commit_.get()) || Fail("commit"))) {
         ++commitsToTidy_;
         return true;
     }
     // A failed commit can leave the transaction open; its first error is the one to tell.
     const std::string reason = lastError_;
+    LetGo();
     sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     lastError_ = reason;
     return false;
@@ -250,6 +274,7 @@ std::optional<std::size_t> SqliteJournal::Prune(const Pruning& pruning) {
 bool SqliteJournal::Tidy() {
     if (!database_ || commitsToTidy_ < kCommitsToTidy) return false;
     commitsToTidy_ = 0;
+    LetGo();
     sqlite3_wal_checkpoint_v2(database_.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     return true;
 }

@@ -49,12 +49,18 @@ class SqliteJournal final : public JournalFile {
     bool Run(const char* sql);
     bool Insert(const JournalRow& row);
     bool SetMark(const JournalMark& mark);
+    bool Begin();
+    void LetGo();
     bool AppendAll(std::span<const JournalRow> rows, std::span<const JournalMark> marks);
     bool Fail(const char* what);
 
     std::unique_ptr<sqlite3, CloseDatabase> database_{};
     Statement insert_{};
     Statement setMark_{};
+    Statement begin_{};
+    Statement commit_{};
+    Statement hold_{};  // keeps hold of the database between transactions while it has a row in hand
+    bool isHeld_ = false;
     int commitsToTidy_ = 0;  // since the log of writes was worked off
     std::string lastError_{};
 };

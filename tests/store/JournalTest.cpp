@@ -51,6 +51,42 @@ TEST_F(JournalTest, KeepsWhatWasCommittedAndNothingElse) {
     EXPECT_FALSE(run.journal.WasStoppedCleanly());
 }
 
+// Its log of writes is gathered in memory, up to a limit, and larger than what the library keeps there
+// itself.
+TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
+    {
+        Run run(*this);
+        for (int turn = 0; turn < 3; ++turn) {
+            for (int i = 0; i < 600; ++i) {
+                run.journal.Note({.kind = JournalKind::Event,
+                                  .data = std::string(20'000, static_cast<char>('a' + i % 26))});
+            }
+            ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
+            while (run.journal.Tidy()) continue;
+        }
+    }
+    Run run(*this);
+    std::size_t good = 0;
+    EXPECT_TRUE(run.journal.Read(0, {}, [&](const JournalRow& row) {
+        const auto expected = static_cast<char>('a' + (row.id - 1) % 600 % 26);
+        good += row.data == std::string(20'000, expected) ? 1 : 0;
+    }));
+    EXPECT_EQ(good, 1800u);
+}
+
+TEST_F(JournalTest, GoesOnBehindSomebodyWhoHasWrittenToTheDatabase) {
+    Run run(*this);
+    SqliteJournal other;
+    ASSERT_TRUE(other.Open(folder.Resolve("Data\\Journal.db")));
+    for (int i = 0; i < 3; ++i) {
+        run.journal.Note({.kind = JournalKind::Login});
+        ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
+        const JournalMark mark[] = {{"by hand", i}};
+        ASSERT_TRUE(other.Append({}, mark)) << other.LastError();
+        EXPECT_EQ(other.LastId(), i + 1) << "and is seen at once";
+    }
+}
+
 TEST_F(JournalTest, TellsItsEntriesInUtf8AndUtc) {
     Run run(*this);
     run.journal.Note({.kind = JournalKind::AliveTest,
