@@ -75,6 +75,7 @@ class EventStore {
     std::int64_t AlarmNumberLimit() const;
     bool TrimOne();
     bool PruneOne();
+    void FitSlice(std::int64_t turnMs);
 
     StoreParts parts_;
     const StoreSettings& settings_;
@@ -90,6 +91,9 @@ class EventStore {
     bool isTrimming_ = false;
     std::optional<EventSequence> prunedUpTo_{};  // while pruning
     std::size_t pruned_ = 0;
+    std::int64_t sliceBeganMs_ = -1;  // -1 when none is to be continued
+    std::size_t removedInSlice_ = 0;  // in that one
+    std::size_t mostInSlice_ = 8;
 };
 
 }  // namespace nordkeep

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <utility>
 
 namespace nordkeep {
@@ -58,11 +59,12 @@ bool DurableFiles::Append(const NativePath& path, TextView bytes) {
 
 bool DurableFiles::Remove(const NativePath& path) {
     if (::unlink(path.c_str()) != 0) return errno == ENOENT || Fail("delete", path);
-    if (waitingPaths_.erase(path) > 0) {
-        const auto gone = std::ranges::find(waiting_, path, &WaitingFile::path);
+    if (const auto place = places_.find(path); place != places_.end()) {
+        const auto gone = place->second;
         if (gone->descriptor >= 0) --openCount_;
         ::close(gone->descriptor);
         waiting_.erase(gone);
+        places_.erase(place);
     }
     changedFolders_.insert(FolderOf(path));
     return true;
@@ -77,10 +79,11 @@ int DurableFiles::OpenExisting(const NativePath& path, bool& isNew) {
 void DurableFiles::KeepWaiting(int descriptor, const NativePath& path, bool isNew) {
     Descriptor file(descriptor);
     if (isNew) changedFolders_.insert(FolderOf(path));
-    if (!waitingPaths_.insert(path).second) return;
+    if (places_.contains(path)) return;
     const bool isToStayOpen = openCount_ < kMostOpen;
     if (isToStayOpen) ++openCount_;
     waiting_.push_back({isToStayOpen ? file.Release() : -1, path});
+    places_[path] = std::prev(waiting_.end());
 }
 
 bool DurableFiles::Synchronise(std::size_t most) {
@@ -90,7 +93,7 @@ bool DurableFiles::Synchronise(std::size_t most) {
     for (std::size_t i = 0; i < count; ++i) {
         WaitingFile file = std::move(waiting_.front());
         waiting_.pop_front();
-        waitingPaths_.erase(file.path);
+        places_.erase(file.path);
         isSafe = SynchroniseFile(file) && isSafe;
     }
     return (!waiting_.empty() || SynchroniseFolders()) && isSafe;
@@ -99,9 +102,9 @@ bool DurableFiles::Synchronise(std::size_t most) {
 // The data of all files is set going first, so that the file system's own entry which the first
 // synchronisation waits for covers the others too, and these find little left to do.
 void DurableFiles::SetGoing(std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-        const int descriptor = waiting_[i].descriptor;
-        if (descriptor >= 0) ::sync_file_range(descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
+    auto file = waiting_.begin();
+    for (std::size_t i = 0; i < count; ++i, ++file) {
+        if (file->descriptor >= 0) ::sync_file_range(file->descriptor, 0, 0, SYNC_FILE_RANGE_WRITE);
     }
 }
 

@@ -2,8 +2,9 @@
 
 #include "platform/DurableWrites.h"
 
-#include <deque>
+#include <list>
 #include <set>
+#include <unordered_map>
 
 namespace nordkeep {
 
@@ -37,8 +38,8 @@ class DurableFiles final : public DurableWrites {
     bool SynchroniseFile(WaitingFile& file);
     bool SynchroniseFolders();
 
-    std::deque<WaitingFile> waiting_{};
-    std::set<NativePath> waitingPaths_{};  // of waiting_, each once
+    std::list<WaitingFile> waiting_{};  // the oldest in front
+    std::unordered_map<NativePath, std::list<WaitingFile>::iterator> places_{};
     std::size_t openCount_ = 0;
     std::set<NativePath> changedFolders_{};  // folders whose entries are still to be synchronised
     Text lastError_{};

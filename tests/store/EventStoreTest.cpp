@@ -222,5 +222,26 @@ TEST(Limits, WhatIsOlderThanItsDaysLeavesWhateverItsStatus) {
     EXPECT_EQ(world.logged.size(), 1u);
 }
 
+// A file system that gives the blocks of each file back to its device took 200 ms for a slice of a hundred.
+TEST(Limits, ASliceIsAsLargeAsATurnHasTimeForItsDeletions) {
+    StoreSettings settings;
+    settings.MaxAlarmDays = 30;
+    StoreWorld world(settings);
+    for (int i = 0; i < 2000; ++i) world.StoreNew(AlarmAt(45000));
+    world.store->PruneOldAlarms();
+    std::size_t most = 0;
+    std::size_t turns = 0;
+    for (bool isMore = true; isMore; ++turns) {
+        const std::size_t before = world.store->Events().Count();
+        isMore = world.store->RemoveSlice();
+        const std::size_t removed = before - world.store->Events().Count();
+        world.time.SleepAndPump(static_cast<int>(removed) * (turns < 40 ? 4 : 0));
+        most = turns < 40 ? std::max(most, removed) : most;
+    }
+    EXPECT_LE(most, 12u) << "of 4 ms each";
+    EXPECT_LT(turns, 75u) << "and as many as may be when they cost nothing";
+    EXPECT_EQ(world.store->Events().Count(), 0u);
+}
+
 }  // namespace
 }  // namespace nordkeep
