@@ -43,6 +43,7 @@ allow_services() {
             as_root systemctl disable "$unit" >/dev/null 2>&1 || true
         done ;;
     esac
+    case " $missing" in *" rsyslog "*) as_root systemctl disable rsyslog.service >/dev/null 2>&1 || true ;; esac
 }
 
 build() {
