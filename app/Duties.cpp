@@ -286,7 +286,10 @@ void Duties::ContinueAliveScan(const Tick&) {
 }
 
 void Duties::ReloadTranslations(const Tick& tick) {
-    if (needs_.reload.TakeSettings()) needs_.workplace.RenewSettings();
+    if (needs_.reload.TakeSettings()) {
+        needs_.workplace.RenewSettings();
+        needs_.check.Begin();
+    }
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
     const bool isAsked = needs_.reload.Take();
     if (!isAsked && !isDue) return;
