@@ -271,6 +271,7 @@ TEST_F(AlarmRowsTest, TheOldestUnhandledAlarmIsKnownThroughAllChanges) {
     EXPECT_EQ(status().oldest, "");
     EXPECT_EQ(status().unacked, "New: 1");
     world.around.rights.isConnectionLost = true;
+    world.Tick();
     EXPECT_EQ(status().unacked, "New: -") << "what nobody knows is no 0";
     EXPECT_EQ(status().acked.find('0'), Text::npos);
 }

@@ -204,7 +204,7 @@ TEST_F(FilePortTest, WaitsForTheEndOfALine) {
 
 TEST_F(FilePortTest, KeepsAFileThatItsWriterHasStillOpen) {
     const NativePath work = folder.Resolve("In\\NordkeepFile.$$$");
-    std::ofstream writer(folder.Resolve("In\\drop.txt"));
+    std::ofstream writer(folder.Resolve("In\\drop.txt"), std::ios::app);
     writer << "0|||1\n" << std::flush;
     Begin();
     for (int i = 0; i < 70; ++i) {
