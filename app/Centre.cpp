@@ -183,6 +183,7 @@ PlaceParts Centre::RoleParts() {
             .peers = peers_,
             .ports = operatorPorts_,
             .check = check_,
+            .portList = ports_,
             .reload = reload_};
 }
 

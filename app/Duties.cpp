@@ -285,11 +285,21 @@ void Duties::ContinueAliveScan(const Tick&) {
     if (needs_.aliveScan.IsRunning()) needs_.aliveScan.Continue();
 }
 
-void Duties::ReloadTranslations(const Tick& tick) {
-    if (needs_.reload.TakeSettings()) {
-        needs_.workplace.RenewSettings();
-        needs_.check.Begin();
+void Duties::TakeInSettings() {
+    const bool areSettings = needs_.reload.TakeSettings();
+    const bool arePorts = needs_.reload.TakePorts();
+    if (areSettings) needs_.workplace.RenewSettings();
+    if (arePorts) {
+        if (!needs_.portRenewal.RenewPorts()) needs_.reload.AskForPorts();
+        for (PortBinding* port : needs_.ports.Bindings()) {
+            needs_.translations.ReLoadPortTranslations(*port, true);
+        }
     }
+    if (areSettings || arePorts) needs_.check.Begin();
+}
+
+void Duties::ReloadTranslations(const Tick& tick) {
+    TakeInSettings();
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
     const bool isAsked = needs_.reload.Take();
     if (!isAsked && !isDue) return;

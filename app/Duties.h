@@ -121,6 +121,7 @@ class Duties {
     void TendSound(const Tick& tick);
     void TendRelay(const Tick& tick);
     void ContinueAliveScan(const Tick& tick);
+    void TakeInSettings();
     void ReloadTranslations(const Tick& tick);
     void RetryTorvex(const Tick& tick);
     void DispatchParked(const Tick& tick);

@@ -30,7 +30,11 @@ void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const 
                              .torvex = needs.torvex,
                              .ports = [&ports = needs.ports] { return ports.InTree(); },
                              .requestReload = [&reload = needs.reload] { reload.Ask(); },
-                             .noteSettings = [&reload = needs.reload] { reload.AskForSettings(); }});
+                             .noteSettings =
+                                 [&reload = needs.reload] {
+                                     reload.AskForSettings();
+                                     reload.AskForPorts();
+                                 }});
 }
 
 void NetworkPeers::MakeSession(ServerLink& link, NetworkRole& role, const Needs& needs) {

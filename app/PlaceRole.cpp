@@ -46,6 +46,8 @@ class LocalEditorHost final : public EditorHost {
     void NoteSaved(const Text& path) override {
         deeds_.Note(JournalKind::Edit, kOperator, {}, path);
         if (IsTranslationFile(path)) return reload_.Ask();
+        // The check begins when they have been taken in.
+        if (FindNoCase(path, "Settings\\Nordkeep.INI") == 0) return reload_.AskForSettings();
         constexpr TextView kSettings = "Settings\\";
         if (EqualsNoCase(TextView(path).substr(0, kSettings.size()), kSettings)) check_.Begin();
     }
@@ -66,6 +68,15 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     role.centre = std::make_unique<LocalCentre>(parts);
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);
+    role.hasLines = true;
+    role.lines = std::make_unique<LocalLines>(
+        LocalLines::Needs{.ports = parts.portList,
+                          .dataFolder = dataFolder,
+                          .files = parts.foundation.Files(),
+                          .clock = parts.foundation.Platform().clock,
+                          .reload = parts.reload,
+                          .host = *role.editorHost,
+                          .sendTool = parts.foundation.ProgramFolder().Resolve("nordkeep-send")});
     return role;
 }
 
@@ -129,6 +140,7 @@ PlaceRole ClientPlace(const PlaceParts& parts, const PlaceState::Needs& state, S
     role.centre = std::make_unique<ClientCentre>(server, link, parts.peers);
     role.server = std::make_unique<ClientContact>(server, parts.peers);
     role.state = std::make_unique<ClientPlaceState>(state, link);
+    role.lines = std::make_unique<ClientLines>();
     role.readsObjectFiles = false;
     role.knowsCallers = false;
     role.asksForLogin = network.ViewLoginFormAutomatically && !logsInByItself;

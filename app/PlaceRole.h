@@ -2,6 +2,7 @@
 
 #include "app/NetworkPeers.h"
 #include "app/OperatorPorts.h"
+#include "app/PlaceLines.h"
 #include "app/PlaceState.h"
 #include "app/ReloadRequest.h"
 #include "console/boxes/CentreOperations.h"
@@ -20,8 +21,10 @@ struct PlaceRole {
     std::unique_ptr<CentreOperations> centre{};
     std::unique_ptr<ServerContact> server{};
     std::unique_ptr<PlaceState> state{};
+    std::unique_ptr<LineControl> lines{};
     bool readsObjectFiles = true;  // see AlarmPage
     bool knowsCallers = true;      // see ObjectList
+    bool hasLines = false;         // of its own, which have to be set up first of all
     bool asksForLogin = false;     // when the window has come up for the first time
 };
 
@@ -41,6 +44,7 @@ struct PlaceParts {
     NetworkPeers& peers;  // built behind this
     OperatorPorts& ports;
     RunningCheck& check;
+    PortList& portList;  // built behind this
     ReloadRequest& reload;
 };
 PlaceRole MakePlaceRole(const PlaceParts& parts);

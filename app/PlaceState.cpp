@@ -27,7 +27,8 @@ CopyFacts PlaceState::Facts() const {
             .isNoPortOpen = needs_.conditions.isNoPortOpen,
             .findings = needs_.check.Count(),
             .areErrors = needs_.check.AreErrors(),
-            .findingsIn = needs_.check.Place()};
+            .findingsIn = needs_.check.Place(),
+            .heldPorts = needs_.ports.Held()};
 }
 
 std::optional<std::vector<PortTreeNode>> LocalPlaceState::OwnTree() const {

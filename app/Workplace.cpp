@@ -59,12 +59,20 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
                .captions = captions_,
                .state = *role_.state,
                .host = *role_.editorHost}),
+      lines_({.files = *role_.files,
+              .dialogs = needs.foundation.Platform().dialogs,
+              .captions = captions_,
+              .state = *role_.state,
+              .clock = needs.foundation.Platform().clock,
+              .dataFolder = needs.foundation.DataFolder(),
+              .control = *role_.lines}),
       setup_({.files = needs.foundation.Files(),
               .centreFiles = *role_.files,
               .dialogs = needs.foundation.Platform().dialogs,
               .captions = captions_,
               .state = *role_.state,
               .host = *this,
+              .lines = lines_,
               .dataFolder = needs.foundation.DataFolder(),
               .programFolder = needs.foundation.ProgramFolder()}),
       shift_({.store = needs.store,
@@ -164,6 +172,8 @@ MainBox::Needs Workplace::MainNeeds() {
 
 void Workplace::FirstShown() {
     if (role_.asksForLogin) AskForLogin();
+    // A fresh installation receives nothing until a line has been made.
+    if (role_.hasLines && role_.lines->Lines().empty()) setup_.Open();
 }
 
 void Workplace::Tick(int elapsedMs) {

@@ -158,6 +158,7 @@ class Workplace final : public OperatorDesk,
     ReconnectBox reconnect_;
     PeriodBox period_;
     EditorBox editor_;
+    LinesBox lines_;
     SetupBox setup_;
     ShiftList shift_;
     MainBox main_;

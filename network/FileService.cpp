@@ -129,4 +129,8 @@ bool IsMainSettings(TextView path) {
     return EqualsNoCase(NameInSettings(path), "Nordkeep.INI");
 }
 
+bool IsSettingsFile(TextView path) {
+    return IsMainSettings(path) || MatchesMask(NameInSettings(path), "Port*.ini");
+}
+
 }  // namespace nordkeep

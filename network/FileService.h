@@ -41,7 +41,9 @@ class FileService {
 /// A write to such a path changes a translation set, which is then to be loaded again: a file with the ending
 /// .IDCode or .TypeCode in the folder Settings.
 bool IsTranslationFile(TextView path);
-/// The main settings file: its values can count from now on.
+/// The main settings file.
 bool IsMainSettings(TextView path);
+/// It, or that of a port: its values can count from now on.
+bool IsSettingsFile(TextView path);
 
 }  // namespace nordkeep

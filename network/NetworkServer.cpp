@@ -252,7 +252,7 @@ void NetworkServer::WriteTextFile(int slot, TextView payload) {
     if (!fileService_.WriteTextFile(file.path, file.text)) return;
     needs_.deeds.Note(JournalKind::Edit, DoerAt(slot), {}, file.path);
     if (IsTranslationFile(file.path)) needs_.requestReload();
-    if (IsMainSettings(file.path)) needs_.noteSettings();
+    if (IsSettingsFile(file.path)) needs_.noteSettings();
 }
 
 void NetworkServer::TellFileTime(int slot, TextView payload) {

@@ -50,7 +50,7 @@ class NetworkServer final : public SlotHandler {
         std::function<std::vector<PortInTree>()> ports;
         /// A client has changed the files of a translation set.
         std::function<void()> requestReload;
-        std::function<void()> noteSettings = [] {};  // a client has written the main settings file
+        std::function<void()> noteSettings = [] {};  // a client has written a settings file
     };
     explicit NetworkServer(const Needs& needs);
     ~NetworkServer() override;

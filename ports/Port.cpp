@@ -35,13 +35,15 @@ cPort::cPort(const PortParts& parts, const PortList& allPorts, Text portName)
            format_.value_or(MessageFormat::Robofon)),
       tests_(LoadSupervisionSettings(parts.settings, portName, format_.value_or(MessageFormat::Robofon)),
              parts.intake, parts.clock, eventPort_),
+      tally_(parts.clock),
       steps_({.language = parts.language,
               .trafficLog = parts.trafficLog,
               .intake = parts.intake,
               .commit = parts.commit,
               .log = log_,
               .port = eventPort_,
-              .tests = tests_}),
+              .tests = tests_,
+              .tally = tally_}),
       callers_(allPorts, eventPort_.binding) {}
 
 bool cPort::InitializePort() {
@@ -126,17 +128,24 @@ bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
 void cPort::Tick(int tickMs, const PortConditions& conditions) {
     if (!collector_ || portIndex_ == 0) return;
     steps_.SetMuted(!conditions.mutedPort.empty() && conditions.mutedPort == eventPort_.PortName);
-    if (!IsToBeOpen(tickMs, conditions)) return ClosePort(conditions.isShuttingDown);
+    if (!IsToBeOpen(tickMs, conditions)) return StayClosed(PortState::Waiting, conditions.isShuttingDown);
+    if (isHeld_) return StayClosed(PortState::Held, conditions.isShuttingDown);
     if (isInOpen_ || conditions.isShuttingDown || conditions.arePortsDisabled) return;
     ReadPortDisable();
     if (IsDisabledByDate()) {
         reopenCountdownMs_ = std::max(reopenCountdownMs_ - tickMs, 0);
-        return ClosePort(false);
+        return StayClosed(PortState::Disabled, false);
     }
     isInOpen_ = true;
     OpenPort(tickMs);
     ServicePort(tickMs);
     isInOpen_ = false;
+    tally_.NoteState(collector_->IsOpen() ? PortState::Open : PortState::Closed);
+}
+
+void cPort::StayClosed(PortState state, bool isShuttingDown) {
+    tally_.NoteState(state);
+    ClosePort(isShuttingDown);
 }
 
 void cPort::CyclicHTTPCleanup(int tickMs, const PortConditions& conditions) {

@@ -54,6 +54,10 @@ class cPort {
     void CyclicHTTPCleanup(int tickMs, const PortConditions& conditions);
     bool IsOpen() const { return collector_ && collector_->IsOpen(); }
     void ClosePort(bool isShuttingDown);
+    /// Closed by hand, until it is let go again.
+    void Hold(bool isHeld) { isHeld_ = isHeld; }
+    bool IsHeld() const { return isHeld_; }
+    PortFigures Figures() const { return tally_.Figures(); }
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
     /// Its settings file is another one than when the port was made, or gone; one that cannot be read at the
@@ -79,6 +83,7 @@ class cPort {
 
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
+    void StayClosed(PortState state, bool isShuttingDown);
     void ReadPortDisable();
     void OpenPort(int tickMs);
     void ServicePort(int tickMs);
@@ -92,6 +97,7 @@ class cPort {
     std::optional<MessageFormat> format_;
     PortLog log_;
     TestTelegrams tests_;
+    PortTally tally_;
     PortSteps steps_;
     PortCallers callers_;
 
@@ -102,6 +108,7 @@ class cPort {
     int portIndex_ = 0;
     FileStamp settingsStamp_{};
     Text portDisable_ = "0";
+    bool isHeld_ = false;
     bool isInOpen_ = false;
     int reopenCountdownMs_ = 0;
     int noClientsCountdownMs_ = 0;

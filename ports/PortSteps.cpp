@@ -14,6 +14,7 @@ Text PortSteps::LabelOf(const DecodedEvent& decoded) const {
 }
 
 void PortSteps::TakeStep(TelegramStep step, WhenStored whenStored) {
+    parts_.tally.NoteStep(step);
     if (step.isTraffic) parts_.tests.NoteProof();
     for (const DecoderNote& note : step.notes) parts_.log.Information(note.text, note.tail);
     if (step.events.empty() && step.held.empty() && !whenStored) return;
@@ -46,6 +47,7 @@ void PortSteps::TakeUp(const KeptTelegram& kept, TelegramStep step) {
 }
 
 void PortSteps::NoteTraffic(TextView bytes, TrafficDirection direction) {
+    parts_.tally.NoteTraffic(bytes, direction);
     parts_.trafficLog.WriteTrafficLog(bytes, direction, parts_.log.Line().PortDescription);
 }
 

@@ -2,6 +2,7 @@
 
 #include "pipeline/EventIntake.h"
 #include "ports/HeldTelegrams.h"
+#include "ports/PortTally.h"
 #include "ports/TestTelegrams.h"
 #include "ports/collectors/Collector.h"
 #include "store/EventCommit.h"
@@ -20,6 +21,7 @@ class PortSteps final : public StepTaker {
         PortLog& log;
         const EventPort& port;
         TestTelegrams& tests;
+        PortTally& tally;
     };
 
     explicit PortSteps(const Parts& parts) : parts_(parts), held_(parts.commit, parts.port.PortName) {}

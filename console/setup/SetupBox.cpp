@@ -8,6 +8,7 @@ namespace {
 constexpr TextView kOwnDescriptor = "Settings\\Nordkeep.desc";
 constexpr TextView kDeliveredDescriptor = "Nordkeep.Default_desc";
 constexpr int kCaptionFaults = 3862;
+constexpr int kCaptionLines = 4540;
 constexpr int kCaptionDamaged = 3883;
 constexpr int kCaptionDrop = 3884;
 constexpr int kCaptionNotFound = 3885;
@@ -35,6 +36,7 @@ void SetupBox::Open() {
         isBusy_ = true;
         LoadDescriptor();
         values_.Load();
+        needs_.lines.Load(descriptor_);
         isBusy_ = false;
         MakeFields();
         page_ = 0;
@@ -47,7 +49,8 @@ void SetupBox::Open() {
 
 void SetupBox::Close() {
     if (!isOpen_ || isBusy_) return;
-    if (IsChanged()) {
+    if (!needs_.lines.MayLeave()) return;
+    if (HasChanges()) {
         isBusy_ = true;
         const bool mayDrop = needs_.dialogs.AskYesNo(needs_.captions(kCaptionDrop));
         isBusy_ = false;
@@ -88,6 +91,7 @@ void SetupBox::LoadDescriptor() {
 void SetupBox::MakeFields() {
     fields_.clear();
     pages_.clear();
+    pages_.push_back({.caption = needs_.captions(kCaptionLines)});
     for (const DescribedPage& page : descriptor_.pages) {
         if (!page.isHidden) AddPage(page);
     }
@@ -144,6 +148,8 @@ void SetupBox::CountUp() {
         }
         all += page.faults;
     }
+    pages_.front().faults = needs_.lines.Faults();
+    pages_.front().isChanged = needs_.lines.IsChanged() || needs_.lines.IsNew();
     pages_.back().caption = needs_.captions(kCaptionFaults, {std::to_string(all)});
 }
 
@@ -230,6 +236,7 @@ void SetupBox::UseDefault(std::size_t number) {
 
 void SetupBox::Revert() {
     if (!isOpen_ || isBusy_) return;
+    if (IsAtLines()) return needs_.lines.Revert();
     isBusy_ = true;
     values_.Load();
     isBusy_ = false;
@@ -239,8 +246,26 @@ void SetupBox::Revert() {
     view_->Refresh();
 }
 
-bool SetupBox::IsChanged() const {
+bool SetupBox::HasChanges() const {
     return std::ranges::any_of(fields_, &SetupField::IsChanged);
+}
+
+bool SetupBox::IsChanged() const {
+    return IsAtLines() ? needs_.lines.IsChanged() || needs_.lines.IsNew() : HasChanges();
+}
+
+bool SetupBox::MayApply() const {
+    if (!isOpen_ || isBusy_) return false;
+    return IsAtLines() ? needs_.lines.MayApply() : HasChanges();
+}
+
+const WindowNotice& SetupBox::Notice() const {
+    return IsAtLines() && !needs_.lines.Notice().text.empty() ? needs_.lines.Notice() : notice_;
+}
+
+void SetupBox::NoteLines() {
+    CountUp();
+    view_->Refresh();
 }
 
 std::vector<DescribedChoice> SetupBox::ChoicesOf(const SetupField& field) const {

@@ -2,6 +2,7 @@
 
 #include "console/lists/WindowView.h"
 #include "console/setup/FieldForm.h"
+#include "console/setup/LinesBox.h"
 #include "console/setup/SetupValues.h"
 #include "platform/Dialogs.h"
 
@@ -26,8 +27,8 @@ struct SetupPage {
     bool isChanged = false;
 };
 
-/// The set-up of the main settings file, page by page as the descriptor file has it. What is typed counts
-/// when it is applied; a wrong value is told beside its field at once.
+/// The set-up: the lines on the first page, then the main settings file, page by page as the descriptor file
+/// has it. What is typed counts when it is applied; a wrong value is told beside its field at once.
 class SetupBox final : public FieldForm {
  public:
     struct Needs {
@@ -37,6 +38,7 @@ class SetupBox final : public FieldForm {
         const Captions& captions;
         const OperatorState& state;
         SetupHost& host;
+        LinesBox& lines;
         const FileTree& dataFolder;
         const FileTree& programFolder;
     };
@@ -53,9 +55,14 @@ class SetupBox final : public FieldForm {
     void Drop();
     bool IsOpen() const { return isOpen_; }
 
-    const WindowNotice& Notice() const { return notice_; }
+    const WindowNotice& Notice() const;
+    LinesBox& Lines() { return needs_.lines; }
+    /// The page of the lines is shown.
+    bool IsAtLines() const { return page_ == 0 && search_.empty(); }
+    /// The lines have changed, or how they do.
+    void NoteLines();
     const std::vector<SetupField>& Fields() const override { return fields_; }
-    /// The pages; the last one lists the faults of all.
+    /// The pages: the lines first, and last the faults of the others.
     const std::vector<SetupPage>& Pages() const { return pages_; }
     std::size_t CurrentPage() const { return page_; }
     void ShowPage(std::size_t page);
@@ -70,8 +77,9 @@ class SetupBox final : public FieldForm {
     void UseDefault(std::size_t field) override;
     /// Drops what was typed and not applied.
     void Revert();
+    /// Of the page of the lines, or of all the others.
     bool IsChanged() const;
-    bool MayApply() const { return isOpen_ && !isBusy_ && IsChanged(); }
+    bool MayApply() const;
     void Apply();
 
     /// What can be chosen: the choices of the descriptor, or the languages that are there.
@@ -79,6 +87,7 @@ class SetupBox final : public FieldForm {
     void Play(std::size_t field) override;
 
  private:
+    bool HasChanges() const;
     void LoadDescriptor();
     SetupDescriptor Delivered();
     void MakeFields();

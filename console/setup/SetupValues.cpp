@@ -38,7 +38,7 @@ Text SetupValues::Value(const DescribedKey& key) const {
 bool SetupValues::CanWrite(SettingScope scope) const {
     const OperatorRights rights = needs_.state.Rights();
     if (!rights.MayEdit()) return false;
-    return !IsAtServer(scope) || (rights.MayChange() && server_.Exists());
+    return !IsAtServer(scope) || (rights.MayChange() && server_.Exists() && !server_.IsUnreadable());
 }
 
 bool SetupValues::Write(const std::vector<Change>& changes) {

@@ -21,6 +21,7 @@ struct CopyFacts {
     std::size_t findings = 0;   // in what people have typed
     bool areErrors = false;     // and not warnings only
     Text findingsIn{};
+    Text heldPorts{};  // closed by hand
 };
 
 /// The operator's place as the main window has to know it; asked again on every tick.

@@ -171,6 +171,7 @@ std::vector<Banner> MainBox::Banners() const {
                                        .isFlood = needs_.state.IsFlood(),
                                        .mutedPort = needs_.debug.MutedPort(),
                                        .mutedSeconds = needs_.debug.MutedSeconds(),
+                                       .heldPorts = facts_.heldPorts,
                                        .hiddenAlarms = unacked.IsFiltered() ? unacked.HiddenCount() : 0,
                                        .loadPercent = needs_.lists.LoadPercent(),
                                        .findings = facts_.findings,

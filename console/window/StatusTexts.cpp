@@ -23,6 +23,7 @@ constexpr int kTextLoading = 3564;
 constexpr int kTextFlood = 3765;
 constexpr int kTextNoPortOpen = 3832;
 constexpr int kTextFindings = 3849;
+constexpr int kTextHeld = 4577;
 
 constexpr std::int64_t kOverdueMs = 60000;
 constexpr int kMinute = 60;
@@ -42,6 +43,7 @@ std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots)
         banners.push_back(
             {Warning, captions(kTextMuted, {spots.mutedPort, std::to_string(spots.mutedSeconds)})});
     }
+    if (!spots.heldPorts.empty()) banners.push_back({Warning, captions(kTextHeld, {spots.heldPorts})});
     if (spots.hiddenAlarms > 0) {
         banners.push_back({Warning, captions(kTextHidden, {std::to_string(spots.hiddenAlarms)})});
     }

@@ -25,6 +25,7 @@ struct BlindSpots {
     bool isFlood = false;
     Text mutedPort{};
     int mutedSeconds = 0;
+    Text heldPorts{};
     std::size_t hiddenAlarms = 0;
     int loadPercent = 100;
     std::size_t findings = 0;  // in what people have typed

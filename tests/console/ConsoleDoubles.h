@@ -100,6 +100,27 @@ struct RecordingSetupHost final : SetupHost {
     Text calls{};
 };
 
+/// The lines that a test names.
+struct RecordingLines final : LineControl {
+    std::vector<LineFigures> Lines() const override { return lines; }
+    void FilesChanged(const Text& what) override { calls += "changed " + what + ";"; }
+    void Hold(const Text& name, bool isHeld) override { calls += (isHeld ? "hold " : "free ") + name + ";"; }
+    bool RemoveFile(const Text& name) override {
+        calls += "remove " + name + ";";
+        return canRemove && nordkeep::RemoveFile(files->Resolve("Settings\\" + name + ".ini"));
+    }
+    bool StartTest(const Text& name) override {
+        calls += "test " + name + ";";
+        return true;
+    }
+    std::optional<bool> TakeTestOutcome() override { return std::exchange(outcome, std::nullopt); }
+    const FileTree* files = nullptr;
+    bool canRemove = true;
+    std::vector<LineFigures> lines{};
+    std::optional<bool> outcome{};
+    Text calls{};
+};
+
 /// The ports that a test names.
 struct FakePorts final : SimulatedPorts, DebugLines {
     std::vector<SimulatedPort> PortsToSimulate() const override { return ports; }

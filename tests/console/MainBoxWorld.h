@@ -104,12 +104,20 @@ struct MainBoxWorld {
               period({translations, centre, captions, world.time, world.around}),
               editor({dataFiles, world.dialogs, captions, world.around, world.editorHost}),
               simulation({world.intake, translations, world.time, world.time, world.ports, 1}),
+              lines({.files = dataFiles,
+                     .dialogs = world.dialogs,
+                     .captions = captions,
+                     .state = world.around,
+                     .clock = world.time,
+                     .dataFolder = world.folder.Tree(),
+                     .control = world.lineControl}),
               setup({.files = files,
                      .centreFiles = dataFiles,
                      .dialogs = world.dialogs,
                      .captions = captions,
                      .state = world.around,
                      .host = world.setupHost,
+                     .lines = lines,
                      .dataFolder = world.folder.Tree(),
                      .programFolder = world.folder.Tree()}),
               shift({store, translations, captions, world.time, printerSettings}),
@@ -189,6 +197,7 @@ struct MainBoxWorld {
         PeriodBox period;
         EditorBox editor;
         SimulationBox simulation;
+        LinesBox lines;
         SetupBox setup;
         ShiftList shift;
         MainBox box;
@@ -205,6 +214,7 @@ struct MainBoxWorld {
     FakePorts ports{};
     RecordingServer server{};
     RecordingSetupHost setupHost{};
+    RecordingLines lineControl{};
     RecordingPrinter printer{};
     RecordingEditorHost editorHost{};
     RecordingIntake intake{};

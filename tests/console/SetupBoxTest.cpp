@@ -155,6 +155,12 @@ struct SetupWorld : ConsoleWorld {
         folder.Write("Nordkeep.Default_desc", kDelivered);
         folder.Write(kMain, "[General]\r\nMaxAlarms=100\r\nNextAlarmId=7\r\n; a remark\r\n");
         box.SetView(view);
+        lineControl.files = &folder.Tree();
+    }
+    /// The first page behind that of the lines.
+    void OpenAtFirstPage() {
+        box.Open();
+        box.ShowPage(1);
     }
     /// The number of a key in the dialog.
     std::size_t At(TextView key) const {
@@ -174,6 +180,14 @@ struct SetupWorld : ConsoleWorld {
 
     static constexpr const char* kMain = "Settings\\Nordkeep.INI";
     RecordingSetupHost host{};
+    RecordingLines lineControl{};
+    LinesBox lineBox{{.files = dataFiles,
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .state = *this,
+                      .clock = time,
+                      .dataFolder = folder.Tree(),
+                      .control = lineControl}};
     RecordingView view{};
     SetupBox box{{.files = files,
                   .centreFiles = dataFiles,
@@ -181,27 +195,28 @@ struct SetupWorld : ConsoleWorld {
                   .captions = captions,
                   .state = *this,
                   .host = host,
+                  .lines = lineBox,
                   .dataFolder = folder.Tree(),
                   .programFolder = folder.Tree()}};
 };
 
 TEST(SetupBox, ShowsPagesOfTheDescriptorWithWhatTheFileSays) {
     SetupWorld w;
-    w.box.Open();
-    ASSERT_EQ(w.box.Pages().size(), 3u) << "two, and the faults";
-    EXPECT_EQ(w.box.Pages()[0].caption, "Sound page");
-    EXPECT_EQ(w.box.Pages()[1].caption, "limits") << "a text that the language file lacks";
+    w.OpenAtFirstPage();
+    ASSERT_EQ(w.box.Pages().size(), 4u) << "the lines, two, and the faults";
+    EXPECT_EQ(w.box.Pages()[1].caption, "Sound page");
+    EXPECT_EQ(w.box.Pages()[2].caption, "limits") << "a text that the language file lacks";
     EXPECT_EQ(w.Field("MaxAlarms").stored, "100");
     EXPECT_EQ(w.Field("AlarmSound").stored, "0");
     EXPECT_EQ(w.At("PortType"), w.box.Fields().size()) << "each line has its own";
     EXPECT_EQ(w.ShownKeys(), "[]AlarmSound AlarmSoundFile ");
-    w.box.ShowPage(1);
+    w.box.ShowPage(2);
     EXPECT_EQ(w.ShownKeys(), "[Own words]MaxAlarms FontName Format ");
 }
 
 TEST(SetupBox, FindsByCaptionHelpSectionAndKey) {
     SetupWorld w;
-    w.box.Open();
+    w.OpenAtFirstPage();
     const struct {
         const char* words;
         const char* keys;
@@ -221,13 +236,13 @@ TEST(SetupBox, FindsByCaptionHelpSectionAndKey) {
 
 TEST(SetupBox, WritesOnlyWhatWasChangedAndSaysWhenItCounts) {
     SetupWorld w;
-    w.box.Open();
+    w.OpenAtFirstPage();
     w.box.Apply();
     EXPECT_EQ(w.host.calls, "");
     w.box.Type(w.At("MaxAlarms"), "200");
     w.box.Type(w.At("Format"), " [A] ");
-    EXPECT_TRUE(w.box.Pages()[1].isChanged);
-    EXPECT_FALSE(w.box.Pages()[0].isChanged);
+    EXPECT_TRUE(w.box.Pages()[2].isChanged);
+    EXPECT_FALSE(w.box.Pages()[1].isChanged);
     w.box.Apply();
     EXPECT_EQ(w.folder.Read(w.kMain),
               "[General]\r\nMaxAlarms=200\r\nNextAlarmId=7\r\n; a remark\r\nFormat=\" [A] \"\r\n");
@@ -245,9 +260,9 @@ TEST(SetupBox, WritesOnlyWhatWasChangedAndSaysWhenItCounts) {
 TEST(SetupBox, AsksBeforeAFaultIsSavedThatTheFileDidNotHave) {
     SetupWorld w;
     w.folder.Write(w.kMain, "[General]\r\nMaxAlarms=many\r\n");
-    w.box.Open();
-    EXPECT_EQ(w.box.Pages()[1].faults, 1);
-    w.box.ShowPage(2);
+    w.OpenAtFirstPage();
+    EXPECT_EQ(w.box.Pages()[2].faults, 1);
+    w.box.ShowPage(3);
     EXPECT_EQ(w.ShownKeys(), "[]MaxAlarms ") << "the page of the faults";
     w.box.Type(w.At("FontName"), "Sans");
     w.box.Apply();
@@ -262,12 +277,12 @@ TEST(SetupBox, AsksBeforeAFaultIsSavedThatTheFileDidNotHave) {
     w.box.Apply();
     EXPECT_EQ(w.files.ReadIni("General", "AlarmSound", "none"), "9");
     w.box.Type(w.At("MaxAlarms"), "10");
-    EXPECT_EQ(w.box.Pages()[1].faults, 0);
+    EXPECT_EQ(w.box.Pages()[2].faults, 0);
 }
 
 TEST(SetupBox, AsksBeforeItOverwritesWhatSomebodyElseChanged) {
     SetupWorld w;
-    w.box.Open();
+    w.OpenAtFirstPage();
     w.box.Type(w.At("MaxAlarms"), "200");
     w.folder.Write(w.kMain, "[General]\r\nMaxAlarms=100\r\nNextAlarmId=8\r\n");
     w.box.Apply();
@@ -282,7 +297,7 @@ TEST(SetupBox, AsksBeforeItOverwritesWhatSomebodyElseChanged) {
 
 TEST(SetupBox, ClosesUnaskedOnlyWithoutChanges) {
     SetupWorld w;
-    w.box.Open();
+    w.OpenAtFirstPage();
     w.box.Type(w.At("FontName"), "Sans");
     w.box.Close();
     EXPECT_TRUE(w.box.IsOpen());
@@ -296,14 +311,14 @@ TEST(SetupBox, ClosesUnaskedOnlyWithoutChanges) {
 TEST(SetupBox, NamesADamagedDescriptorAndUsesTheDeliveredOne) {
     SetupWorld w;
     w.folder.Write("Settings\\Nordkeep.desc", "Page;one;1\r\nKey;General\r\n");
-    w.box.Open();
+    w.OpenAtFirstPage();
     EXPECT_EQ(w.box.Notice().text, w.captions(3883, {"2", "Key;General"}));
-    EXPECT_EQ(w.box.Pages().size(), 3u);
+    EXPECT_EQ(w.box.Pages().size(), 4u);
     w.box.Close();
     w.folder.Write("Settings\\Nordkeep.desc", "Page;sound;1;hidden\r\nPage;one;\"One\"\r\n");
-    w.box.Open();
+    w.OpenAtFirstPage();
     EXPECT_EQ(w.box.Notice().text, "");
-    EXPECT_EQ(w.box.Pages()[0].caption, "limits") << "a hidden page is not shown, an empty one neither";
+    EXPECT_EQ(w.box.Pages()[1].caption, "limits") << "a hidden page is not shown, an empty one neither";
 }
 
 TEST(SetupBox, OfferWhatIsThere) {
@@ -312,7 +327,7 @@ TEST(SetupBox, OfferWhatIsThere) {
                    "Page;a;1\nGroup;2\nKey;General;Language;language;3;4;workstation;restart;\n"
                    "Key;General;AlarmSoundFile;sound;5;6;workstation;now;\n"
                    "Key;General;AlarmSoundDevice;text;5;6;workstation;now;\n");
-    w.box.Open();
+    w.OpenAtFirstPage();
     EXPECT_EQ(w.box.ChoicesOf(w.Field("Language")).at(1).value, "046");
     w.box.Type(w.At("AlarmSoundFile"), "Bell.wav");
     w.box.Type(w.At("AlarmSoundDevice"), "hall");
@@ -339,6 +354,7 @@ struct ClientSetupWorld : SetupWorld {
                      .captions = captions,
                      .state = *this,
                      .host = host,
+                     .lines = lineBox,
                      .dataFolder = folder.Tree(),
                      .programFolder = folder.Tree()}};
 };
@@ -346,6 +362,7 @@ struct ClientSetupWorld : SetupWorld {
 TEST(SetupBox, OnAClientWritesTheCentresKeysAtTheServer) {
     ClientSetupWorld w;
     w.client.Open();
+    w.client.ShowPage(1);
     const std::size_t most = 2;
     const std::size_t font = 3;
     ASSERT_EQ(w.client.Fields()[most].key.key, "MaxAlarms");
@@ -361,6 +378,7 @@ TEST(SetupBox, OnAClientWritesTheCentresKeysAtTheServer) {
     w.rights.level = 1;
     w.client.Close();
     w.client.Open();
+    w.client.ShowPage(1);
     EXPECT_TRUE(w.client.Fields()[most].isReadOnly);
     w.client.Type(most, "500");
     EXPECT_FALSE(w.client.IsChanged());
@@ -371,6 +389,7 @@ TEST(SetupBox, OnAClientWithoutTheServersFileShowsWhatIsInForce) {
     RemoveFile(w.server.Resolve(w.kMain));
     w.files.UseServerText("[General]\r\nMaxAlarms=77\r\n");
     w.client.Open();
+    w.client.ShowPage(1);
     EXPECT_EQ(w.client.Fields()[2].stored, "77");
     EXPECT_TRUE(w.client.Fields()[2].isReadOnly) << "nothing is written over what could not be read";
     EXPECT_FALSE(w.client.Fields()[3].isReadOnly);

@@ -33,6 +33,10 @@ void FieldPane::Refresh() {
     }
 }
 
+void FieldPane::FocusFirst() {
+    if (!rows_.empty()) rows_.front()->TakeFocus();
+}
+
 void FieldPane::Build() {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
@@ -59,7 +63,8 @@ void FieldPane::OrderTabs() {
     if (!last) return;
     for (FieldRow* row : rows_) {
         for (QWidget* part : row->findChildren<QWidget*>()) {
-            if ((part->focusPolicy() & Qt::TabFocus) == 0) continue;
+            // The list of a choice is a window of its own.
+            if (part->window() != window() || (part->focusPolicy() & Qt::TabFocus) == 0) continue;
             setTabOrder(last, part);
             last = part;
         }

@@ -13,6 +13,7 @@ class FieldPane final : public QScrollArea {
 
     /// The fields come behind this widget when somebody goes through the window by Tab.
     void FollowInTabs(QWidget* widget) { tabsFollow_ = widget; }
+    void FocusFirst();
     /// Shows what the form holds; what is being typed stays.
     void Refresh();
 

@@ -49,12 +49,15 @@ FieldRow::FieldRow(const EditorNeeds& needs)
 
 QString FieldRow::HelpText() const {
     const SetupField& field = Field();
-    const int scope = field.key.scope == SettingScope::Centre ? kCaptionCentre : kCaptionWorkstation;
     QString text = ShownLine(field.help);
-    if (field.key.when != AppliesWhen::Now)
+    if (field.key.when == AppliesWhen::Restart)
         text += QStringLiteral(" ") + ShownLine(AppliesText(field, needs_.captions));
-    return text + QStringLiteral(" (") + ShownLine(field.key.section + ", " + field.key.key) +
-           QStringLiteral(", ") + CaptionText(needs_.captions, scope).toLower() + QStringLiteral(")");
+    text += QStringLiteral(" (") + ShownLine(field.key.section + ", " + field.key.key);
+    if (field.key.scope != SettingScope::Port) {
+        const int scope = field.key.scope == SettingScope::Centre ? kCaptionCentre : kCaptionWorkstation;
+        text += QStringLiteral(", ") + CaptionText(needs_.captions, scope).toLower();
+    }
+    return text + QStringLiteral(")");
 }
 
 void FieldRow::ShowValue() {
@@ -68,7 +71,7 @@ void FieldRow::ShowState() {
     font.setBold(field.IsChanged());
     caption_->setFont(font);
     const QString fault = ShownLine(field.fault);
-    if (!fault.isEmpty()) help_->setMinimumHeight(help_->height());
+    if (!fault.isEmpty() && help_->isVisible()) help_->setMinimumHeight(help_->height());
     help_->setText(fault.isEmpty() ? HelpText() : QStringLiteral("! ") + fault);
     editor_->Input()->setAccessibleDescription(help_->text());
     QPalette colors = palette();

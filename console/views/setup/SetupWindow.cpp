@@ -10,6 +10,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QSplitter>
+#include <QtWidgets/QStackedWidget>
 
 namespace nordkeep {
 namespace {
@@ -37,6 +38,8 @@ SetupWindow::SetupWindow(SetupBox& box, const Captions& captions, QWidget* paren
     sides->setSizes({kLeftWidth, 3 * kLeftWidth});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(sides, 1);
+    lines_->FollowInTabs(pages_);
+    fields_->FollowInTabs(pages_);
     AddKeys();
     resize(1080, 700);
 }
@@ -65,7 +68,12 @@ QWidget* SetupWindow::NewLeft() {
 QWidget* SetupWindow::NewRight() {
     auto* right = new QWidget;
     fields_ = new FieldPane(box_, captions_);
-    fields_->FollowInTabs(pages_);
+    lines_ = new LinesPane(box_.Lines(), captions_);
+    lines_->onChange = [this] { box_.NoteLines(); };
+    box_.Lines().SetView(*lines_);
+    sides_ = new QStackedWidget;
+    sides_->addWidget(lines_);
+    sides_->addWidget(fields_);
     notice_ = new NoticeBar;
     revert_ = NewButton(captions_, kCaptionRevert);
     apply_ = NewButton(captions_, kCaptionApply);
@@ -76,7 +84,7 @@ QWidget* SetupWindow::NewRight() {
     for (QPushButton* button : {revert_, apply_, close}) buttons->addWidget(button);
     auto* layout = new QVBoxLayout(right);
     layout->setContentsMargins(kGap, 0, 0, 0);
-    layout->addWidget(fields_, 1);
+    layout->addWidget(sides_, 1);
     layout->addWidget(notice_);
     layout->addLayout(buttons);
     connect(revert_, &QPushButton::clicked, this, [this] { box_.Revert(); });
@@ -94,13 +102,14 @@ void SetupWindow::AddKeys() {
 }
 
 void SetupWindow::Show(OpenedBy by) {
-    Refresh();
+    lines_->Refresh();
     BringToFront(*this, by == OpenedBy::Operator);
     search_->setFocus();
 }
 
 void SetupWindow::Refresh() {
     ShowPages();
+    sides_->setCurrentWidget(box_.IsAtLines() ? static_cast<QWidget*>(lines_) : fields_);
     fields_->Refresh();
     notice_->SetNotice(ShownText(box_.Notice().text), box_.Notice().isGood);
     revert_->setEnabled(box_.IsChanged());

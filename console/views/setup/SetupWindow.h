@@ -1,10 +1,11 @@
 #pragma once
 
 #include "console/setup/SetupBox.h"
-#include "console/views/setup/FieldPane.h"
+#include "console/views/setup/LinesPane.h"
 
 class QLineEdit;
 class QListWidget;
+class QStackedWidget;
 
 namespace nordkeep {
 
@@ -31,6 +32,8 @@ class SetupWindow final : public QDialog, public WindowView {
     const Captions& captions_;
     QLineEdit* search_ = nullptr;
     QListWidget* pages_ = nullptr;
+    QStackedWidget* sides_ = nullptr;
+    LinesPane* lines_ = nullptr;
     FieldPane* fields_ = nullptr;
     NoticeBar* notice_ = nullptr;
     QPushButton* revert_ = nullptr;

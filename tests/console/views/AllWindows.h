@@ -133,6 +133,14 @@ struct AllWindows : LanguageWorld {
         {.intake = intake, .translations = translations, .clock = time, .loop = time, .ports = ports}};
     SimulationDialog simulationDialog{simulation, captions};
     RecordingSetupHost setupHost{};
+    RecordingLines lineControl{};
+    LinesBox lineBox{{.files = dataFiles,
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .state = *this,
+                      .clock = time,
+                      .dataFolder = folder.Tree(),
+                      .control = lineControl}};
     FileTree templates{NORDKEEP_SOURCE_DIR "/templates"};
     SetupBox setup{{.files = files,
                     .centreFiles = dataFiles,
@@ -140,6 +148,7 @@ struct AllWindows : LanguageWorld {
                     .captions = captions,
                     .state = *this,
                     .host = setupHost,
+                    .lines = lineBox,
                     .dataFolder = folder.Tree(),
                     .programFolder = templates}};
     SetupWindow setupWindow{setup, captions};

@@ -5,6 +5,7 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
+#include <QtWidgets/QTableWidget>
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@ struct SetupWindowWorld : AllWindows {
         folder.Write("Settings\\Nordkeep.INI",
                      "[General]\r\nMaxAlarms=many\r\nColorState_0=777777;FFFFFF\r\n");
         setup.Open();
+        setup.ShowPage(1);
         QApplication::processEvents();
     }
     QListWidget* Pages() { return InputOf<QListWidget>(PlainCaption(captions, 3860)); }
@@ -60,11 +62,11 @@ TEST(SetupWindow, TypesAppliesAndTellsFaultsWithoutMovingTheRow) {
     ASSERT_TRUE(most);
     EXPECT_EQ(most->text(), "many");
     EXPECT_TRUE(most->accessibleDescription().startsWith("! ")) << "also for who only hears it";
-    EXPECT_TRUE(w.Pages()->item(0)->text().contains("! 1"));
+    EXPECT_TRUE(w.Pages()->item(1)->text().contains("! 1"));
     most->setText("70");
     most->textEdited("70");
     EXPECT_FALSE(most->accessibleDescription().startsWith("! "));
-    EXPECT_TRUE(w.Pages()->item(0)->text().contains("*"));
+    EXPECT_TRUE(w.Pages()->item(1)->text().contains("*"));
     w.Button(3863)->click();
     EXPECT_EQ(w.files.ReadIni("General", "MaxAlarms", ""), "70");
     EXPECT_EQ(most, w.InputOf<QLineEdit>("Alarms kept at most")) << "the field stays where it is";
@@ -85,6 +87,37 @@ TEST(SetupWindow, ChoicesAndSwitchesWriteTheirValues) {
     w.setup.Apply();
     EXPECT_EQ(w.files.ReadIni("General", "AlarmSound", ""), "2");
     EXPECT_EQ(w.files.ReadIni("General", "AutoViewMap", ""), "1");
+}
+
+TEST(SetupWindow, MakesALineByItsButtonsAndFields) {
+    SetupWindowWorld w;
+    w.Pages()->setCurrentRow(0);
+    EXPECT_TRUE(w.setup.IsAtLines());
+    w.Button(4568)->click();
+    QApplication::processEvents();
+    auto* number = w.InputOf<QLineEdit>("Number");
+    ASSERT_TRUE(number && number->isVisible());
+    EXPECT_TRUE(number->accessibleDescription().startsWith("! "));
+    number->setText("17650");
+    number->textEdited("17650");
+    EXPECT_FALSE(number->accessibleDescription().startsWith("! "));
+    auto* kind = w.InputOf<QComboBox>("Kind of line");
+    ASSERT_TRUE(kind);
+    kind->setCurrentIndex(kind->findData("SMTP"));
+    kind->activated(kind->currentIndex());
+    QApplication::processEvents();
+    auto* format = w.InputOf<QComboBox>("Format of the telegrams");
+    ASSERT_TRUE(format);
+    EXPECT_NE(format->findData("11"), -1) << "only what mail carries, and what is chosen now";
+    EXPECT_EQ(format->findData("4"), -1);
+    format->setCurrentIndex(format->findData("11"));
+    format->activated(format->currentIndex());
+    w.Button(3863)->click();
+    EXPECT_EQ(w.files.ReadPortIni("General", "PortNumber", "", "Port1"), "17650");
+    EXPECT_EQ(w.files.ReadPortIni("General", "MessageFormat", "", "Port1"), "11");
+    auto* table = w.setupWindow.findChild<QTableWidget*>();
+    ASSERT_TRUE(table);
+    EXPECT_EQ(table->rowCount(), 1);
 }
 
 TEST(SetupWindow, AColourPairShowsItsContrast) {

@@ -1,0 +1,114 @@
+#include "app/PlaceLines.h"
+
+#include "runtime/Dates.h"
+
+#include <algorithm>
+
+namespace nordkeep {
+namespace {
+
+LineState StateOf(PortState state) {
+    switch (state) {
+        case PortState::Open:
+            return LineState::Open;
+        case PortState::Closed:
+            return LineState::Closed;
+        case PortState::Disabled:
+            return LineState::Disabled;
+        case PortState::Held:
+            return LineState::Held;
+        case PortState::Waiting:
+            return LineState::Waiting;
+        case PortState::Unusable:
+            break;
+    }
+    return LineState::Unusable;
+}
+
+/// What a format's test telegram is called; empty where a transmitter cannot be played.
+std::string TelegramOf(MessageFormat format) {
+    switch (format) {
+        case MessageFormat::Robofon:
+            return "robofon";
+        case MessageFormat::GoogolT1:
+            return "googol";
+        case MessageFormat::PlainText:
+            return "text";
+        case MessageFormat::RSM02:
+            return "rsm02";
+        case MessageFormat::SOSAccessMini:
+            return "sosmini";
+        case MessageFormat::AptusMini:
+            return "aptus";
+        case MessageFormat::SOSAccessV4:
+            return "sosaccess";
+        case MessageFormat::Mail:
+            return "mail";
+        case MessageFormat::SurGardMLR2:
+            return "contactid";
+        default:
+            return {};
+    }
+}
+
+/// Where a transmitter would call; empty for a line that nobody calls.
+std::string TargetOf(PortType type, int number) {
+    const std::string address = "127.0.0.1:" + std::to_string(number);
+    if (type == PortType::TCPS) return "tcp:" + address;
+    if (type == PortType::UDP) return "udp:" + address;
+    return type == PortType::SMTP ? "smtp:" + address : std::string();
+}
+
+}  // namespace
+
+std::vector<LineFigures> LocalLines::Lines() const {
+    std::vector<LineFigures> lines;
+    for (const auto& port : needs_.ports.Ports()) {
+        const PortFigures figures = port->Figures();
+        lines.push_back({.name = port->PortName(),
+                         .state = StateOf(figures.state),
+                         .since = figures.since,
+                         .lastTraffic = figures.lastTraffic,
+                         .telegramsToday = figures.telegramsToday,
+                         .refusedToday = figures.refusedToday});
+    }
+    return lines;
+}
+
+void LocalLines::FilesChanged(const Text& what) {
+    needs_.host.NoteSaved(what);
+    needs_.reload.AskForPorts();
+}
+
+void LocalLines::Hold(const Text& name, bool isHeld) {
+    for (const auto& port : needs_.ports.Ports()) {
+        if (EqualsNoCase(port->PortName(), name)) port->Hold(isHeld);
+    }
+}
+
+bool LocalLines::RemoveFile(const Text& name) {
+    const NativePath file = needs_.dataFolder.Resolve("Settings\\" + name + ".ini");
+    const Text stamp = FormatDate(needs_.clock.Now(), "YYYYMMDDHHNNSS");
+    MakeFolder(needs_.dataFolder.Resolve("Settings\\Backup"));
+    return RenameFile(file, needs_.dataFolder.Resolve("Settings\\Backup\\" + name + "." + stamp + ".ini"));
+}
+
+bool LocalLines::StartTest(const Text& name) {
+    const auto read = [&](const char* key) { return needs_.files.ReadPortIni("General", key, "0", name); };
+    const auto type = ParsePortType(TrimBlanks(read("PortType")));
+    const auto format = ParseMessageFormat(LeadingInt32(read("MessageFormat")));
+    if (!type || !format) return false;
+    const std::string target = TargetOf(*type, LeadingInt32(read("PortNumber")));
+    const std::string telegram = TelegramOf(*format);
+    if (target.empty() || telegram.empty()) return false;
+    isTesting_ = test_.Start(needs_.sendTool, {"--quiet", "--format", telegram, target});
+    return isTesting_;
+}
+
+std::optional<bool> LocalLines::TakeTestOutcome() {
+    if (!isTesting_ || test_.IsRunning()) return std::nullopt;
+    isTesting_ = false;
+    return test_.HasSucceeded();
+}
+
+}  // namespace nordkeep

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "runtime/Protocol.h"
+
+#include <optional>
+#include <vector>
+
+namespace nordkeep {
+
+/// What a line is: what carries its bytes, and what they mean.
+struct LineKind {
+    std::optional<PortType> type{};  // none for no line, or a word that is none
+    std::optional<MessageFormat> format{};
+    friend bool operator==(const LineKind&, const LineKind&) = default;
+};
+
+/// Whether a kind of line can carry a format: mail, web services and files have formats of their own.
+bool CanCarry(PortType type, MessageFormat format);
+/// Whether a line of this kind reads a key of section General of its settings file.
+bool ReadsKey(const LineKind& kind, TextView key);
+/// Whether a number from 1 on is needed to open it.
+bool NeedsNumber(PortType type);
+/// The protocols that a format can raise, for which sets are bound in section Translate.
+std::vector<Protocol> ProtocolsOf(MessageFormat format);
+
+}  // namespace nordkeep

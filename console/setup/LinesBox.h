@@ -1,0 +1,127 @@
+#pragma once
+
+#include "console/lists/OperatorState.h"
+#include "console/lists/SharedText.h"
+#include "console/lists/WindowView.h"
+#include "console/setup/FieldForm.h"
+#include "console/setup/LineControl.h"
+#include "console/setup/LineKinds.h"
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "runtime/IniText.h"
+
+namespace nordkeep {
+
+/// One line in the list of the set-up.
+struct LineRow {
+    Text name{};         // of the settings file, "Port1"
+    Text description{};  // what people call it
+    Text kind{};         // "TCPS 17601, Robofon (RBM600)"
+    LineKind is{};
+    int number = 0;
+    LineFigures figures{};
+    bool isRunning = false;  // there are figures
+};
+
+/// The lines: their settings files, how they do, and one of them in front to be edited. Works on the files of
+/// this copy, or on a client on those of its server.
+class LinesBox final : public FieldForm {
+ public:
+    struct Needs {
+        DataFiles& files;
+        Dialogs& dialogs;
+        const Captions& captions;
+        const OperatorState& state;
+        const Clock& clock;
+        const FileTree& dataFolder;
+        LineControl& control;
+    };
+    explicit LinesBox(const Needs& needs) : needs_(needs), file_(needs.files) {}
+
+    void SetView(WindowView& view) { view_ = &view; }
+
+    /// Reads the settings files of the lines; `descriptor` describes their keys.
+    void Load(const SetupDescriptor& descriptor);
+    /// Asks how the lines do, and what came of a test.
+    void Tick();
+
+    const std::vector<LineRow>& Rows() const { return rows_; }
+    /// The row in front; none for a new line, and without lines.
+    std::optional<std::size_t> Current() const { return current_; }
+    bool IsNew() const { return isNew_; }
+    /// Asks first when the present one has not been applied.
+    void Select(std::size_t row);
+    /// A new line, or one with the settings of that in front.
+    void New();
+    void Copy();
+    void Remove();
+    /// Closes the line in front, or opens it again.
+    void ToggleHeld();
+    void SendTest();
+    bool IsHeld() const;
+    bool MayEdit() const;
+
+    bool IsChanged() const;
+    bool MayApply() const { return !isBusy_ && MayEdit() && (isNew_ || IsChanged()); }
+    void Apply();
+    void Revert();
+    /// True when nothing is lost, or a person says so.
+    bool MayLeave();
+
+    const WindowNotice& Notice() const { return notice_; }
+    /// The state of a line in words, with its time.
+    Text StateText(const LineRow& row) const;
+    Text TimeText(OleDate time) const;
+    /// How many faults the fields in front have.
+    int Faults() const;
+
+    // --- FieldForm
+    const std::vector<SetupField>& Fields() const override { return fields_; }
+    const std::vector<SetupGroup>& Shown() const override { return shown_; }
+    unsigned Generation() const override { return generation_; }
+    void Type(std::size_t field, Text value) override;
+    void UseDefault(std::size_t field) override;
+    std::vector<DescribedChoice> ChoicesOf(const SetupField& field) const override;
+    void Play(std::size_t) override {}
+
+ private:
+    void ListLines();
+    LineRow ReadRow(const Text& name);
+    void Open(const Text& name);
+    void MakeFields();
+    void AddProtocols();
+    void TakeValues(const IniText& ini, bool isStored);
+    void CheckAll();
+    Text FaultOfField(const SetupField& field) const;
+    Text FaultOfNumber(const SetupField& field) const;
+    Text FaultOfSets(TextView sets) const;
+    void FillShown();
+    bool IsShown(const SetupField& field) const;
+    LineKind TypedKind() const;
+    const SetupField* Find(TextView section, TextView key) const;
+    Text TypedOf(TextView key) const;
+    Text FreeName() const;
+    bool MaySaveFaults();
+    void Write();
+    Text NewText() const;
+    void Renew();
+
+    Needs needs_;
+    NoWindowView noView_{};
+    WindowView* view_ = &noView_;
+    SharedText file_;
+    SetupDescriptor descriptor_{};
+    std::vector<LineRow> rows_{};
+    std::vector<Text> sets_{};  // that have a file
+    std::vector<SetupField> fields_{};
+    std::vector<SetupGroup> shown_{};
+    std::optional<std::size_t> current_{};
+    Text name_{};  // of the line in front
+    LineKind shownKind_{};
+    WindowNotice notice_{};
+    unsigned generation_ = 0;
+    bool isNew_ = false;
+    bool isBusy_ = false;
+};
+
+}  // namespace nordkeep

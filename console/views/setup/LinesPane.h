@@ -1,0 +1,46 @@
+#pragma once
+
+#include "console/setup/LinesBox.h"
+#include "console/views/setup/FieldPane.h"
+
+class QTableWidget;
+class QTimer;
+
+namespace nordkeep {
+
+/// The page of the lines: how they do, and the settings of one of them.
+class LinesPane final : public QWidget, public WindowView {
+ public:
+    LinesPane(LinesBox& lines, const Captions& captions);
+
+    /// What shows more than this page, such as the buttons of the window.
+    std::function<void()> onChange = [] {};
+    /// Comes behind this widget when somebody goes through the window by Tab.
+    void FollowInTabs(QWidget* widget);
+    void Show(OpenedBy) override { Refresh(); }
+    void Refresh() override;
+    void Close() override {}
+
+ protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+ private:
+    QWidget* NewButtons();
+    void ShowRows();
+    void ShowButtons();
+
+    LinesBox& lines_;
+    const Captions& captions_;
+    QTableWidget* table_ = nullptr;
+    QLabel* empty_ = nullptr;
+    FieldPane* fields_ = nullptr;
+    QTimer* timer_ = nullptr;
+    QPushButton* new_ = nullptr;
+    QPushButton* copy_ = nullptr;
+    QPushButton* remove_ = nullptr;
+    QPushButton* hold_ = nullptr;
+    QPushButton* test_ = nullptr;
+};
+
+}  // namespace nordkeep
