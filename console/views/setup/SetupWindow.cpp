@@ -21,7 +21,7 @@ constexpr int kCaptionApply = 3863;
 constexpr int kCaptionRevert = 3864;
 constexpr int kLeftWidth = 230;  // px
 constexpr int kGap = 12;         // px
-constexpr int kPageSpacing = 3;  // px, around the name of a page
+constexpr int kPagePadding = 8;  // px
 
 }  // namespace
 
@@ -52,7 +52,6 @@ QWidget* SetupWindow::NewLeft() {
     search_->setClearButtonEnabled(true);
     pages_ = new QListWidget;
     pages_->setAccessibleName(PlainCaption(captions_, kCaptionTitle));
-    pages_->setSpacing(kPageSpacing);
     auto* layout = new QVBoxLayout(left);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(search_);
@@ -120,7 +119,11 @@ void SetupWindow::ShowPages() {
     const QSignalBlocker silence(pages_);
     const auto& pages = box_.Pages();
     const int count = static_cast<int>(pages.size());
-    while (pages_->count() < count) pages_->addItem(QString());
+    while (pages_->count() < count) {
+        pages_->addItem(QString());
+        // Lower rows would cut the dots of capital letters.
+        pages_->item(pages_->count() - 1)->setSizeHint({0, pages_->fontMetrics().height() + kPagePadding});
+    }
     while (pages_->count() > count) delete pages_->takeItem(pages_->count() - 1);
     for (int row = 0; row < count; ++row) {
         const SetupPage& page = pages[static_cast<std::size_t>(row)];
