@@ -299,7 +299,7 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {4553, "Ett nummer från 1 till 65535 behövs."},
     {4554, "Numret används av %1."},
     {4555, "Översättningen %1 finns inte."},
-    {4556, "Ta bort linjen %1? Inget tas emot på den längre. Inställningsfilen sparas i Settings\Backup."},
+    {4556, "Ta bort linjen %1? Inget tas emot på den längre. Inställningsfilen sparas i Settings\\Backup."},
     {4557, "%1 har tagits bort."},
     {4558, "%1 sparades och öppnas på nytt; övriga linjer går vidare."},
     {4559, "%1 skapades och öppnas nu."},
