@@ -92,6 +92,8 @@ bool PortList::TakeInNew(const PortParts& parts) {
 
 std::optional<bool> PortList::Renew(const PortParts& parts) {
     if (ticking_ > 0) return std::nullopt;
+    // A disk that has gone takes no line with it.
+    if (!FolderExists(parts.dataFolder.Resolve("Settings"))) return false;
     const bool hasChanged = RenewKnown(parts);
     return TakeInNew(parts) || hasChanged;
 }

@@ -1,6 +1,8 @@
 #include "tests/doubles/RobofonTelegram.h"
 #include "tests/ports/PortWorld.h"
 
+#include <cstdio>
+
 namespace nordkeep {
 namespace {
 
@@ -68,6 +70,12 @@ TEST_F(PortRenewalTest, ReopensWhatHasChangedAndNothingElse) {
     EXPECT_EQ(Listener(4004), nullptr);
     EXPECT_EQ(ports.Ports().size(), 1u);
     EXPECT_EQ(ports.Renew(parts), false);
+}
+
+TEST_F(PortRenewalTest, ADiskThatHasGoneTakesNoLineWithIt) {
+    ASSERT_EQ(::rename(folder.Resolve("Settings").c_str(), folder.Resolve("Elsewhere").c_str()), 0);
+    EXPECT_EQ(ports.Renew(parts), false);
+    EXPECT_NE(Listener(4001), nullptr);
 }
 
 TEST_F(PortRenewalTest, AnswersWhatWasSentBeforeTheLineIsClosed) {
