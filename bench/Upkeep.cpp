@@ -40,7 +40,7 @@ struct World {
             alarm->m_ArrivedTime = alarm->m_TimeStamp = clock.Now().PlusDays(-kDaysOld);
             alarm->m_IdCode = alarm->m_AlarmCode = std::to_string(i);
             alarm->m_TranslatedIDCode = "Object " + alarm->m_IdCode;
-            alarm->m_TranslatedPrio = "1";
+            alarm->m_TranslatedPrio = Text("1");
             store.StoreNew(std::move(alarm));
             if (i % kTogether == 0) commit.Commit();
         }

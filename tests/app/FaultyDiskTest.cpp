@@ -114,7 +114,7 @@ TEST_P(FaultyDiskTest, LosesNothingDestroysNothingAndRecoversByItself) {
     }
     EXPECT_TRUE(WaitFor([&] { return IsAcknowledged(); })) << "good again without a restart";
     EXPECT_TRUE(IsAcknowledged());
-    if (refused > 0 && GetParam().isOutage) EXPECT_TRUE(IsTold()) << copy.Output();
+    EXPECT_TRUE(refused == 0 || !GetParam().isOutage || IsTold()) << copy.Output();
     copy.Kill();
     acknowledged += caller->ReceiveWithin(100, 200).size();
     copy.Start();

@@ -44,8 +44,8 @@ void ExpectLimits(const DescribedKey& key, const KnownSetting& known) {
     }
     if (key.control != ControlKind::Number) return;
     // Where the reader takes any number, the dialog may know better.
-    if (known.low != INT_MIN) EXPECT_EQ(key.low, known.low) << key.key;
-    if (known.high != INT_MAX) EXPECT_EQ(key.high, known.high) << key.key;
+    EXPECT_TRUE(known.low == INT_MIN || key.low == known.low) << key.key;
+    EXPECT_TRUE(known.high == INT_MAX || key.high == known.high) << key.key;
 }
 
 TEST(SetupTemplate, DescribesEveryKnownKeyAsItIs) {
