@@ -259,10 +259,11 @@ std::optional<std::size_t> SqliteJournal::Prune(const Pruning& pruning) {
         Fail("prune");
         return std::nullopt;
     }
+    const std::string spared(pruning.spared);  // bound, so it stays until the statement has run
     BindText(prune.get(), 1, pruning.time);
     sqlite3_bind_int64(prune.get(), 2, pruning.below);
     sqlite3_bind_int64(prune.get(), 3, static_cast<std::int64_t>(pruning.most));
-    BindText(prune.get(), 4, std::string(pruning.spared));
+    BindText(prune.get(), 4, spared);
     sqlite3_bind_int64(prune.get(), 5, pruning.sparedAfter);
     if (!Step(prune.get())) {
         Fail("prune");
