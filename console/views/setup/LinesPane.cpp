@@ -81,21 +81,24 @@ QWidget* LinesPane::NewButtons() {
     auto* frame = new QWidget;
     auto* layout = new QHBoxLayout(frame);
     layout->setContentsMargins(0, 0, 0, 0);
-    const auto add = [&](int caption, void (LinesBox::*act)()) {
-        QPushButton* button = NewButton(captions_, caption);
-        layout->addWidget(button);
-        connect(button, &QPushButton::clicked, this, [this, act] { (lines_.*act)(); });
-        return button;
-    };
-    new_ = add(kCaptionNew, &LinesBox::New);
-    copy_ = add(kCaptionCopy, &LinesBox::Copy);
-    remove_ = add(kCaptionRemove, &LinesBox::Remove);
-    hold_ = add(kCaptionClose, &LinesBox::ToggleHeld);
-    test_ = add(kCaptionTest, &LinesBox::SendTest);
-    for (QPushButton* button : {new_, copy_}) {
-        connect(button, &QPushButton::clicked, this, [this] { fields_->FocusFirst(); });
-    }
+    new_ = NewButton(captions_, kCaptionNew);
+    copy_ = NewButton(captions_, kCaptionCopy);
+    remove_ = NewButton(captions_, kCaptionRemove);
+    hold_ = NewButton(captions_, kCaptionClose);
+    test_ = NewButton(captions_, kCaptionTest);
+    for (QPushButton* button : {new_, copy_, remove_, hold_, test_}) layout->addWidget(button);
     layout->addStretch(1);
+    connect(new_, &QPushButton::clicked, this, [this] {
+        lines_.New();
+        fields_->FocusFirst();
+    });
+    connect(copy_, &QPushButton::clicked, this, [this] {
+        lines_.Copy();
+        fields_->FocusFirst();
+    });
+    connect(remove_, &QPushButton::clicked, this, [this] { lines_.Remove(); });
+    connect(hold_, &QPushButton::clicked, this, [this] { lines_.ToggleHeld(); });
+    connect(test_, &QPushButton::clicked, this, [this] { lines_.SendTest(); });
     return frame;
 }
 
