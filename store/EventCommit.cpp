@@ -146,10 +146,9 @@ void EventCommit::SynchroniseAll() {
 void EventCommit::UseIdleMoment(const Clock& clock) {
     const bool isBusy = std::exchange(wasBusy_, false);
     const std::int64_t now = clock.MonotonicMs();
-    const bool isAnyWaiting = disk_.WaitingCount() > 0;
-    if (journal_) journal_->Tidy(isBusy || isAnyWaiting);
-    if (!isAnyWaiting) {
+    if (disk_.WaitingCount() == 0) {
         waitsSinceMs_ = -1;
+        if (!isBusy && journal_) journal_->Tidy();
         return;
     }
     if (waitsSinceMs_ < 0) waitsSinceMs_ = now;

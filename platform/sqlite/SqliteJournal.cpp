@@ -13,7 +13,6 @@ namespace {
 constexpr int kMostWaitMs = 20;
 /// Transactions after which an idle moment is used to work the log of writes off.
 constexpr int kCommitsToTidy = 250;
-constexpr int kMostCommitsToTidy = 2000;
 
 constexpr const char* kSchema =
     "CREATE TABLE IF NOT EXISTS entries("
@@ -273,8 +272,8 @@ std::optional<std::size_t> SqliteJournal::Prune(const Pruning& pruning) {
     return static_cast<std::size_t>(sqlite3_changes(database_.get()));
 }
 
-bool SqliteJournal::Tidy(bool isBusy) {
-    if (!database_ || commitsToTidy_ < (isBusy ? kMostCommitsToTidy : kCommitsToTidy)) return false;
+bool SqliteJournal::Tidy() {
+    if (!database_ || commitsToTidy_ < kCommitsToTidy) return false;
     commitsToTidy_ = 0;
     LetGo();
     sqlite3_wal_checkpoint_v2(database_.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);

@@ -27,7 +27,7 @@ class SqliteJournal final : public JournalFile {
               const std::function<void(const JournalRow&)>& show) override;
     std::optional<JournalRow> ReadLast(std::string_view kind) override;
     std::optional<std::size_t> Prune(const Pruning& pruning) override;
-    bool Tidy(bool isBusy) override;
+    bool Tidy() override;
     const std::string& LastError() const override { return lastError_; }
 
     /// The name of the file layer that databases opened from now on go through; empty for the system's own.

@@ -53,23 +53,6 @@ TEST_F(JournalTest, KeepsWhatWasCommittedAndNothingElse) {
 
 // Its log of writes is gathered in memory, up to a limit, and larger than what the library keeps there
 // itself.
-// Without it a night of steady load ended with a log of gigabytes.
-TEST_F(JournalTest, TheLogOfWritesStaysShortAlsoWithoutAnIdleMoment) {
-    Run run(*this);
-    const NativePath log = folder.Resolve("Data\\Journal.db-wal");
-    std::int64_t longest = 0;
-    const auto write = [&] {
-        run.journal.Note({.kind = JournalKind::Event, .data = std::string(700, 'x')});
-        ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
-        run.journal.Tidy(true);
-        longest = std::max(longest, StampOf(log).size);
-    };
-    for (int turn = 0; turn < 5000; ++turn) write();
-    const std::int64_t afterTwoRounds = longest;
-    for (int turn = 0; turn < 2500; ++turn) write();
-    EXPECT_LE(longest, afterTwoRounds + afterTwoRounds / 4) << "used again from its front";
-}
-
 TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
     {
         Run run(*this);
@@ -79,7 +62,7 @@ TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
                                   .data = std::string(20'000, static_cast<char>('a' + i % 26))});
             }
             ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
-            while (run.journal.Tidy(false)) continue;
+            while (run.journal.Tidy()) continue;
         }
     }
     Run run(*this);
