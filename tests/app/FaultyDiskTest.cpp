@@ -133,8 +133,8 @@ INSTANTIATE_TEST_SUITE_P(EachClassOfCalls, FaultyDiskTest,
                                            Fault{"pwrite64", "EIO"}, Fault{"fsync,fdatasync", "EIO"},
                                            Fault{"rename,unlink", "EACCES"},
                                            Fault{"read,pread64", "EIO", false}),
-                         [](const auto& info) {
-                             std::string name = info.param.calls + "_" + info.param.error;
+                         [](const auto& tested) {
+                             std::string name = tested.param.calls + "_" + tested.param.error;
                              std::ranges::replace(name, ',', '_');
                              return name;
                          });
