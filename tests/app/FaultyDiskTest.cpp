@@ -104,7 +104,18 @@ class FaultyDiskTest : public ::testing::TestWithParam<Fault> {
     int refused = 0;
 };
 
+/// The address sanitizer finds out by a write to a pipe of its own what memory there is, and ends a program
+/// in which that fails in an unknown way.
+bool CanFail(const Fault& fault) {
+#ifdef __SANITIZE_ADDRESS__
+    return fault.calls.find(",write") == std::string::npos;
+#else
+    return !fault.calls.empty();
+#endif
+}
+
 TEST_P(FaultyDiskTest, LosesNothingDestroysNothingAndRecoversByItself) {
+    if (!CanFail(GetParam())) GTEST_SKIP() << "the sanitizer needs this call for itself";
     copy.Start();
     ASSERT_TRUE(WaitFor([&] { return IsAcknowledged(); }));
     {
