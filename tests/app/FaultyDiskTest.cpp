@@ -7,7 +7,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <ostream>
 #include <thread>
 
 namespace nordkeep {
@@ -19,6 +21,11 @@ struct Fault {
     std::string error;
     bool isOutage = true;  // of the storage; else the line itself is what fails
 };
+
+/// For the names of the tests.
+void PrintTo(const Fault& fault, std::ostream* out) {
+    *out << fault.calls << " " << fault.error;
+}
 
 /// Has calls of a running program fail for as long as it lives.
 class Injection {
