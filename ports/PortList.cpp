@@ -1,6 +1,7 @@
 #include "ports/PortList.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -26,22 +27,24 @@ PortList::OwnedPort PortList::Make(const PortParts& parts, const Text& name) {
     const Text type = parts.settings.ReadPortIni("General", "PortType", "NONE", name);
     if (EqualsNoCase(TrimBlanks(type), "NONE")) return {};
     auto port = std::make_unique<cPort>(parts, *this, name);
-    const bool isUsable = port->InitializePort();
-    if (isUsable && ports_.size() < kMostPorts) AssignSlot(parts, *port);
+    port->InitializePort();
     return port;
 }
 
 void PortList::Discover(const PortParts& parts) {
     for (const Text& name : PortNames(parts.dataFolder)) {
         OwnedPort port = Make(parts, name);
-        if (port && ports_.size() < kMostPorts) ports_.push_back(std::move(port));
+        if (!port || ports_.size() >= kMostPorts) continue;
+        AssignSlot(parts, *port);
+        ports_.push_back(std::move(port));
     }
 }
 
 void PortList::AssignSlot(const PortParts& parts, cPort& port) {
+    if (!port.Type()) return;
     const auto isTaken = [&](int index) {
         return std::ranges::any_of(ports_, [&](const auto& other) {
-            return other && other->Type() == port.Type() && other->PortIndex() == index;
+            return other->Type() == port.Type() && other->PortIndex() == index;
         });
     };
     for (int index = 1; index <= SlotLimit(*port.Type()); ++index) {
@@ -53,26 +56,34 @@ void PortList::AssignSlot(const PortParts& parts, cPort& port) {
 }
 
 // Replies that wait for their event to be stored go first: behind the close nobody would hear them.
-void PortList::Retire(const PortParts& parts, OwnedPort port) {
-    parts.log.WriteSysLog(parts.language.GetLanguageText(kTextRenewed) + port->PortName(),
+void PortList::EndPort(const PortParts& parts, cPort& port) {
+    parts.log.WriteSysLog(parts.language.GetLanguageText(kTextRenewed) + port.PortName(),
                           LogKind::Information);
-    port->Finish();
+    port.Finish();
     parts.commit.Commit();
-    port->ClosePort(false);
-    port->SetPortIndex(0);
-    retired_.push_back(std::move(port));
+    port.ClosePort(false);
+    port.SetPortIndex(0);
 }
 
 bool PortList::RenewKnown(const PortParts& parts) {
     bool hasChanged = false;
-    for (OwnedPort& port : ports_) {
-        if (!port->HasOtherSettingsNow()) continue;
-        const Text name = port->PortName();
-        Retire(parts, std::move(port));
-        port = Make(parts, name);
+    // What ends a port, or makes one, may ask for all of them: no place is ever empty.
+    for (std::size_t i = 0; i < ports_.size();) {
+        if (!ports_[i]->HasOtherSettingsNow()) {
+            ++i;
+            continue;
+        }
         hasChanged = true;
+        EndPort(parts, *ports_[i]);
+        OwnedPort renewed = Make(parts, ports_[i]->PortName());
+        if (renewed) AssignSlot(parts, *renewed);
+        retired_.push_back(std::exchange(ports_[i], std::move(renewed)));
+        if (ports_[i]) {
+            ++i;
+        } else {
+            ports_.erase(ports_.begin() + static_cast<std::ptrdiff_t>(i));
+        }
     }
-    std::erase(ports_, nullptr);
     return hasChanged;
 }
 
@@ -83,6 +94,7 @@ bool PortList::TakeInNew(const PortParts& parts) {
         if (ports_.size() >= kMostPorts || std::ranges::any_of(ports_, isThis)) continue;
         OwnedPort port = Make(parts, name);
         if (!port) continue;
+        AssignSlot(parts, *port);
         parts.log.WriteSysLog(parts.language.GetLanguageText(kTextRenewed) + name, LogKind::Information);
         ports_.push_back(std::move(port));
         hasChanged = true;
@@ -94,8 +106,11 @@ std::optional<bool> PortList::Renew(const PortParts& parts) {
     if (ticking_ > 0) return std::nullopt;
     // A disk that has gone takes no line with it.
     if (!FolderExists(parts.dataFolder.Resolve("Settings"))) return false;
+    ++ticking_;
     const bool hasChanged = RenewKnown(parts);
-    return TakeInNew(parts) || hasChanged;
+    const bool isAnyNew = TakeInNew(parts);
+    --ticking_;
+    return hasChanged || isAnyNew;
 }
 
 void PortList::Tick(int tickMs, const PortConditions& conditions) {

@@ -38,10 +38,10 @@ class PortList {
  private:
     using OwnedPort = std::unique_ptr<cPort>;
 
-    /// Makes and initialises a port; none for the type "NONE".
+    /// Makes and initialises a port, which has no slot yet; none for the type "NONE".
     OwnedPort Make(const PortParts& parts, const Text& name);
     void AssignSlot(const PortParts& parts, cPort& port);
-    void Retire(const PortParts& parts, OwnedPort port);
+    void EndPort(const PortParts& parts, cPort& port);
     bool RenewKnown(const PortParts& parts);
     bool TakeInNew(const PortParts& parts);
 

@@ -90,6 +90,27 @@ TEST_F(PortRenewalTest, AnswersWhatWasSentBeforeTheLineIsClosed) {
     EXPECT_EQ(intake.events.size(), 2u);
 }
 
+// A port that ends or is made may look through all of them, and a full house has no room beside it.
+TEST_F(PortRenewalTest, APlaceIsNeverEmptyAndAFullHouseIsRenewed) {
+    for (int i = 3; i <= 20; ++i) Write("Port" + std::to_string(i), 4000 + i);
+    EXPECT_EQ(ports.Renew(parts), true);
+    ASSERT_EQ(ports.Ports().size(), 20u);
+    bool isAnyEmpty = false;
+    log.SetRowListener([&](const LogRow&) {
+        isAnyEmpty |= std::ranges::any_of(ports.Ports(), [](const auto& port) { return port == nullptr; });
+    });
+    Write("Port2", 4102);
+    folder.Write("Settings\\Port1.ini", "[General]\r\nPortType=NONE\r\n");
+    Write("Port5", 4105);
+    EXPECT_EQ(ports.Renew(parts), true);
+    EXPECT_FALSE(isAnyEmpty);
+    Tick();
+    EXPECT_NE(Listener(4102), nullptr);
+    EXPECT_NE(Listener(4105), nullptr);
+    EXPECT_EQ(ports.Ports().size(), 19u);
+    log.SetRowListener([](const LogRow&) {});
+}
+
 TEST_F(PortRenewalTest, WaitsWhileAPortIsInTheMiddleOfSomething) {
     Write("Port2", 4003);
     std::optional<bool> inTheMiddle = true;
