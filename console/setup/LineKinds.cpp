@@ -107,22 +107,6 @@ bool Holds(Keys keys, TextView key) {
 
 }  // namespace
 
-bool CanCarry(PortType type, MessageFormat format) {
-    using enum MessageFormat;
-    switch (type) {
-        case PortType::FILE:
-            return format == TorvexConfirmationFile || format == NordkeepFile;
-        case PortType::HTTP:
-            return format == VirtualReceiver;
-        case PortType::POP3:
-        case PortType::SMTP:
-            return format == Mail;
-        default:
-            return format != TorvexConfirmationFile && format != NordkeepFile && format != VirtualReceiver &&
-                   format != Mail;
-    }
-}
-
 bool ReadsKey(const LineKind& kind, TextView key) {
     if (Holds(kAlways, key)) return true;
     for (const KeysOfType& row : kOfTypes) {

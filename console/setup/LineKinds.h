@@ -15,8 +15,6 @@ struct LineKind {
     friend bool operator==(const LineKind&, const LineKind&) = default;
 };
 
-/// Whether a kind of line can carry a format: mail, web services and files have formats of their own.
-bool CanCarry(PortType type, MessageFormat format);
 /// Whether a line of this kind reads a key of section General of its settings file.
 bool ReadsKey(const LineKind& kind, TextView key);
 /// Whether a number from 1 on is needed to open it.

@@ -235,7 +235,8 @@ int LinesBox::Faults() const {
 Text LinesBox::FaultOfField(const SetupField& field) const {
     if (EqualsNoCase(field.key.section, kTranslate)) return FaultOfSets(field.typed);
     const LineKind kind = TypedKind();
-    if (field.key.key == "MessageFormat" && kind.type && kind.format && !CanCarry(*kind.type, *kind.format)) {
+    if (field.key.key == "MessageFormat" && kind.type && kind.format &&
+        !GoTogether(*kind.type, *kind.format)) {
         return needs_.captions(kCaptionPairFault, {TypedOf("PortType"), NameOf(*kind.format)});
     }
     if (field.key.key == "PortNumber") {
@@ -297,7 +298,7 @@ std::vector<DescribedChoice> LinesBox::ChoicesOf(const SetupField& field) const 
     std::vector<DescribedChoice> fitting;
     for (const DescribedChoice& choice : field.key.choices) {
         const auto format = ParseMessageFormat(LeadingInt32(choice.value));
-        if (format && CanCarry(*kind.type, *format)) fitting.push_back(choice);
+        if (format && GoTogether(*kind.type, *format)) fitting.push_back(choice);
     }
     return fitting;
 }

@@ -28,7 +28,7 @@ TEST(LineKinds, CarryOnlyTheFormatsThatComeThatWay) {
                 {PortType::FILE, F::NordkeepFile, true},
                 {PortType::FILE, F::PlainText, false},
                 {PortType::RS232, F::GSM, true}};
-    for (const auto& row : rows) EXPECT_EQ(CanCarry(row.type, row.format), row.can) << NameOf(row.format);
+    for (const auto& row : rows) EXPECT_EQ(GoTogether(row.type, row.format), row.can) << NameOf(row.format);
     EXPECT_TRUE(ReadsKey({PortType::TCPS, F::PlainText}, "wrapwithstxetx"));
     EXPECT_FALSE(ReadsKey({PortType::TCPS, F::Robofon}, "WrapWithSTXETX"));
     EXPECT_FALSE(ReadsKey({PortType::TCPS, F::GSM}, "Handshaking"));
