@@ -286,24 +286,25 @@ void Duties::ContinueAliveScan(const Tick&) {
 }
 
 void Duties::TakeInSettings() {
-    const bool areSettings = needs_.reload.TakeSettings();
-    const bool arePorts = needs_.reload.TakePorts();
-    if (areSettings) needs_.workplace.RenewSettings();
-    if (arePorts) {
-        if (!needs_.portRenewal.RenewPorts()) needs_.reload.AskForPorts();
-        for (PortBinding* port : needs_.ports.Bindings()) {
-            needs_.translations.ReLoadPortTranslations(*port, true);
-        }
-    }
-    if (areSettings || arePorts) needs_.check.Begin();
+    if (!needs_.reload.TakeSettings()) return;
+    needs_.workplace.RenewSettings();
+    needs_.check.Begin();
 }
 
+bool Duties::TakeInPorts() {
+    if (needs_.portRenewal.RenewPorts()) return true;
+    needs_.reload.AskForPorts();
+    return false;
+}
+
+// Lines that were made anew need their sets, and a place in the tree, here and at the clients.
 void Duties::ReloadTranslations(const Tick& tick) {
     TakeInSettings();
     const bool isDue = needs_.reloadWatch.Tick(tick.intervalMs);
     const bool isAsked = needs_.reload.Take();
-    if (!isAsked && !isDue) return;
-    if (isAsked && !needs_.portRenewal.RenewPorts()) needs_.reload.Ask();
+    const bool arePortsAsked = needs_.reload.TakePorts() || isAsked;
+    const bool areTakenIn = arePortsAsked && TakeInPorts();
+    if (!isAsked && !isDue && !areTakenIn) return;
     needs_.translations.ReloadAllTranslations(true, needs_.ports.Bindings());
     needs_.translations.DeleteLastEvents();
     needs_.network.SendReload();

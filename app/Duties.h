@@ -122,6 +122,8 @@ class Duties {
     void TendRelay(const Tick& tick);
     void ContinueAliveScan(const Tick& tick);
     void TakeInSettings();
+    /// False when that has to wait; it is asked for again then.
+    bool TakeInPorts();
     void ReloadTranslations(const Tick& tick);
     void RetryTorvex(const Tick& tick);
     void DispatchParked(const Tick& tick);
