@@ -67,9 +67,10 @@ class JournalFile {
     };
     /// Deletes them in one transaction. How many; none on failure.
     virtual std::optional<std::size_t> Prune(const Pruning& pruning) = 0;
-    /// Moves a bounded piece of the log of writes into the database when enough has gathered: work for an
-    /// idle moment. True when there was something to do.
-    virtual bool Tidy() = 0;
+    /// Moves the log of writes into the database when enough has gathered. That is work for an idle moment;
+    /// a program that has none for hours does it when the log has become long. True when there was something
+    /// to do.
+    virtual bool Tidy(bool isBusy) = 0;
     virtual const std::string& LastError() const = 0;
 };
 

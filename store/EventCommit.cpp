@@ -146,9 +146,10 @@ void EventCommit::SynchroniseAll() {
 void EventCommit::UseIdleMoment(const Clock& clock) {
     const bool isBusy = std::exchange(wasBusy_, false);
     const std::int64_t now = clock.MonotonicMs();
-    if (disk_.WaitingCount() == 0) {
+    const bool isAnyWaiting = disk_.WaitingCount() > 0;
+    if (journal_) journal_->Tidy(isBusy || isAnyWaiting);
+    if (!isAnyWaiting) {
         waitsSinceMs_ = -1;
-        if (!isBusy && journal_) journal_->Tidy();
         return;
     }
     if (waitsSinceMs_ < 0) waitsSinceMs_ = now;

@@ -105,8 +105,8 @@ class Journal {
     std::optional<JournalRow> Last(JournalKind kind) { return file_.ReadLast(NameOf(kind)); }
     /// Deletes a slice of what is older than `days`; 0 keeps everything. True when there may be more.
     bool Prune(int days);
-    /// Work for an idle moment.
-    bool Tidy() { return file_.Tidy(); }
+    /// Work for an idle moment, and now and then for a busy program, too.
+    bool Tidy(bool isBusy) { return file_.Tidy(isBusy); }
 
  private:
     JournalRow RowOf(const JournalEntry& entry);

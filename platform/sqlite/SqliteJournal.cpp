@@ -13,6 +13,8 @@ namespace {
 constexpr int kMostWaitMs = 20;
 /// Transactions after which an idle moment is used to work the log of writes off.
 constexpr int kCommitsToTidy = 250;
+/// Pages in the log of writes above which it is worked off also while telegrams come: 16 MiB.
+constexpr int kMostPagesOfLog = 8192;
 
 constexpr const char* kSchema =
     "CREATE TABLE IF NOT EXISTS entries("
@@ -115,12 +117,26 @@ bool SqliteJournal::OpenFile(const NativePath& path) {
     if (result != SQLITE_OK) return Fail("open");
     sqlite3_busy_timeout(database, kMostWaitMs);
     sqlite3_extended_result_codes(database, 1);
-    // Full: a commit returns when it is on the medium. The log of writes is worked off in idle moments only,
-    // so that no telegram waits for it; a limit keeps its file from staying large after a busy hour.
-    // Small pages, of a new database: each transaction writes every page that it touches whole.
-    return Run("PRAGMA page_size=2048") && Run("PRAGMA journal_mode=WAL") && Run("PRAGMA synchronous=FULL") &&
-           Run("PRAGMA wal_autocheckpoint=0") && Run("PRAGMA journal_size_limit=16777216") &&
-           Run("PRAGMA cache_size=-4096") && Run(kSchema);
+    // Full: a commit returns when it is on the medium. The log of writes is worked off in idle moments, so
+    // that no telegram waits for it, and when it has become long; a limit keeps its file from staying large
+    // after a busy hour. Small pages, of a new database: each transaction writes every page that it touches
+    // whole.
+    const bool isReady = Run("PRAGMA page_size=2048") && Run("PRAGMA journal_mode=WAL") &&
+                         Run("PRAGMA synchronous=FULL") && Run("PRAGMA wal_autocheckpoint=0") &&
+                         Run("PRAGMA journal_size_limit=16777216") && Run("PRAGMA cache_size=-4096") &&
+                         Run(kSchema);
+    if (isReady) FollowLog();
+    return isReady;
+}
+
+// To be done last: the library keeps its own limit of the log, which is switched off above, in the same
+// place.
+void SqliteJournal::FollowLog() {
+    const auto notePages = [](void* pages, sqlite3*, const char*, int count) {
+        *static_cast<int*>(pages) = count;
+        return SQLITE_OK;
+    };
+    sqlite3_wal_hook(database_.get(), notePages, &pagesOfLog_);
 }
 
 bool SqliteJournal::PrepareAll() {
@@ -144,6 +160,7 @@ void SqliteJournal::Close() {
     isHeld_ = false;
     database_.reset();
     commitsToTidy_ = 0;
+    pagesOfLog_ = 0;
 }
 
 SqliteJournal::Statement SqliteJournal::Prepare(const std::string& sql) const {
@@ -272,9 +289,11 @@ std::optional<std::size_t> SqliteJournal::Prune(const Pruning& pruning) {
     return static_cast<std::size_t>(sqlite3_changes(database_.get()));
 }
 
-bool SqliteJournal::Tidy() {
-    if (!database_ || commitsToTidy_ < kCommitsToTidy) return false;
+bool SqliteJournal::Tidy(bool isBusy) {
+    if (!database_ || (isBusy ? pagesOfLog_ < kMostPagesOfLog : commitsToTidy_ < kCommitsToTidy))
+        return false;
     commitsToTidy_ = 0;
+    pagesOfLog_ = 0;
     LetGo();
     sqlite3_wal_checkpoint_v2(database_.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
     return true;

@@ -27,7 +27,7 @@ class SqliteJournal final : public JournalFile {
               const std::function<void(const JournalRow&)>& show) override;
     std::optional<JournalRow> ReadLast(std::string_view kind) override;
     std::optional<std::size_t> Prune(const Pruning& pruning) override;
-    bool Tidy() override;
+    bool Tidy(bool isBusy) override;
     const std::string& LastError() const override { return lastError_; }
 
     /// The name of the file layer that databases opened from now on go through; empty for the system's own.
@@ -44,6 +44,7 @@ class SqliteJournal final : public JournalFile {
     using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
     bool OpenFile(const NativePath& path);
+    void FollowLog();
     bool PrepareAll();
     Statement Prepare(const std::string& sql) const;
     bool Run(const char* sql);
@@ -62,6 +63,7 @@ class SqliteJournal final : public JournalFile {
     Statement hold_{};  // keeps hold of the database between transactions while it has a row in hand
     bool isHeld_ = false;
     int commitsToTidy_ = 0;  // since the log of writes was worked off
+    int pagesOfLog_ = 0;     // as the last commit left it
     std::string lastError_{};
 };
 

@@ -51,6 +51,23 @@ TEST_F(JournalTest, KeepsWhatWasCommittedAndNothingElse) {
     EXPECT_FALSE(run.journal.WasStoppedCleanly());
 }
 
+// Without it a night of steady load ended with a log of gigabytes.
+TEST_F(JournalTest, TheLogOfWritesStaysShortAlsoWithoutAnIdleMoment) {
+    Run run(*this);
+    const NativePath log = folder.Resolve("Data\\Journal.db-wal");
+    std::int64_t longest = 0;
+    const auto write = [&] {
+        run.journal.Note({.kind = JournalKind::Event, .data = std::string(200'000, 'x')});
+        ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
+        run.journal.Tidy(true);
+        longest = std::max(longest, StampOf(log).size);
+    };
+    for (int turn = 0; turn < 200; ++turn) write();
+    const std::int64_t afterTwoRounds = longest;
+    for (int turn = 0; turn < 200; ++turn) write();
+    EXPECT_LE(longest, afterTwoRounds + afterTwoRounds / 4) << "used again from its front";
+}
+
 // Its log of writes is gathered in memory, up to a limit, and larger than what the library keeps there
 // itself.
 TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
@@ -62,7 +79,7 @@ TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
                                   .data = std::string(20'000, static_cast<char>('a' + i % 26))});
             }
             ASSERT_TRUE(run.journal.Commit()) << run.journal.LastError();
-            while (run.journal.Tidy()) continue;
+            while (run.journal.Tidy(false)) continue;
         }
     }
     Run run(*this);
