@@ -57,7 +57,7 @@ const Duties::Tables Duties::kServing = [] {
     };
     static constexpr Duty kDisplay[] = {
         {"display", &Duties::TickPlace},
-        {"alarms that leave", &Duties::RemoveAlarms},
+        {"upkeep of the events", &Duties::TendEvents},
         {"journal", &Duties::TendJournal},
     };
     static constexpr Duty kHttp[] = {{"http", &Duties::CleanUpHttp}};
@@ -136,11 +136,11 @@ void Duties::TickPlace(const Tick& tick) {
 }
 
 // Slice by slice, each in a turn of its own, so that telegrams are taken in between.
-void Duties::RemoveAlarms(const Tick&) {
-    if (!needs_.store.RemoveSlice()) return;
+void Duties::TendEvents(const Tick&) {
+    if (!needs_.store.UpkeepSlice()) return;
     needs_.loop.Post([this] {
-        const StallWatch::Mark mark(needs_.stalls, "alarms that leave");
-        if (!isToEnd_) RemoveAlarms({});
+        const StallWatch::Mark mark(needs_.stalls, "upkeep of the events");
+        if (!isToEnd_) TendEvents({});
     });
 }
 

@@ -132,7 +132,7 @@ class Duties {
 
     void TickClient(const Tick& tick);
     void TickPlace(const Tick& tick);
-    void RemoveAlarms(const Tick& tick);
+    void TendEvents(const Tick& tick);
     void TendJournal(const Tick& tick);
     void BeginPruning(const Tick& tick);
     void CleanUpHttp(const Tick& tick);

@@ -32,7 +32,7 @@ class LocalCentre final : public CentreOperations {
     }
     void Reload() override { parts_.reload.Ask(); }
     void SetClocks() override { parts_.ports.SetClocks(); }
-    void LoadEvents() override { parts_.store.LoadEvents(); }
+    void LoadEvents() override { parts_.store.ReloadEvents(); }
 
  private:
     PlaceParts parts_;

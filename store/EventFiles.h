@@ -21,6 +21,11 @@ class EventFiles : private CommitListener {
 
     /// The files of the folder; see EventFolder.
     std::vector<EventFileName> List() { return folder_.List(); }
+    const NativePath& FolderPath() { return folder_.Path(); }
+    EventFileName Meet(std::int32_t number, const Text& name) { return folder_.Meet(number, name); }
+    NativePath PathOf(std::int32_t number) { return folder_.PathOf(number); }
+    /// Somebody has deleted the file.
+    void Forget(std::int32_t number) { folder_.Release(number); }
     /// Gives a new record the number of its file. False when all are taken: the record gets a number below 0
     /// and has no file.
     bool GiveNumber(cAlarm& alarm);

@@ -67,6 +67,22 @@ void EventFolder::ListOnce() {
     if (path_.empty()) List();
 }
 
+const NativePath& EventFolder::Path() {
+    ListOnce();
+    return path_;
+}
+
+EventFileName EventFolder::Meet(std::int32_t number, const Text& name) {
+    const NativePath path = Path() + "/" + name;
+    // New, or the known one under another spelling.
+    if (path != PathOf(number) && (!numbers_.IsTaken(number) || !StampOf(PathOf(number)).Exists())) {
+        otherSpellings_.erase(number);
+        if (name != EventFileNameOf(number)) otherSpellings_[number] = name;
+    }
+    numbers_.Take(number);
+    return {number, name, path, path != PathOf(number)};
+}
+
 std::optional<std::int32_t> EventFolder::GetFreeEventFileNumber() {
     ListOnce();
     for (;;) {

@@ -55,6 +55,9 @@ class EventFolder {
     /// Lists the folder. The result is in the order of the upper-cased names; of two spellings of one name
     /// only the first is taken for the event's file.
     std::vector<EventFileName> List();
+    const NativePath& Path();
+    /// A name of the folder that is met behind List: whether it is the file of its number.
+    EventFileName Meet(std::int32_t number, const Text& name);
     /// A number that no file has; none when all are taken. It counts as taken from now on.
     std::optional<std::int32_t> GetFreeEventFileNumber();
     /// The file of a number, under the spelling that it was found with.

@@ -3,6 +3,9 @@
 namespace nordkeep {
 namespace {
 
+// Room between two records for those that are found to stand there later.
+constexpr EventSequence kStep = 1 << 20;
+
 void Keep(std::set<EventSequence>& set, EventSequence sequence, bool isMember) {
     if (isMember) {
         set.insert(sequence);
@@ -14,11 +17,24 @@ void Keep(std::set<EventSequence>& set, EventSequence sequence, bool isMember) {
 }  // namespace
 
 EventSequence EventList::Append(std::unique_ptr<cAlarm> alarm, bool isTestAlarm) {
-    const EventSequence sequence = ++last_;
+    last_ += kStep;
+    return Add(last_, std::move(alarm), isTestAlarm);
+}
+
+EventSequence EventList::InsertBefore(EventSequence next, std::unique_ptr<cAlarm> alarm, bool isTestAlarm) {
+    const auto at = entries_.find(next);
+    if (at == entries_.end()) return Append(std::move(alarm), isTestAlarm);
+    const EventSequence before = at == entries_.begin() ? 0 : std::prev(at)->first;
+    // A place is filled from its front, so that it takes many.
+    if (before + 1 == next) return Append(std::move(alarm), isTestAlarm);
+    return Add(before + 1, std::move(alarm), isTestAlarm);
+}
+
+EventSequence EventList::Add(EventSequence sequence, std::unique_ptr<cAlarm> alarm, bool isTestAlarm) {
     const std::int32_t pointer = alarm->m_FilePointer;
     sequences_[alarm.get()] = sequence;
     byPointer_.insert({pointer, sequence});
-    entries_.emplace_hint(entries_.end(), sequence, Entry{std::move(alarm), pointer});
+    entries_.emplace(sequence, Entry{std::move(alarm), pointer});
     Reindex(sequence, isTestAlarm);
     return sequence;
 }

@@ -13,6 +13,8 @@ class EventList {
  public:
     /// Adds the record at the end.
     EventSequence Append(std::unique_ptr<cAlarm> alarm, bool isTestAlarm);
+    /// Adds the record in front of another one, `next`; at the end when that is not there.
+    EventSequence InsertBefore(EventSequence next, std::unique_ptr<cAlarm> alarm, bool isTestAlarm);
     /// Takes the record out; none when it is not there.
     std::unique_ptr<cAlarm> TakeOut(EventSequence sequence);
     void Clear();
@@ -23,6 +25,8 @@ class EventList {
     cAlarm* Find(EventSequence sequence) const;
     /// The number of a record; 0 for one that is not in the list.
     EventSequence SequenceOf(const cAlarm& alarm) const;
+    /// The number of the last record that was added at the end.
+    EventSequence Last() const { return last_; }
     /// The first record with this file number; 0 without one.
     EventSequence FindFilePointer(std::int32_t filePointer) const;
     /// The next record behind `sequence` (0 for the first), 0 at the end. Records may come and go in between.
@@ -42,6 +46,7 @@ class EventList {
         std::int32_t indexedPointer = 0;
     };
 
+    EventSequence Add(EventSequence sequence, std::unique_ptr<cAlarm> alarm, bool isTestAlarm);
     void UnlinkFrom(EventSequence sequence);
 
     std::map<EventSequence, Entry> entries_{};

@@ -10,26 +10,14 @@ namespace {
 
 constexpr TextView kOldFile = "Data\\Events.DAT";
 constexpr TextView kConvertedFile = "Data\\Events.OLD";
-constexpr int kTextDropped = 3510;
-constexpr int kTextTooOld = 3511;
-constexpr int kTextUnreadable = 3513;
 constexpr std::size_t kFilesForOnePercent = 500;
 constexpr std::size_t kMostPercent = 99;
-// More names than this are no help to anybody.
-constexpr std::size_t kMostNames = 500;
-
 bool IsEarlier(const ArrivalOrder::Item& a, const ArrivalOrder::Item& b) {
     return a.arrivedMs != b.arrivedMs ? a.arrivedMs < b.arrivedMs : a.order < b.order;
 }
 
 bool IsLater(const ArrivalOrder::Item& a, const ArrivalOrder::Item& b) {
     return IsEarlier(b, a);
-}
-
-Text JoinNames(const std::vector<Text>& names) {
-    Text joined = " (";
-    for (std::size_t i = 0; i < names.size() && i < kMostNames; ++i) joined += (i ? ", " : "") + names[i];
-    return joined + (names.size() > kMostNames ? ", ...)" : ")");
 }
 
 }  // namespace
@@ -57,9 +45,13 @@ EventLoad::EventLoad(const StoreParts& parts, const StoreSettings& settings, Eve
       settings_(settings),
       events_(events),
       files_(files),
-      today_(parts.clock.Now().Midnight()),
+      reading_(parts, settings, files),
       tests_(settings.MaxTestAlarms),
       ordinary_(settings.MaxAlarms) {}
+
+bool EventLoad::HasOldFile(const FileTree& dataFolder) {
+    return StampOf(dataFolder.Resolve(kOldFile)).Exists();
+}
 
 void EventLoad::Run() {
     parts_.commit.CommitAll();  // so that the files hold what has been promised
@@ -71,7 +63,7 @@ void EventLoad::Run() {
     for (auto& [number, alarm] : unsaved_) TakeIn(std::move(alarm));
     FillList();
     parts_.views.EndBulkLoad();
-    LogCounts();
+    reading_.LogCounts();
 }
 
 // What has not reached the disk must not be lost by reading the disk.
@@ -108,7 +100,7 @@ void EventLoad::ConvertRecords(TextView content) {
         auto alarm = std::make_unique<cAlarm>();
         const std::optional<std::int32_t> length = ReadFromDisk(content, position, *alarm);
         if (!length || *length < 1) {
-            unreadable_.emplace_back("Events.DAT");
+            reading_.NoteUnreadable("Events.DAT");
             return;
         }
         if (alarm->m_Status != kStatusRemoved) Convert(std::move(alarm));
@@ -133,24 +125,11 @@ void EventLoad::ReadFiles(const std::vector<EventFileName>& files) {
 
 std::unique_ptr<cAlarm> EventLoad::ReadOne(const EventFileName& file) {
     if (const auto newer = unsaved_.extract(file.number)) return std::move(newer.mapped());
-    const std::optional<Text> content = file.isSpare ? std::nullopt : ReadFile(file.path);
-    auto alarm = std::make_unique<cAlarm>();
-    if (!content || IsBlankFile(*content) || !ReadFromDisk(*content, 1, *alarm) ||
-        !HasPlausibleArrival(*alarm)) {
-        if (!FolderExists(file.path)) unreadable_.push_back(file.name);
-        return nullptr;
-    }
-    alarm->m_FilePointer = file.number;
-    return alarm;
+    return reading_.RecordOf(file, file.isSpare ? std::nullopt : ReadFile(file.path));
 }
 
 void EventLoad::TakeIn(std::unique_ptr<cAlarm> alarm) {
-    if (alarm->m_Status != kStatusRemoved && IsTooOld(*alarm, settings_, today_)) {
-        files_.ArchiveToFile(*alarm);
-        alarm->m_Status = kStatusRemoved;
-        ++tooOld_;
-    }
-    if (alarm->m_Status == kStatusRemoved) return files_.Delete(*alarm);
+    if (!reading_.Stays(*alarm)) return;
     ArrivalOrder& list = IsTestAlarm(*alarm, settings_) ? tests_ : ordinary_;
     if (const std::unique_ptr<cAlarm> oldest = list.Insert(std::move(alarm))) Drop(*oldest);
 }
@@ -159,7 +138,7 @@ void EventLoad::Drop(cAlarm& alarm) {
     files_.ArchiveToFile(alarm);
     alarm.m_Status = kStatusRemoved;
     if (parts_.replica.SendAlarm(alarm, NetworkEvent::OldEvent)) files_.Delete(alarm);
-    ++dropped_;
+    reading_.NoteDropped(1);
 }
 
 void EventLoad::FillList() {
@@ -176,14 +155,6 @@ void EventLoad::FillList() {
         cAlarm& alarm = *item.alarm;
         events_.Append(std::move(item.alarm), IsTestAlarm(alarm, settings_));
         parts_.views.UpdateAlarmLists(alarm);
-    }
-}
-
-void EventLoad::LogCounts() {
-    parts_.LogCount(kTextDropped, dropped_, LogKind::Information);
-    parts_.LogCount(kTextTooOld, tooOld_, LogKind::Information);
-    if (!unreadable_.empty()) {
-        parts_.LogCount(kTextUnreadable, unreadable_.size(), LogKind::Failure, JoinNames(unreadable_));
     }
 }
 

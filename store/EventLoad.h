@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/EventFiles.h"
+#include "store/EventReading.h"
 
 namespace nordkeep {
 
@@ -30,11 +30,14 @@ class ArrivalOrder {
     std::vector<Item> items_{};  // with a limit a heap, the oldest in front
 };
 
-/// One reading of all event files into the list of records.
+/// One reading of all event files into the list of records, at the start. While the program runs it is
+/// EventReload.
 class EventLoad {
  public:
     EventLoad(const StoreParts& parts, const StoreSettings& settings, EventList& events, EventFiles& files);
     void Run();
+    /// Whether there is a file of an earlier version, which Run converts.
+    static bool HasOldFile(const FileTree& dataFolder);
 
  private:
     void EmptyList();
@@ -46,21 +49,17 @@ class EventLoad {
     void TakeIn(std::unique_ptr<cAlarm> alarm);
     void Drop(cAlarm& alarm);
     void FillList();
-    void LogCounts();
 
     const StoreParts& parts_;
     const StoreSettings& settings_;
     EventList& events_;
     EventFiles& files_;
-    OleDate today_;
+    EventReading reading_;
     ArrivalOrder tests_;
     ArrivalOrder ordinary_;
     std::map<std::int32_t, std::unique_ptr<cAlarm>> unsaved_{};  // newer in memory than in their files
     std::map<std::int32_t, std::unique_ptr<cAlarm>>
         converted_{};  // from the old file, on their way to their own
-    std::vector<Text> unreadable_{};
-    std::size_t dropped_ = 0;
-    std::size_t tooOld_ = 0;
 };
 
 }  // namespace nordkeep

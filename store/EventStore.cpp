@@ -2,6 +2,7 @@
 
 #include "runtime/Fields.h"
 #include "store/EventLoad.h"
+#include "store/EventReload.h"
 #include "store/JournalReplay.h"
 #include "store/RecordJson.h"
 
@@ -38,6 +39,8 @@ EventStore::EventStore(const StoreParts& parts, const StoreSettings& settings)
       settings_(settings),
       texts_(parts.dataFolder, parts.language),
       files_(parts_, settings_, texts_, events_) {}
+
+EventStore::~EventStore() = default;
 
 cAlarm* EventStore::FindAlarmByKey(std::int32_t filePointer) const {
     return events_.Find(events_.FindFilePointer(filePointer));
@@ -180,6 +183,11 @@ bool EventStore::PruneOne() {
     return true;
 }
 
+bool EventStore::UpkeepSlice() {
+    if (reload_) ReloadSlice();
+    return RemoveSlice() || reload_;
+}
+
 // What is removed here leaves the disk at the end of this turn. How long that takes is the file system's
 // affair: some give the blocks of each file back to the device while the loop waits, which is a millisecond
 // and more. So the last turn says how many the next one may remove.
@@ -204,6 +212,24 @@ void EventStore::FitSlice(std::int64_t turnMs) {
     const auto fitting = turnMs <= 0 ? kMostRemovedInSlice
                                      : removedInSlice_ * kMostMsOfTurn / static_cast<std::size_t>(turnMs);
     mostInSlice_ = std::clamp(fitting, std::size_t{1}, std::min(mostInSlice_ * 2, kMostRemovedInSlice));
+}
+
+void EventStore::ReloadEvents() {
+    if (parts_.role == Role::Client || reload_) return;
+    // Brought by hand from an earlier version; that happens once in the life of a centre.
+    if (EventLoad::HasOldFile(parts_.dataFolder)) return LoadEvents();
+    reload_ = std::make_unique<EventReload>(parts_, settings_, events_, files_);
+}
+
+void EventStore::ReloadSlice() {
+    if (!reload_->Slice(kMostMsOfSlice)) EndReload();
+}
+
+void EventStore::EndReload() {
+    const std::size_t tooMany = Excess(events_.TestAlarms().size(), settings_.MaxTestAlarms) +
+                                Excess(events_.OrdinaryAlarms().size(), settings_.MaxAlarms);
+    isTrimming_ = tooMany > 0;
+    std::exchange(reload_, nullptr)->Finish(tooMany);
 }
 
 void EventStore::LoadEvents() {

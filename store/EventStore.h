@@ -4,12 +4,15 @@
 
 namespace nordkeep {
 
+class EventReload;
+
 /// All stored events: the records in memory, their files, their limits and the way out of the store.
 ///
 /// A record that cannot be written stays in memory until it can.
 class EventStore {
  public:
     EventStore(const StoreParts& parts, const StoreSettings& settings);
+    ~EventStore();
     EventStore(const EventStore&) = delete;
     EventStore& operator=(const EventStore&) = delete;
 
@@ -54,13 +57,16 @@ class EventStore {
     /// called once, in front of LoadEvents.
     void PlayJournal();
     /// Reads all event files, after those of an old Data\Events.DAT have been made; nothing on a client.
+    /// For the start: the list is empty meanwhile.
     void LoadEvents();
+    /// Begins to bring the list to what the event files say now; nothing on a client, or while it is done.
+    void ReloadEvents();
     /// Begins to cut the list back to its limits once it is five percent above one.
     void EnforceAlarmLimits();
     /// Begins to archive and remove what is older than its days; nothing on a client.
     void PruneOldAlarms();
-    /// A slice of what these two have begun, of some milliseconds. True while more is to be done.
-    bool RemoveSlice();
+    /// A slice of what these three have begun, of some milliseconds. True while more is to be done.
+    bool UpkeepSlice();
     /// Writes again what could not be written. To be called every few seconds; costs nothing when all is
     /// well.
     void RetryFailedWrites() { files_.RetryFailedWrites(); }
@@ -76,6 +82,9 @@ class EventStore {
     bool TrimOne();
     bool PruneOne();
     void FitSlice(std::int64_t turnMs);
+    bool RemoveSlice();
+    void ReloadSlice();
+    void EndReload();
 
     StoreParts parts_;
     const StoreSettings& settings_;
@@ -88,6 +97,7 @@ class EventStore {
         std::int64_t next = 0;
     };
     std::optional<UnwrittenNumber> unwrittenNumber_{};  // the settings file could not be written
+    std::unique_ptr<EventReload> reload_;               // while it is done
     bool isTrimming_ = false;
     std::optional<EventSequence> prunedUpTo_{};  // while pruning
     std::size_t pruned_ = 0;

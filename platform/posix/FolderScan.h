@@ -8,10 +8,10 @@ namespace nordkeep {
 
 /// One entry of a folder.
 struct FolderEntry {
-    const std::string& nameOnDisk;  // UTF-8
-    const Text& name;               // the same in Windows-1252
-    int descriptor;                 // of the folder
-    unsigned char type;             // as readdir tells it; may be DT_UNKNOWN
+    std::string nameOnDisk;  // UTF-8
+    Text name;               // the same in Windows-1252
+    int descriptor;          // of the folder
+    unsigned char type;      // as readdir tells it; may be DT_UNKNOWN
 };
 
 /// Shows every entry but "." and "..", in no order. Entries whose name has no form in Windows-1252 are left

@@ -1,3 +1,4 @@
+#include "platform/FolderWalk.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/FolderScan.h"
 
@@ -17,6 +18,27 @@ namespace {
 struct FolderCloser {
     void operator()(DIR* folder) const { ::closedir(folder); }
 };
+
+using OpenFolder = std::unique_ptr<DIR, FolderCloser>;
+
+OpenFolder OpenForReading(const NativePath& path) {
+    Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+    if (!descriptor) return nullptr;
+    OpenFolder folder(::fdopendir(descriptor.Get()));
+    if (folder) descriptor.Release();
+    return folder;
+}
+
+/// The next entry whose name has a form in Windows-1252; none at the end.
+std::optional<FolderEntry> NextEntry(DIR* folder) {
+    while (const dirent* entry = ::readdir(folder)) {
+        const std::string nameOnDisk(entry->d_name);
+        if (nameOnDisk == "." || nameOnDisk == "..") continue;
+        const Text name = EntryName(nameOnDisk);
+        if (!name.empty()) return FolderEntry{nameOnDisk, name, ::dirfd(folder), entry->d_type};
+    }
+    return std::nullopt;
+}
 
 bool IsPlainFile(const FolderEntry& entry) {
     if (entry.type == DT_REG) return true;
@@ -55,18 +77,25 @@ Text EntryName(std::string_view nameOnDisk) {
 }
 
 bool ScanFolder(const NativePath& path, const std::function<void(const FolderEntry&)>& show) {
-    Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
-    if (!descriptor) return false;
-    const std::unique_ptr<DIR, FolderCloser> folder(::fdopendir(descriptor.Get()));
+    const OpenFolder folder = OpenForReading(path);
     if (!folder) return false;
-    descriptor.Release();
-    while (const dirent* entry = ::readdir(folder.get())) {
-        const std::string nameOnDisk(entry->d_name);
-        if (nameOnDisk == "." || nameOnDisk == "..") continue;
-        const Text name = EntryName(nameOnDisk);
-        if (!name.empty()) show({nameOnDisk, name, ::dirfd(folder.get()), entry->d_type});
-    }
+    while (const std::optional<FolderEntry> entry = NextEntry(folder.get())) show(*entry);
     return true;
+}
+
+struct FolderWalk::Open {
+    OpenFolder folder;
+};
+
+FolderWalk::FolderWalk(const NativePath& folder) {
+    if (OpenFolder opened = OpenForReading(folder)) open_ = std::make_unique<Open>(std::move(opened));
+}
+
+FolderWalk::~FolderWalk() = default;
+
+std::optional<Text> FolderWalk::Next() {
+    std::optional<FolderEntry> entry = open_ ? NextEntry(open_->folder.get()) : std::nullopt;
+    return entry ? std::optional(std::move(entry->name)) : std::nullopt;
 }
 
 std::vector<Text> ListFiles(const NativePath& folder) {

@@ -19,7 +19,7 @@ class ManualTime : public Clock, public EventLoop {
     explicit ManualTime(OleDate start = OleDate::FromCivil({2024, 3, 5, 7, 8, 9})) : start_(start) {}
 
     OleDate Now() const override { return start_.PlusMilliseconds(nowMs_); }
-    std::int64_t MonotonicMs() const override { return nowMs_; }
+    std::int64_t MonotonicMs() const override { return nowMs_ += passesWithEachLookMs; }
     /// As if the zone were UTC.
     std::int64_t UtcMs() const override { return Now().Milliseconds() - 25'569LL * 86'400'000; }
 
@@ -51,6 +51,9 @@ class ManualTime : public Clock, public EventLoop {
     std::unique_ptr<Timer> NewTimer(std::function<void()> onTick) override {
         return std::make_unique<PlannedTimer>(*this, std::move(onTick));
     }
+
+    /// So that work which looks at the time comes to its end in several slices.
+    std::int64_t passesWithEachLookMs = 0;
 
     bool HasQuit() const { return hasQuit_; }
     /// Tasks and timer ticks that are still to come.
@@ -99,7 +102,7 @@ class ManualTime : public Clock, public EventLoop {
     }
 
     OleDate start_;
-    std::int64_t nowMs_ = 0;
+    mutable std::int64_t nowMs_ = 0;
     std::multimap<std::int64_t, std::function<void()>> plan_{};
     bool hasQuit_ = false;
     int status_ = 0;

@@ -75,7 +75,7 @@ std::vector<Deadline> ClockChangesTest::Deadlines() {
         {"age", "", 2 * 24 * 60, [this] { TakeIn("100403"); },
          [this] {
              running->store.PruneOldAlarms();
-             while (running->store.RemoveSlice()) {
+             while (running->store.UpkeepSlice()) {
              }
          },
          [this] { return All().empty(); }},

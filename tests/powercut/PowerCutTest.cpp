@@ -93,7 +93,7 @@ void PowerCutTest::PlayOneTurn(CoreRun& run, std::mt19937& random, Promises& mad
             run.core->handling.Archive(std::span(&pointer, 1));
         } else {
             time.Advance(static_cast<std::int64_t>(random() % 8000));
-            run.core->store.RemoveSlice();
+            run.core->store.UpkeepSlice();
             run.core->commit.UseIdleMoment(time);
         }
     }

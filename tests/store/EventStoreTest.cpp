@@ -233,7 +233,7 @@ TEST(Limits, ASliceIsAsLargeAsATurnHasTimeForItsDeletions) {
     std::size_t turns = 0;
     for (bool isMore = true; isMore; ++turns) {
         const std::size_t before = world.store->Events().Count();
-        isMore = world.store->RemoveSlice();
+        isMore = world.store->UpkeepSlice();
         const std::size_t removed = before - world.store->Events().Count();
         world.time.SleepAndPump(static_cast<int>(removed) * (turns < 40 ? 4 : 0));
         most = turns < 40 ? std::max(most, removed) : most;

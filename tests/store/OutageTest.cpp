@@ -31,7 +31,7 @@ TEST(Outage, IsLoggedAndToldOnceAndNothingIsLost) {
     world.outage.onAlarm = [&] { world.StoreNew(AlarmAt(45356, "own")); };
     Receive(world, AlarmAt(45356, "a"), replies);
     world.commit.Commit();
-    cAlarm& changed = *world.store->Events().Find(1);
+    cAlarm& changed = *world.store->Events().Find(world.store->Events().Next(0));
 
     BreakDisk(world);
     Receive(world, AlarmAt(45356, "b"), replies);

@@ -78,7 +78,7 @@ struct StoreWorld {
     }
     /// The slices that the ticks of the program do.
     void RemoveAll() {
-        while (store->RemoveSlice()) commit.Commit();
+        while (store->UpkeepSlice()) commit.Commit();
     }
     cAlarm& StoreNew(const cAlarm& alarm) { return store->StoreNew(std::make_unique<cAlarm>(alarm)); }
 
