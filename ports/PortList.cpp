@@ -9,6 +9,7 @@ namespace {
 constexpr int kTextNoSlot = 1039;
 constexpr int kTextPort = 1040;
 constexpr int kTextRenewed = 3789;
+constexpr int kTextNotExported = 3850;
 
 }  // namespace
 
@@ -63,6 +64,17 @@ void PortList::EndPort(const PortParts& parts, cPort& port) {
     parts.commit.Commit();
     port.ClosePort(false);
     port.SetPortIndex(0);
+    parts.exports.Retire(port.PortName());
+}
+
+PortList::OwnedPort PortList::MakeAnew(const PortParts& parts, const cPort& port) {
+    OwnedPort renewed = Make(parts, port.PortName());
+    if (const std::size_t lost = parts.exports.DropRetired()) {
+        parts.log.WriteSysLog(parts.language.GetLanguageText(kTextNotExported) + std::to_string(lost) + " (" +
+                                  port.PortName() + ")",
+                              LogKind::Failure);
+    }
+    return renewed;
 }
 
 bool PortList::RenewKnown(const PortParts& parts) {
@@ -75,7 +87,7 @@ bool PortList::RenewKnown(const PortParts& parts) {
         }
         hasChanged = true;
         EndPort(parts, *ports_[i]);
-        OwnedPort renewed = Make(parts, ports_[i]->PortName());
+        OwnedPort renewed = MakeAnew(parts, *ports_[i]);
         if (renewed) AssignSlot(parts, *renewed);
         retired_.push_back(std::exchange(ports_[i], std::move(renewed)));
         if (ports_[i]) {

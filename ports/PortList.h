@@ -40,6 +40,7 @@ class PortList {
 
     /// Makes and initialises a port, which has no slot yet; none for the type "NONE".
     OwnedPort Make(const PortParts& parts, const Text& name);
+    OwnedPort MakeAnew(const PortParts& parts, const cPort& port);
     void AssignSlot(const PortParts& parts, cPort& port);
     void EndPort(const PortParts& parts, cPort& port);
     bool RenewKnown(const PortParts& parts);

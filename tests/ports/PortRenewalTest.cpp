@@ -11,7 +11,7 @@ class PortRenewalTest : public PortWorld {
  protected:
     PortRenewalTest() {
         folder.MakeFolders("LogFiles");
-        language.LoadFrom("3789=Taken in: \n");
+        language.LoadFrom("3789=Taken in: \n3850=Not sent: \n");
         Write("Port1", 4001);
         Write("Port2", 4002);
         ports.Discover(parts);
@@ -46,6 +46,26 @@ class PortRenewalTest : public PortWorld {
         throw std::runtime_error("nobody accepts");
     }
 };
+
+TEST_F(PortRenewalTest, ALineThatExportsNoMoreIsSentNothingAndSaysWhatItHadLeft) {
+    const auto write = [&](const Text& format) {
+        folder.Write("Settings\\Port1.ini",
+                     "[General]\r\nPortType=TCPS\r\nPortNumber=4001\r\nMessageFormat=" + format + "\r\n");
+        EXPECT_EQ(ports.Renew(parts), true);
+        Tick();
+    };
+    write("5");
+    exports.ExportTelegram("1234", "11");
+    exports.ExportTelegram("1235", "11");
+    write("5\r\nPortDescription=still exports");
+    EXPECT_EQ(LinesWith("Not sent: "), 0u) << "taken over";
+    write("0");
+    EXPECT_EQ(LinesWith("Not sent: 2 (Port1)"), 1u);
+    exports.ExportTelegram("1236", "11");
+    write("5");
+    write("0");
+    EXPECT_EQ(LinesWith("Not sent: "), 1u) << "nothing was queued meanwhile";
+}
 
 TEST_F(PortRenewalTest, ReopensWhatHasChangedAndNothingElse) {
     FakeWinsock& caller = Call(4001);
