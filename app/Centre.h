@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/CentreSettings.h"
 #include "app/Duties.h"
 #include "app/Foundation.h"
@@ -106,6 +107,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     DeskLink desk_{};
     Journal journal_;
     Core core_;
+    CentreConditions centreConditions_;
     Workplace workplace_;
     StoredByStore stored_;
     CommWait commWait_;

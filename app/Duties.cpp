@@ -28,6 +28,7 @@ const Duties::Tables Duties::kServing = [] {
         {"traffic file", &Duties::CloseIdleTrafficFile},
         {"ports", &Duties::OpenPorts},
         {"no port open", &Duties::WatchPorts},
+        {"conditions", &Duties::RenewConditions},
         {"interval", &Duties::SetOpenInterval},
         {"alive scan", &Duties::ScanAliveTests},
         {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
@@ -67,6 +68,7 @@ const Duties::Tables Duties::kServing = [] {
 const Duties::Tables Duties::kClient = [] {
     static constexpr Duty kOpen[] = {
         {"traffic file", &Duties::CloseIdleTrafficFile},
+        {"conditions", &Duties::RenewConditions},
         {"interval", &Duties::SetOpenInterval},
         {"alarm log, cyclic", &Duties::WriteAlarmLogCyclically},
         {"end of the program", &Duties::EndWhenAsked},
@@ -191,6 +193,12 @@ void Duties::WatchPorts(const Tick& tick) {
     needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextNoPortOpen), LogKind::Failure);
     if (PortNames(needs_.dataFolder).empty())
         needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextMakeAPort), LogKind::Information);
+}
+
+void Duties::RenewConditions(const Tick&) {
+    if (isToEnd_) return;
+    needs_.centre.Renew();
+    needs_.network.SendCentreState(needs_.centre);
 }
 
 void Duties::SetOpenInterval(const Tick&) {

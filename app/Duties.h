@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/EngineSettings.h"
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
@@ -62,6 +63,7 @@ class Duties {
         PortList& ports;
         PortRenewal& portRenewal;
         PortConditions& conditions;
+        CentreConditions& centre;
         const AlarmLists& lists;
         StallWatch& stalls;
         ServiceStatus& status;
@@ -107,6 +109,7 @@ class Duties {
     void CloseIdleTrafficFile(const Tick& tick);
     void OpenPorts(const Tick& tick);
     void WatchPorts(const Tick& tick);
+    void RenewConditions(const Tick& tick);
     void SetOpenInterval(const Tick& tick);
     void ScanAliveTests(const Tick& tick);
     void WriteAlarmLogCyclically(const Tick& tick);

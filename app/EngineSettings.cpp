@@ -16,6 +16,7 @@ const std::array kRows = {
     SettingRow<E>{kGeneral, "JournalDays", kCentre, &E::JournalDays},
     SettingRow<E>{kGeneral, "ContinousDebugToFile", kCentre, &E::ContinousDebugToFile},
     SettingRow<E>{kGeneral, "ContinousDebugFormatAsHex", kCentre, &E::ContinousDebugFormatAsHex},
+    SettingRow<E>{kGeneral, "LineFailureBannerTime", kCentre, &E::LineFailureBannerTime, 0, 86400},
     SettingRow<E>{kGeneral, "CreateLogFile", kCentre, &E::CreateLogFile},
     SettingRow<E>{kGeneral, "AlarmLogFileName", SettingScope::Workstation, &E::AlarmLogFileName},
     SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", kCentre, &E::AlarmLogFileCyclicWritePeriod, 0},

@@ -11,6 +11,7 @@ struct EngineSettings {
     int JournalDays = 760;          // days that entries of the journal are kept; below 1: for ever
     bool ContinousDebugToFile = false;
     bool ContinousDebugFormatAsHex = false;
+    int LineFailureBannerTime = 30;         // seconds until a line that fails is told above the lists
     bool CreateLogFile = false;             // an external program empties the alarm log
     Text AlarmLogFileName{"Alarm.LOG"};     // its argument
     int AlarmLogFileCyclicWritePeriod = 0;  // ms, or seconds by CyclicWriteTimePeriodInSeconds; 0 is off

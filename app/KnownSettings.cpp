@@ -107,7 +107,7 @@ KnownSetting ColorBehaviour() {
 void AddLists(SettingCatalogue& known) {
     constexpr int kMostColumns = 99;
     for (const TextView list : {kUnackedSection, kAckedSection, kSysLogSection, kIdCodesSection,
-                                kTypesSection, kDataCodesSection}) {
+                                kTypesSection, kDataCodesSection, kLinesSection}) {
         known.Add(Family(list, "Column", Number, 1, kMostColumns));
     }
     for (const TextView list : {kUnackedSection, kAckedSection}) {

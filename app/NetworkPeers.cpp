@@ -93,6 +93,12 @@ void NetworkPeers::SendReload() {
     if (server_) server_->SendReload();
 }
 
+void NetworkPeers::SendCentreState(const CentreConditions& centre) {
+    if (server_ && server_->IsCentreStateWanted()) {
+        server_->SendCentreState(centre.Lines(), centre.FactsForClients());
+    }
+}
+
 void NetworkPeers::Close() {
     if (ClientSlots* slots = foundation_.Clients()) slots->Shutdown();
     if (ServerLink* link = foundation_.Server()) link->Close();

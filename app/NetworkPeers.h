@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/NetworkRole.h"
 #include "app/OperatorPorts.h"
 #include "app/ReloadRequest.h"
@@ -47,6 +48,10 @@ class NetworkPeers {
     void TickClient(int elapsedMs);
     /// On a server, behind a reload of the translations.
     void SendReload();
+    /// On a server: tells its clients how it does.
+    void SendCentreState(const CentreConditions& centre);
+    /// On a client: what its server tells of itself; none on any other copy.
+    const Mirror::ServerState* ServerState() const { return mirror_ ? &mirror_->Server() : nullptr; }
     /// Tells the other side of the end, and closes.
     void Close();
 

@@ -23,22 +23,11 @@ std::vector<DebugPort> OperatorPorts::ToDebug() const {
 }
 
 void OperatorPorts::NoteMade() {
-    isMade_ = true;
     hasClock_ = std::ranges::any_of(ports_.Ports(), [](const auto& port) { return port->HasClock(); });
 }
 
 void OperatorPorts::SetClocks() {
     for (const auto& port : ports_.Ports()) port->RequestClock();
-}
-
-Text OperatorPorts::Held() const {
-    if (!isMade_) return {};
-    Text held;
-    for (const auto& port : ports_.Ports()) {
-        if (!port->IsHeld()) continue;
-        held.append(held.empty() ? "" : ", ").append(port->Event().m_PortDescription);
-    }
-    return held;
 }
 
 void OperatorPorts::SendOnPort(const Text& portName, TextView bytes) {

@@ -19,8 +19,6 @@ class OperatorPorts final : public DebugLines, public SimulatedPorts {
     std::vector<DebugPort> ToDebug() const;
     bool HasClock() const { return hasClock_; }
     void SetClocks();
-    /// What people call the ports that are closed by hand, separated by commas.
-    Text Held() const;
 
     void SendOnPort(const Text& portName, TextView bytes) override;
     std::vector<SimulatedPort> PortsToSimulate() const override;
@@ -28,7 +26,6 @@ class OperatorPorts final : public DebugLines, public SimulatedPorts {
  private:
     PortList& ports_;
     bool hasClock_ = false;
-    bool isMade_ = false;
 };
 
 }  // namespace nordkeep

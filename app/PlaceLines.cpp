@@ -7,24 +7,6 @@
 namespace nordkeep {
 namespace {
 
-LineState StateOf(PortState state) {
-    switch (state) {
-        case PortState::Open:
-            return LineState::Open;
-        case PortState::Closed:
-            return LineState::Closed;
-        case PortState::Disabled:
-            return LineState::Disabled;
-        case PortState::Held:
-            return LineState::Held;
-        case PortState::Waiting:
-            return LineState::Waiting;
-        case PortState::Unusable:
-            break;
-    }
-    return LineState::Unusable;
-}
-
 /// What a format's test telegram is called; empty where a transmitter cannot be played.
 std::string TelegramOf(MessageFormat format) {
     switch (format) {
@@ -63,15 +45,7 @@ std::string TargetOf(PortType type, int number) {
 
 std::vector<LineFigures> LocalLines::Lines() const {
     std::vector<LineFigures> lines;
-    for (const auto& port : needs_.ports.Ports()) {
-        const PortFigures figures = port->Figures();
-        lines.push_back({.name = port->PortName(),
-                         .state = StateOf(figures.state),
-                         .since = figures.since,
-                         .lastTraffic = figures.lastTraffic,
-                         .telegramsToday = figures.telegramsToday,
-                         .refusedToday = figures.refusedToday});
-    }
+    for (const auto& port : needs_.ports.Ports()) lines.push_back(port->Figures());
     return lines;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
 #include "console/boxes/EditorBox.h"
 #include "console/setup/LineControl.h"
@@ -35,15 +36,24 @@ class LocalLines final : public LineControl {
     bool isTesting_ = false;
 };
 
-/// A client's lines are its server's, which takes up the files that it is sent.
+/// A client's lines are its server's, which takes up the files that it is sent, and tells how they do.
 class ClientLines final : public LineControl {
  public:
-    std::vector<LineFigures> Lines() const override { return {}; }
+    /// Built behind this; nothing is asked of it before the program runs.
+    explicit ClientLines(const NetworkPeers& peers) : peers_(peers) {}
+
+    std::vector<LineFigures> Lines() const override {
+        const Mirror::ServerState* server = peers_.ServerState();
+        return server ? server->lines : std::vector<LineFigures>();
+    }
     void FilesChanged(const Text&) override {}
     void Hold(const Text&, bool) override {}
     bool RemoveFile(const Text&) override { return false; }
     bool StartTest(const Text&) override { return false; }
     std::optional<bool> TakeTestOutcome() override { return std::nullopt; }
+
+ private:
+    const NetworkPeers& peers_;
 };
 
 }  // namespace nordkeep

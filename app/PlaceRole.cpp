@@ -139,8 +139,8 @@ PlaceRole ClientPlace(const PlaceParts& parts, const PlaceState::Needs& state, S
     role.editorHost = std::make_unique<ClientEditorHost>();
     role.centre = std::make_unique<ClientCentre>(server, link, parts.peers);
     role.server = std::make_unique<ClientContact>(server, parts.peers);
-    role.state = std::make_unique<ClientPlaceState>(state, link);
-    role.lines = std::make_unique<ClientLines>();
+    role.state = std::make_unique<ClientPlaceState>(state, link, parts.peers);
+    role.lines = std::make_unique<ClientLines>(parts.peers);
     role.readsObjectFiles = false;
     role.knowsCallers = false;
     role.asksForLogin = network.ViewLoginFormAutomatically && !logsInByItself;
@@ -153,8 +153,7 @@ PlaceRole MakePlaceRole(const PlaceParts& parts) {
     const PlaceState::Needs state{.foundation = parts.foundation,
                                   .sound = parts.sound,
                                   .conditions = parts.conditions,
-                                  .ports = parts.ports,
-                                  .check = parts.check};
+                                  .ports = parts.ports};
     if (ServerLink* link = parts.foundation.Server()) return ClientPlace(parts, state, *link);
     return LocalPlace(parts, state);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/NetworkPeers.h"
 #include "app/OperatorPorts.h"
 #include "app/PlaceLines.h"
@@ -39,7 +40,7 @@ struct PlaceParts {
     ObjectViews& objectViews;
     TorvexLink& torvex;
     const SoundPlayer& sound;
-    const PortConditions& conditions;
+    const CentreConditions& conditions;
     NetworkRole& network;
     NetworkPeers& peers;  // built behind this
     OperatorPorts& ports;

@@ -21,18 +21,19 @@ CopyFacts PlaceState::Facts() const {
             .server = link ? link->ServerAddress() : Text(),
             .clients = slots ? static_cast<int>(slots->ConnectedCount()) : 0,
             .isSounding = needs_.sound.IsSounding(),
-            .arePortsDisabled = needs_.conditions.arePortsDisabled,
             .hasGoogolPort = needs_.ports.HasClock(),
-            .isSimulation = needs_.foundation.Switches().simulate,
-            .isNoPortOpen = needs_.conditions.isNoPortOpen,
-            .findings = needs_.check.Count(),
-            .areErrors = needs_.check.AreErrors(),
-            .findingsIn = needs_.check.Place(),
-            .heldPorts = needs_.ports.Held()};
+            .isSimulation = needs_.foundation.Switches().simulate};
 }
 
 std::optional<std::vector<PortTreeNode>> LocalPlaceState::OwnTree() const {
     return MakePortTree(Parts().ports.InTree());
+}
+
+std::vector<ConditionFact> ClientPlaceState::Conditions() const {
+    std::vector<ConditionFact> facts = PlaceState::Conditions();
+    const Mirror::ServerState* server = peers_.ServerState();
+    if (server) facts.insert(facts.end(), server->conditions.begin(), server->conditions.end());
+    return facts;
 }
 
 OperatorRights ClientPlaceState::Rights() const {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/Foundation.h"
+#include "app/NetworkPeers.h"
 #include "app/OperatorPorts.h"
-#include "app/RunningCheck.h"
 #include "console/window/AlarmRate.h"
 #include "console/window/CopyState.h"
 #include "network/ClientScreen.h"
 #include "pipeline/SoundPlayer.h"
-#include "ports/PortConditions.h"
 
 namespace nordkeep {
 
@@ -17,9 +17,8 @@ class PlaceState : public CopyState {
     struct Needs {
         Foundation& foundation;
         const SoundPlayer& sound;
-        const PortConditions& conditions;
+        const CentreConditions& conditions;
         const OperatorPorts& ports;
-        const RunningCheck& check;
     };
     explicit PlaceState(const Needs& needs) : needs_(needs) {}
 
@@ -32,6 +31,7 @@ class PlaceState : public CopyState {
     bool IsQuestionUp() const override;
     bool IsFlood() const override;
     CopyFacts Facts() const override;
+    std::vector<ConditionFact> Conditions() const override { return needs_.conditions.Facts(); }
 
  protected:
     const Needs& Parts() const { return needs_; }
@@ -54,13 +54,16 @@ class LocalPlaceState final : public PlaceState {
 
 class ClientPlaceState final : public PlaceState {
  public:
-    ClientPlaceState(const Needs& needs, const ServerLink& link) : PlaceState(needs), link_(link) {}
+    ClientPlaceState(const Needs& needs, const ServerLink& link, const NetworkPeers& peers)
+        : PlaceState(needs), link_(link), peers_(peers) {}
+    std::vector<ConditionFact> Conditions() const override;
     OperatorRights Rights() const override;
     bool IsRequestPending() const override { return link_.IsRequestPending(); }
     std::optional<std::vector<PortTreeNode>> OwnTree() const override { return std::nullopt; }
 
  private:
     const ServerLink& link_;
+    const NetworkPeers& peers_;  // built behind this
 };
 
 }  // namespace nordkeep

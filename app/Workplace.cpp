@@ -166,6 +166,7 @@ MainBox::Needs Workplace::MainNeeds() {
             .login = login_,
             .simulation = needs_.simulation,
             .setup = setup_,
+            .lines = *role_.lines,
             .alarms = AlarmNeeds(),
             .objects = ObjectNeeds()};
 }
@@ -216,6 +217,13 @@ bool Workplace::PlaySound(const Text& file, const Text& device) {
     const bool isStarted = player.Play(needs_.foundation.DataFolder().ResolveSetting(file));
     player.SetOutput(needs_.settings.outputs.AlarmSoundDevice);
     return isStarted;
+}
+
+void Workplace::RingSound() {
+    const DeskSettings& desk = needs_.settings.desk;
+    if (desk.AlarmSound <= 0) return;
+    if (desk.AlarmSoundFile.empty()) return screen_->Beep();
+    needs_.outputs.PlaySound(SoundRequest::Repeat);
 }
 
 std::vector<LanguageChoice> Workplace::Languages() {

@@ -127,6 +127,7 @@ class Workplace final : public OperatorDesk,
         needs_.outputs.Sound().Silence();
         needs_.deeds.Note(JournalKind::Silence, {.user = UserName(), .station = kHere}, {}, {});
     }
+    void RingSound() override;
 
     void NoteSettings(const Text& what) override;
     bool PlaySound(const Text& file, const Text& device) override;

@@ -1,10 +1,14 @@
 #include "network/ClientSession.h"
 
+#include <utility>
+
 namespace nordkeep {
 namespace {
 
 constexpr int kTextCannotConnect = 1061;
 constexpr int kTextClientEnds = 1065;
+/// A server that does not answer message 30 within this time does not know what it asks for.
+constexpr int kExtensionsMs = 1000;
 constexpr TextView kMainSettings = "Settings\\Nordkeep.INI";
 
 Text VersionText(std::int32_t version) {
@@ -34,11 +38,22 @@ void ClientSession::FetchAll() {
     if (!needs_.mirror.RequestInitialData()) return;
     if (!settings.AutoLoginUserName.empty() && !settings.AutoLoginPassword.empty())
         needs_.replica.RequestLogin({settings.AutoLoginUserName, settings.AutoLoginPassword});
-    needs_.mirror.RequestAllEvents();
+    if (needs_.mirror.RequestAllEvents()) AskForExtensions();
+}
+
+// Behind all else, so that a server that takes it amiss has given everything before.
+void ClientSession::AskForExtensions() {
+    askedMs_ = -1;
+    if (std::exchange(isPlainNext_, false)) return;
+    if (needs_.link.SendToServer(Message::Extensions, PayloadOf(LongNumber{kHighestExtension}))) askedMs_ = 0;
 }
 
 void ClientSession::Tick(int elapsedMs) {
-    if (state_ == LinkState::Connected && !needs_.link.IsConnectionLost()) return KeepAlive(elapsedMs);
+    if (state_ == LinkState::Connected && !needs_.link.IsConnectionLost()) {
+        if (IsAsking()) askedMs_ += elapsedMs;
+        if (askedMs_ > kExtensionsMs || needs_.mirror.Server().isTold) askedMs_ = -1;
+        return KeepAlive(elapsedMs);
+    }
     if (state_ == LinkState::Connected) return NoteLoss();
     if (state_ != LinkState::Lost) return;
     lostMs_ += elapsedMs;
@@ -58,8 +73,13 @@ void ClientSession::NoteLoss() {
     if (needs_.settings.NetworkReconnectInterval <= 0) return EndProgram();
     lostMs_ = 0;
     // What cannot be kept up to date any more must not be read as the state of things.
+    const bool isTold = needs_.mirror.Server().isTold;
     needs_.mirror.ConnectionStarts();
     SetState(LinkState::Lost);
+    // It closes on messages that it does not know: without them it serves as ever.
+    isPlainNext_ = IsAsking() && !isTold;
+    askedMs_ = -1;
+    if (isPlainNext_) ReconnectNow();
 }
 
 void ClientSession::EndProgram() {

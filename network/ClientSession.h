@@ -43,12 +43,16 @@ class ClientSession {
     void NoteLoss();
     bool Reconnect();
     void FetchAll();
+    void AskForExtensions();
+    bool IsAsking() const { return askedMs_ >= 0; }
     void SetState(LinkState state);
 
     Needs needs_;
     LinkState state_ = LinkState::Connected;
     int keepAliveMs_ = 0;
     int lostMs_ = 0;
+    int askedMs_ = -1;          // since message 30 went; -1 when no answer is awaited
+    bool isPlainNext_ = false;  // the last connection broke over message 30
 };
 
 }  // namespace nordkeep

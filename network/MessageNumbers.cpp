@@ -6,7 +6,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::array<std::pair<Message, TextView>, 25> kNames = {{
+constexpr std::array<std::pair<Message, TextView>, 28> kNames = {{
     {Message::KeepAlive, "KEEPALIVE"},
     {Message::Translation, "TRANSLATION"},
     {Message::PortTree, "PORTTREE"},
@@ -31,6 +31,9 @@ constexpr std::array<std::pair<Message, TextView>, 25> kNames = {{
     {Message::ReadBinaryFile, "READBINARYFILE"},
     {Message::ProtocolVersion, "NETWORK_PROTOCOLVERSION"},
     {Message::MakeDir, "NETWORK_MAKEDIR"},
+    {Message::Extensions, "EXTENSIONS"},
+    {Message::Lines, "LINES"},
+    {Message::Conditions, "CONDITIONS"},
     {Message::ServerIsShuttingDown, "SERVERISSHUTTINGDOWN"},
 }};
 

@@ -35,8 +35,15 @@ enum class Message : std::uint8_t {
     ReadBinaryFile = 22,
     ProtocolVersion = 23,
     MakeDir = 24,
+    // From here on only between copies that have told each other that they know them.
+    Extensions = 30,
+    Lines = 31,
+    Conditions = 32,
     ServerIsShuttingDown = 99,
 };
+
+/// The highest number of those that only some copies know.
+inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::Conditions);
 
 /// The name in the traffic log; "Unknown (n)" for a number that is no message.
 Text MessageName(std::uint8_t number);

@@ -124,7 +124,7 @@ struct FileToWrite {
     }
 };
 
-/// The answers 20 and 23.
+/// The answers 20 and 23, and message 30.
 struct LongNumber {
     std::int32_t value = 0;
 

@@ -1,5 +1,6 @@
 #include "network/Mirror.h"
 
+#include "network/CentreMessages.h"
 #include "network/EventRecord.h"
 #include "network/ObjectMessages.h"
 #include "translation/ObjectLookup.h"
@@ -31,6 +32,9 @@ const Mirror::Handler Mirror::kHandlers[] = {
     {Message::Login, &Mirror::Login},
     {Message::Logout, &Mirror::Logout},
     {Message::ServerIsShuttingDown, &Mirror::ServerShutsDown},
+    {Message::Extensions, &Mirror::TakeExtensions},
+    {Message::Lines, &Mirror::TakeLines},
+    {Message::Conditions, &Mirror::TakeConditions},
 };
 
 Mirror::Mirror(const Needs& needs) : needs_(needs), log_(needs.log, needs.clock) {
@@ -66,6 +70,7 @@ void Mirror::ConnectionStarts() {
     while (const EventSequence first = events.Next(0)) needs_.store.Forget(*events.Find(first));
     removed_.clear();
     eventsToPresent_.clear();
+    server_ = {};
 }
 
 // On a later turn: whoever asked still has to look at the answer.
@@ -212,6 +217,20 @@ void Mirror::ServerShutsDown(TextView) {
     const Text text = needs_.language.GetLanguageText(kTextServerEnds);
     needs_.log.WriteSysLog(text, LogKind::Oddity);
     needs_.screen.EndProgram(text);
+}
+
+// --- What only some servers know
+
+void Mirror::TakeExtensions(TextView payload) {
+    server_.isTold = ReadPayload<LongNumber>(payload).value > 0;
+}
+
+void Mirror::TakeLines(TextView payload) {
+    server_.lines = ReadLines(payload);
+}
+
+void Mirror::TakeConditions(TextView payload) {
+    server_.conditions = ReadConditions(payload);
 }
 
 }  // namespace nordkeep

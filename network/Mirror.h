@@ -3,6 +3,7 @@
 #include "network/ClientScreen.h"
 #include "network/PeerLog.h"
 #include "network/ServerLink.h"
+#include "runtime/CentreState.h"
 #include "store/EventStore.h"
 #include "translation/AliveTestTimers.h"
 #include "translation/Translations.h"
@@ -37,6 +38,13 @@ class Mirror final : public ServerPushes {
     Mirror& operator=(const Mirror&) = delete;
 
     const std::vector<PortTreeNode>& PortTree() const { return tree_; }
+    /// What the server tells of itself; nothing until it has said that it does.
+    struct ServerState {
+        bool isTold = false;
+        std::vector<LineFigures> lines{};
+        std::vector<ConditionFact> conditions{};
+    };
+    const ServerState& Server() const { return server_; }
 
     /// Builds the sets and the tree from nothing; also the update command of a client. False when the
     /// connection is lost.
@@ -67,6 +75,9 @@ class Mirror final : public ServerPushes {
     void Login(TextView payload);
     void Logout(TextView payload);
     void ServerShutsDown(TextView payload);
+    void TakeExtensions(TextView payload);
+    void TakeLines(TextView payload);
+    void TakeConditions(TextView payload);
 
     cAlarm& StoreEvent(TextView payload);
     void ShowWhatWaits();
@@ -74,6 +85,7 @@ class Mirror final : public ServerPushes {
     Needs needs_;
     PeerLog log_;
     std::vector<PortTreeNode> tree_{};
+    ServerState server_{};
     // Kept back while a request is pending, since showing them sends requests of its own.
     bool isTreeToShow_ = false;
     std::deque<std::int32_t> eventsToPresent_{};

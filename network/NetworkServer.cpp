@@ -1,5 +1,6 @@
 #include "network/NetworkServer.h"
 
+#include "network/CentreMessages.h"
 #include "network/EventRecord.h"
 #include "network/ObjectMessages.h"
 #include "network/Users.h"
@@ -72,6 +73,7 @@ const NetworkServer::Handler NetworkServer::kHandlers[] = {
     {Message::ReadBinaryFile, &NetworkServer::ReadBinaryFile},
     {Message::ProtocolVersion, &NetworkServer::TellVersion},
     {Message::MakeDir, &NetworkServer::MakeDir},
+    {Message::Extensions, &NetworkServer::TellExtensions},
 };
 
 NetworkServer::NetworkServer(const Needs& needs)
@@ -150,6 +152,39 @@ void NetworkServer::SendReload() {
         needs_.slots.SendTo(slot, Message::RemoveTranslations, {});
         SendTranslations(slot);
         SendPortTree(slot);
+    }
+}
+
+// --- What only some clients know
+
+void NetworkServer::TellExtensions(int slot, TextView payload) {
+    const std::int32_t theirs = ReadPayload<LongNumber>(payload).value;
+    const std::int32_t both = std::min(theirs, kHighestExtension);
+    told_.at(static_cast<std::size_t>(slot)) = {.knowsUpTo = both};
+    needs_.slots.SendTo(slot, Message::Extensions, PayloadOf(LongNumber{both}));
+}
+
+bool NetworkServer::IsCentreStateWanted() const {
+    return std::ranges::any_of(told_, [](const Told& told) { return told.knowsUpTo > 0; });
+}
+
+void NetworkServer::TellIfNew(int slot, Message message, std::optional<Text>& told, const Text& payload) {
+    const Told& client = told_.at(static_cast<std::size_t>(slot));
+    if (client.knowsUpTo < static_cast<std::int32_t>(message) || told == payload) return;
+    told = payload;
+    needs_.slots.SendTo(slot, message, payload);
+}
+
+void NetworkServer::SendCentreState(const std::vector<LineFigures>& lines,
+                                    const std::vector<ConditionFact>& facts) {
+    if (!IsCentreStateWanted()) return;
+    const Text ofLines = LinesPayload(lines);
+    const Text ofConditions = ConditionsPayload(facts);
+    for (int slot = 0; slot < kSlotCount; ++slot) {
+        if (!needs_.slots.IsConnected(slot)) continue;
+        Told& told = told_.at(static_cast<std::size_t>(slot));
+        TellIfNew(slot, Message::Lines, told.lines, ofLines);
+        TellIfNew(slot, Message::Conditions, told.conditions, ofConditions);
     }
 }
 

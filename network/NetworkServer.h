@@ -5,6 +5,7 @@
 #include "network/Messages.h"
 #include "pipeline/AlarmHandling.h"
 #include "pipeline/TorvexLink.h"
+#include "runtime/CentreState.h"
 #include "translation/AliveTestTimers.h"
 #include "translation/PortBinding.h"
 #include "translation/ServicePeriods.h"
@@ -59,11 +60,16 @@ class NetworkServer final : public SlotHandler {
 
     /// To be called behind a reload of the translations: renews the sets and the tree of every client.
     void SendReload();
+    /// Some client wants to know how the lines do and what is wrong.
+    bool IsCentreStateWanted() const;
+    /// Tells those clients what they have not been told yet. To be called about once a second.
+    void SendCentreState(const std::vector<LineFigures>& lines, const std::vector<ConditionFact>& facts);
 
     void HandleMessage(int slot, std::uint8_t number, TextView payload) override;
     void ClientCame(int slot) override {
         walks_.at(static_cast<std::size_t>(slot)).reset();
         ForgetUser(slot);
+        told_.at(static_cast<std::size_t>(slot)) = {};
     }
     void SendCompleted(int slot) override {
         if (ContinueWork(slot)) needs_.slots.RequestTurn();
@@ -92,6 +98,15 @@ class NetworkServer final : public SlotHandler {
     void ReadBinaryFile(int slot, TextView payload);
     void TellVersion(int slot, TextView payload);
     void MakeDir(int slot, TextView payload);
+    void TellExtensions(int slot, TextView payload);
+
+    /// What a client has been told beyond what every client is.
+    struct Told {
+        std::int32_t knowsUpTo = 0;  // the highest message number
+        std::optional<Text> lines{};
+        std::optional<Text> conditions{};
+    };
+    void TellIfNew(int slot, Message message, std::optional<Text>& told, const Text& payload);
 
     void SendTranslations(int slot);
     void SendPortTree(int slot);
@@ -108,7 +123,8 @@ class NetworkServer final : public SlotHandler {
     FileService fileService_;
     /// Of each client that is being sent all events: the last that it has got.
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
-    bool hasChanged_ = false;               // by a client, and not brought to safety yet
+    bool hasChanged_ = false;  // by a client, and not brought to safety yet
+    std::array<Told, kSlotCount> told_{};
     std::array<int, kSlotCount> levels_{};  // of who has logged in
     std::array<Text, kSlotCount> users_{};  // login names; empty where nobody has logged in
 };

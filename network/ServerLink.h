@@ -28,10 +28,13 @@ class ServerLink {
     /// Without pushes their messages are dropped.
     void SetPushes(ServerPushes* pushes) { pushes_ = pushes; }
 
-    /// Tries the server's addresses in turn, for at most 30 seconds together; first the one that answered last.
+    /// Tries the server's addresses in turn, for at most 30 seconds together; first the one that answered
+    /// last.
     bool ConnectToServer();
     /// The address that is or was tried last.
     const Text& ServerAddress() const { return addresses_[current_]; }
+    /// It is not the first of the settings.
+    bool IsAtStandby() const { return current_ > 0; }
     void Close();
     bool IsConnectionLost() const { return isLost_; }
     bool IsRequestPending() const { return isPending_; }

@@ -65,6 +65,15 @@ void AlarmOutputs::PrintAlarm(const cAlarm& alarm) {
     printer_.SendPRN(desk.PrinterISO2DOS ? ToCodePage850(text) : text, alarm.m_AlarmCodeToStore);
 }
 
+std::vector<Text> AlarmOutputs::LostPeers() const {
+    std::vector<Text> lost;
+    if (comCall_.IsPeerLost()) lost.push_back("ComCall " + needs_.comCallSettings.Address);
+    if (queue_.HasFailed()) lost.push_back("MSMQ " + queue_.Peer());
+    if (relay_.HasFailed()) lost.push_back("COM" + std::to_string(relay_.Port()));
+    if (printer_.HasFailed()) lost.push_back("LPT" + std::to_string(needs_.deskSettings.PrinterPort));
+    return lost;
+}
+
 void AlarmOutputs::TendPrinterAndQueue() {
     printer_.Tick();
     queue_.Tick();

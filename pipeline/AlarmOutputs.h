@@ -10,6 +10,8 @@
 #include "runtime/Settings.h"
 #include "store/AlarmText.h"
 
+#include <vector>
+
 namespace nordkeep {
 
 /// The outputs with a real line, queue, sound, relay and printer behind them. One that is not configured
@@ -43,6 +45,9 @@ class AlarmOutputs final : public Outputs {
     ComCallLink& ComCall() { return comCall_; }
     SoundPlayer& Sound() { return sound_; }
     RelayOutput& Relay() { return relay_; }
+    /// The outputs that do not reach their peer at present, by their names.
+    std::vector<Text> LostPeers() const;
+    bool HasSoundFailed() const { return sound_.HasFailed(); }
     /// Goes on with what the printer and the message queue were not ready for.
     void TendPrinterAndQueue();
     /// The end: sound off, relay at rest, lines closed; messages that wait may still leave for a short time.

@@ -14,6 +14,8 @@ class ComCallLink {
     ComCallLink(const ComCallSettings& settings, SocketFactory& sockets);
 
     bool IsConfigured() const { return !settings_.Address.empty(); }
+    /// It is to be connected, and is not.
+    bool IsPeerLost() const { return IsConfigured() && settings_.ReconnectInterval > 0 && !IsConnected(); }
     bool IsConnected() const { return socket_->State() == SocketState::Connected; }
     /// False when the line is not connected.
     bool Send(TextView line);

@@ -37,6 +37,7 @@ bool LinePrinter::WriteOn() {
         return true;
     }
     job.written += *written;
+    hasFailed_ = false;
     if (job.written == job.text.size()) DropFront();
     return true;
 }
@@ -53,6 +54,7 @@ void LinePrinter::Close() {
 }
 
 void LinePrinter::NoteFailure(const Text& alarmCode) {
+    hasFailed_ = true;
     log_.WriteSysLog(language_.GetLanguageText(kTextCannotPrint) + " " + alarmCode, LogKind::Failure);
 }
 

@@ -16,6 +16,8 @@ class LinePrinter {
 
     /// Prints the text as it is, without a line end of its own; the code names the alarm in the log.
     void SendPRN(TextView text, const Text& alarmCode);
+    /// The last alarm could not be printed.
+    bool HasFailed() const { return hasFailed_; }
     /// Goes on with what the printer was too busy for.
     void Tick();
     /// What still waits is given up.
@@ -38,6 +40,7 @@ class LinePrinter {
     const Language& language_;
     std::deque<Job> jobs_{};
     std::size_t waiting_ = 0;  // bytes of the jobs
+    bool hasFailed_ = false;
 };
 
 }  // namespace nordkeep

@@ -39,9 +39,11 @@ void MessageQueueOutput::Tick() {
     while (const auto report = queue_->TakeReport()) {
         switch (report->kind) {
             case QueueReport::Kind::Failed:
+                isFailing_ = true;
                 Log(kTextNotSent, report->detail);
                 break;
             case QueueReport::Kind::Restored:
+                isFailing_ = false;
                 log_.WriteSysLog(language_.GetLanguageText(kTextSentAgain), LogKind::Information);
                 break;
             case QueueReport::Kind::Dropped:
@@ -49,6 +51,11 @@ void MessageQueueOutput::Tick() {
                 break;
         }
     }
+}
+
+Text MessageQueueOutput::Peer() const {
+    const auto address = ParseQueueAddress(formatName_);
+    return address ? FromUtf8(address->queue + "@" + address->host) : formatName_;
 }
 
 void MessageQueueOutput::Close() {

@@ -15,6 +15,10 @@ class MessageQueueOutput {
 
     bool IsConfigured() const { return !formatName_.empty(); }
     void Send(QueueMessage message);
+    /// Messages do not reach the queue at present.
+    bool HasFailed() const { return isRefused_ || isFailing_; }
+    /// The queue and its host, without a password; what the settings say when they name none.
+    Text Peer() const;
     /// Logs what has happened on the way to the queue.
     void Tick();
     /// What waits may still leave for a short time.
@@ -29,6 +33,7 @@ class MessageQueueOutput {
     SysLog& log_;
     const Language& language_;
     std::unique_ptr<MessageQueue> queue_{};
+    bool isFailing_ = false;
     bool isRefused_ = false;  // the name names no queue, which has been logged
 };
 

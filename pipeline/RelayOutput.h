@@ -24,6 +24,9 @@ class RelayOutput {
 
     bool IsConfigured() const { return wiring_.port >= 1; }
     void Request() { isRequested_ = true; }
+    /// The line of the relay cannot be operated at present.
+    bool HasFailed() const { return isFailureLogged_; }
+    int Port() const { return wiring_.port; }
     void Tick(int intervalMs);
     /// Brings the relay to rest and lets the line go.
     void Close();

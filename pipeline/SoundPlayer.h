@@ -33,6 +33,8 @@ class SoundPlayer {
     /// The operator has heard it.
     void Silence();
     bool IsSounding() const { return state_ != State::Idle; }
+    /// The last sound could not be played.
+    bool HasFailed() const { return isFailureLogged_; }
     void Tick(int intervalMs);
 
  private:

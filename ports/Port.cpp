@@ -35,7 +35,9 @@ cPort::cPort(const PortParts& parts, const PortList& allPorts, Text portName)
            format_.value_or(MessageFormat::Robofon)),
       tests_(LoadSupervisionSettings(parts.settings, portName, format_.value_or(MessageFormat::Robofon)),
              parts.intake, parts.clock, eventPort_),
-      tally_(parts.clock),
+      tally_(parts.clock, {.name = eventPort_.PortName,
+                           .description = lineSettings_.PortDescription,
+                           .kind = LineKindText(settings_.PortType, lineSettings_.PortNumber, format_)}),
       steps_({.language = parts.language,
               .trafficLog = parts.trafficLog,
               .intake = parts.intake,
@@ -128,22 +130,34 @@ bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {
 void cPort::Tick(int tickMs, const PortConditions& conditions) {
     if (!collector_ || portIndex_ == 0) return;
     steps_.SetMuted(!conditions.mutedPort.empty() && conditions.mutedPort == eventPort_.PortName);
-    if (!IsToBeOpen(tickMs, conditions)) return StayClosed(PortState::Waiting, conditions.isShuttingDown);
-    if (isHeld_) return StayClosed(PortState::Held, conditions.isShuttingDown);
+    if (!IsToBeOpen(tickMs, conditions)) return StayClosed(LineState::Waiting, conditions.isShuttingDown);
+    if (isHeld_) return StayClosed(LineState::Held, conditions.isShuttingDown);
+    if (conditions.arePortsDisabled) tally_.NoteState(LineState::Disabled);
     if (isInOpen_ || conditions.isShuttingDown || conditions.arePortsDisabled) return;
     ReadPortDisable();
     if (IsDisabledByDate()) {
         reopenCountdownMs_ = std::max(reopenCountdownMs_ - tickMs, 0);
-        return StayClosed(PortState::Disabled, false);
+        return StayClosed(LineState::Disabled, false);
     }
     isInOpen_ = true;
     OpenPort(tickMs);
     ServicePort(tickMs);
     isInOpen_ = false;
-    tally_.NoteState(collector_->IsOpen() ? PortState::Open : PortState::Closed);
+    const FarEnd end = collector_->End();
+    tally_.NoteState(StateNow(end));
+    tally_.NoteCaller(end.who);
 }
 
-void cPort::StayClosed(PortState state, bool isShuttingDown) {
+LineState cPort::StateNow(const FarEnd& end) const {
+    const bool isUp = collector_->IsOpen() || end.isVisited;
+    if (!isUp || end.isMissed) return LineState::Failed;
+    if (steps_.IsMuted()) return LineState::Muted;
+    if (tests_.IsMissing()) return LineState::Quiet;
+    if (end.isConnected) return LineState::Connected;
+    return end.isAwaited ? LineState::WaitsForCaller : LineState::Open;
+}
+
+void cPort::StayClosed(LineState state, bool isShuttingDown) {
     tally_.NoteState(state);
     ClosePort(isShuttingDown);
 }

@@ -57,7 +57,7 @@ class cPort {
     /// Closed by hand, until it is let go again.
     void Hold(bool isHeld) { isHeld_ = isHeld; }
     bool IsHeld() const { return isHeld_; }
-    PortFigures Figures() const { return tally_.Figures(); }
+    LineFigures Figures() const { return tally_.Figures(); }
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
     /// Its settings file is another one than when the port was made, or gone; one that cannot be read at the
@@ -83,7 +83,8 @@ class cPort {
 
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();
-    void StayClosed(PortState state, bool isShuttingDown);
+    void StayClosed(LineState state, bool isShuttingDown);
+    LineState StateNow(const FarEnd& end) const;
     void ReadPortDisable();
     void OpenPort(int tickMs);
     void ServicePort(int tickMs);

@@ -1,19 +1,17 @@
 #include "ports/PortTally.h"
 
 namespace nordkeep {
-namespace {
 
-OleDate DayOf(OleDate time) {
-    const CivilTime civil = time.Civil();
-    return OleDate::FromCivil({civil.year, civil.month, civil.day, 0, 0, 0});
-}
-
-}  // namespace
-
-void PortTally::NoteState(PortState state) {
+void PortTally::NoteState(LineState state) {
     if (state == figures_.state && !figures_.since.IsNever()) return;
+    const bool isBack = figures_.state == LineState::Failed && !figures_.since.IsNever();
+    if (isBack && IsWorking(state)) Count(figures_.reconnectsToday);
     figures_.state = state;
     figures_.since = clock_.Now();
+}
+
+void PortTally::NoteCaller(const Text& caller) {
+    if (!caller.empty()) figures_.caller = caller;
 }
 
 void PortTally::NoteTraffic(TextView traffic, TrafficDirection direction) {
@@ -26,17 +24,21 @@ void PortTally::NoteStep(const TelegramStep& step) {
     if (!step.events.empty()) Count(figures_.telegramsToday);
 }
 
+void PortTally::ForgetCounts(LineFigures& figures) const {
+    figures.telegramsToday = figures.refusedToday = figures.reconnectsToday = 0;
+}
+
 void PortTally::Count(int& figure) {
-    if (const OleDate today = DayOf(clock_.Now()); today != day_) {
+    if (const OleDate today = clock_.Now().Midnight(); today != day_) {
         day_ = today;
-        figures_.telegramsToday = figures_.refusedToday = 0;
+        ForgetCounts(figures_);
     }
     ++figure;
 }
 
-PortFigures PortTally::Figures() const {
-    PortFigures figures = figures_;
-    if (DayOf(clock_.Now()) != day_) figures.telegramsToday = figures.refusedToday = 0;
+LineFigures PortTally::Figures() const {
+    LineFigures figures = figures_;
+    if (clock_.Now().Midnight() != day_) ForgetCounts(figures);
     return figures;
 }
 

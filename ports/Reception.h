@@ -29,6 +29,7 @@ class Reception final : public Collector, private LineListener, private ReplySen
     void Open() override { line_->Open(); }
     void Close(bool isShuttingDown) override { line_->Close(isShuttingDown); }
     void Tick(const CollectorTick& tick) override;
+    FarEnd End() const override { return line_->End(); }
     /// Takes in what is complete and what the format still holds back, when the program ends.
     void Finish();
     /// What the format makes of a telegram that it has seen before the program was killed.

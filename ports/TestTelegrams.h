@@ -31,6 +31,8 @@ class TestTelegrams {
     void Supervise();
     /// A fault is near, and whoever can should ask for a proof.
     bool IsProofDue() const;
+    /// Nothing has proved for too long that the port works.
+    bool IsMissing() const { return isMissing_; }
 
  private:
     std::int64_t SilentMs() const { return clock_.MonotonicMs() - lastProofMs_; }

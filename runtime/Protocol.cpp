@@ -142,4 +142,11 @@ int SlotLimit(PortType type) {
     return type == PortType::RS232 ? 16 : 8;
 }
 
+Text LineKindText(TextView type, int number, std::optional<MessageFormat> format) {
+    Text kind(type);
+    if (number > 0) kind += " " + std::to_string(number);
+    if (format) kind.append(", ").append(NameOf(*format));
+    return kind;
+}
+
 }  // namespace nordkeep

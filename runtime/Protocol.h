@@ -103,6 +103,8 @@ std::optional<PortType> ParsePortType(TextView word);
 std::optional<MessageFormat> ParseMessageFormat(int number);
 /// The name of a format as the logs show it.
 TextView NameOf(MessageFormat format);
+/// What carries a line and what it means, "TCPS 17601, Robofon (RBM600)"; a number below 1 is left out.
+Text LineKindText(TextView type, int number, std::optional<MessageFormat> format);
 /// The words for all port types, in their order.
 std::vector<TextView> PortTypeWords();
 /// How many formats there are: their numbers are 0 and up.

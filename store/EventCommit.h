@@ -74,6 +74,8 @@ class EventCommit {
     }
     /// None on a copy that keeps no journal.
     Journal* EntryJournal() { return journal_; }
+    /// The journal cannot be written at present.
+    bool HasJournalFailed() const { return hasJournalFailed_; }
     DurableWrites& Disk() { return disk_; }
     /// Makes the change at the end of this turn, in the order in which they came.
     void Change(FileChange change);

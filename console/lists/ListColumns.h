@@ -12,6 +12,7 @@ inline constexpr TextView kSysLogSection = "ListView_SysLog";
 inline constexpr TextView kIdCodesSection = "ListView_IDCodes";
 inline constexpr TextView kTypesSection = "ListView_Types";
 inline constexpr TextView kDataCodesSection = "ListView_DataCodes";
+inline constexpr TextView kLinesSection = "ListView_Lines";
 
 /// The columns of an alarm list, of its own section of the workstation's settings.
 struct AlarmColumns {

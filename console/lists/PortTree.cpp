@@ -48,6 +48,7 @@ void PortTree::Show(const std::vector<PortTreeNode>& nodes) {
     }
     SortChildren(roots_);
     for (Node& node : nodes_) SortChildren(node.children);
+    ApplyLines();
     if (observer_) observer_->AfterRebuild();
 }
 
@@ -78,8 +79,30 @@ bool PortTree::IsExpanded(int node) const {
 AliveState PortTree::WorstOf(int node, const std::function<AliveState(const Text&)>& stateOf) {
     AliveState worst = At(node).IsSet() ? stateOf(At(node).text) : AliveState::NotSupervised;
     for (const int child : At(node).children) worst = std::max(worst, WorstOf(child, stateOf));
+    nodes_[static_cast<std::size_t>(node)].alive = worst;
     nodes_[static_cast<std::size_t>(node)].glyph = GlyphOf(worst);
     return worst;
+}
+
+void PortTree::ApplyLines() {
+    for (const int root : roots_) {
+        Node& node = nodes_[static_cast<std::size_t>(root)];
+        node.line.reset();
+        for (const LineFigures& line : lines_) {
+            if (line.description != node.text) continue;
+            if (!node.line || IsWorking(*node.line)) node.line = line.state;
+        }
+    }
+}
+
+void PortTree::ShowLines(const std::vector<LineFigures>& lines) {
+    const auto isAlike = [](const LineFigures& a, const LineFigures& b) {
+        return a.description == b.description && a.state == b.state;
+    };
+    if (std::ranges::equal(lines_, lines, isAlike)) return;
+    lines_ = lines;
+    ApplyLines();
+    if (observer_) observer_->GlyphsChanged();
 }
 
 void PortTree::RecalcGlyphs(const std::function<AliveState(const Text&)>& stateOf) {

@@ -2,8 +2,10 @@
 
 #include "console/lists/RowModel.h"
 #include "network/Messages.h"
+#include "runtime/CentreState.h"
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -25,6 +27,8 @@ class PortTree {
         int row = 0;  // among its parent's children
         std::vector<int> children{};
         Glyph glyph = Glyph::TreePlain;
+        AliveState alive = AliveState::NotSupervised;  // the worst of what is below
+        std::optional<LineState> line{};               // of a line that is known
         bool IsSet() const { return level == 2; }
         int level = 0;
     };
@@ -59,6 +63,8 @@ class PortTree {
 
     /// Asks for the state of every set and shows the worst below each node.
     void RecalcGlyphs(const std::function<AliveState(const Text& set)>& stateOf);
+    /// How the lines do, by their descriptions; of two with the same one the worse counts.
+    void ShowLines(const std::vector<LineFigures>& lines);
 
  private:
     int NodeOf(const Text& path) const;
@@ -66,6 +72,9 @@ class PortTree {
     void SortChildren(std::vector<int>& children);
     AliveState WorstOf(int node, const std::function<AliveState(const Text&)>& stateOf);
 
+    void ApplyLines();
+
+    std::vector<LineFigures> lines_{};
     std::vector<Node> nodes_{};
     std::vector<int> roots_{};
     Text selectedPath_{};

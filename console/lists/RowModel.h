@@ -43,6 +43,12 @@ enum class Glyph {
     TreePlain,
     TreeAlive,
     TreeFailed,
+    LineUp,
+    LineAwaits,
+    LineFailed,
+    LineShut,
+    LineMuted,
+    LineQuiet,
 };
 
 /// One change of the rows that a model shows.

@@ -26,5 +26,6 @@ inline constexpr int kCaptionSaved = 3745;
 inline constexpr int kCaptionUnreadable = 3786;
 inline constexpr int kCaptionShiftTitle = 3750;
 inline constexpr int kCaptionNoLines = 3754;
+inline constexpr int kCaptionLines = 4540;
 
 }  // namespace nordkeep

@@ -1,34 +1,12 @@
 #pragma once
 
-#include "platform/OleDate.h"
-#include "platform/Text.h"
+#include "runtime/CentreState.h"
 
 #include <optional>
-#include <vector>
 
 namespace nordkeep {
 
-enum class LineState {
-    Open,
-    Closed,    // it is to be open, and could not be opened
-    Disabled,  // until a date
-    Held,      // closed by hand
-    Waiting,   // its settings let it be closed now: no dispatcher, no client
-    Unusable,  // its settings make no line
-};
-
-/// How a line does at the moment.
-struct LineFigures {
-    Text name{};  // of its settings file, "Port1"
-    LineState state = LineState::Closed;
-    OleDate since{};  // of the state
-    OleDate lastTraffic{};
-    int telegramsToday = 0;
-    int refusedToday = 0;  // answered with a no, or thrown away
-};
-
-/// The lines of this copy, for the dialog that sets them up. A client has none: its server takes up the files
-/// that it writes.
+/// The lines of this copy, or of a client's server, which takes up the files that the client writes.
 class LineControl {
  public:
     virtual ~LineControl() = default;

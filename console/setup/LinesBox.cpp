@@ -1,5 +1,6 @@
 #include "console/setup/LinesBox.h"
 
+#include "console/lists/LineRows.h"
 #include "console/setup/SetupValues.h"
 #include "runtime/Dates.h"
 
@@ -11,7 +12,6 @@ namespace {
 constexpr TextView kGeneral = "General";
 constexpr TextView kTranslate = "Translate";
 constexpr TextView kLineEnd = "\r\n";
-constexpr int kCaptionFirstState = 4544;
 constexpr int kCaptionProtocols = 4550;
 constexpr int kCaptionSetsHelp = 4551;
 constexpr int kCaptionPairFault = 4552;
@@ -84,9 +84,9 @@ LineRow LinesBox::ReadRow(const Text& name) {
     row.is = {ParsePortType(TrimBlanks(value("PortType"))),
               ParseMessageFormat(LeadingInt32(value("MessageFormat")))};
     row.number = LeadingInt32(value("PortNumber"));
-    row.kind = value("PortType");
-    if (row.is.type && NeedsNumber(*row.is.type)) row.kind += " " + std::to_string(row.number);
-    if (row.is.type && row.is.format) row.kind.append(", ").append(NameOf(*row.is.format));
+    const bool hasNumber = row.is.type && NeedsNumber(*row.is.type);
+    row.kind = LineKindText(value("PortType"), hasNumber ? row.number : 0,
+                            row.is.type ? row.is.format : std::nullopt);
     return row;
 }
 
@@ -112,7 +112,7 @@ Text LinesBox::TimeText(OleDate time) const {
 
 Text LinesBox::StateText(const LineRow& row) const {
     if (!row.isRunning) return {};
-    const Text word = needs_.captions(kCaptionFirstState + static_cast<int>(row.figures.state));
+    const Text word = LineStateText(needs_.captions, row.figures.state);
     return row.figures.since.IsNever() ? word : word + " " + TimeText(row.figures.since);
 }
 

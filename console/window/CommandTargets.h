@@ -11,6 +11,7 @@ struct CommandTargets {
     MainBox& window;
     AlarmPage& alarms;
     ObjectPage& objects;
+    LinesPage& lines;
     MainBoxView& view;
     CentreOperations& centre;
     ServerContact& server;

@@ -178,6 +178,9 @@ constexpr Rule kRules[] = {
      [](const T& t, int item) { t.objects.EditDataCode(item); }},
     {C::ResetAliveTest, 3115, "", Right::Change, &IsObjectShown,
      [](const T& t, int) { t.objects.ResetAliveTests(); }},
+    {C::LineHold, 5058, "", Right::Edit,
+     [](const I& in) { return in.tab == Tab::Lines && in.isLineSelected && IsOwnCopy(in); },
+     [](const T& t, int) { t.lines.ToggleHeld(); }},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kCommandCount));
 
@@ -200,6 +203,7 @@ bool IsAllowed(Right right, const OperatorRights& rights) {
 }
 
 bool IsChecked(const Rule& rule, const I& in) {
+    if (rule.command == C::LineHold) return in.isLineHeld;
     if (rule.command == C::ShowLast) return in.checked.AlwaysShowLastAlarm && in.checked.ShowTabAutomatic;
     return rule.checked && in.checked.*rule.checked;
 }
@@ -245,7 +249,7 @@ const char* KeysOf(Command command) {
 }
 
 bool IsCheckable(Command command) {
-    return command == C::ShowLast || RuleOf(command).checked;
+    return command == C::ShowLast || command == C::LineHold || RuleOf(command).checked;
 }
 
 TabStates CalcVisibility(const ViewState& checked, FloatingWindows floating, Tab current) {
@@ -256,7 +260,8 @@ TabStates CalcVisibility(const ViewState& checked, FloatingWindows floating, Tab
                         checked.ShowDebug && !floating.debug,
                         checked.ShowIdCodes,
                         checked.ShowTypes,
-                        checked.ShowDataCodes};
+                        checked.ShowDataCodes,
+                        true};
     states.isSysLogWindow = checked.ShowSysLog && floating.sysLog;
     states.isDebugWindow = checked.ShowDebug && floating.debug;
     states.current = states.isVisible[static_cast<std::size_t>(current)] ? current : Tab::Unacked;
@@ -264,7 +269,7 @@ TabStates CalcVisibility(const ViewState& checked, FloatingWindows floating, Tab
 }
 
 int CaptionOf(Tab tab) {
-    return kCaptionFirstTab + static_cast<int>(tab);
+    return tab == Tab::Lines ? kCaptionLines : kCaptionFirstTab + static_cast<int>(tab);
 }
 
 std::span<const MenuRow> MainMenus() {

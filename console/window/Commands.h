@@ -10,8 +10,8 @@
 namespace nordkeep {
 
 /// The pages of the window, by their numbers.
-enum class Tab : int { Unacked, Acked, SysLog, Debug, IdCodes, Types, DataCodes };
-inline constexpr int kTabCount = 7;
+enum class Tab : int { Unacked, Acked, SysLog, Debug, IdCodes, Types, DataCodes, Lines };
+inline constexpr int kTabCount = 8;
 
 /// Everything an operator can ask of the main window.
 enum class Command : int {
@@ -68,8 +68,9 @@ enum class Command : int {
     TypeCodeEdit,
     DataCodeEdit,
     ResetAliveTest,
+    LineHold,
 };
-inline constexpr int kCommandCount = static_cast<int>(Command::ResetAliveTest) + 1;
+inline constexpr int kCommandCount = static_cast<int>(Command::LineHold) + 1;
 inline constexpr int kToolBarButtons = static_cast<int>(Command::ShowMap) + 1;
 
 /// What the commands depend on.
@@ -84,6 +85,8 @@ struct CommandInputs {
     bool hasMap = false;  // the current alarm, on the tab of the objects the selected object
     bool isSetSelected = false;
     bool isObjectSelected = false;
+    bool isLineSelected = false;
+    bool isLineHeld = false;
     bool isSounding = false;
     bool hasGoogolPort = false;
     bool isSimulation = false;

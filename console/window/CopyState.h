@@ -2,6 +2,7 @@
 
 #include "console/lists/OperatorState.h"
 #include "network/Messages.h"
+#include "runtime/CentreState.h"
 
 #include <optional>
 #include <vector>
@@ -14,20 +15,16 @@ struct CopyFacts {
     Text server{};    // of a client
     int clients = 0;  // of a server
     bool isSounding = false;
-    bool arePortsDisabled = false;
     bool hasGoogolPort = false;
     bool isSimulation = false;
-    bool isNoPortOpen = false;  // for a while already
-    std::size_t findings = 0;   // in what people have typed
-    bool areErrors = false;     // and not warnings only
-    Text findingsIn{};
-    Text heldPorts{};  // closed by hand
 };
 
 /// The operator's place as the main window has to know it; asked again on every tick.
 class CopyState : public OperatorState {
  public:
     virtual CopyFacts Facts() const = 0;
+    /// What is wrong with this copy, and on a client also with its server.
+    virtual std::vector<ConditionFact> Conditions() const = 0;
     /// The nodes of the tree, on a copy with ports of its own; a client gets them from its server.
     virtual std::optional<std::vector<PortTreeNode>> OwnTree() const = 0;
 };
@@ -37,6 +34,8 @@ class SoundSwitch {
  public:
     virtual ~SoundSwitch() = default;
     virtual void SilenceSound() = 0;
+    /// Rings until somebody silences it, where this copy sounds at all.
+    virtual void RingSound() = 0;
 };
 
 /// The end of the program.

@@ -9,11 +9,18 @@ namespace {
 
 constexpr int kTextEndProgram = 3358;
 constexpr int kTextEndClient = 3359;
+constexpr int kTextFilterHides = 5022;
+constexpr int kCaptionNoneNew = 3649;
+constexpr int kCaptionNoneOld = 3650;
 
 }  // namespace
 
 MainBox::MainBox(const Needs& needs, const ViewState& checked)
-    : needs_(needs), alarms_(needs.alarms, *this), objects_(needs.objects, *this) {
+    : needs_(needs),
+      alarms_(needs.alarms, *this),
+      objects_(needs.objects, *this),
+      lines_(needs.lines, needs.captions, needs.clock),
+      conditions_(needs.captions) {
     inputs_.checked = checked;
     needs_.sysLog.SetLimit(needs_.settings.LogViewSize);
     needs_.debug.List().SetLimit(needs_.settings.DebugViewSize);
@@ -39,6 +46,8 @@ RowModel& MainBox::ListOf(Tab tab) {
             return objects_.Types();
         case Tab::DataCodes:
             return objects_.DataCodes();
+        case Tab::Lines:
+            return lines_.Rows();
     }
     return alarms_.ListOf(tab);
 }
@@ -52,12 +61,16 @@ void MainBox::ShowTab(Tab tab) {
 
 void MainBox::Select(Tab tab, RowSelection selection) {
     if (IsAlarmTab(tab)) return alarms_.Select(tab, std::move(selection));
-    if (tab == Tab::IdCodes) objects_.Select(std::move(selection));
+    if (tab == Tab::IdCodes) return objects_.Select(std::move(selection));
+    if (tab != Tab::Lines) return;
+    lines_.Select(std::move(selection));
+    Recalc();
 }
 
 const RowSelection& MainBox::SelectionOf(Tab tab) const {
     static const RowSelection kNothing;
     if (IsAlarmTab(tab)) return alarms_.SelectionOf(tab);
+    if (tab == Tab::Lines) return lines_.Selection();
     return tab == Tab::IdCodes ? objects_.Selection() : kNothing;
 }
 
@@ -80,6 +93,8 @@ CommandInputs MainBox::NewInputs() const {
             .hasMap = isObjectTab ? objects_.HasMap() : alarms_.HasMap(),
             .isSetSelected = objects_.IsSetSelected(),
             .isObjectSelected = objects_.IsAnySelected(),
+            .isLineSelected = lines_.IsAnySelected(),
+            .isLineHeld = lines_.IsHeld(),
             .isSounding = facts_.isSounding,
             .hasGoogolPort = facts_.hasGoogolPort,
             .isSimulation = facts_.isSimulation};
@@ -91,6 +106,7 @@ void MainBox::Recalc() {
                            {needs_.settings.FloatingSysLogWindow, needs_.settings.FloatingDebugWindow},
                            inputs_.tab);
     inputs_ = NewInputs();
+    RenewConditions();
     states_ = CalcCommands(inputs_);
     view_->ShowState();
 }
@@ -102,6 +118,7 @@ void MainBox::Run(Command command, int item) {
                {.window = *this,
                 .alarms = alarms_,
                 .objects = objects_,
+                .lines = lines_,
                 .view = *view_,
                 .centre = needs_.centre,
                 .server = needs_.server,
@@ -148,6 +165,7 @@ void MainBox::Tick(int elapsedMs) {
     needs_.sysLog.Flush();
     needs_.debug.List().Flush();
     objects_.Tick(elapsedMs);
+    if (lines_.Tick(elapsedMs)) objects_.Tree().ShowLines(lines_.Lines());
     alarms_.ShowWhatIsPending();
     Recalc();
 }
@@ -163,20 +181,55 @@ StatusTexts MainBox::Status() const {
                                            .fullName = facts_.fullName});
 }
 
-std::vector<Banner> MainBox::Banners() const {
+Text MainBox::EmptyText(Tab tab) const {
+    if (alarms_.ListOf(tab).IsFiltered()) return needs_.captions(kTextFilterHides);
+    for (const Condition& condition : conditions_.Rows()) {
+        if (condition.hidesAlarms) return condition.sentence;
+    }
+    return needs_.captions(tab == Tab::Acked ? kCaptionNoneOld : kCaptionNoneNew);
+}
+
+// --- What is wrong
+
+// The window knows best what it does not show.
+void MainBox::RenewConditions() {
+    using enum ConditionKind;
+    std::vector<ConditionFact> facts = needs_.state.Conditions();
     const AlarmRows& unacked = alarms_.ListOf(Tab::Unacked);
-    return BannersOf(needs_.captions, {.isConnectionLost = inputs_.rights.isConnectionLost,
-                                       .arePortsDisabled = facts_.arePortsDisabled,
-                                       .isNoPortOpen = facts_.isNoPortOpen,
-                                       .isFlood = needs_.state.IsFlood(),
-                                       .mutedPort = needs_.debug.MutedPort(),
-                                       .mutedSeconds = needs_.debug.MutedSeconds(),
-                                       .heldPorts = facts_.heldPorts,
-                                       .hiddenAlarms = unacked.IsFiltered() ? unacked.HiddenCount() : 0,
-                                       .loadPercent = needs_.lists.LoadPercent(),
-                                       .findings = facts_.findings,
-                                       .areErrors = facts_.areErrors,
-                                       .findingsIn = facts_.findingsIn});
+    if (inputs_.rights.isConnectionLost) facts.push_back({.kind = ContactLost});
+    if (needs_.state.IsFlood()) facts.push_back({.kind = Flood});
+    if (unacked.IsFiltered() && unacked.HiddenCount() > 0) {
+        facts.push_back({.kind = Hidden, .count = static_cast<int>(unacked.HiddenCount())});
+    }
+    if (const int percent = needs_.lists.LoadPercent(); percent < 100) {
+        facts.push_back({.kind = Loading, .count = percent});
+    }
+    if (conditions_.Renew(std::move(facts), needs_.clock.Now())) needs_.sound.RingSound();
+}
+
+void MainBox::OpenCondition(const Condition& condition) {
+    switch (condition.opens) {
+        case ConditionPage::Lines: {
+            ShowTab(Tab::Lines);
+            const Text key = lines_.KeyOf(condition.name);
+            if (key.empty()) return;
+            Select(Tab::Lines, {{key}, key});
+            view_->ShowSelection(Tab::Lines);
+            return view_->Reveal(Tab::Lines, key);
+        }
+        case ConditionPage::FaultList:
+            return view_->ShowFindings();
+        case ConditionPage::Filter:
+            return view_->ClearFilter(Tab::Unacked);
+        case ConditionPage::NewAlarms:
+            return ShowTab(Tab::Unacked);
+        case ConditionPage::Log:
+            if (!inputs_.checked.ShowSysLog) Toggle(&ViewState::ShowSysLog);
+            return ShowTab(Tab::SysLog);
+        case ConditionPage::None:
+        case ConditionPage::Service:
+            break;
+    }
 }
 
 Text MainBox::Title() const {

@@ -5,8 +5,10 @@
 #include "console/lists/SysLogList.h"
 #include "console/setup/SetupBox.h"
 #include "console/window/AlarmPage.h"
+#include "console/window/Conditions.h"
 #include "console/window/CopyState.h"
 #include "console/window/DebugPage.h"
+#include "console/window/LinesPage.h"
 #include "console/window/ObjectPage.h"
 #include "console/window/StatusTexts.h"
 
@@ -31,6 +33,7 @@ class MainBox final : private PageFrame {
         LoginBox& login;
         SimulationBox& simulation;
         SetupBox& setup;
+        LineControl& lines;
         AlarmPage::Needs alarms;
         ObjectPage::Needs objects;
     };
@@ -46,6 +49,7 @@ class MainBox final : private PageFrame {
     AlarmPage& Alarms() { return alarms_; }
     ObjectPage& Objects() { return objects_; }
     DebugPage& Debug() { return needs_.debug; }
+    LinesPage& Lines() { return lines_; }
     RowModel& ListOf(Tab tab);
     const TabStates& Tabs() const { return tabs_; }
     Tab CurrentTab() const override { return inputs_.tab; }
@@ -86,7 +90,16 @@ class MainBox final : private PageFrame {
     /// The status line of a list for its selected alarm; empty for the other pages.
     Text StatusLine(Tab tab) const { return IsAlarmTab(tab) ? alarms_.StatusLine(tab) : Text(); }
     StatusTexts Status() const;
-    std::vector<Banner> Banners() const;
+    /// What stands in the middle of a list of alarms without rows: why it is empty.
+    Text EmptyText(Tab tab) const;
+
+    // --- What is wrong
+
+    const Conditions& Wrong() const { return conditions_; }
+    /// Shows what a condition is about.
+    void OpenCondition(const Condition& condition);
+    /// Somebody is to look up: what rings cannot be heard.
+    bool IsToFlash() const { return facts_.isSounding && conditions_.Has(ConditionKind::SoundDead); }
     Text Title() const;
     Tray TrayIcon() const;
 
@@ -95,6 +108,7 @@ class MainBox final : private PageFrame {
     MainBoxView& View() override { return *view_; }
     void Recalc();
     CommandInputs NewInputs() const;
+    void RenewConditions();
 
     Needs needs_;
     NoMainBoxView noView_{};
@@ -102,6 +116,8 @@ class MainBox final : private PageFrame {
     CommandInputs inputs_{};
     AlarmPage alarms_;
     ObjectPage objects_;
+    LinesPage lines_;
+    Conditions conditions_;
     CopyFacts facts_{};
     CommandStates states_{};
     TabStates tabs_{};

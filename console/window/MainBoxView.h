@@ -15,6 +15,8 @@ class WindowRequests {
     virtual void ShowKeys() = 0;
     virtual void ShowAbout() = 0;
     virtual void ShowShiftList() = 0;
+    virtual void ShowFindings() = 0;
+    virtual void ClearFilter(Tab tab) = 0;
     virtual void ChoosePrinterFont() = 0;
 };
 
@@ -39,6 +41,8 @@ class NoMainBoxView final : public MainBoxView {
     void ShowKeys() override {}
     void ShowAbout() override {}
     void ShowShiftList() override {}
+    void ShowFindings() override {}
+    void ClearFilter(Tab) override {}
     void ChoosePrinterFont() override {}
     void ShowState() override {}
     void ShowSelection(Tab) override {}

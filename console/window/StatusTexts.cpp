@@ -13,17 +13,8 @@ namespace {
 constexpr int kTextServerTitle = 3550;
 constexpr int kTextNotLoggedIn = 3551;
 constexpr int kTextLoggedIn = 3552;
-constexpr int kTextNoContact = 3553;
-constexpr int kTextPortsDisabled = 3554;
-constexpr int kTextMuted = 3555;
-constexpr int kTextHidden = 3556;
 constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
-constexpr int kTextLoading = 3564;
-constexpr int kTextFlood = 3765;
-constexpr int kTextNoPortOpen = 3832;
-constexpr int kTextFindings = 3849;
-constexpr int kTextHeld = 4577;
 
 constexpr std::int64_t kOverdueMs = 60000;
 constexpr int kMinute = 60;
@@ -31,31 +22,6 @@ constexpr int kHour = 3600;
 constexpr int kDay = 86400;
 
 }  // namespace
-
-std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots) {
-    using enum Banner::Weight;
-    std::vector<Banner> banners;
-    if (spots.isConnectionLost) banners.push_back({Alarm, captions(kTextNoContact)});
-    if (spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextPortsDisabled)});
-    if (spots.isNoPortOpen && !spots.arePortsDisabled) banners.push_back({Alarm, captions(kTextNoPortOpen)});
-    if (spots.isFlood) banners.push_back({Notice, captions(kTextFlood)});
-    if (!spots.mutedPort.empty()) {
-        banners.push_back(
-            {Warning, captions(kTextMuted, {spots.mutedPort, std::to_string(spots.mutedSeconds)})});
-    }
-    if (!spots.heldPorts.empty()) banners.push_back({Warning, captions(kTextHeld, {spots.heldPorts})});
-    if (spots.hiddenAlarms > 0) {
-        banners.push_back({Warning, captions(kTextHidden, {std::to_string(spots.hiddenAlarms)})});
-    }
-    if (spots.findings > 0) {
-        const Text text = captions(kTextFindings, {std::to_string(spots.findings), spots.findingsIn});
-        banners.push_back({spots.areErrors ? Warning : Notice, text, true});
-    }
-    if (spots.loadPercent < 100) {
-        banners.push_back({Notice, captions(kTextLoading) + " " + std::to_string(spots.loadPercent) + " %"});
-    }
-    return banners;
-}
 
 Text AgeText(OleDate from, OleDate to) {
     const std::int64_t seconds = std::max<std::int64_t>(0, (to.Milliseconds() - from.Milliseconds()) / 1000);

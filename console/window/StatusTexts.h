@@ -4,35 +4,7 @@
 #include "console/lists/OperatorRights.h"
 #include "platform/OleDate.h"
 
-#include <vector>
-
 namespace nordkeep {
-
-/// A line above the lists that stays as long as what it says is true.
-struct Banner {
-    enum class Weight { Notice, Warning, Alarm };
-    Weight weight = Weight::Warning;
-    Text text{};
-    bool opensFindings = false;  // a click shows the list of them
-    friend bool operator==(const Banner&, const Banner&) = default;
-};
-
-/// The blind spots of this copy at the moment.
-struct BlindSpots {
-    bool isConnectionLost = false;
-    bool arePortsDisabled = false;
-    bool isNoPortOpen = false;
-    bool isFlood = false;
-    Text mutedPort{};
-    int mutedSeconds = 0;
-    Text heldPorts{};
-    std::size_t hiddenAlarms = 0;
-    int loadPercent = 100;
-    std::size_t findings = 0;  // in what people have typed
-    bool areErrors = false;
-    Text findingsIn{};
-};
-std::vector<Banner> BannersOf(const Captions& captions, const BlindSpots& spots);
 
 /// What the right part of the status bar counts.
 struct StatusFigures {

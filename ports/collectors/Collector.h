@@ -6,6 +6,7 @@
 #include "platform/Inet.h"
 #include "platform/Winsock.h"
 #include "ports/formats/TelegramStep.h"
+#include "ports/lines/Line.h"
 #include "ports/lines/PortLog.h"
 #include "runtime/TrafficLog.h"
 
@@ -52,6 +53,7 @@ class Collector {
     virtual void Open() = 0;
     virtual void Close(bool isShuttingDown) = 0;
     virtual void Tick(const CollectorTick& tick) = 0;
+    virtual FarEnd End() const { return {}; }
 };
 
 /// What collectors are made from.

@@ -37,6 +37,14 @@ class FileCollector final : public Collector {
     // Never open: each attempt to open looks for the file, so the reopen interval is the collecting one.
     bool IsOpen() const override { return false; }
 
+    FarEnd End() const override {
+        const NativePath work = WorkPath();
+        FarEnd end;
+        end.isVisited = isOpenLogged_;
+        end.isMissed = isTroubleLogged_ || !FolderExists(work.substr(0, work.rfind('/')));
+        return end;
+    }
+
     void Open() override {
         if (!isOpenLogged_) log_.Opened(log_.Line().PortSetting);
         isOpenLogged_ = true;

@@ -54,6 +54,7 @@ class GsmModem final : public Collector, private LineListener {
     void Open() override { line_->Open(); }
     void Close(bool isShuttingDown) override { line_->Close(isShuttingDown); }
     void Tick(const CollectorTick& tick) override;
+    FarEnd End() const override { return line_->End(); }
     Line& TheLine() { return *line_; }
 
  private:

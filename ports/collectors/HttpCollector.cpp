@@ -4,6 +4,7 @@
 #include "runtime/SharedTexts.h"
 
 #include <algorithm>
+#include <set>
 
 namespace nordkeep {
 namespace {
@@ -39,10 +40,18 @@ class HttpCollector final : public Collector {
     void Close(bool) override {
         if (!isOpen_) return;
         isOpen_ = false;
+        failing_.clear();
         inet_->Cancel();
         lines_.clear();
         state_ = State::Begin;
         countdownMs_ = 0;
+    }
+
+    FarEnd End() const override {
+        FarEnd end;
+        end.isMissed = !failing_.empty();
+        end.who = log_.Line().PortSetting;
+        return end;
     }
 
     void Tick(const CollectorTick& tick) override {
@@ -141,11 +150,11 @@ class HttpCollector final : public Collector {
     }
 
     void ReadReply() {
+        const Text port = " " + log_.Line().PortDescription + " ";
         if (inet_->LastState() != InetState::Complete) {
-            return log_.Failure(kTextPort, " " + log_.Line().PortDescription + " " +
-                                               log_.GetLanguageText(kTextNoAnswer) + " " +
-                                               std::to_string(settings_.HTTPTimeout) + " " +
-                                               log_.GetLanguageText(kTextSeconds) + CurrentTail());
+            return NoteFailure(port + log_.GetLanguageText(kTextNoAnswer) + " " +
+                               std::to_string(settings_.HTTPTimeout) + " " +
+                               log_.GetLanguageText(kTextSeconds) + CurrentTail());
         }
         const Text reply = inet_->GetChunk(kMostOfReply);
         taker_.NoteTraffic(reply, TrafficDirection::Received);
@@ -155,11 +164,17 @@ class HttpCollector final : public Collector {
         HandOver(std::move(read));
     }
 
+    /// A service that is out of order for a night writes one line for each receiver.
+    void NoteFailure(const Text& tail) {
+        if (failing_.insert(Current().m_CSID).second) log_.Failure(kTextPort, tail);
+    }
+
     void LogReply(const PollReply& read) {
-        const Text port = " " + log_.Line().PortDescription;
-        if (!read.error.empty()) {
-            log_.Failure(kTextPort, port + " " + log_.GetLanguageText(kTextServiceError) + CurrentTail() +
-                                        " -> " + read.error.substr(0, kShownOfError));
+        if (read.error.empty()) {
+            failing_.erase(Current().m_CSID);
+        } else {
+            NoteFailure(" " + log_.Line().PortDescription + " " + log_.GetLanguageText(kTextServiceError) +
+                        CurrentTail() + " -> " + read.error.substr(0, kShownOfError));
         }
         if (read.isCut) log_.Failure(kTextReplyCut, log_.NameAndDescription() + CurrentTail());
     }
@@ -196,6 +211,7 @@ class HttpCollector final : public Collector {
     std::unique_ptr<Inet> inet_;
 
     std::vector<cVirtualReceiver> receivers_{};
+    std::set<Text> failing_{};   // by CSID; each has been logged
     std::vector<Text> lines_{};  // of the section, from the receiver in hand on
     std::size_t current_ = 0;
     State state_ = State::Begin;

@@ -47,11 +47,18 @@ class Pop3Collector final : public Collector {
         POP3Close();
     }
 
+    FarEnd End() const override {
+        FarEnd end;
+        end.isMissed = !lastFailure_.empty();
+        end.who = log_.Line().PortSetting;
+        return end;
+    }
+
     void Tick(const CollectorTick& tick) override {
         if (!isOpen_) return;
         if (isBusy_) {
             connectionTimerMs_ += tick.tickMs;
-            if (connectionTimerMs_ > settings_.POP3ConnectionTimeout) POP3Close();
+            if (connectionTimerMs_ > settings_.POP3ConnectionTimeout) OnError("no answer");
             return;
         }
         intervalTimerMs_ += tick.tickMs;

@@ -57,6 +57,14 @@ class SmtpCollector final : public Collector {
         for (Caller& caller : callers_) HangUp(caller);
     }
 
+    FarEnd End() const override {
+        FarEnd end;
+        end.isConnected = std::ranges::any_of(callers_, &Caller::isUsed);
+        end.isAwaited = !end.isConnected;
+        end.who = lastCaller_;
+        return end;
+    }
+
     void Tick(const CollectorTick&) override {
         const std::int64_t now = parts_.clock.MonotonicMs();
         for (Caller& caller : callers_) {
@@ -88,6 +96,7 @@ class SmtpCollector final : public Collector {
     void LetIn(SocketRequest request) {
         Caller& caller = FreeCaller();
         caller.socket->Accept(request);
+        lastCaller_ = caller.socket->RemoteHostIP();
         caller.lines.Clear();
         caller.session = {};
         caller.lastLineMs = parts_.clock.MonotonicMs();
@@ -171,6 +180,7 @@ class SmtpCollector final : public Collector {
     MailSettings mail_;
     std::unique_ptr<Winsock> listener_;
     std::array<Caller, kMostCallers> callers_{};
+    Text lastCaller_{};
 };
 
 }  // namespace

@@ -26,6 +26,15 @@ enum class Behind {
     HangUp,  // once everything has left; a line that nobody has called stays up
 };
 
+/// Who is at the other end, as far as it can be told.
+struct FarEnd {
+    bool isAwaited = false;  // whoever wants something calls, and nobody does at the moment
+    bool isConnected = false;
+    bool isMissed = false;   // it has been asked, and did not answer
+    bool isVisited = false;  // it is looked at now and then, and never open
+    Text who{};              // its address, or that of the last one
+};
+
 /// A serial line, a connection or a socket: how it is opened, read and written. Its port decides when.
 class Line {
  public:
@@ -36,6 +45,7 @@ class Line {
     virtual void Close(bool isShuttingDown) = 0;
     /// Everything that has arrived, on UDP one datagram; empty when nothing waits.
     virtual Text Take() = 0;
+    virtual FarEnd End() const { return {}; }
     /// True when somebody is at the other end, as far as the line can tell.
     virtual bool CanSend() const = 0;
     /// False when nothing was sent. A hang-up needs no bytes.

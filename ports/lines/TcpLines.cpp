@@ -66,6 +66,13 @@ class TcpClientLine final : public Line {
 
     bool CanSend() const override { return IsOpen(); }
 
+    FarEnd End() const override {
+        FarEnd end;
+        end.isConnected = IsOpen();
+        end.who = Peer();
+        return end;
+    }
+
     bool Send(TextView bytes, Behind) override { return SendOn(*socket_, bytes, log_); }
 
  private:
@@ -145,6 +152,14 @@ class TcpServerLine final : public Line {
 
     bool CanSend() const override { return caller_->State() == SocketState::Connected; }
 
+    FarEnd End() const override {
+        FarEnd end;
+        end.isConnected = CanSend();
+        end.isAwaited = !end.isConnected;
+        end.who = lastCaller_;
+        return end;
+    }
+
     bool Send(TextView bytes, Behind behind) override {
         const bool isSent = SendOn(*caller_, bytes, log_);
         // Closing hands over what is still unsent first.
@@ -164,6 +179,7 @@ class TcpServerLine final : public Line {
         Text rest = caller_->GetRest();
         caller_->Close();
         caller_->Accept(request);
+        lastCaller_ = caller_->RemoteHostIP();
         listener_.OnNewStream(std::move(rest));
     }
 
@@ -171,6 +187,7 @@ class TcpServerLine final : public Line {
     LineListener& listener_;
     std::unique_ptr<Winsock> server_;
     std::unique_ptr<Winsock> caller_;
+    Text lastCaller_{};
 };
 
 }  // namespace

@@ -40,10 +40,13 @@ struct FakeCopy final : CopyState, CopyFacts, SoundSwitch {
     bool IsRequestPending() const override { return isRequestPending; }
     bool IsFlood() const override { return isFlood; }
     CopyFacts Facts() const override { return *this; }
+    std::vector<ConditionFact> Conditions() const override { return conditions; }
     std::optional<std::vector<PortTreeNode>> OwnTree() const override {
         return MakePortTree({{"Receiver", &port}});
     }
     void SilenceSound() override { isSounding = false; }
+    void RingSound() override { isSounding = true; }
+    std::vector<ConditionFact> conditions{};
 };
 
 /// Writes down what was asked of the centre; service periods are set when there are any.

@@ -13,6 +13,8 @@ class RecordingScreen final : public MainBoxView {
     void ShowKeys() override { asked += "keys;"; }
     void ShowAbout() override { asked += "about;"; }
     void ShowShiftList() override { asked += "shift;"; }
+    void ShowFindings() override { asked += "findings;"; }
+    void ClearFilter(Tab) override { asked += "no filter;"; }
     void ChoosePrinterFont() override { asked += "font;"; }
     void ShowState() override { ++states; }
     void ShowSelection(Tab) override {}
@@ -349,19 +351,13 @@ TEST_F(MainBoxTest, TellsItsStateInTitleTrayAndBanners) {
     EXPECT_EQ(world.Box().Title(), "Nordkeep - central - Anna %1 Karlsson");
     EXPECT_EQ(world.Box().Status().user, "Logged in: Anna %1 Karlsson");
     EXPECT_EQ(world.Box().TrayIcon(), (Tray{TrayState::NewAlarms, 1}));
-    EXPECT_TRUE(world.Box().Banners().empty());
+    EXPECT_TRUE(world.Box().Wrong().Rows().empty());
     world.around.rights.isConnectionLost = true;
     world.Tick();
     EXPECT_TRUE(world.Box().Title().ends_with(" - DISCONNECTED !"));
     EXPECT_EQ(world.Box().TrayIcon().state, TrayState::NoContact);
-    ASSERT_EQ(world.Box().Banners().size(), 1u);
-    EXPECT_EQ(world.Box().Banners()[0].weight, Banner::Weight::Alarm);
+    EXPECT_TRUE(world.Box().Wrong().Has(ConditionKind::ContactLost));
     const Captions captions(world.language);
-    const auto spots = BannersOf(captions, {.isNoPortOpen = true, .findings = 3, .findingsIn = "Storgatan"});
-    ASSERT_EQ(spots.size(), 2u);
-    EXPECT_EQ(spots[0].text, "No port is open - no alarms are received");
-    EXPECT_EQ(spots[1].text, "3 faults in Storgatan");
-    EXPECT_TRUE(spots[1].opensFindings && !spots[0].opensFindings);
     EXPECT_EQ(TitleOf(captions, {.rights = {Role::Server}, .clients = 3}),
               "Nordkeep - Server, 3 clients connected");
     const OleDate then = world.time.Now();
@@ -382,7 +378,6 @@ TEST_F(MainBoxTest, MutesOnlyTheChosenPortAndForATime) {
     debug.IgnoreResponse(true);
     EXPECT_EQ(debug.MutedPort(), "Port2");
     EXPECT_EQ(debug.MutedSeconds(), 60);
-    EXPECT_EQ(world.Box().Banners().size(), 1u);
     for (int i = 0; i < 220; ++i) debug.Tick(250);
     debug.Send("<STX>A<13><nn<3>");
     EXPECT_EQ(world.ports.sent,

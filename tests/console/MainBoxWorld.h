@@ -148,6 +148,7 @@ struct MainBoxWorld {
                     .login = login,
                     .simulation = simulation,
                     .setup = setup,
+                    .lines = world.lineControl,
                     .alarms = {.store = store,
                                .lists = lists,
                                .commands = commands,

@@ -1,5 +1,6 @@
 // What the copies send each other, as a hostile peer would send it.
 
+#include "network/CentreMessages.h"
 #include "network/ObjectMessages.h"
 #include "tests/fuzz/Targets.h"
 #include "tests/network/ClientWorld.h"
@@ -40,6 +41,10 @@ void RunFrames(TextView input) {
         TranslationPayload(set);
         ReadObjectUpdate(frame.payload);
         ReadPortTree(frame.payload);
+        const Text lines = LinesPayload(ReadLines(frame.payload));
+        if (LinesPayload(ReadLines(lines)) != lines) std::abort();
+        const Text facts = ConditionsPayload(ReadConditions(frame.payload));
+        if (ConditionsPayload(ReadConditions(facts)) != facts) std::abort();
         RoundTrip<ObjectName>(frame.payload);
         RoundTrip<ServiceModeChange>(frame.payload);
         RoundTrip<LoginRequest>(frame.payload);
@@ -132,13 +137,16 @@ std::vector<FuzzTarget> NetworkTargets() {
                        FrameOf(Message::Login, PayloadOf(LoginRequest{"anna", "secret"})) +
                        FrameOf(Message::ReadTextFile, PayloadOf(ShortText{"Settings\\A.IDCode"}));
     FuzzedServer server;
+    const Text told = FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})) +
+                      FrameOf(Message::Lines, LinesPayload({{.name = "Port1", .caller = "10.0.0.1"}})) +
+                      FrameOf(Message::Conditions, ConditionsPayload({{.name = "Port1", .count = 1}}));
     const Text pushed =
         FrameOf(Message::NewEvent, event) + FrameOf(Message::OldEvent, event) +
         FrameOf(Message::Translation, TranslationPayload(*server.world.translations.Sets().at(0))) +
         FrameOf(Message::RemoveTranslations, {}) + FrameOf(Message::SetServiceMode, service);
-    return {{"frames", &RunFrames, {asked, pushed}},
-            {"server", &RunServer, {asked}, 150},
-            {"client", &RunClient, {pushed}},
+    return {{"frames", &RunFrames, {asked, pushed, told}},
+            {"server", &RunServer, {asked, told}, 150},
+            {"client", &RunClient, {pushed, told}},
             {"paths", &RunPaths, {"Maps\\Town.png", "..\\x", "C:\\Maps/../Settings\\Users.INI"}}};
 }
 

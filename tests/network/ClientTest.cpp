@@ -1,3 +1,4 @@
+#include "network/CentreMessages.h"
 #include "network/ObjectMessages.h"
 #include "pipeline/Resets.h"
 #include "tests/doubles/LoopbackLink.h"
@@ -52,7 +53,7 @@ TEST_F(PlayedServer, IsAskedInOrder) {
     const ClientStart start = client.Start();
     EXPECT_EQ(start.failure, "");
     EXPECT_EQ(start.serverSettings, "[General]\r\n");
-    EXPECT_EQ(Sent(), (Numbers{23, 18, 5, 16, 9}));
+    EXPECT_EQ(Sent(), (Numbers{23, 18, 5, 16, 9, 30}));
     EXPECT_FALSE(client.link.IsConnectionLost());
     EXPECT_TRUE(client.HasLogged("127.0.0.1 at server:17666"));
 }
@@ -200,6 +201,47 @@ TEST_F(PlayedServer, IsToldThatTheClientLives) {
     EXPECT_EQ(Sent(), Numbers{0});
     client.session.Tick(100);
     EXPECT_EQ(Sent(), Numbers{0});
+}
+
+TEST_F(PlayedServer, TellsOfItselfWhenItKnowsHow) {
+    client.Start();
+    Socket().Arrive(FrameOf(Message::Extensions, PayloadOf(LongNumber{32})));
+    Socket().Arrive(FrameOf(Message::Lines, LinesPayload({{.name = "Port1", .state = LineState::Failed}})));
+    Socket().Arrive(FrameOf(Message::Conditions,
+                            ConditionsPayload({{.kind = ConditionKind::LineFailed, .name = "Modem"}})));
+    EXPECT_EQ(client.mirror.Server().lines.at(0).state, LineState::Failed);
+    EXPECT_EQ(client.mirror.Server().conditions.at(0).name, "Modem");
+    Socket().CloseByPeer();
+    client.session.Tick(100);
+    EXPECT_FALSE(client.mirror.Server().isTold) << "what may be out of date is not shown";
+    EXPECT_TRUE(client.mirror.Server().lines.empty());
+}
+
+// Its answer to what it does not know may be silence, or the end of the connection.
+TEST_F(PlayedServer, ServesAsEverWhenItDoesNotKnowMessage30) {
+    client.Start();
+    for (int i = 0; i < 20; ++i) client.session.Tick(100);
+    EXPECT_FALSE(client.mirror.Server().isTold);
+    EXPECT_EQ(client.session.State(), LinkState::Connected);
+    Sent();
+    Socket().CloseByPeer();
+    client.session.Tick(100);
+    EXPECT_EQ(client.session.State(), LinkState::Lost) << "a second behind the question it is a loss";
+
+    const auto answerAnew = [this] {
+        time.After(1, [this] { Socket().Establish(); });
+        Answer(15, Message::ProtocolVersion, PayloadOf(LongNumber{2}));
+        Answer(25, Message::ClosePending);
+        Answer(35, Message::ClosePending);
+    };
+    answerAnew();
+    client.session.ReconnectNow();
+    EXPECT_EQ(Sent(), (Numbers{23, 5, 9, 30}));
+    answerAnew();
+    Socket().CloseByPeer();
+    client.session.Tick(100);
+    EXPECT_EQ(client.session.State(), LinkState::Connected) << "back at once";
+    EXPECT_EQ(Sent(), (Numbers{23, 5, 9})) << "and not asked again";
 }
 
 TEST_F(PlayedServer, ASlowAnswerIsALostConnection) {

@@ -1,3 +1,4 @@
+#include "network/CentreMessages.h"
 #include "network/ObjectMessages.h"
 #include "tests/network/ServerWorld.h"
 
@@ -93,6 +94,31 @@ TEST_F(ServerTest, AnswersRequests) {
     Send(0, static_cast<Message>(200), "nonsense");
     EXPECT_EQ(Sent(0), Numbers{});
     EXPECT_EQ(Sent(1), Numbers{});
+}
+
+TEST_F(ServerTest, TellsHowItDoesToThoseThatHaveAsked) {
+    const std::vector<LineFigures> lines = {{.name = "Port1", .description = "Modem"}};
+    const std::vector<ConditionFact> facts = {{.kind = ConditionKind::NoLineOpen}};
+    Connect(3);
+    EXPECT_FALSE(world.server.IsCentreStateWanted());
+    Send(0, Message::Extensions, PayloadOf(LongNumber{99}));
+    EXPECT_EQ(Sent(0), Numbers{30});
+    EXPECT_EQ(ReadPayload<LongNumber>(last).value, kHighestExtension) << "what both know";
+    Send(1, Message::Extensions, PayloadOf(LongNumber{31}));
+    Sent(1);
+    world.server.SendCentreState(lines, facts);
+    EXPECT_EQ(Sent(0), (Numbers{31, 32}));
+    EXPECT_EQ(ReadConditions(last), facts);
+    EXPECT_EQ(Sent(1), Numbers{31}) << "an earlier copy gets what it knows";
+    EXPECT_EQ(Sent(2), Numbers{}) << "who has not asked gets nothing";
+    world.server.SendCentreState(lines, facts);
+    EXPECT_EQ(Sent(0), Numbers{});
+    world.server.SendCentreState(lines, {});
+    EXPECT_EQ(Sent(0), Numbers{32});
+    Slot(0).CloseByPeer();
+    Connect(1);
+    world.server.SendCentreState(lines, facts);
+    EXPECT_EQ(Sent(0), Numbers{}) << "who comes next has not asked";
 }
 
 TEST_F(ServerTest, LetsNobodyTouchFilesThatArePastHisLevel) {

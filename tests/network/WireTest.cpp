@@ -1,3 +1,4 @@
+#include "network/CentreMessages.h"
 #include "network/EventRecord.h"
 #include "network/FileDates.h"
 #include "network/Frames.h"
@@ -109,6 +110,26 @@ cTranslate GoldenSet() {
     return set;
 }
 
+LineFigures GoldenLine() {
+    return {.name = "Port1",
+            .description = "Modem \xD6",
+            .kind = "RS232 1, GSM",
+            .state = LineState::Failed,
+            .since = OleDate::FromCivil({2024, 3, 5, 7, 8, 9}),
+            .lastTraffic = {},
+            .telegramsToday = 7,
+            .refusedToday = 1,
+            .reconnectsToday = 2,
+            .caller = "10.0.0.5"};
+}
+
+ConditionFact GoldenFact() {
+    return {.kind = ConditionKind::LineFailed,
+            .name = "Modem",
+            .since = OleDate::FromCivil({2024, 3, 5, 7, 8, 9}),
+            .count = 3};
+}
+
 TEST(Wire, MessagesHaveTheirBytes) {
     const cTranslate set = GoldenSet();
     const OleDate then = OleDate::FromCivil({2024, 3, 5, 7, 8, 9});
@@ -132,6 +153,9 @@ TEST(Wire, MessagesHaveTheirBytes) {
          FrameOf(Message::FileDateTimeStamp, PayloadOf(LongNumber{FileDateToLong(then)}))},
         {"NETWORK_PROTOCOLVERSION answer",
          FrameOf(Message::ProtocolVersion, PayloadOf(LongNumber{kProtocolVersion}))},
+        {"EXTENSIONS", FrameOf(Message::Extensions, PayloadOf(LongNumber{32}))},
+        {"LINES", FrameOf(Message::Lines, LinesPayload({GoldenLine()}))},
+        {"CONDITIONS", FrameOf(Message::Conditions, ConditionsPayload({GoldenFact()}))},
     };
     for (const auto& [name, bytes] : cases) EXPECT_EQ(bytes, Golden(name)) << name;
 }
@@ -151,6 +175,22 @@ TEST(Wire, ReadersTakeBackWhatWritersGave) {
     const auto nodes = ReadPortTree(GoldenPayload("PORTTREE"));
     EXPECT_EQ(PortTreePayload(nodes), GoldenPayload("PORTTREE"));
     EXPECT_EQ(nodes.at(2), (PortTreeNode{2, "Kunder"}));
+
+    EXPECT_EQ(ReadLines(GoldenPayload("LINES")), std::vector{GoldenLine()});
+    EXPECT_EQ(ReadConditions(GoldenPayload("CONDITIONS")), std::vector{GoldenFact()});
+}
+
+// A later copy may know more states and kinds, and tell more of each.
+TEST(Wire, WhatALaterCopyAddsDoesNoHarm) {
+    Text lines = LinesPayload({GoldenLine()});
+    const std::size_t stateAt = lines.find("GSM") + 3;
+    lines[stateAt] = 0x40;
+    lines[3] = static_cast<char>(lines[3] + 2);
+    EXPECT_EQ(ReadLines(lines + "xy").at(0).state, LineState::Unusable);
+    EXPECT_EQ(ReadLines(lines + "xy").at(0).caller, "10.0.0.5");
+    Text facts = ConditionsPayload({GoldenFact()});
+    facts[4] = 0x40;
+    EXPECT_TRUE(ReadConditions(facts).empty());
 }
 
 TEST(Wire, ATranslationBringsBothExpirationsIntoTheSecondPlace) {
@@ -182,6 +222,8 @@ TEST(Wire, NoReaderRunsPastItsPayload) {
             ReadTranslation(payload, set);
             ReadObjectUpdate(payload);
             ReadPortTree(payload);
+            ReadLines(payload);
+            ReadConditions(payload);
             ReadPayload<FileToWrite>(payload);
             ReadPayload<LoginAnswer>(payload);
             ReadPayload<ServiceModeChange>(payload);
@@ -264,6 +306,7 @@ TEST(FileDates, KeepTheUncorrectedHour) {
 TEST(MessageNames, AreThoseOfTheTrafficLog) {
     EXPECT_EQ(MessageName(0), "KEEPALIVE");
     EXPECT_EQ(MessageName(24), "NETWORK_MAKEDIR");
+    EXPECT_EQ(MessageName(32), "CONDITIONS");
     EXPECT_EQ(MessageName(1), "Unknown (1)");
 }
 

@@ -187,6 +187,44 @@ Paint PaintOf(Glyph glyph) {
                 p.setBrush(Qt::NoBrush);
                 p.drawEllipse(QRectF(3.4, 3.4, 9.2, 9.2));
             };
+        case Glyph::LineUp:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(RoundPen(ink.ink, 2));
+                p.drawLine(QPointF(4, 8), QPointF(12, 8));
+                Disc(p, {1.2, 5, 6, 6}, ink.ink);
+                Disc(p, {8.8, 5, 6, 6}, ink.ink);
+            };
+        case Glyph::LineAwaits:
+            return [](QPainter& p, const GlyphInk& ink) {
+                Disc(p, {1.2, 5, 6, 6}, ink.ink);
+                p.setPen(RoundPen(ink.ink, 1.5));
+                p.setBrush(Qt::NoBrush);
+                p.drawEllipse(QRectF(9.4, 5.6, 4.8, 4.8));
+            };
+        case Glyph::LineFailed:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(Qt::NoPen);
+                p.setBrush(ink.ink);
+                p.drawRoundedRect(QRectF(1.5, 1.5, 13, 13), 2.5, 2.5);
+                Cross(p, {5.2, 5.2, 5.6, 5.6}, ink.paper, 1.9);
+            };
+        case Glyph::LineShut:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(RoundPen(ink.ink, 1.5));
+                p.setBrush(Qt::NoBrush);
+                p.drawRoundedRect(QRectF(2.4, 2.4, 11.2, 11.2), 2.5, 2.5);
+                p.drawLine(QPointF(5.4, 8), QPointF(10.6, 8));
+            };
+        case Glyph::LineMuted:
+            return [](QPainter& p, const GlyphInk& ink) {
+                Bell(p, {3, 2, 10, 12}, ink.ink);
+                p.setPen(RoundPen(ink.paper, 3));
+                p.drawLine(QPointF(2.5, 2.5), QPointF(13.5, 13.5));
+                p.setPen(RoundPen(ink.ink, 1.5));
+                p.drawLine(QPointF(2.5, 2.5), QPointF(13.5, 13.5));
+            };
+        case Glyph::LineQuiet:
+            return [](QPainter& p, const GlyphInk& ink) { Clock(p, {2, 2, 12, 12}, ink.ink); };
         case Glyph::None:
             break;
     }
@@ -226,13 +264,19 @@ QColor OwnColorOf(Glyph glyph, const QPalette& palette) {
         case Glyph::LogAlarm:
         case Glyph::ObjectFailed:
         case Glyph::TreeFailed:
+        case Glyph::LineFailed:
             return isDark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
         case Glyph::LogOddity:
         case Glyph::ObjectInService:
         case Glyph::ObjectServicePlanned:
+        case Glyph::LineShut:
+        case Glyph::LineMuted:
+        case Glyph::LineQuiet:
             return isDark ? QColor(0xFF, 0xC8, 0x57) : QColor(0x9A, 0x5B, 0x00);
         case Glyph::ObjectInUse:
         case Glyph::TreeAlive:
+        case Glyph::LineUp:
+        case Glyph::LineAwaits:
             return isDark ? QColor(0x7C, 0xC8, 0x8B) : QColor(0x1E, 0x7A, 0x3C);
         case Glyph::LogInformation:
             return isDark ? QColor(0x8A, 0xB4, 0xF8) : QColor(0x1A, 0x5F, 0xB4);

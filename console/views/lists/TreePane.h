@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/lists/Captions.h"
 #include "console/lists/PortTree.h"
 
 #include <QtCore/QAbstractItemModel>
@@ -11,10 +12,11 @@
 
 namespace nordkeep {
 
-/// Shows the tree of ports and sets to a tree widget.
+/// Shows the tree of ports and sets to a tree widget: in the first column the names with the signs of the
+/// alive tests, in the second how the lines do.
 class TreeAdapter final : public QAbstractItemModel, private PortTree::Observer {
  public:
-    explicit TreeAdapter(PortTree& tree, QObject* parent = nullptr);
+    TreeAdapter(PortTree& tree, const Captions& captions, QObject* parent = nullptr);
     ~TreeAdapter() override;
 
     PortTree& Tree() const { return tree_; }
@@ -24,7 +26,7 @@ class TreeAdapter final : public QAbstractItemModel, private PortTree::Observer 
     QModelIndex index(int row, int column, const QModelIndex& parent) const override;
     QModelIndex parent(const QModelIndex& child) const override;
     int rowCount(const QModelIndex& parent) const override;
-    int columnCount(const QModelIndex&) const override { return 1; }
+    int columnCount(const QModelIndex&) const override { return 2; }
     QVariant data(const QModelIndex& index, int role) const override;
     /// The colours of the theme have changed.
     void RenewIcons();
@@ -34,17 +36,21 @@ class TreeAdapter final : public QAbstractItemModel, private PortTree::Observer 
     void AfterRebuild() override { endResetModel(); }
     void GlyphsChanged() override;
 
+    QVariant LineData(const PortTree::Node& node, int role) const;
+    /// What the signs of a node say.
+    QString WordsOf(const PortTree::Node& node) const;
     void MakeIcons();
     const std::vector<int>& ChildrenOf(const QModelIndex& parent) const;
 
     PortTree& tree_;
+    const Captions& captions_;
     std::map<Glyph, QIcon> icons_{};
 };
 
 /// The tree on the screen.
 class TreePane final : public QTreeView {
  public:
-    explicit TreePane(PortTree& tree, QWidget* parent = nullptr);
+    TreePane(PortTree& tree, const Captions& captions, QWidget* parent = nullptr);
 
     /// A node has been chosen; PortTree::kNone for none.
     std::function<void(int node)> onSelect = [](int) {};

@@ -8,7 +8,7 @@
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
 #include "console/views/print/ShiftWindow.h"
-#include "console/views/window/BannerPane.h"
+#include "console/views/window/ConditionStrip.h"
 #include "console/views/window/DebugPane.h"
 #include "platform/qt/QtText.h"
 
@@ -33,8 +33,6 @@ constexpr int kLargestFont = 40;
 const char kFontKey[] = "MainBox_ListFontSize";
 const char kTreeKey[] = "MainBox_TreeWidth";
 const char kInfoKey[] = "MainBox_InfoHeight";
-constexpr int kCaptionNoneNew = 3649;
-constexpr int kCaptionNoneOld = 3650;
 
 constexpr const char* kGeometryKeys[] = {"MainBox_Left", "MainBox_Top", "MainBox_Width", "MainBox_Height"};
 
@@ -152,7 +150,7 @@ void MainWindow::ShowState() {
     isShowing_ = true;
     ShowCommands();
     ShowTabs();
-    banners_->Show(box_.Banners());
+    ShowConditions();
     ShowStatus();
     ShowAlarmInfo(info);
     ShowFloating(sysLogWindow_, box_.Tabs().isSysLogWindow);
@@ -192,12 +190,17 @@ void MainWindow::ShowTabs() {
     if (hasFilter && filter_->text() != filters_[static_cast<std::size_t>(current)]) {
         filter_->setText(filters_[static_cast<std::size_t>(current)]);
     }
-    const bool isTrusted = box_.Banners().empty();
-    for (const auto& [tab, caption] :
-         {std::pair{Tab::Unacked, kCaptionNoneNew}, std::pair{Tab::Acked, kCaptionNoneOld}}) {
-        const bool says = isTrusted && !box_.Alarms().ListOf(tab).IsFiltered();
-        ListOf(tab)->SetEmptyText(says ? CaptionText(captions_, caption) : QString());
+    for (const Tab tab : {Tab::Unacked, Tab::Acked}) {
+        ListOf(tab)->SetEmptyText(ShownLine(box_.EmptyText(tab)));
     }
+}
+
+void MainWindow::ShowConditions() {
+    conditions_->Show(box_.Wrong());
+    const bool isToFlash = box_.IsToFlash();
+    conditions_->Flash(isToFlash);
+    if (isToFlash && !isFlashing_) QApplication::alert(this);
+    isFlashing_ = isToFlash;
 }
 
 void MainWindow::ShowAlarmInfo(const QString& text) {
@@ -272,11 +275,17 @@ void MainWindow::ShowAbout() {
 void MainWindow::ShowFindings() {
     if (!needs_.side.findings || needs_.side.findings->Found().empty()) return;
     QString title = ShownLine(box_.Title());
-    for (const Banner& banner : box_.Banners()) {
-        if (banner.opensFindings) title = ShownLine(banner.text);
+    for (const Condition& condition : box_.Wrong().Rows()) {
+        if (condition.kind == ConditionKind::FaultsInFiles) title = ShownLine(condition.sentence);
     }
     ShowOnce(
         new FindingsWindow(needs_.side.findings->Found(), title, captions_, needs_.side.openFinding, this));
+}
+
+void MainWindow::ClearFilter(Tab tab) {
+    box_.ShowTab(tab);
+    filter_->clear();
+    ListOf(tab)->setFocus();
 }
 
 void MainWindow::ShowShiftList() {

@@ -12,6 +12,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QDialog;
 class QLabel;
@@ -25,7 +26,7 @@ class QTabWidget;
 
 namespace nordkeep {
 
-class BannerPane;
+class ConditionStrip;
 class DebugPane;
 class ListPane;
 class TreePane;
@@ -71,7 +72,8 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void ShowKeys() override;
     void ShowAbout() override;
     void ShowShiftList() override;
-    void ShowFindings();
+    void ShowFindings() override;
+    void ClearFilter(Tab tab) override;
     void ChoosePrinterFont() override;
     void ShowState() override;
     void ShowSelection(Tab tab) override;
@@ -107,6 +109,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void ShowCommands();
     void ShowTabs();
     void ShowAlarmInfo(const QString& text);
+    void ShowConditions();
     void ShowStatus();
     void ShowFloating(QWidget* window, bool isShown);
     void ShowTray();
@@ -117,9 +120,12 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     /// Shows a window that is made for the moment and goes when it is closed.
     void ShowOnce(QDialog* window);
     void PopUpFor(Tab tab, QPoint place);
+    void PopUpForLine(QPoint place);
     void PopUpForObject(QPoint place);
     void FillCodeMenu(QMenu* menu, Command command);
     void FillMapMenu(QMenu* menu);
+    /// The page at this place of those that are shown, from 0.
+    std::optional<Tab> ShownPage(int number) const;
     void NextPane();
     void Zoom(int step);
     void ToggleFullScreen();
@@ -137,7 +143,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QToolBar* toolBar_ = nullptr;
     QTabWidget* pages_ = nullptr;
     TreePane* tree_ = nullptr;
-    BannerPane* banners_ = nullptr;
+    ConditionStrip* conditions_ = nullptr;
     QLineEdit* filter_ = nullptr;
     QPlainTextEdit* info_ = nullptr;
     QPushButton* link_ = nullptr;
@@ -157,6 +163,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     Tray shownTray_{};
     std::array<QString, 2> filters_{};
     int fontSize_ = 0;
+    bool isFlashing_ = false;
     bool mayClose_ = false;
     bool isShowing_ = false;  // changes of widgets come from the model
     bool showsLastPressed_ = false;

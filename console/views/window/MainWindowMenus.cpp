@@ -26,7 +26,7 @@ constexpr int kCaptionPopup = 3644;
 constexpr int kCaptionTextSize = 3645;
 constexpr int kCaptionFullScreen = 3646;
 constexpr WindowKey kWindowKeys[] = {
-    {kCaptionPages, "Ctrl+1 ... Ctrl+7"},
+    {kCaptionPages, "Ctrl+1 ... Ctrl+8"},
     {kCaptionNextPane, "F6"},
     {kCaptionOpen, "Enter"},
     {kCaptionPopup, "Menu, Shift+F10"},
@@ -48,7 +48,9 @@ void MainWindow::AddKeys() {
     for (int number = 0; number < kTabCount; ++number) {
         const QByteArray keys = "Ctrl+" + QByteArray::number(number + 1);
         AddKey(keys.constData(), [this, number] {
-            box_.ShowTab(static_cast<Tab>(number));
+            const auto tab = ShownPage(number);
+            if (!tab) return;
+            box_.ShowTab(*tab);
             if (ListPane* list = ListOf(box_.Tabs().current)) list->setFocus(Qt::ShortcutFocusReason);
         });
     }
@@ -67,11 +69,21 @@ void MainWindow::AddKeys() {
     });
 }
 
+// Pages that are not shown do not count.
+std::optional<Tab> MainWindow::ShownPage(int number) const {
+    for (int page = 0; page < kTabCount; ++page) {
+        if (!box_.Tabs().isVisible[static_cast<std::size_t>(page)]) continue;
+        if (number-- == 0) return static_cast<Tab>(page);
+    }
+    return std::nullopt;
+}
+
 // --- Popups
 
 void MainWindow::PopUpFor(Tab tab, QPoint place) {
     if (!box_.MayShowPopup()) return;
     if (tab == Tab::IdCodes) return PopUpForObject(place);
+    if (tab == Tab::Lines) return PopUpForLine(place);
     if (!IsAlarmTab(tab) || box_.SelectionOf(tab).keys.empty()) return;
     QMenu menu;
     for (const Command command : {Command::PopupComments, Command::PopupCopy, Command::PopupPrint}) {
@@ -79,6 +91,13 @@ void MainWindow::PopUpFor(Tab tab, QPoint place) {
     }
     menu.addSeparator();
     menu.addAction(ActionOf(tab == Tab::Unacked ? Command::PopupClose : Command::PopupArchive));
+    menu.exec(place);
+}
+
+void MainWindow::PopUpForLine(QPoint place) {
+    QMenu menu;
+    menu.addAction(ActionOf(Command::LineHold));
+    menu.addAction(ActionOf(Command::FileSetup));
     menu.exec(place);
 }
 

@@ -3,7 +3,7 @@
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
-#include "console/views/window/BannerPane.h"
+#include "console/views/window/ConditionStrip.h"
 #include "console/views/window/DebugPane.h"
 #include "console/views/window/MainWindow.h"
 #include "platform/qt/QtText.h"
@@ -140,9 +140,9 @@ void MainWindow::AddCentre() {
     auto* layout = new QVBoxLayout(frame);
     layout->setContentsMargins(6, 4, 6, 0);
     layout->setSpacing(4);
-    banners_ = new BannerPane;
-    banners_->OnFindings([this] { ShowFindings(); });
-    layout->addWidget(banners_);
+    conditions_ = new ConditionStrip(captions_);
+    conditions_->onOpen = [this](const Condition& condition) { box_.OpenCondition(condition); };
+    layout->addWidget(conditions_);
     layout->addWidget(sides_, 1);
     setCentralWidget(frame);
     if (const auto color = ParseColorNumber(box_.Looks().BackColor)) {
@@ -153,7 +153,7 @@ void MainWindow::AddCentre() {
 }
 
 QWidget* MainWindow::NewTreePart() {
-    tree_ = new TreePane(box_.Objects().Tree());
+    tree_ = new TreePane(box_.Objects().Tree(), captions_);
     tree_->onSelect = [this](int node) { box_.Objects().SelectNode(node); };
     tree_->onPopup = [this](QPoint place) {
         if (!box_.MayShowPopup()) return;
@@ -201,6 +201,7 @@ void MainWindow::AddTabs() {
     constexpr std::pair<Tab, TextView> kLists[] = {
         {Tab::Unacked, kUnackedSection}, {Tab::Acked, kAckedSection}, {Tab::SysLog, kSysLogSection},
         {Tab::IdCodes, kIdCodesSection}, {Tab::Types, kTypesSection}, {Tab::DataCodes, kDataCodesSection},
+        {Tab::Lines, kLinesSection},
     };
     for (const auto& [tab, section] : kLists) NewList(tab, section);
     ListOf(Tab::SysLog)->StretchLastColumn();

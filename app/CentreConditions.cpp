@@ -1,0 +1,136 @@
+#include "app/CentreConditions.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+namespace nordkeep {
+namespace {
+
+using enum ConditionKind;
+
+// A time server moves the clock by less.
+constexpr std::int64_t kJumpMs = 5000;
+// A jump is over at once; for so long it is told.
+constexpr std::int64_t kJumpToldMs = 15 * 60'000;
+constexpr int kServiceRounds = 5;
+
+/// What the state of a line is to whoever sits at the window; none for one that is as it should be.
+std::optional<ConditionKind> KindOf(LineState state) {
+    switch (state) {
+        case LineState::Failed:
+            return LineFailed;
+        case LineState::Unusable:
+            return LineUnusable;
+        case LineState::Disabled:
+            return LineShut;
+        case LineState::Held:
+            return LineHeld;
+        case LineState::Muted:
+            return LineMuted;
+        case LineState::Quiet:
+            return LineQuiet;
+        case LineState::Open:
+        case LineState::WaitsForCaller:
+        case LineState::Connected:
+        // Its own settings say so, and the lists of lines show it.
+        case LineState::Waiting:
+            break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+void CentreConditions::Renew() {
+    WatchClock();
+    CountService();
+    lines_.clear();
+    for (const auto& port : needs_.portList.Ports()) lines_.push_back(port->Figures());
+    FactList facts;
+    AddLines(facts);
+    AddStorage(facts);
+    AddOutputs(facts);
+    AddPlace(facts);
+    DateFacts(facts, facts_, needs_.clock.Now());
+    facts_ = std::move(facts);
+}
+
+bool CentreConditions::HasFailedForLong(const LineFigures& line) const {
+    const std::int64_t ms = needs_.clock.Now().Milliseconds() - line.since.Milliseconds();
+    // A clock that was set back says nothing about how long it is.
+    return ms < 0 || ms >= needs_.settings.LineFailureBannerTime * std::int64_t{1000};
+}
+
+void CentreConditions::AddLines(FactList& facts) const {
+    if (needs_.ports.arePortsDisabled) facts.push_back({.kind = LinesDisabled});
+    if (needs_.ports.isNoPortOpen) facts.push_back({.kind = NoLineOpen});
+    if (needs_.ports.arePortsDisabled) return;
+    for (const LineFigures& line : lines_) {
+        const auto kind = KindOf(line.state);
+        if (!kind || (*kind == LineFailed && !HasFailedForLong(line))) continue;
+        facts.push_back({.kind = *kind, .name = line.description, .since = line.since});
+    }
+}
+
+void CentreConditions::AddStorage(FactList& facts) const {
+    if (const std::size_t unsaved = needs_.store.UnsavedCount(); unsaved > 0) {
+        facts.push_back({.kind = EventsUnsaved, .count = static_cast<int>(unsaved)});
+    }
+    if (needs_.commit.HasJournalFailed()) facts.push_back({.kind = JournalFailed});
+}
+
+void CentreConditions::AddOutputs(FactList& facts) const {
+    const bool isClient = needs_.server != nullptr;
+    if (!isClient && needs_.torvex.IsConfigured() && !needs_.torvex.IsConnected()) {
+        facts.push_back({.kind = PeerLost, .name = "Torvex"});
+    }
+    for (const Text& name : needs_.outputs.LostPeers()) facts.push_back({.kind = PeerLost, .name = name});
+    if (needs_.outputs.HasSoundFailed()) facts.push_back({.kind = SoundDead});
+}
+
+void CentreConditions::AddPlace(FactList& facts) const {
+    if (needs_.server && !needs_.server->IsConnectionLost() && needs_.server->IsAtStandby()) {
+        facts.push_back({.kind = Standby, .name = needs_.server->ServerAddress()});
+    }
+    if (jumpMs_ != 0 && needs_.clock.MonotonicMs() - jumpedAtMs_ < kJumpToldMs) {
+        facts.push_back(
+            {.kind = ClockJumped, .since = jumpedAt_, .count = static_cast<int>(std::abs(jumpMs_) / 1000)});
+    }
+    if (const std::size_t findings = needs_.check.Count(); findings > 0) {
+        facts.push_back(
+            {.kind = FaultsInFiles, .name = needs_.check.Place(), .count = static_cast<int>(findings)});
+    }
+    if (inService_ > 0) facts.push_back({.kind = InService, .count = inService_});
+}
+
+void CentreConditions::WatchClock() {
+    const std::int64_t offset = needs_.clock.UtcMs() - needs_.clock.MonotonicMs();
+    const std::int64_t jump = offset - clockOffsetMs_.value_or(offset);
+    clockOffsetMs_ = offset;
+    if (std::abs(jump) < kJumpMs) return;
+    jumpMs_ = jump;
+    jumpedAtMs_ = needs_.clock.MonotonicMs();
+    jumpedAt_ = needs_.clock.Now();
+}
+
+void CentreConditions::CountService() {
+    if (roundsToCount_-- > 0) return;
+    roundsToCount_ = kServiceRounds - 1;
+    inService_ = 0;
+    const OleDate now = needs_.clock.Now();
+    for (const auto& set : needs_.translations.Sets()) {
+        inService_ += static_cast<int>(std::ranges::count_if(
+            set->m_IdCodes, [now](const auto& object) { return IsInService(*object, now); }));
+    }
+}
+
+std::vector<ConditionFact> CentreConditions::FactsForClients() const {
+    FactList shared;
+    std::ranges::copy_if(facts_, std::back_inserter(shared), [](const ConditionFact& fact) {
+        return fact.kind != SoundDead && fact.kind != InService && fact.kind != Standby;
+    });
+    return shared;
+}
+
+}  // namespace nordkeep
