@@ -55,6 +55,7 @@ Centre::Centre(Foundation& f)
                 .sound = f.Platform().sound,
                 .isSilent = f.IsService()}),
       journal_(f.Platform().journal, f.DataFolder(), f.Platform().clock),
+      times_{.clock = f.Platform().clock},
       core_({.dataFolder = f.DataFolder(),
              .files = f.Files(),
              .language = f.Texts(),
@@ -126,6 +127,28 @@ Centre::Centre(Foundation& f)
               .ports = operatorPorts_,
               .reload = reload_,
               .screen = workplace_}),
+      facts_({.language = f.Texts(),
+              .clock = f.Platform().clock,
+              .role = f.CopyRole(),
+              .conditions = centreConditions_,
+              .ports = ports_,
+              .store = core_.store,
+              .commit = core_.commit,
+              .lists = lists_,
+              .stalls = stalls_,
+              .clients = f.Clients(),
+              .torvex = torvex_,
+              .outputs = outputs_}),
+      statusService_({.server = f.Platform().http,
+                      .settings = settings_.status,
+                      .dataFolder = f.DataFolder(),
+                      .clock = f.Platform().clock,
+                      .language = f.Texts(),
+                      .log = f.Log(),
+                      .source = facts_,
+                      .events = core_.store.Events(),
+                      .times = times_,
+                      .journal = f.CopyRole() == Role::Client ? nullptr : &journal_}),
       duties_({.dataFolder = f.DataFolder(),
                .programFolder = f.ProgramFolder(),
                .clock = f.Platform().clock,
@@ -160,7 +183,10 @@ Centre::Centre(Foundation& f)
                .check = check_,
                .network = peers_,
                .reload = reload_,
-               .workplace = workplace_}) {}
+               .statusService = statusService_,
+               .workplace = workplace_}) {
+    core_.commit.SetTimes(&times_);
+}
 
 Workplace::Needs Centre::WorkplaceNeeds() {
     return {.foundation = foundation_,
@@ -210,12 +236,14 @@ const Centre::Step Centre::kStartSteps[] = {
     {"state of the server", &Centre::BringInState},
     {"timers", &Centre::StartTimers},
     {"check", &Centre::BeginCheck},
+    {"status service", &Centre::OpenStatusService},
     {"service manager", &Centre::TellReady},
 };
 
 const Centre::Step Centre::kStopSteps[] = {
     {"service manager", &Centre::TellStopping},
     {"timers", &Centre::StopTimers},
+    {"status service", &Centre::CloseStatusService},
     {"windows", &Centre::CloseWindows},
     {"client's scratch files", &Centre::RemoveScratchFiles},
     {"formats", &Centre::FinishFormats},
@@ -327,6 +355,14 @@ void Centre::StartTimers() {
 // Slice by slice, behind everything that receives.
 void Centre::BeginCheck() {
     check_.Begin();
+}
+
+void Centre::OpenStatusService() {
+    statusService_.Open();
+}
+
+void Centre::CloseStatusService() {
+    statusService_.Close();
 }
 
 void Centre::TellReady() {

@@ -2,6 +2,7 @@
 
 #include "app/CentreConditions.h"
 #include "app/CentreSettings.h"
+#include "app/CentreStatus.h"
 #include "app/Duties.h"
 #include "app/Foundation.h"
 #include "app/NetworkPeers.h"
@@ -54,6 +55,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     void BringInState();
     void StartTimers();
     void BeginCheck();
+    void OpenStatusService();
     void TellReady();
 
     void TellStopping();
@@ -64,6 +66,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     void DispatchParked();
     void CloseOutputs();
     void SaveLastEvents();
+    void CloseStatusService();
     void CloseWindows();
     void SaveView();
     void CloseNetwork();
@@ -106,6 +109,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     AlarmOutputs outputs_;
     DeskLink desk_{};
     Journal journal_;
+    CommitTimes times_;
     Core core_;
     CentreConditions centreConditions_;
     Workplace workplace_;
@@ -115,6 +119,8 @@ class Centre : private ProgramEnd, private PortRenewal {
     PortList ports_{};
     SimulationBox simulation_;
     NetworkPeers peers_;
+    CentreStatus facts_;
+    StatusService statusService_;
     Duties duties_;
 };
 

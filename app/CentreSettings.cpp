@@ -12,6 +12,7 @@ CentreSettings::CentreSettings(const Settings& files)
       comments(LoadSettings(files, CommentSettingRows())),
       pictures(LoadSettings(files, PictureSettingRows())),
       printer(LoadSettings(files, PrinterSettingRows())),
-      alarmPages(LoadSettings(files, AlarmPageSettingRows())) {}
+      alarmPages(LoadSettings(files, AlarmPageSettingRows())),
+      status(LoadSettings(files, StatusSettingRows())) {}
 
 }  // namespace nordkeep

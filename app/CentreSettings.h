@@ -8,6 +8,7 @@
 #include "console/window/ViewState.h"
 #include "pipeline/Core.h"
 #include "pipeline/OutputSettings.h"
+#include "status/StatusSettings.h"
 
 namespace nordkeep {
 
@@ -24,6 +25,7 @@ struct CentreSettings : CoreSettings {
     PictureSettings pictures;
     PrinterSettings printer;
     AlarmPageSettings alarmPages;
+    StatusSettings status;
 };
 
 }  // namespace nordkeep

@@ -58,6 +58,7 @@ const Duties::Tables Duties::kServing = [] {
     };
     static constexpr Duty kDisplay[] = {
         {"display", &Duties::TickPlace},
+        {"status service", &Duties::TickStatusService},
         {"upkeep of the events", &Duties::TendEvents},
         {"journal", &Duties::TendJournal},
     };
@@ -88,6 +89,7 @@ const Duties::Tables Duties::kClient = [] {
     static constexpr Duty kDisplay[] = {
         {"server", &Duties::TickClient},
         {"display", &Duties::TickPlace},
+        {"status service", &Duties::TickStatusService},
     };
     return Tables{.open = kOpen, .system = kSystem, .day = kDay, .display = kDisplay, .http = {}};
 }();
@@ -135,6 +137,10 @@ void Duties::TickClient(const Tick& tick) {
 
 void Duties::TickPlace(const Tick& tick) {
     needs_.workplace.Tick(tick.intervalMs);
+}
+
+void Duties::TickStatusService(const Tick& tick) {
+    needs_.statusService.Tick(tick.intervalMs);
 }
 
 // Slice by slice, each in a turn of its own, so that telegrams are taken in between.

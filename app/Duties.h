@@ -15,6 +15,7 @@
 #include "ports/PortList.h"
 #include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
+#include "status/StatusService.h"
 #include "translation/AliveScan.h"
 #include "translation/ReloadWatch.h"
 
@@ -70,6 +71,7 @@ class Duties {
         RunningCheck& check;
         NetworkPeers& network;
         ReloadRequest& reload;
+        StatusService& statusService;
         Workplace& workplace;
     };
     explicit Duties(const Needs& needs);
@@ -135,6 +137,7 @@ class Duties {
 
     void TickClient(const Tick& tick);
     void TickPlace(const Tick& tick);
+    void TickStatusService(const Tick& tick);
     void TendEvents(const Tick& tick);
     void TendJournal(const Tick& tick);
     void BeginPruning(const Tick& tick);

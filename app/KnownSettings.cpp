@@ -30,6 +30,7 @@
 #include "ports/formats/VirtualReceiver.h"
 #include "ports/formats/XmlGateways.h"
 #include "runtime/IdleSettings.h"
+#include "status/StatusSettings.h"
 #include "store/AlarmText.h"
 #include "store/StoreSettings.h"
 #include "translation/TranslationSettings.h"
@@ -61,6 +62,7 @@ void AddMainTables(SettingCatalogue& known) {
     known.Add(PictureSettingRows());
     known.Add(PrinterSettingRows());
     known.Add(AlarmPageSettingRows());
+    known.Add(StatusSettingRows());
     known.Add(IdleSettingRows());
 }
 

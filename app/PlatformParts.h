@@ -5,6 +5,7 @@
 #include "platform/DurableWrites.h"
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
+#include "platform/HttpServer.h"
 #include "platform/Inet.h"
 #include "platform/JournalFile.h"
 #include "platform/MSComm.h"
@@ -28,6 +29,7 @@ struct PlatformParts {
     MessageQueueFactory& queues;
     PrinterPort& printer;
     SoundDevice& sound;
+    HttpServer& http;
     ServiceNotify& serviceManager;
     Dialogs& dialogs;
     NativePath programFile{};

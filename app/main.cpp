@@ -8,12 +8,14 @@
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
+#include "platform/http/MicroHttpServer.h"
 #include "platform/posix/AplaySound.h"
 #include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
 #include "platform/posix/PrinterDevice.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/qt/Application.h"
+#include "platform/qt/QtDescriptorWatch.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtInet.h"
 #include "platform/qt/QtSerial.h"
@@ -78,6 +80,8 @@ struct Machine {
     AmqpQueues queues{};
     PrinterDevice printer{};
     AplaySound sound{};
+    QtDescriptorWatches watches{};
+    MicroHttpServer http{loop, watches};
     NotifySocket serviceManager{};
     TerminalDialogs terminalDialogs{};
     QtDialogs screenDialogs{};
@@ -93,6 +97,7 @@ struct Machine {
                 .queues = queues,
                 .printer = printer,
                 .sound = sound,
+                .http = http,
                 .serviceManager = serviceManager,
                 .dialogs = DialogsFor(hasScreen) ? static_cast<Dialogs&>(screenDialogs) : terminalDialogs,
                 .programFile = ProgramFile(),

@@ -65,6 +65,18 @@ void AlarmOutputs::PrintAlarm(const cAlarm& alarm) {
     printer_.SendPRN(desk.PrinterISO2DOS ? ToCodePage850(text) : text, alarm.m_AlarmCodeToStore);
 }
 
+std::vector<OutputState> AlarmOutputs::States() const {
+    std::vector<OutputState> states;
+    if (comCall_.IsConfigured()) states.push_back({.name = "comcall", .isUp = comCall_.IsConnected()});
+    if (queue_.IsConfigured())
+        states.push_back({.name = "queue", .isUp = !queue_.HasFailed(), .waiting = queue_.WaitingCount()});
+    if (relay_.IsConfigured()) states.push_back({.name = "relay", .isUp = !relay_.HasFailed()});
+    if (printer_.IsConfigured())
+        states.push_back(
+            {.name = "printer", .isUp = !printer_.HasFailed(), .waiting = printer_.WaitingCount()});
+    return states;
+}
+
 std::vector<Text> AlarmOutputs::LostPeers() const {
     std::vector<Text> lost;
     if (comCall_.IsPeerLost()) lost.push_back("ComCall " + needs_.comCallSettings.Address);

@@ -7,6 +7,7 @@
 #include "pipeline/Outputs.h"
 #include "pipeline/RelayOutput.h"
 #include "pipeline/SoundPlayer.h"
+#include "runtime/CentreState.h"
 #include "runtime/Settings.h"
 #include "store/AlarmText.h"
 
@@ -45,6 +46,8 @@ class AlarmOutputs final : public Outputs {
     ComCallLink& ComCall() { return comCall_; }
     SoundPlayer& Sound() { return sound_; }
     RelayOutput& Relay() { return relay_; }
+    /// Those that are configured.
+    std::vector<OutputState> States() const;
     /// The outputs that do not reach their peer at present, by their names.
     std::vector<Text> LostPeers() const;
     bool HasSoundFailed() const { return sound_.HasFailed(); }

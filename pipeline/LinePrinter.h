@@ -16,6 +16,8 @@ class LinePrinter {
 
     /// Prints the text as it is, without a line end of its own; the code names the alarm in the log.
     void SendPRN(TextView text, const Text& alarmCode);
+    bool IsConfigured() const { return !device_.empty(); }
+    std::size_t WaitingCount() const { return jobs_.size(); }
     /// The last alarm could not be printed.
     bool HasFailed() const { return hasFailed_; }
     /// Goes on with what the printer was too busy for.

@@ -17,6 +17,7 @@ class MessageQueueOutput {
     void Send(QueueMessage message);
     /// Messages do not reach the queue at present.
     bool HasFailed() const { return isRefused_ || isFailing_; }
+    std::size_t WaitingCount() const { return queue_ ? queue_->WaitingCount() : 0; }
     /// The queue and its host, without a password; what the settings say when they name none.
     Text Peer() const;
     /// Logs what has happened on the way to the queue.

@@ -50,12 +50,14 @@ class JournalFile {
     virtual std::int64_t LastId() const = 0;
     /// 0 for a mark that was never set.
     virtual std::int64_t Mark(const char* name) const = 0;
-    /// Shows the entries with an id above `after`, of one of `kinds` (all when empty), in order. False, with
-    /// LastError, when they could not all be read.
-    virtual bool Read(std::int64_t after, std::span<const std::string_view> kinds,
+    /// Shows the entries with an id above `after`, of one of `kinds` (all when empty), in order, and not more
+    /// than `most` (0: all). False, with LastError, when they could not all be read.
+    virtual bool Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
                       const std::function<void(const JournalRow&)>& show) = 0;
     /// The newest entry of a kind; none without one, and when it cannot be read.
     virtual std::optional<JournalRow> ReadLast(std::string_view kind) = 0;
+    /// The newest entry of an event file, of any kind when that is empty; none as above.
+    virtual std::optional<JournalRow> ReadLastOf(std::string_view event, std::string_view kind) = 0;
     /// Which entries are to be deleted: up to `most` that are older than `time`, except those of the kind
     /// `spared` with an id above `sparedAfter`, and never one with an id of `below` or higher.
     struct Pruning {

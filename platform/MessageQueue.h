@@ -38,6 +38,8 @@ class MessageQueue {
     virtual void Send(QueueMessage message) = 0;
     /// What has happened since the last call; none when there is nothing more to tell.
     virtual std::optional<QueueReport> TakeReport() = 0;
+    /// Messages that have not left yet.
+    virtual std::size_t WaitingCount() const = 0;
     /// Sends no more. What waits may still leave for so long; the number of messages that did not.
     virtual std::size_t Close(int patienceMs) = 0;
 };

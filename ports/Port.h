@@ -58,6 +58,7 @@ class cPort {
     void Hold(bool isHeld) { isHeld_ = isHeld; }
     bool IsHeld() const { return isHeld_; }
     LineFigures Figures() const { return tally_.Figures(); }
+    const PortTotals& Totals() const { return steps_.Totals(); }
     /// Takes in what a format still holds back, when the program ends.
     void Finish();
     /// Its settings file is another one than when the port was made, or gone; one that cannot be read at the

@@ -15,13 +15,16 @@ Text PortSteps::LabelOf(const DecodedEvent& decoded) const {
 
 void PortSteps::TakeStep(TelegramStep step, WhenStored whenStored) {
     parts_.tally.NoteStep(step);
+    if (step.isTraffic || !step.events.empty()) ++totals_.telegrams;
+    totals_.events += step.events.size();
     if (step.isTraffic) parts_.tests.NoteProof();
     for (const DecoderNote& note : step.notes) parts_.log.Information(note.text, note.tail);
     if (step.events.empty() && step.held.empty() && !whenStored) return;
     parts_.commit.Begin();
     held_.Note(step);
     TakeEvents(step.events);
-    parts_.commit.End([whenStored = std::move(whenStored)](bool isStored) {
+    parts_.commit.End([this, whenStored = std::move(whenStored)](bool isStored) {
+        if (!isStored) ++totals_.refused["not-stored"];
         if (whenStored) whenStored(isStored);
     });
 }
@@ -46,9 +49,11 @@ void PortSteps::TakeUp(const KeptTelegram& kept, TelegramStep step) {
     TakeStep(std::move(step), {});
 }
 
-void PortSteps::NoteTraffic(TextView bytes, TrafficDirection direction) {
-    parts_.tally.NoteTraffic(bytes, direction);
-    parts_.trafficLog.WriteTrafficLog(bytes, direction, parts_.log.Line().PortDescription);
+void PortSteps::NoteTraffic(TextView traffic, TrafficDirection direction) {
+    parts_.tally.NoteTraffic(traffic, direction);
+    if (direction == TrafficDirection::Sent && traffic.starts_with(bytes::NAK)) ++totals_.refused["nak"];
+    if (direction == TrafficDirection::Received && isMuted_) ++totals_.refused["muted"];
+    parts_.trafficLog.WriteTrafficLog(traffic, direction, parts_.log.Line().PortDescription);
 }
 
 }  // namespace nordkeep

@@ -7,7 +7,17 @@
 #include "ports/collectors/Collector.h"
 #include "store/EventCommit.h"
 
+#include <map>
+#include <string>
+
 namespace nordkeep {
+
+/// What has come through a port since the start.
+struct PortTotals {
+    std::uint64_t telegrams = 0;
+    std::uint64_t events = 0;                        // of these
+    std::map<std::string, std::uint64_t> refused{};  // by reason
+};
 
 /// The door through which everything that a port finds goes: proofs of life to the supervision, notes to the
 /// log, events to the intake, and back to the finder whether they are stored.
@@ -35,6 +45,7 @@ class PortSteps final : public StepTaker {
     void TakeUp(const KeptTelegram& kept, TelegramStep step);
 
     void SetMuted(bool isMuted) { isMuted_ = isMuted; }
+    const PortTotals& Totals() const { return totals_; }
 
  private:
     Text LabelOf(const DecodedEvent& decoded) const;
@@ -43,6 +54,7 @@ class PortSteps final : public StepTaker {
     Parts parts_;
     HeldTelegrams held_;
     bool isMuted_ = false;
+    PortTotals totals_{};
 };
 
 }  // namespace nordkeep

@@ -43,6 +43,13 @@ struct LineFigures {
     friend bool operator==(const LineFigures&, const LineFigures&) = default;
 };
 
+/// Where alarms go besides the store.
+struct OutputState {
+    Text name{};              // one word, the same in every language
+    bool isUp = false;        // it reaches its peer, as far as can be told
+    std::size_t waiting = 0;  // what it has still to deliver
+};
+
 enum class ConditionKind {
     ContactLost,
     LinesDisabled,  // by a switch at the start

@@ -147,6 +147,12 @@ JsonObject& JsonObject::Add(std::string_view name, double number) {
     return *this;
 }
 
+JsonObject& JsonObject::AddNull(std::string_view name) {
+    Begin(name);
+    json_ += "null";
+    return *this;
+}
+
 JsonObject& JsonObject::Add(std::string_view name, bool flag) {
     Begin(name);
     json_ += flag ? "true" : "false";

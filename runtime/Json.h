@@ -21,6 +21,7 @@ class JsonObject {
     /// Comes back as the same bits; what is no number becomes null.
     JsonObject& Add(std::string_view name, double number);
     JsonObject& Add(std::string_view name, bool flag);
+    JsonObject& AddNull(std::string_view name);
     /// The object; nothing is added to it any more.
     std::string Take();
 

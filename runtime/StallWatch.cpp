@@ -40,6 +40,7 @@ void StallWatch::Beat() {
     const std::int64_t gapMs = now - std::exchange(lastBeatMs_, now);
     // Of the gap the timer's own interval may have been an ordinary wait; a mark knows it better.
     const std::int64_t stallMs = std::max(gapMs - kBeatMs, longestMs_);
+    longestStallMs_ = std::max(longestStallMs_, stallMs);
     if (stallMs > kLongestStallMs) Tell(stallMs);
     longestMs_ = 0;
 }

@@ -16,6 +16,8 @@ class StallWatch {
 
     void Start();
     void Stop() { timer_->Stop(); }
+    /// How long the loop stood still at most since the start; what is too short to be told counts, too.
+    std::int64_t LongestStallMs() const { return longestStallMs_; }
 
     /// What the loop is doing, from here to the end of the scope. The name must live as long.
     class Mark {
@@ -44,6 +46,7 @@ class StallWatch {
     std::unique_ptr<Timer> timer_;
     std::int64_t lastBeatMs_ = 0;
     const Mark* innermost_ = nullptr;
+    std::int64_t longestStallMs_ = 0;
     std::int64_t longestMs_ = 0;  // of the marks that have ended since the last beat
     Text longest_{};
 };

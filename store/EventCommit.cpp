@@ -16,7 +16,7 @@ constexpr int kOverdueMs = 15'000;
 }  // namespace
 
 void EventCommit::Begin() {
-    openTelegrams_.push_back(std::make_shared<bool>(true));
+    openTelegrams_.push_back(std::make_shared<TelegramState>(TelegramState{.beganUs = NowUs()}));
 }
 
 void EventCommit::End(Completion completion) {
@@ -57,7 +57,7 @@ void EventCommit::Change(FileChange change) {
 
 void EventCommit::NoteFailure() {
     Request();
-    if (!openTelegrams_.empty()) *openTelegrams_.back() = false;
+    if (!openTelegrams_.empty()) openTelegrams_.back()->isWhole = false;
 }
 
 void EventCommit::Request() {
@@ -87,14 +87,14 @@ void EventCommit::Make(const Staged& staged) {
         return;
     }
     // A line of the archive tells of a record that leaves; it is kept and does not concern who sends now.
-    if (staged.telegram && staged.change.kind != FileChange::Kind::Append) *staged.telegram = false;
+    if (staged.telegram && staged.change.kind != FileChange::Kind::Append) staged.telegram->isWhole = false;
     if (listener_) listener_->ChangeFailed(staged.change, disk_.LastError());
 }
 
 // Nobody can tell which of the files are lost, nor, with a telegram in hand, which of them are its own.
 void EventCommit::FailAll(const Text& reason) {
-    for (const Waiting& waiting : waiting_) *waiting.telegram = false;
-    for (const Telegram& telegram : openTelegrams_) *telegram = false;
+    for (const Waiting& waiting : waiting_) waiting.telegram->isWhole = false;
+    for (const Telegram& telegram : openTelegrams_) telegram->isWhole = false;
     if (listener_) listener_->Synchronised(false, reason);
 }
 
@@ -118,13 +118,20 @@ bool EventCommit::CommitJournal(bool hasChanges) {
 void EventCommit::Commit() {
     isRequested_ = false;
     wasBusy_ = true;
+    const std::int64_t beganUs = NowUs();
     const std::vector<Staged> changes = std::exchange(staged_, {});
     const bool isNoted = CommitJournal(!changes.empty());
     for (const Staged& staged : changes) Make(staged);
     if (!isNoted || std::exchange(isToSynchronise_, false)) SynchroniseAll();
     // A completion can send, and so lead to the next telegram: it must find this turn's list already empty.
     const std::vector<Waiting> finished = std::exchange(waiting_, {});
-    for (const Waiting& waiting : finished) waiting.completion(*waiting.telegram);
+    const std::int64_t nowUs = NowUs();
+    if (times_ && (isNoted || !changes.empty())) times_->commits.Observe(nowUs - beganUs);
+    for (const Waiting& waiting : finished) {
+        if (times_ && waiting.telegram->isWhole)
+            times_->acknowledgements.Observe(nowUs - waiting.telegram->beganUs);
+        waiting.completion(waiting.telegram->isWhole);
+    }
     if (listener_) listener_->Committed();
 }
 

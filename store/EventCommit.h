@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/DurableWrites.h"
+#include "store/CommitTimes.h"
 #include "store/Journal.h"
 
 #include <functional>
@@ -60,6 +61,9 @@ class EventCommit {
     /// One listener, which outlives this object or is taken away with nullptr.
     void SetListener(CommitListener* listener) { listener_ = listener; }
 
+    /// Times are counted from now on; they outlive this object.
+    void SetTimes(CommitTimes* times) { times_ = times; }
+
     void Begin();
     void End(Completion completion);
 
@@ -99,7 +103,11 @@ class EventCommit {
     void SynchroniseAll();
 
  private:
-    using Telegram = std::shared_ptr<bool>;  // true while nothing of it has failed
+    struct TelegramState {
+        bool isWhole = true;  // while nothing of it has failed
+        std::int64_t beganUs = 0;
+    };
+    using Telegram = std::shared_ptr<TelegramState>;
     struct Waiting {
         Telegram telegram;
         Completion completion;
@@ -109,6 +117,7 @@ class EventCommit {
         Telegram telegram;
     };
 
+    std::int64_t NowUs() const { return times_ ? times_->clock.MonotonicUs() : 0; }
     bool CommitJournal(bool hasChanges);
     void Make(const Staged& staged);
     bool MakeOne(const FileChange& change);
@@ -119,6 +128,7 @@ class EventCommit {
     Journal* journal_;
     std::function<void()> requestCommit_;
     CommitListener* listener_ = nullptr;
+    CommitTimes* times_ = nullptr;
     std::vector<Telegram> openTelegrams_{};  // innermost last
     std::vector<Waiting> waiting_{};
     std::vector<Staged> staged_{};

@@ -97,6 +97,7 @@ void EventFiles::ChangeFailed(const FileChange& change, const Text& reason) {
     // What cannot be deleted keeps its number, and is there again at the next start.
     if (change.kind == FileChange::Kind::Delete) return void(unsaved_.erase(change.number));
     ++failures_;
+    ++allFailures_;
     if (change.kind == FileChange::Kind::Append) {
         archive_.Keep(change.bytes);
         return NoteOutage("Data\\Archive.TXT");

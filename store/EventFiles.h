@@ -42,6 +42,8 @@ class EventFiles : private CommitListener {
     /// The record's present state is not in its file.
     bool IsUnsaved(std::int32_t number) const { return number < 0 || unsaved_.contains(number); }
     std::size_t UnsavedCount() const { return unsaved_.size(); }
+    /// Changes that could not be made since the start.
+    std::uint64_t FailureCount() const { return allFailures_; }
     void RetryFailedWrites();
 
  private:
@@ -70,6 +72,7 @@ class EventFiles : private CommitListener {
     std::int32_t retriedLast_ = -1;               // where the next round of tries begins
     std::int32_t lastWithoutFile_ = 0;            // records without a file count down from here
     std::size_t failures_ = 0;                    // since the last round of tries began
+    std::uint64_t allFailures_ = 0;
     bool isOutage_ = false;
     std::vector<Text> toTell_{};                      // as alarms, when the replies of the turn have gone
     std::pair<std::int32_t, Text> archived_{-1, {}};  // the line of the record that leaves

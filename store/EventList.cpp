@@ -32,9 +32,11 @@ EventSequence EventList::InsertBefore(EventSequence next, std::unique_ptr<cAlarm
 
 EventSequence EventList::Add(EventSequence sequence, std::unique_ptr<cAlarm> alarm, bool isTestAlarm) {
     const std::int32_t pointer = alarm->m_FilePointer;
+    const int status = alarm->m_Status;
     sequences_[alarm.get()] = sequence;
     byPointer_.insert({pointer, sequence});
-    entries_.emplace(sequence, Entry{std::move(alarm), pointer});
+    entries_.emplace(sequence, Entry{std::move(alarm), pointer, status});
+    ++countsByStatus_[status];
     Reindex(sequence, isTestAlarm);
     return sequence;
 }
@@ -49,6 +51,8 @@ void EventList::Reindex(EventSequence sequence, bool isTestAlarm) {
         byPointer_.insert({alarm.m_FilePointer, sequence});
         entry.indexedPointer = alarm.m_FilePointer;
     }
+    --countsByStatus_[entry.indexedStatus];
+    ++countsByStatus_[entry.indexedStatus = alarm.m_Status];
     active_.Update(sequence, alarm);
     Keep(unacknowledged_, sequence, IsUnacknowledged(alarm));
     Keep(resetReceived_, sequence, alarm.m_Status == kStatusReset);
@@ -66,6 +70,7 @@ std::unique_ptr<cAlarm> EventList::TakeOut(EventSequence sequence) {
     const auto found = entries_.find(sequence);
     if (found == entries_.end()) return nullptr;
     UnlinkFrom(sequence);
+    --countsByStatus_[found->second.indexedStatus];
     byPointer_.erase({found->second.indexedPointer, sequence});
     sequences_.erase(found->second.alarm.get());
     std::unique_ptr<cAlarm> alarm = std::move(found->second.alarm);
@@ -74,6 +79,7 @@ std::unique_ptr<cAlarm> EventList::TakeOut(EventSequence sequence) {
 }
 
 void EventList::Clear() {
+    countsByStatus_.clear();
     active_.Clear();
     for (auto* set : {&unacknowledged_, &resetReceived_, &testAlarms_, &ordinaryAlarms_}) set->clear();
     byPointer_.clear();

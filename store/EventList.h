@@ -22,6 +22,8 @@ class EventList {
     void Reindex(EventSequence sequence, bool isTestAlarm);
 
     std::size_t Count() const { return entries_.size(); }
+    /// How many records have each status.
+    const std::map<int, std::size_t>& CountsByStatus() const { return countsByStatus_; }
     cAlarm* Find(EventSequence sequence) const;
     /// The number of a record; 0 for one that is not in the list.
     EventSequence SequenceOf(const cAlarm& alarm) const;
@@ -44,6 +46,7 @@ class EventList {
     struct Entry {
         std::unique_ptr<cAlarm> alarm;
         std::int32_t indexedPointer = 0;
+        int indexedStatus = 0;
     };
 
     EventSequence Add(EventSequence sequence, std::unique_ptr<cAlarm> alarm, bool isTestAlarm);
@@ -52,6 +55,7 @@ class EventList {
     std::map<EventSequence, Entry> entries_{};
     std::unordered_map<const cAlarm*, EventSequence> sequences_{};
     std::set<std::pair<std::int32_t, EventSequence>> byPointer_{};
+    std::map<int, std::size_t> countsByStatus_{};
     ActiveAlarms active_{};
     std::set<EventSequence> unacknowledged_{};
     std::set<EventSequence> resetReceived_{};

@@ -72,6 +72,8 @@ class EventStore {
     void RetryFailedWrites() { files_.RetryFailedWrites(); }
     /// Records whose present state is not in their files.
     std::size_t UnsavedCount() const { return files_.UnsavedCount(); }
+    /// Changes of files that could not be made since the start.
+    std::uint64_t FailureCount() const { return files_.FailureCount(); }
 
  private:
     void Reindex(const cAlarm& alarm);

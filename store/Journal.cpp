@@ -72,7 +72,7 @@ void Journal::ReadMarks() {
 bool Journal::ReadWaiting() {
     constexpr std::array kinds = {std::string_view("waiting"), std::string_view("done")};
     std::map<std::int64_t, std::string> open;
-    const bool isRead = file_.Read(0, kinds, [&](const JournalRow& row) {
+    const bool isRead = file_.Read(0, kinds, 0, [&](const JournalRow& row) {
         if (row.kind == kinds.front()) {
             open[row.id] = row.data;
         } else if (const auto done = ReadJsonObject(row.data)) {
@@ -176,7 +176,17 @@ bool Journal::Read(std::int64_t after, std::span<const JournalKind> kinds,
                    const std::function<void(const JournalRow&)>& show) {
     std::vector<std::string_view> names;
     for (const JournalKind kind : kinds) names.emplace_back(NameOf(kind));
-    return file_.Read(after, names, show) || Fail();
+    return file_.Read(after, names, 0, show) || Fail();
+}
+
+bool Journal::ReadSome(std::int64_t after, std::size_t most,
+                       const std::function<void(const JournalRow&)>& show) {
+    return file_.IsOpen() && file_.Read(after, {}, most, show);
+}
+
+std::optional<JournalRow> Journal::LastOf(const Text& event, std::optional<JournalKind> kind) {
+    if (!file_.IsOpen()) return std::nullopt;
+    return file_.ReadLastOf(ToUtf8(event), kind ? NameOf(*kind) : "");
 }
 
 std::int64_t Journal::OldestWaiting() const {

@@ -101,6 +101,10 @@ class Journal {
     /// Shows the entries of these kinds behind an id, in order; false when not all could be read.
     bool Read(std::int64_t after, std::span<const JournalKind> kinds,
               const std::function<void(const JournalRow&)>& show);
+    /// Shows up to `most` entries of all kinds behind an id, in order; false when they could not be read.
+    bool ReadSome(std::int64_t after, std::size_t most, const std::function<void(const JournalRow&)>& show);
+    /// The newest entry of an event's file pointer, of any kind without one.
+    std::optional<JournalRow> LastOf(const Text& event, std::optional<JournalKind> kind);
     /// The newest entry of a kind that stands in the database.
     std::optional<JournalRow> Last(JournalKind kind) { return file_.ReadLast(NameOf(kind)); }
     /// Deletes a slice of what is older than `days`; 0 keeps everything. True when there may be more.

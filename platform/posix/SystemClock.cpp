@@ -22,6 +22,12 @@ std::int64_t SystemClock::MonotonicMs() const {
     return now.tv_sec * 1000LL + now.tv_nsec / 1'000'000;
 }
 
+std::int64_t SystemClock::MonotonicUs() const {
+    timespec now{};
+    ::clock_gettime(CLOCK_MONOTONIC, &now);
+    return now.tv_sec * 1'000'000LL + now.tv_nsec / 1'000;
+}
+
 std::int64_t SystemClock::UtcMs() const {
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);

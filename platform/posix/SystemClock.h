@@ -10,6 +10,7 @@ class SystemClock : public Clock {
     SystemClock();
     OleDate Now() const override;
     std::int64_t MonotonicMs() const override;
+    std::int64_t MonotonicUs() const override;
     std::int64_t UtcMs() const override;
 };
 

@@ -244,15 +244,16 @@ std::int64_t SqliteJournal::Mark(const char* name) const {
     return sqlite3_step(mark.get()) == SQLITE_ROW ? sqlite3_column_int64(mark.get(), 0) : 0;
 }
 
-bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> kinds,
+bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
                          const std::function<void(const JournalRow&)>& show) {
     std::string sql = std::string("SELECT ") + kColumns + " FROM entries WHERE id > ?1";
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         sql.append(i == 0 ? " AND kind IN ('" : "','").append(kinds[i]);
     }
-    const Statement read = Prepare(sql + (kinds.empty() ? "" : "')") + " ORDER BY id");
+    const Statement read = Prepare(sql + (kinds.empty() ? "" : "')") + " ORDER BY id LIMIT ?2");
     if (!read) return Fail("read");
     sqlite3_bind_int64(read.get(), 1, after);
+    sqlite3_bind_int64(read.get(), 2, most == 0 ? -1 : static_cast<std::int64_t>(most));
     int result = 0;
     while ((result = sqlite3_step(read.get())) == SQLITE_ROW) show(RowOf(read.get()));
     return result == SQLITE_DONE || Fail("read");
@@ -263,6 +264,19 @@ std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {
         Prepare(std::string("SELECT ") + kColumns + " FROM entries WHERE kind = ?1 ORDER BY id DESC LIMIT 1");
     if (!read) return std::nullopt;
     sqlite3_bind_text(read.get(), 1, kind.data(), static_cast<int>(kind.size()), SQLITE_STATIC);
+    if (sqlite3_step(read.get()) != SQLITE_ROW) return std::nullopt;
+    return RowOf(read.get());
+}
+
+std::optional<JournalRow> SqliteJournal::ReadLastOf(std::string_view event, std::string_view kind) {
+    const char* const ofKind = kind.empty() ? "" : " AND kind = ?2";
+    const Statement read =
+        Prepare(std::string("SELECT ") + kColumns + " FROM entries WHERE event = ?1 AND event <> ''" +
+                ofKind + " ORDER BY id DESC LIMIT 1");
+    if (!read) return std::nullopt;
+    sqlite3_bind_text(read.get(), 1, event.data(), static_cast<int>(event.size()), SQLITE_STATIC);
+    if (!kind.empty())
+        sqlite3_bind_text(read.get(), 2, kind.data(), static_cast<int>(kind.size()), SQLITE_STATIC);
     if (sqlite3_step(read.get()) != SQLITE_ROW) return std::nullopt;
     return RowOf(read.get());
 }

@@ -23,9 +23,10 @@ class SqliteJournal final : public JournalFile {
     bool Append(std::span<const JournalRow> rows, std::span<const JournalMark> marks) override;
     std::int64_t LastId() const override;
     std::int64_t Mark(const char* name) const override;
-    bool Read(std::int64_t after, std::span<const std::string_view> kinds,
+    bool Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
               const std::function<void(const JournalRow&)>& show) override;
     std::optional<JournalRow> ReadLast(std::string_view kind) override;
+    std::optional<JournalRow> ReadLastOf(std::string_view event, std::string_view kind) override;
     std::optional<std::size_t> Prune(const Pruning& pruning) override;
     bool Tidy(bool isBusy) override;
     const std::string& LastError() const override { return lastError_; }

@@ -1,9 +1,8 @@
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/ProtocolClient.h"
+#include "tests/app/Shell.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
@@ -13,16 +12,10 @@ namespace {
 /// What a person gets who asks the journal of a running program.
 std::string Ask(const RunningCopy& copy, const std::string& question) {
     const std::string command =
-        "cd " + copy.Data().Path() + " && sqlite3 -readonly Data/Journal.db \"" + question + "\" 2>&1";
-    std::string answer;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    std::array<char, 4096> buffer{};
-    for (std::size_t got = 1; got > 0;) {
-        got = std::fread(buffer.data(), 1, buffer.size(), pipe);
-        answer.append(buffer.data(), got);
-    }
-    EXPECT_EQ(::pclose(pipe), 0) << command << "\n" << answer;
-    return answer;
+        "cd " + copy.Data().Path() + " && sqlite3 -readonly Data/Journal.db \"" + question + "\"";
+    const Shell asked(command);
+    EXPECT_EQ(asked.status, 0) << command << "\n" << asked.output;
+    return asked.output;
 }
 
 TEST_F(NetworkTest, TheJournalTellsWhoDidWhat) {

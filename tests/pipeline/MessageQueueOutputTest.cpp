@@ -64,6 +64,7 @@ struct FakeQueue : MessageQueue {
         reports.pop_front();
         return report;
     }
+    std::size_t WaitingCount() const override { return left; }
     std::size_t Close(int) override { return left; }
 
     std::vector<Text> sent{};
