@@ -18,6 +18,7 @@
 #include "ports/collectors/GsmModem.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/formats/CallerIdentity.h"
+#include "ports/dc09/Dc09.h"
 #include "ports/formats/GoogolT1.h"
 #include "ports/formats/MailMessage.h"
 #include "ports/formats/MultiCom.h"
@@ -71,6 +72,8 @@ void AddPortTables(SettingCatalogue& known) {
     known.Add(LineSettingRows());
     known.Add(EventPortRows());
     known.Add(CallSettingRows());
+    known.Add(Dc09CallerRows());
+    known.Add(Dc09SettingRows());
     known.Add(GoogolSettingRows());
     known.Add(GsmSettingRows());
     known.Add(MailSettingRows());

@@ -5,6 +5,7 @@
 #include "app/Screen.h"
 #include "app/TerminalDialogs.h"
 #include "console/views/lists/Icons.h"
+#include "platform/Process.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
@@ -164,6 +165,7 @@ int main(int argc, char** argv) {
     const CommandLine commandLine = ParseCommandLine({argv + 1, argv + argc});
     if (const auto status = AnswerInTerminal(commandLine)) return *status;
 
+    RaiseDescriptorLimit();
     Signals endSignals;
     endSignals.EndAtOnce(true);
     const bool hasScreen = WantsScreen(commandLine);

@@ -34,6 +34,7 @@ struct IncomingEvent {
     Text SIAPrefixText{};
     Text SIASuffixText{};
     Text URL{};
+    bool IsSignOfLife = true;  // of its object; false for what is said about a sender
 };
 
 }  // namespace nordkeep

@@ -14,13 +14,18 @@ Text RestoreTypeOf(const EventPort& port, Protocol protocol) {
     return port.m_CLIdTranslatedDefaultAliveTestTypeReset;
 }
 
+// An event without a port is the system's own about the object, not a sign of life of it.
+bool IsSignOfLife(const IncomingEvent& event) {
+    return event.PortObject && event.IsSignOfLife;
+}
+
 }  // namespace
 
-// An event without a port is the system's own about the object, not a sign of life of it.
 void Intake::NoteObjectHeard(IntakeRun& run, cTranslate& set, cIDCode& object) {
     object.m_LastIncomingEvent = needs_.clock.Now();
     const Text ownType = std::to_string(needs_.translationSettings.AliveTest2Type);
-    if (!run.event.PortObject || !object.m_AliveTestIntervalHasExceeded || run.alarm->m_TypeCode == ownType)
+    if (!IsSignOfLife(run.event) || !object.m_AliveTestIntervalHasExceeded ||
+        run.alarm->m_TypeCode == ownType)
         return;
     // Cleared first, so that the restore does not raise another.
     object.m_AliveTestIntervalHasExceeded = false;
@@ -61,7 +66,7 @@ void Intake::RaiseSyntheticRestore(const IntakeRun& run, cTranslate& set, const 
 }
 
 void Intake::FeedAliveTests(IntakeRun& run) {
-    if (!run.IsFound() || !run.event.PortObject) return;
+    if (!run.IsFound() || !IsSignOfLife(run.event)) return;
     const int feeding = needs_.translationSettings.AliveTest2ResetTimerPrio;
     const bool feedsTest2 = feeding != kNoSuchPriority &&
                             LeadingNumber(run.alarm->m_TranslatedPrio) == feeding &&

@@ -10,6 +10,9 @@ namespace nordkeep {
 /// Starts a program that runs on by itself and is never waited for. False when it cannot be started at all.
 bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments);
 
+/// Lets this program have as many files and connections open as the system allows it.
+void RaiseDescriptorLimit();
+
 /// A number that differs at every start of the program.
 std::uint64_t StartSeed();
 

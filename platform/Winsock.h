@@ -49,6 +49,13 @@ struct SocketTls {
     NativePath authorityFile{};  // PEM certificates that are trusted besides the system's; empty: none
 };
 
+/// Who has sent a datagram. An empty one is nobody in particular.
+struct SocketPeer {
+    Text address{};
+    int port = 0;
+    friend bool operator==(const SocketPeer&, const SocketPeer&) = default;
+};
+
 /// One socket slot. It lives as long as the program and is used for one connection after the other.
 class Winsock {
  public:
@@ -81,12 +88,16 @@ class Winsock {
     /// Queues the bytes; false when the socket cannot send. On UDP the destination is the sender of the
     /// last datagram, before one the remote of Connect.
     virtual bool SendData(TextView bytes) = 0;
+    /// On UDP: sends to whoever that is instead.
+    virtual bool SendDataTo(const SocketPeer& /*peer*/, TextView bytes) { return SendData(bytes); }
     /// Hands waiting data to the system now instead of at the next turn of the loop.
     virtual void Flush() = 0;
     /// Takes everything that has arrived; on UDP one datagram.
     virtual Text GetData() = 0;
     /// The same with what the system holds and no event has told of yet; the last thing ahead of a Close.
     virtual Text GetRest() { return GetData(); }
+    /// On UDP: who has sent the datagram that was taken last.
+    virtual SocketPeer Sender() const { return {}; }
     /// Bytes handed to SendData that have not left yet.
     virtual std::size_t UnsentBytes() const = 0;
     /// The system's description of the last failure.

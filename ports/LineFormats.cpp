@@ -1,5 +1,7 @@
 #include "ports/LineFormats.h"
 
+#include "ports/Dc09Check.h"
+#include "ports/dc09/Dc09.h"
 #include "ports/formats/GoogolT1.h"
 #include "ports/formats/Robofon.h"
 #include "ports/formats/Rsm02.h"
@@ -14,6 +16,11 @@ namespace {
 
 constexpr int kTextExportDropped = 1095;
 constexpr int kTextUnknownMessage = 1059;
+constexpr int kTextWrongClock = 5306;
+constexpr int kTextWrongKey = 5307;
+constexpr int kTextPlainText = 5308;
+constexpr int kTextSilence = 5309;
+constexpr int kTextHeardAgain = 5310;
 
 template <class Struct>
 Struct Load(const FormatParts& parts, std::span<const SettingRow<Struct>> rows) {
@@ -30,7 +37,9 @@ class Stateless final : public LineFormat {
  public:
     using NextStep = TelegramStep (*)(TextView, const FormatSettings&, OleDate);
     Stateless(NextStep next, FormatSettings settings) : next_(next), settings_(std::move(settings)) {}
-    TelegramStep Next(TextView received, OleDate now) override { return next_(received, settings_, now); }
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return next_(received, settings_, clock.now);
+    }
     TelegramStep Due(const ServiceTick&) override { return {}; }
 
  private:
@@ -47,8 +56,8 @@ std::unique_ptr<LineFormat> MakeStateless(TelegramStep (*next)(TextView, const F
 class GoogolFormat final : public LineFormat {
  public:
     explicit GoogolFormat(GoogolSettings settings) : settings_(std::move(settings)) {}
-    TelegramStep Next(TextView received, OleDate now) override {
-        return NextGoogolStep(received, settings_, now);
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return NextGoogolStep(received, settings_, clock.now);
     }
     TelegramStep Due(const ServiceTick& tick) override { return SetClockInGoogolT1(clock_, settings_, tick); }
 
@@ -61,10 +70,13 @@ class Rsm02Format final : public LineFormat {
  public:
     Rsm02Format(Rsm02Settings settings, const CallerBook& callers)
         : settings_(std::move(settings)), callers_(callers) {}
-    TelegramStep Next(TextView received, OleDate now) override {
-        return NextRsm02Step(received, {settings_, state_, callers_}, now);
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return NextRsm02Step(received, {settings_, state_, callers_}, clock.now);
     }
     TelegramStep Due(const ServiceTick&) override { return {}; }
+    std::unique_ptr<LineFormat> ForAnotherCaller() const override {
+        return std::make_unique<Rsm02Format>(settings_, callers_);
+    }
 
  private:
     Rsm02Settings settings_;
@@ -75,8 +87,8 @@ class Rsm02Format final : public LineFormat {
 class SurGardFormat final : public LineFormat {
  public:
     explicit SurGardFormat(SurGardSettings settings) : settings_(std::move(settings)) {}
-    TelegramStep Next(TextView received, OleDate now) override {
-        return NextSurGardStep(received, settings_, wait_, now);
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return NextSurGardStep(received, settings_, wait_, clock.now);
     }
     TelegramStep Due(const ServiceTick& tick) override {
         if (tick.isProgramEnding) return wait_.Finish(settings_.sia, tick.now);
@@ -88,10 +100,23 @@ class SurGardFormat final : public LineFormat {
     SiaWait wait_{};
 };
 
+class Dc09Format final : public LineFormat {
+ public:
+    explicit Dc09Format(Dc09Settings settings) : line_(std::move(settings)) {}
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return line_.Next(received, clock);
+    }
+    TelegramStep Due(const ServiceTick& tick) override { return line_.Due(tick); }
+    bool OnStored(std::uint64_t receipt, bool isStored) override { return line_.OnStored(receipt, isStored); }
+
+ private:
+    Dc09Line line_;
+};
+
 class ExportFormat final : public LineFormat {
  public:
     explicit ExportFormat(std::shared_ptr<RobofonExport> queue) : queue_(std::move(queue)) {}
-    TelegramStep Next(TextView received, OleDate) override { return queue_->Receive(received); }
+    TelegramStep Next(TextView received, const LineClock&) override { return queue_->Receive(received); }
     TelegramStep Due(const ServiceTick& tick) override { return queue_->Tick(tick); }
 
  private:
@@ -130,6 +155,31 @@ std::unique_ptr<LineFormat> MakeSurGard(const FormatParts& parts) {
     return std::make_unique<SurGardFormat>(std::move(settings));
 }
 
+/// An account whose row cannot be read is still a known one.
+Dc09AccountSettings LoadAccounts(const FormatParts& parts) {
+    Dc09AccountSettings accounts;
+    for (const Text& name : parts.files.ListKeys(kDc09Accounts, "Settings\\" + parts.portName + ".ini")) {
+        const auto setting =
+            ReadDc09Account(parts.files.ReadPortIni(kDc09Accounts, name, "", parts.portName));
+        accounts[UpperCase(name)] = setting.value_or(Dc09AccountSetting{});
+    }
+    return accounts;
+}
+
+std::unique_ptr<LineFormat> MakeDc09(const FormatParts& parts) {
+    Dc09Settings settings = Load(parts, Dc09SettingRows());
+    settings.sia = Load(parts, SiaSettingRows());
+    settings.accounts = LoadAccounts(parts);
+    settings.PortDescription = DescriptionOf(parts);
+    const Language& language = parts.language;
+    settings.texts = {.wrongClock = language.GetLanguageText(kTextWrongClock),
+                      .wrongKey = language.GetLanguageText(kTextWrongKey),
+                      .plainText = language.GetLanguageText(kTextPlainText),
+                      .silence = language.GetLanguageText(kTextSilence),
+                      .heardAgain = language.GetLanguageText(kTextHeardAgain)};
+    return std::make_unique<Dc09Format>(std::move(settings));
+}
+
 std::unique_ptr<LineFormat> MakeExport(const FormatParts& parts) {
     RobofonExportSettings settings = Load(parts, RobofonExportSettingRows());
     settings.PortDescription = DescriptionOf(parts);
@@ -161,6 +211,8 @@ std::unique_ptr<LineFormat> MakeLineFormat(MessageFormat format, const FormatPar
             return MakeStateless(&NextSosAccessV4Step, Load(parts, XmlGatewaySettingRows()));
         case MessageFormat::SurGardMLR2:
             return MakeSurGard(parts);
+        case MessageFormat::SiaDc09:
+            return MakeDc09(parts);
         default:
             return {};
     }

@@ -49,7 +49,7 @@ cPort::cPort(const PortParts& parts, const PortList& allPorts, Text portName)
       callers_(allPorts, eventPort_.binding) {}
 
 bool cPort::InitializePort() {
-    if (type_ && format_) MakeCollectorOf(*type_, *format_);
+    if (type_ && format_ && GoTogether(*type_, *format_)) MakeCollectorOf(*type_, *format_);
     if (collector_) return true;
     log_.Failure(kTextBadSetting, PortName() + " (PortType=" + settings_.PortType +
                                       ", MessageFormat=" + std::to_string(settings_.MessageFormat) + ")");
@@ -100,17 +100,26 @@ void cPort::MakeReception(PortType type, MessageFormat format) {
                                               .callers = callers_,
                                               .exports = parts_.exports});
     if (!lineFormat) return;
-    auto reception =
-        std::make_unique<Reception>(Reception::Parts{.type = type,
-                                                     .line = PartsOfLine(),
-                                                     .loop = parts_.loop,
-                                                     .stalls = parts_.stalls,
-                                                     .taker = steps_,
-                                                     .purgeSeconds = settings_.AutoPurgeBufferTime},
-                                    std::move(lineFormat));
+    const Reception::Parts parts{.type = type,
+                                 .line = PartsOfLine(),
+                                 .loop = parts_.loop,
+                                 .stalls = parts_.stalls,
+                                 .taker = steps_,
+                                 .purgeSeconds = settings_.AutoPurgeBufferTime};
+    const auto callers = static_cast<std::size_t>(MostCallers(type, format));
+    auto reception = callers > 1 ? MakeCallersReception(parts, std::move(lineFormat), callers)
+                                 : MakeLineReception(parts, std::move(lineFormat));
     reception_ = reception.get();
-    line_ = &reception->TheLine();
+    line_ = reception->TheLine();
     collector_ = std::move(reception);
+}
+
+// Network senders stay connected, so that many of them is what their format expects.
+int cPort::MostCallers(PortType type, MessageFormat format) const {
+    if (type != PortType::TCPS) return 1;
+    return format == MessageFormat::SiaDc09
+               ? LoadSettings(parts_.settings, Dc09CallerRows(), PortName()).MaxCallers
+               : settings_.MaxCallers;
 }
 
 bool cPort::IsToBeOpen(int tickMs, const PortConditions& conditions) {

@@ -81,6 +81,7 @@ class cPort {
     void MakeModem(PortType type);
     void MakeReception(PortType type, MessageFormat format);
     LineParts PartsOfLine();
+    int MostCallers(PortType type, MessageFormat format) const;
 
     bool IsToBeOpen(int tickMs, const PortConditions& conditions);
     bool IsDisabledByDate();

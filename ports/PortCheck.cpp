@@ -1,6 +1,7 @@
 #include "ports/PortCheck.h"
 
 #include "pipeline/XmlFieldMap.h"
+#include "ports/Dc09Check.h"
 #include "ports/FieldMap.h"
 #include "ports/PortList.h"
 #include "runtime/Dates.h"
@@ -45,7 +46,7 @@ std::vector<Text> FieldMapSections() {
 
 std::vector<TextView> OtherSections() {
     static const std::vector<Text> kMaps = FieldMapSections();
-    std::vector<TextView> sections = {kTranslate, kReceivers};
+    std::vector<TextView> sections = {kTranslate, kReceivers, kDc09Accounts};
     sections.insert(sections.end(), kMaps.begin(), kMaps.end());
     return sections;
 }
@@ -67,6 +68,14 @@ Text Joined(const std::vector<TextView>& words) {
     Text joined;
     for (const TextView word : words) joined.append(joined.empty() ? "" : ", ").append(word);
     return joined;
+}
+
+Text KnownFormats() {
+    Text numbers;
+    for (const MessageFormat format : MessageFormats()) {
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(static_cast<int>(format));
+    }
+    return numbers;
 }
 
 /// Four numbers from 0 to 255.
@@ -147,6 +156,7 @@ void PortCheck::Check(const Text& portName, TextView content, FileFindings& find
     if (EqualsNoCase(port.Value("PortType"), "NONE")) return;
     CheckSets(port);
     CheckFieldMaps(port);
+    CheckDc09Accounts(lines, findings);
     CheckDisable(port);
     if (!CheckKind(port) || !CheckPlace(port)) return;
     CheckLine(port);
@@ -168,7 +178,7 @@ bool PortCheck::CheckKind(Port& port) {
     }
     if (!format) {
         port.findings.Error(port.Line("MessageFormat"), kTextUnknownFormat,
-                            {port.Value("MessageFormat"), std::to_string(MessageFormatCount() - 1)});
+                            {port.Value("MessageFormat"), KnownFormats()});
     }
     if (!type || !format) return false;
     port.type = *type;

@@ -1,18 +1,11 @@
 #pragma once
 
-#include "ports/ReplyQueue.h"
-#include "ports/collectors/Collector.h"
-#include "ports/formats/LineFormat.h"
-#include "ports/formats/ReceivedText.h"
-#include "runtime/StallWatch.h"
-
-#include <deque>
+#include "ports/Conversation.h"
 
 namespace nordkeep {
 
-/// What comes on the line of a port: takes the bytes in, lets the format cut telegrams from their front,
-/// hands these on and answers the sender once their events are stored.
-class Reception final : public Collector, private LineListener, private ReplySender {
+/// What comes on the line of a port.
+class Reception : public Collector {
  public:
     struct Parts {
         PortType type;
@@ -23,49 +16,36 @@ class Reception final : public Collector, private LineListener, private ReplySen
         int purgeSeconds;  // of silence, until half a telegram is thrown away; 0 or less: never
     };
 
-    Reception(const Parts& parts, std::unique_ptr<LineFormat> format);
-
-    bool IsOpen() const override { return line_->IsOpen(); }
-    void Open() override { line_->Open(); }
-    void Close(bool isShuttingDown) override { line_->Close(isShuttingDown); }
-    void Tick(const CollectorTick& tick) override;
-    FarEnd End() const override { return line_->End(); }
     /// Takes in what is complete and what the format still holds back, when the program ends.
-    void Finish();
+    virtual void Finish() = 0;
+    /// None where there is not one line.
+    virtual Line* TheLine() { return nullptr; }
     /// What the format makes of a telegram that it has seen before the program was killed.
-    TelegramStep LookAgain(TextView telegram, OleDate arrived) { return format_->Next(telegram, arrived); }
+    TelegramStep LookAgain(TextView telegram, OleDate arrived);
     /// The clock of the far end is set as soon as the line can send.
     void RequestClock() { isClockWanted_ = true; }
-    Line& TheLine() { return *line_; }
 
- private:
-    void OnDataWaiting() override;
-    void OnNewStream(Text rest) override;
-    void SendReply(TextView bytes, Behind behind) override;
+ protected:
+    Reception(const Parts& parts, std::unique_ptr<LineFormat> format)
+        : parts_(parts), format_(std::move(format)) {}
 
-    void TakeChunks();
-    /// False when it is told as traffic only.
-    bool TakeIn(const Text& bytes);
-    void ServeReceived(int most);
-    /// False when nothing complete waits.
-    bool ServeNext();
-    void GoOnLater();
-    void DropWhatNeverEnds();
-    std::size_t LeftBehind() const;
-    void Act(TelegramStep step);
-    void PurgeHalfTelegram();
+    /// What the format does at this tick, on a line that is open, and that somebody listens to.
+    TelegramStep Due(int tickMs, bool isOpen, bool canSend);
+    TelegramStep DueAtTheEnd();
+    Conversation::Parts PartsOfConversation(std::size_t mostReceived) const;
 
     Parts parts_;
-    const Clock& clock_;
-    PortLog& log_;
-    std::unique_ptr<Line> line_;
     std::unique_ptr<LineFormat> format_;
-    /// Of the callers who are gone, in their order, and last of whoever is there.
-    std::deque<ReceivedText> streams_{1};
-    ReplyQueue replies_;
-    int lastReceiveSecond_ = 0;  // of the day; 0 when nothing has been received
-    bool isContinuing_ = false;  // a later turn of the loop goes on with what waits
+
+ private:
     bool isClockWanted_ = false;
 };
+
+/// A line with one end.
+std::unique_ptr<Reception> MakeLineReception(const Reception::Parts& parts,
+                                             std::unique_ptr<LineFormat> format);
+/// A listening port of TCP that serves up to `most` callers at once.
+std::unique_ptr<Reception> MakeCallersReception(const Reception::Parts& parts,
+                                                std::unique_ptr<LineFormat> format, std::size_t most);
 
 }  // namespace nordkeep

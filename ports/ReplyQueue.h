@@ -12,7 +12,7 @@ class ReplySender {
  public:
     virtual ~ReplySender() = default;
     /// `bytes` may be empty ahead of a hang-up.
-    virtual void SendReply(TextView bytes, Behind behind) = 0;
+    virtual void SendReply(const SocketPeer& to, TextView bytes, Behind behind) = 0;
 };
 
 /// The replies of one line, in the order of what they answer. A reply to an event waits until the event is
@@ -23,9 +23,9 @@ class ReplyQueue {
 
     explicit ReplyQueue(ReplySender& sender) : sender_(sender) {}
 
-    void SendInOrder(Text reply, Behind behind = Behind::StayUp);
+    void SendInOrder(Text reply, Behind behind = Behind::StayUp, const SocketPeer& to = {});
     /// Holds a reply back until Settle.
-    Ticket Hold(Text reply, Behind behind = Behind::StayUp);
+    Ticket Hold(Text reply, Behind behind = Behind::StayUp, const SocketPeer& to = {});
     /// Lets a held reply go, or drops it when its event could not be stored. A ticket from before Clear is
     /// ignored.
     void Settle(Ticket ticket, bool isStored);
@@ -39,9 +39,12 @@ class ReplyQueue {
         Text bytes;
         State state;
         Behind behind;
+        SocketPeer to;
     };
 
     void SendReady();
+    /// What goes to the first in the queue, and as much behind it as goes to the same.
+    void SendRun();
 
     ReplySender& sender_;
     std::deque<Reply> replies_{};

@@ -1,5 +1,6 @@
 #include "runtime/Protocol.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -9,20 +10,28 @@ namespace {
 constexpr std::array<TextView, 8> kPortTypes = {"RS232", "TCPC", "TCPS", "FILE",
                                                 "UDP",   "HTTP", "POP3", "SMTP"};
 
-constexpr std::array<TextView, 14> kFormats = {"Robofon (RBM600)",
-                                               "Googol (GoogolT1)",
-                                               "Text",
-                                               "GSM",
-                                               "RSM-02",
-                                               "Robofon (RBM600) Export",
-                                               "SOS Access XML (Mini)",
-                                               "Aptus XML (Mini)",
-                                               "Torvex SMS Confirmation File",
-                                               "SOS Access XML (V4)",
-                                               "Virtual Receiver (ROC)",
-                                               "Mail (POP3/SMTP)",
-                                               "Nordkeep File",
-                                               "Sur-Gard (MLR2-DG)"};
+constexpr std::array<MessageFormat, 15> kFormats = {
+    MessageFormat::Robofon,       MessageFormat::GoogolT1,        MessageFormat::PlainText,
+    MessageFormat::GSM,           MessageFormat::RSM02,           MessageFormat::RobofonExport,
+    MessageFormat::SOSAccessMini, MessageFormat::AptusMini,       MessageFormat::TorvexConfirmationFile,
+    MessageFormat::SOSAccessV4,   MessageFormat::VirtualReceiver, MessageFormat::Mail,
+    MessageFormat::NordkeepFile,  MessageFormat::SurGardMLR2,     MessageFormat::SiaDc09};
+
+constexpr std::array<TextView, kFormats.size()> kFormatNames = {"Robofon (RBM600)",
+                                                                "Googol (GoogolT1)",
+                                                                "Text",
+                                                                "GSM",
+                                                                "RSM-02",
+                                                                "Robofon (RBM600) Export",
+                                                                "SOS Access XML (Mini)",
+                                                                "Aptus XML (Mini)",
+                                                                "Torvex SMS Confirmation File",
+                                                                "SOS Access XML (V4)",
+                                                                "Virtual Receiver (ROC)",
+                                                                "Mail (POP3/SMTP)",
+                                                                "Nordkeep File",
+                                                                "Sur-Gard (MLR2-DG)",
+                                                                "SIA DC-09"};
 
 struct ProtocolRow {
     Protocol protocol;
@@ -98,12 +107,14 @@ std::optional<PortType> ParsePortType(TextView word) {
 }
 
 std::optional<MessageFormat> ParseMessageFormat(int number) {
-    if (number < 0 || number >= static_cast<int>(kFormats.size())) return std::nullopt;
-    return static_cast<MessageFormat>(number);
+    const auto format = static_cast<MessageFormat>(number);
+    return std::ranges::find(kFormats, format) == kFormats.end() ? std::nullopt : std::optional(format);
 }
 
 TextView NameOf(MessageFormat format) {
-    return kFormats[static_cast<std::size_t>(format)];
+    const auto* const place = std::ranges::find(kFormats, format);
+    return place == kFormats.end() ? TextView()
+                                   : kFormatNames[static_cast<std::size_t>(place - kFormats.begin())];
 }
 
 TextView ProtocolKey(Protocol protocol) {
@@ -118,8 +129,8 @@ std::vector<TextView> PortTypeWords() {
     return {kPortTypes.begin(), kPortTypes.end()};
 }
 
-int MessageFormatCount() {
-    return static_cast<int>(kFormats.size());
+std::span<const MessageFormat> MessageFormats() {
+    return kFormats;
 }
 
 bool GoTogether(PortType type, MessageFormat format) {
@@ -132,6 +143,10 @@ bool GoTogether(PortType type, MessageFormat format) {
         case PortType::POP3:
         case PortType::SMTP:
             return format == Mail;
+        case PortType::RS232:
+        case PortType::TCPC:
+            if (format == SiaDc09) return false;
+            [[fallthrough]];
         default:
             return format != TorvexConfirmationFile && format != NordkeepFile && format != VirtualReceiver &&
                    format != Mail;

@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace nordkeep {
@@ -23,7 +24,8 @@ enum class MessageFormat : int {
     VirtualReceiver = 10,
     Mail = 11,
     NordkeepFile = 12,
-    SurGardMLR2 = 13
+    SurGardMLR2 = 13,
+    SiaDc09 = 109
 };
 
 /// Protocol numbers: which translation sets of the port apply to an event.
@@ -99,7 +101,7 @@ ProtocolClass ClassOf(Protocol protocol);
 
 /// The type that a word of a settings file names, in any case; none for any other word.
 std::optional<PortType> ParsePortType(TextView word);
-/// None for a number outside the table.
+/// None for a number that is no format's.
 std::optional<MessageFormat> ParseMessageFormat(int number);
 /// The name of a format as the logs show it.
 TextView NameOf(MessageFormat format);
@@ -107,8 +109,8 @@ TextView NameOf(MessageFormat format);
 Text LineKindText(TextView type, int number, std::optional<MessageFormat> format);
 /// The words for all port types, in their order.
 std::vector<TextView> PortTypeWords();
-/// How many formats there are: their numbers are 0 and up.
-int MessageFormatCount();
+/// The numbers of all formats, in their order.
+std::span<const MessageFormat> MessageFormats();
 /// Whether telegrams of this format can come on this kind of line; no other pair is ever opened.
 bool GoTogether(PortType type, MessageFormat format);
 /// How many ports of a type can run: 16 serial lines, 8 of every other type.

@@ -45,6 +45,8 @@ constexpr DemoStep kSteps[] = {
     {13, "web service", "virtualreceiver", "listen:#", "10000201", "Pump stopped"},
     {14, "files", "file", "file:@/Alarms.txt", "100002", "Filter blocked"},
     {15, "GSM modem", "gsm", "pty:#", "10000403", "Yard"},
+    {16, "SIA DC-09", "dc09", "udp:127.0.0.1:#", "1234", "Nri1/FA002"},
+    {16, "Contact ID DC-09", "dc09cid", "udp:127.0.0.1:#", "1234", "1110 01 007"},
 };
 
 /// The value of a key of a settings file, whatever its section.
@@ -84,6 +86,8 @@ int Feed(const DemoStep& step, const std::string& folder) {
     options.telegram.code = step.code;
     options.telegram.text = step.text;
     options.telegram.classCode = step.classCode;
+    const std::string path = folder + "/Settings/Port" + std::to_string(step.number) + ".ini";
+    options.telegram.key = FromHex(SettingOf(path, step.code));
     options.isQuiet = true;
     const Play play = FindPlay(options.telegram.format);
     return play ? play(options) : Send(options);

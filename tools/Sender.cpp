@@ -67,7 +67,9 @@ class Run {
         if (!options_.play.empty())
             return options_.play[static_cast<std::size_t>(sent_) % options_.play.size()];
         if (!options_.raw.empty()) return options_.raw;
-        return MakeTelegram(options_.telegram, NumberedCode(options_, sent_));
+        TelegramOptions telegram = options_.telegram;
+        telegram.number = static_cast<int>(sent_);
+        return MakeTelegram(telegram, NumberedCode(options_, sent_));
     }
 
     void SendOn(Lane& lane) {

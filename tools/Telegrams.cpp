@@ -2,7 +2,10 @@
 
 #include "platform/Text.h"
 #include "ports/formats/Crc16.h"
+#include "ports/dc09/Dc09Body.h"
+#include "ports/dc09/Dc09Frame.h"
 #include "ports/formats/Robofon.h"
+#include "runtime/Fields.h"
 
 #include <cctype>
 #include <ctime>
@@ -122,6 +125,47 @@ std::string AptusMini(const TelegramOptions& options, const std::string& code) {
     return LarmTelegram(TextOr(options, "1"), code);
 }
 
+std::string UtcStamp(int clockSeconds) {
+    const std::time_t now = std::time(nullptr) + clockSeconds;
+    std::tm utc{};
+    gmtime_r(&now, &utc);
+    return Dc09TimeStamp(OleDate::FromCivil(
+        {utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec}));
+}
+
+/// A message of this kind; `data` stands behind the account, and a link test has none.
+std::string Dc09(const TelegramOptions& options, const char* kind, const std::string& account,
+                 const std::string& data) {
+    Dc09Head head;
+    head.kind = kind;
+    head.isEncrypted = !options.key.empty();
+    head.sequence = Digits((options.sequence + options.number) % 10000, 4);
+    head.receiver = std::to_string(options.receiver);
+    head.prefix = std::to_string(options.line);
+    head.account = account;
+    std::string text = data.empty() ? "]" : "#" + account + "|" + data + "]";
+    text += options.extended;
+    // Without its time nobody could tell that an encrypted message is not an old one.
+    if (!options.hasNoTime) text += UtcStamp(options.clockSeconds);
+    std::string frame =
+        MakeDc09Frame(Dc09HeadText(head) + (options.key.empty() ? text : EncipherDc09(text, options.key)),
+                      options.hasBinaryCheck ? Dc09Check::Binary : Dc09Check::Digits);
+    if (options.hasWrongCheck) frame[1] = Spoiled(frame[1], options);
+    return frame;
+}
+
+std::string Dc09Sia(const TelegramOptions& options, const std::string& code) {
+    return Dc09(options, "SIA-DCS", code, TextOr(options, "Nri1/BA01"));
+}
+
+std::string Dc09ContactId(const TelegramOptions& options, const std::string& code) {
+    return Dc09(options, "ADM-CID", code, TextOr(options, "1130 01 001"));
+}
+
+std::string Dc09LinkTest(const TelegramOptions& options, const std::string& code) {
+    return Dc09(options, "NULL", code, {});
+}
+
 struct FormatRow {
     const char* name;
     std::string (*make)(const TelegramOptions&, const std::string&);
@@ -139,6 +183,9 @@ constexpr FormatRow kFormats[] = {
     {"sosaccess", &SosAccess, "<status>0</status>", true},
     {"sosmini", &SosAccessMini, "<status>0</status>", true},
     {"aptus", &AptusMini, "<status>0</status>", true},
+    {"dc09", &Dc09Sia, "ACK\"", false},
+    {"dc09cid", &Dc09ContactId, "ACK\"", false},
+    {"dc09null", &Dc09LinkTest, "ACK\"", false},
 };
 
 const FormatRow* FindFormat(const std::string& name) {

@@ -15,8 +15,14 @@ struct TelegramOptions {
     int line = 1;      // 0 to 7
     bool isFollowedBySpeech = false;
     bool hasWrongCheck = false;
-    bool isUnwrapped = false;  // text: a line feed ends the message instead of STX and ETX
-    int sequence = 1;          // googol: 0 to 127
+    bool isUnwrapped = false;     // text: a line feed ends the message instead of STX and ETX
+    int sequence = 1;             // googol: 0 to 127; dc09: 0 to 9999, of the first telegram
+    int number = 0;               // dc09: of this telegram, from 0
+    std::string key{};            // dc09: bytes; empty: not encrypted
+    std::string extended{};       // dc09: what stands behind the data
+    int clockSeconds = 0;         // dc09: by which the clock is wrong
+    bool hasNoTime = false;       // dc09
+    bool hasBinaryCheck = false;  // dc09
 };
 
 /// The formats that can be sent, separated by blanks.

@@ -20,20 +20,26 @@ constexpr const char* kHelp =
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
     "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess,\n"
-    "                     sosmini, aptus; and with a target of its own:\n"
+    "                     sosmini, aptus, dc09, dc09cid, dc09null; and with a target of its own:\n"
     "                     mail (smtp:HOST:PORT), file and confirmation (file:PATH),\n"
     "                     virtualreceiver (listen:PORT, answers a port that polls),\n"
     "                     mailbox (listen:PORT, is the server of a port that fetches mail),\n"
     "                     gsm (pty or pty:LINK, is the modem at the device that it names)\n"
     "  --code CODE        ID code and type, default 10000103\n"
-    "  --text TEXT        free text behind the code (text, googol, mail, gsm), the blocks (sia),\n"
-    "                     the event code (sosaccess), the additional text (the others)\n"
+    "  --text TEXT        free text behind the code (text, googol, mail, gsm), the blocks (sia,\n"
+    "                     dc09), the event (dc09cid), the event code (sosaccess), the additional\n"
+    "                     text (the others)\n"
+    "  --key HEX          encrypt (dc09: 32, 48 or 64 digits)\n"
+    "  --extended TEXT    stands behind the data, as [X012W34.1][Y045N12.2] (dc09)\n"
+    "  --clock SECONDS    the clock is ahead, or behind (dc09); --no-time: it has none\n"
+    "  --sequence N       number of the first telegram (googol, dc09)\n"
+    "  --binary-check     the check in two bytes (dc09)\n"
     "  --unwrapped        end a message with a line feed instead of STX and ETX (text)\n"
     "  --class C          class of the telegram, default 0 (robofon)\n"
     "  --short            a short telegram, kind T (robofon)\n"
-    "  --receiver N --line N   0 to 7, default 1 (robofon)\n"
+    "  --receiver N --line N   0 to 7, default 1 (robofon, dc09)\n"
     "  --speech           a speech message follows (robofon)\n"
-    "  --wrong-check      spoil the check byte (robofon); complain (virtualreceiver)\n"
+    "  --wrong-check      spoil the check byte (robofon, dc09); complain (virtualreceiver)\n"
     "  --call NUMBER      ring (gsm)\n"
     "  --no-echo --silent   do not repeat commands, do not answer them (gsm)\n"
     "  --raw HEX          send these bytes instead\n"
@@ -67,6 +73,8 @@ class Arguments {
         if (word == "--short") return options.telegram.kind = 'T', true;
         if (word == "--speech") return options.telegram.isFollowedBySpeech = true;
         if (word == "--wrong-check") return options.telegram.hasWrongCheck = true;
+        if (word == "--no-time") return options.telegram.hasNoTime = true;
+        if (word == "--binary-check") return options.telegram.hasBinaryCheck = true;
         if (word == "--unwrapped") return options.telegram.isUnwrapped = true;
         if (word == "--number-codes") return options.numbersCodes = true;
         if (word == "--cut") return options.isCut = true;
@@ -95,6 +103,10 @@ class Arguments {
         if (word == "--format") return options.telegram.format = value, true;
         if (word == "--code") return options.telegram.code = nordkeep::FromUtf8(value), true;
         if (word == "--text") return options.telegram.text = nordkeep::FromUtf8(value), true;
+        if (word == "--key") return options.telegram.key = nordkeep::tools::FromHex(value), true;
+        if (word == "--extended") return options.telegram.extended = nordkeep::FromUtf8(value), true;
+        if (word == "--clock") return options.telegram.clockSeconds = number, true;
+        if (word == "--sequence") return options.telegram.sequence = number, true;
         if (word == "--call") return options.caller = value, true;
         if (word == "--class") return options.telegram.classCode = value.empty() ? '0' : value[0], true;
         if (word == "--receiver") return options.telegram.receiver = number, true;

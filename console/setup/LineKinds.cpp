@@ -18,6 +18,10 @@ constexpr Keys kAlways =
 constexpr Keys kCleaning =
     "AdjustTabAndSpace DOS7bitASCIItoISOLatin1 DOS8bitASCIItoISOLatin1 TextCrLfReplaceCharacter";
 
+constexpr TextView kDc09 = "DC09";
+constexpr Keys kOfDc09 = "TimeBehind TimeAhead RequireEncryption OnlyKnownAccounts Receiver";
+constexpr TextView kMaxCallers = "MaxCallers";
+
 struct KeysOfType {
     PortType type;
     Keys keys;
@@ -25,7 +29,7 @@ struct KeysOfType {
 constexpr KeysOfType kOfTypes[] = {
     {PortType::RS232, "PortNumber AutoPurgeBufferTime Handshaking"},
     {PortType::TCPC, "PortNumber AutoPurgeBufferTime"},
-    {PortType::TCPS, "PortNumber AutoPurgeBufferTime BindSocketToAddress"},
+    {PortType::TCPS, "PortNumber AutoPurgeBufferTime BindSocketToAddress MaxCallers"},
     {PortType::UDP, "PortNumber AutoPurgeBufferTime BindSocketToAddress"},
     {PortType::HTTP, "HTTPGetInterval& HTTPTimeout HTTPPolls"},
     {PortType::POP3,
@@ -91,6 +95,7 @@ const std::vector<KeysOfFormat>& Formats() {
          "MLR2QualifierAsNumber DefaultSIAPrioN DefaultSIAPrioO",
          false,
          {P::ContactID, P::SIA, P::Robofon}},
+        {SiaDc09, "DefaultSIAPrioN DefaultSIAPrioO", false, {P::SIA, P::ContactID}},
     };
     return formats;
 }
@@ -107,7 +112,14 @@ bool Holds(Keys keys, TextView key) {
 
 }  // namespace
 
-bool ReadsKey(const LineKind& kind, TextView key) {
+bool ReadsKey(const LineKind& kind, TextView section, TextView key) {
+    const bool isDc09 = kind.format == MessageFormat::SiaDc09;
+    if (EqualsNoCase(section, kDc09)) {
+        return isDc09 &&
+               (Holds(kOfDc09, key) || (kind.type == PortType::TCPS && EqualsNoCase(key, kMaxCallers)));
+    }
+    // Such a line has its own number.
+    if (isDc09 && EqualsNoCase(key, kMaxCallers)) return false;
     if (Holds(kAlways, key)) return true;
     for (const KeysOfType& row : kOfTypes) {
         if (kind.type == row.type && Holds(row.keys, key)) return true;

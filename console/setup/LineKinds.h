@@ -15,8 +15,8 @@ struct LineKind {
     friend bool operator==(const LineKind&, const LineKind&) = default;
 };
 
-/// Whether a line of this kind reads a key of section General of its settings file.
-bool ReadsKey(const LineKind& kind, TextView key);
+/// Whether a line of this kind reads a key of its settings file, of a section other than Translate.
+bool ReadsKey(const LineKind& kind, TextView section, TextView key);
 /// Whether a number from 1 on is needed to open it.
 bool NeedsNumber(PortType type);
 /// The protocols that a format can raise, for which sets are bound in section Translate.

@@ -187,7 +187,7 @@ LineKind LinesBox::TypedKind() const {
 
 // Of the protocols those that the format raises, and those that the file binds already.
 bool LinesBox::IsShown(const SetupField& field) const {
-    if (!EqualsNoCase(field.key.section, kTranslate)) return ReadsKey(shownKind_, field.key.key);
+    if (!EqualsNoCase(field.key.section, kTranslate)) return ReadsKey(shownKind_, field.key.section, field.key.key);
     if (!field.stored.empty() || !field.typed.empty()) return true;
     if (!shownKind_.format) return false;
     const std::vector<Protocol> raised = ProtocolsOf(*shownKind_.format);

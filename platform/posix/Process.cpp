@@ -1,5 +1,6 @@
 #include "platform/Process.h"
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +26,13 @@ bool StartDetached(const NativePath& program, const std::vector<std::string>& ar
     }
     waitpid(between, nullptr, 0);
     return true;
+}
+
+void RaiseDescriptorLimit() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 std::uint64_t StartSeed() {

@@ -79,10 +79,18 @@ void QtUdpSocket::TakeRemote(const QList<QHostAddress>& addresses) {
 }
 
 bool QtUdpSocket::SendData(TextView bytes) {
+    return SendDatagram(bytes, destination_, destinationPort_);
+}
+
+bool QtUdpSocket::SendDataTo(const SocketPeer& peer, TextView bytes) {
+    return SendDatagram(bytes, QHostAddress(ToQString(peer.address)), static_cast<quint16>(peer.port));
+}
+
+bool QtUdpSocket::SendDatagram(TextView bytes, const QHostAddress& address, quint16 port) {
     if (socket_ == nullptr) return Fail(QStringLiteral("The socket is not open"));
-    if (destination_.isNull()) return Fail(QStringLiteral("There is nobody to send to yet"));
+    if (address.isNull()) return Fail(QStringLiteral("There is nobody to send to yet"));
     const auto size = static_cast<qint64>(bytes.size());
-    if (socket_->writeDatagram(bytes.data(), size, destination_, destinationPort_) != size) {
+    if (socket_->writeDatagram(bytes.data(), size, address, port) != size) {
         return Fail(socket_->errorString());
     }
     tasks_.Add([this] {
@@ -100,6 +108,7 @@ Text QtUdpSocket::GetData() {
     destination_ = datagram.senderAddress();
     destinationPort_ = static_cast<quint16>(datagram.senderPort());
     remoteIp_ = FromQString(destination_.toString());
+    sender_ = {remoteIp_, destinationPort_};
     return datagram.data().toStdString();
 }
 

@@ -29,12 +29,15 @@ class QtUdpSocket : public Winsock {
         return socket_ == nullptr ? SocketState::Closed : SocketState::Open;
     }
     bool SendData(TextView bytes) override;
+    bool SendDataTo(const SocketPeer& peer, TextView bytes) override;
     void Flush() override {}
     Text GetData() override;
+    SocketPeer Sender() const override { return sender_; }
     std::size_t UnsentBytes() const override { return 0; }
     Text LastError() const override { return lastError_; }
 
  private:
+    bool SendDatagram(TextView bytes, const QHostAddress& address, quint16 port);
     void LookUpRemote();
     void TakeRemote(const QList<QHostAddress>& addresses);
     void OnReadyRead();
@@ -46,6 +49,7 @@ class QtUdpSocket : public Winsock {
     int remotePort_ = 0;
     Text remoteHost_{};
     Text remoteIp_{};
+    SocketPeer sender_{};
     Text lastError_{};
     QHostAddress destination_{};
     quint16 destinationPort_ = 0;

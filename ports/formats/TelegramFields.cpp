@@ -65,4 +65,15 @@ Text HexToBytes(TextView text) {
     return decoded;
 }
 
+Text BytesToHex(TextView bytes) {
+    constexpr TextView kDigits = "0123456789ABCDEF";
+    Text digits;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        digits += kDigits[byte >> 4];
+        digits += kDigits[byte & 15];
+    }
+    return digits;
+}
+
 }  // namespace nordkeep

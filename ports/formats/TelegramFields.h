@@ -33,5 +33,7 @@ CodeAndText SplitNumber(TextView message);
 int HexToLong(TextView text);
 /// The bytes of the leading pairs of hexadecimal digits.
 Text HexToBytes(TextView text);
+/// Two hexadecimal digits, in capitals, for each byte.
+Text BytesToHex(TextView bytes);
 
 }  // namespace nordkeep

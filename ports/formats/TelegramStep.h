@@ -57,6 +57,8 @@ struct TelegramStep {
     std::vector<HeldTelegram> held{};
     std::vector<std::uint64_t> settled{};  // keys of held telegrams whose events stand in `events`
     bool closesLine = false;               // the sender expects a TCP line to be closed behind the reply
+    std::uint64_t receipt = 0;             // under which the format is told whether the events are stored
+    bool isRepeat = false;                 // the reply waits for the events of steps before
 };
 
 }  // namespace nordkeep

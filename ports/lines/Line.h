@@ -50,6 +50,12 @@ class Line {
     virtual bool CanSend() const = 0;
     /// False when nothing was sent. A hang-up needs no bytes.
     virtual bool Send(TextView bytes, Behind behind) = 0;
+    /// Who has sent what was taken last, where several share the line; nobody in particular elsewhere.
+    virtual SocketPeer Sender() const { return {}; }
+    /// Answers just him.
+    virtual bool SendTo(const SocketPeer& /*peer*/, TextView bytes, Behind behind) {
+        return Send(bytes, behind);
+    }
 };
 
 /// What lines are made from.

@@ -1,4 +1,5 @@
 #include "ports/lines/Line.h"
+#include "ports/lines/Listening.h"
 
 #include <algorithm>
 #include <utility>
@@ -132,15 +133,8 @@ class TcpServerLine final : public Line {
 
     void Open() override {
         listener_.OnNewStream({});
-        server_->Close();
         const LineSettings& line = log_.Line();
-        const Text place = line.PortSetting + ":" + std::to_string(line.PortNumber);
-        if (!log_.HasListenNumber(place)) return;
-        server_->SetLocalPort(line.PortNumber);
-        const Text& address = line.BindSocketToAddress;
-        const bool isBound = address.empty() || server_->Bind(line.PortNumber, address);
-        if (isBound && server_->Listen()) return log_.Opened(place);
-        log_.OpenFailed(place, "TCP " + std::to_string(line.PortNumber) + ": " + server_->LastError());
+        ListenAsSet(*server_, log_, line.PortSetting + ":" + std::to_string(line.PortNumber), "PortSettings");
     }
 
     void Close(bool) override {

@@ -46,6 +46,13 @@ class UdpLine final : public Line {
         return !bytes.empty() && IsOpen() && socket_->SendData(bytes);
     }
 
+    SocketPeer Sender() const override { return socket_->Sender(); }
+
+    bool SendTo(const SocketPeer& peer, TextView bytes, Behind behind) override {
+        if (peer == SocketPeer()) return Send(bytes, behind);
+        return !bytes.empty() && IsOpen() && socket_->SendDataTo(peer, bytes);
+    }
+
  private:
     Text Address() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
 

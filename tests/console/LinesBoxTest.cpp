@@ -29,9 +29,15 @@ TEST(LineKinds, CarryOnlyTheFormatsThatComeThatWay) {
                 {PortType::FILE, F::PlainText, false},
                 {PortType::RS232, F::GSM, true}};
     for (const auto& row : rows) EXPECT_EQ(GoTogether(row.type, row.format), row.can) << NameOf(row.format);
-    EXPECT_TRUE(ReadsKey({PortType::TCPS, F::PlainText}, "wrapwithstxetx"));
-    EXPECT_FALSE(ReadsKey({PortType::TCPS, F::Robofon}, "WrapWithSTXETX"));
-    EXPECT_FALSE(ReadsKey({PortType::TCPS, F::GSM}, "Handshaking"));
+    EXPECT_TRUE(ReadsKey({PortType::TCPS, F::PlainText}, "General", "wrapwithstxetx"));
+    EXPECT_FALSE(ReadsKey({PortType::TCPS, F::Robofon}, "General", "WrapWithSTXETX"));
+    EXPECT_FALSE(ReadsKey({PortType::TCPS, F::GSM}, "General", "Handshaking"));
+    for (const bool isDc09 : {false, true}) {
+        const LineKind kind{PortType::TCPS, isDc09 ? F::SiaDc09 : F::Robofon};
+        EXPECT_EQ(ReadsKey(kind, "General", "MaxCallers"), !isDc09);
+        EXPECT_EQ(ReadsKey(kind, "DC09", "MaxCallers"), isDc09);
+    }
+    EXPECT_FALSE(ReadsKey({PortType::UDP, F::SiaDc09}, "DC09", "MaxCallers"));
 }
 
 TEST(LineKinds, EveryDescribedKeyIsReadBySomeKindOfLine) {
@@ -42,9 +48,9 @@ TEST(LineKinds, EveryDescribedKeyIsReadBySomeKindOfLine) {
                 if (key.scope != SettingScope::Port) continue;
                 bool isRead = false;
                 for (int type = 0; type <= static_cast<int>(PortType::SMTP); ++type) {
-                    for (int format = 0; ParseMessageFormat(format); ++format) {
-                        isRead = isRead ||
-                                 ReadsKey({static_cast<PortType>(type), ParseMessageFormat(format)}, key.key);
+                    for (const MessageFormat format : MessageFormats()) {
+                        isRead =
+                            isRead || ReadsKey({static_cast<PortType>(type), format}, key.section, key.key);
                     }
                 }
                 EXPECT_TRUE(isRead) << key.key;

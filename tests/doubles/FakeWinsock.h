@@ -16,6 +16,7 @@ class FakeWinsock : public Winsock {
     // What the test sees.
     Text sent{};                // everything handed to SendData
     std::vector<Text> sends{};  // the same, one for each call
+    std::vector<SocketPeer> sentTo{};  // of SendDataTo
     int closes = 0;
     int localPort = 0;
     int remotePort = 0;
@@ -31,8 +32,8 @@ class FakeWinsock : public Winsock {
 
     // What the test makes happen.
     /// Bytes arrive; on UDP as one datagram.
-    void Arrive(TextView bytes) {
-        arrived_.emplace_back(bytes);
+    void Arrive(TextView bytes, const SocketPeer& from = {}) {
+        arrived_.push_back({Text(bytes), from});
         Tell(events_.dataArrival);
     }
     /// Bytes arrive that the loop has not come to yet.
@@ -93,11 +94,17 @@ class FakeWinsock : public Winsock {
         sends.emplace_back(bytes);
         return true;
     }
+    bool SendDataTo(const SocketPeer& peer, TextView bytes) override {
+        sentTo.push_back(peer);
+        return SendData(bytes);
+    }
+    SocketPeer Sender() const override { return sender_; }
     void Flush() override {}
     Text GetData() override {
         Text data;
         while (!arrived_.empty()) {
-            data += arrived_.front();
+            data += arrived_.front().bytes;
+            sender_ = arrived_.front().from;
             arrived_.pop_front();
             if (kind_ == SocketKind::Udp) break;
         }
@@ -123,7 +130,12 @@ class FakeWinsock : public Winsock {
 
     SocketKind kind_;
     SocketEvents events_{};
-    std::deque<Text> arrived_{};
+    struct Arrived {
+        Text bytes{};
+        SocketPeer from{};
+    };
+    std::deque<Arrived> arrived_{};
+    SocketPeer sender_{};
     Text untold_{};
     Text failure_{};
 };

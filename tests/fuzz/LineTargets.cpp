@@ -1,4 +1,5 @@
 #include "ports/formats/Crc16.h"
+#include "ports/dc09/Dc09.h"
 #include "ports/formats/GoogolT1.h"
 #include "ports/formats/Robofon.h"
 #include "ports/formats/RobofonExport.h"
@@ -146,6 +147,47 @@ void RunPollReply(TextView input) {
     if (url.find_first_of(" \r\n") != Text::npos) std::abort();
 }
 
+Dc09Settings Dc09SettingsWith(bool isStrict) {
+    Dc09Settings settings{};
+    settings.RequireEncryption = settings.OnlyKnownAccounts = isStrict;
+    if (isStrict) settings.Receiver = "1";
+    settings.accounts = {{"AAAB", {.key = Text(16, 'A'), .seconds = 60}}, {"1234", {.seconds = 60}}};
+    return settings;
+}
+
+/// Three answers are the most to one frame, and no answer is longer than a frame.
+void RunDc09(TextView input) {
+    for (const bool isStrict : {false, true}) {
+        Feed(input, [&] {
+            auto line = std::make_shared<Dc09Line>(Dc09SettingsWith(isStrict));
+            return [line, atMs = std::int64_t{0}](TextView rest) mutable {
+                TelegramStep step = line->Next(rest, {.monotonicMs = atMs += 1000});
+                if (step.reply.size() > 4200) std::abort();
+                if (step.receipt != 0) line->OnStored(step.receipt, atMs % 2000 == 0);
+                line->Due({.monotonicMs = atMs, .isOpen = true});
+                return step;
+            };
+        });
+    }
+}
+
+/// Each line of the input as the content of a frame with a right check; behind a star it is encrypted.
+void RunDc09Content(TextView input) {
+    Text stream;
+    while (!input.empty()) {
+        const std::size_t end = std::min(input.find('\n'), input.size());
+        const TextView line = input.substr(0, std::min<std::size_t>(end, 2000));
+        const std::size_t bracket = line.find('[');
+        const bool isEncrypted = line.starts_with("\"*") && bracket != TextView::npos;
+        stream += MakeDc09Frame(isEncrypted ? Text(line.substr(0, bracket + 1)) +
+                                                  EncipherDc09(line.substr(bracket + 1), Text(16, 'A'))
+                                            : Text(line),
+                                Dc09Check::Digits);
+        input.remove_prefix(std::min(end + 1, input.size()));
+    }
+    RunDc09(stream);
+}
+
 void RunSurGard(TextView input) {
     for (const int waitSeconds : {0, 5}) {
         SurGardSettings settings{};
@@ -210,6 +252,14 @@ std::vector<FuzzTarget> LineTargets() {
           "ERROR:EVENT QUEUE EMPTY", "OK:", "A \xE5#=secret,Harbour"}},
         {"surgard", &RunSurGard, ExamplesOf(13)},
         {"sia", &RunSia, sia},
+        {"dc09", &RunDc09, ExamplesOf(109)},
+        {"dc09content",
+         &RunDc09Content,
+         {"\"SIA-DCS\"0002R1L232#78919[#78919|Nri1/BA012][X012W34.1][Y045N12.2][Vhttp://a/"
+          "]_14:12:04,09-25-2026",
+          "\"ADM-CID\"0019R1L0#1234[#1234|1401 01 141]\n\"NULL\"0020#1234[]",
+          "\"*SIA-DCS\"0003R1L0#AAAB[#AAAB|Nri1/FA01][X012W34.1]_00:00:00,12-30-1899",
+          "\"*NULL\"0004R1L0#AAAB[]_00:00:00,12-30-1899"}},
     };
 }
 

@@ -82,7 +82,9 @@ ScriptLine ParseLine(TextView line) {
 class ModemFormat final : public LineFormat {
  public:
     explicit ModemFormat(const GsmSettings& settings) : lines_("PortX", settings.sms) {}
-    TelegramStep Next(TextView received, OleDate now) override { return lines_.Take(received, now); }
+    TelegramStep Next(TextView received, const LineClock& clock) override {
+        return lines_.Take(received, clock.now);
+    }
     TelegramStep Due(const ServiceTick&) override { return {}; }
 
  private:
@@ -151,18 +153,21 @@ class Player {
 
     void Receive(const Text& bytes) {
         received_ += bytes;
-        for (TelegramStep step = format_->Next(received_, kScriptNow); step.consumed > 0;
-             step = format_->Next(received_, kScriptNow)) {
+        for (TelegramStep step = format_->Next(received_, Clock()); step.consumed > 0;
+             step = format_->Next(received_, Clock())) {
             ASSERT_LE(step.consumed, received_.size());
             received_.erase(0, step.consumed);
             Note(step);
         }
     }
 
+    LineClock Clock() const { return {.now = kScriptNow, .utc = kScriptUtc, .monotonicMs = tickedMs_}; }
+
     void Tick(std::int64_t atMs) {
         Note(format_->Due({.now = kScriptNow,
                            .monotonicMs = atMs,
                            .tickMs = static_cast<int>(atMs - tickedMs_),
+                           .isOpen = true,
                            .canSend = true}));
         tickedMs_ = atMs;
     }
@@ -252,7 +257,9 @@ ScriptWorld::ScriptWorld(const Script& script) : format_(script.format) {
     };
     write("PortX.ini", "PortDescription=Line\r\n", "setting");
     write("Nordkeep.INI", "", "centre");
-    language_.LoadFrom("1059=1059\r\n1060=1060\r\n1095= lost\r\n");
+    language_.LoadFrom(
+        "1059=1059\r\n1060=1060\r\n1095= lost\r\n5306=5306\r\n5307=5307\r\n5308=5308\r\n"
+        "5309=5309 %1\r\n5310=5310\r\n");
     for (const Text& value : script.Values("caller")) {
         const Text number = GetField(value, 0, " ");
         callers_[number] =
@@ -275,7 +282,9 @@ std::unique_ptr<LineFormat> ScriptWorld::NewFormat() {
 NewDecoder ScriptWorld::FreshDecoder() {
     return [this]() -> Decoder {
         const std::shared_ptr<LineFormat> line = NewFormat();
-        return [line](TextView received, OleDate now) { return line->Next(received, now); };
+        return [line](TextView received, OleDate now) {
+            return line->Next(received, {.now = now, .utc = kScriptUtc});
+        };
     };
 }
 

@@ -59,6 +59,7 @@ class ScriptWorld final : public CallerBook {
 
 /// The clock of all scripts.
 inline const OleDate kScriptNow = OleDate::FromCivil({2025, 11, 21, 6, 5, 4});
+inline const OleDate kScriptUtc = OleDate::FromCivil({2025, 11, 21, 5, 5, 4});
 
 /// Plays a script and holds it against what happens.
 void Play(const Script& script);

@@ -6,7 +6,7 @@ namespace nordkeep {
 namespace {
 
 struct Sent final : ReplySender {
-    void SendReply(TextView sent, Behind behind) override {
+    void SendReply(const SocketPeer&, TextView sent, Behind behind) override {
         bytes += sent;
         if (behind == Behind::HangUp) bytes += "|";
     }
