@@ -127,6 +127,14 @@ Centre::Centre(Foundation& f)
               .ports = operatorPorts_,
               .reload = reload_,
               .screen = workplace_}),
+      mqtt_({.clients = f.Platform().mqtt,
+             .settings = settings_.mqtt,
+             .dataFolder = f.DataFolder(),
+             .clock = f.Platform().clock,
+             .language = f.Texts(),
+             .log = f.Log(),
+             .events = core_.store.Events(),
+             .journal = journal_}),
       facts_({.language = f.Texts(),
               .clock = f.Platform().clock,
               .role = f.CopyRole(),
@@ -138,7 +146,8 @@ Centre::Centre(Foundation& f)
               .stalls = stalls_,
               .clients = f.Clients(),
               .torvex = torvex_,
-              .outputs = outputs_}),
+              .outputs = outputs_,
+              .mqtt = mqtt_}),
       statusService_({.server = f.Platform().http,
                       .settings = settings_.status,
                       .dataFolder = f.DataFolder(),
@@ -183,6 +192,7 @@ Centre::Centre(Foundation& f)
                .check = check_,
                .network = peers_,
                .reload = reload_,
+               .mqtt = mqtt_,
                .statusService = statusService_,
                .workplace = workplace_}) {
     core_.commit.SetTimes(&times_);
@@ -252,6 +262,7 @@ const Centre::Step Centre::kStopSteps[] = {
     {"parked events", &Centre::DispatchParked},
     {"outputs", &Centre::CloseOutputs},
     {"last events", &Centre::SaveLastEvents},
+    {"broker", &Centre::CloseMqtt},
     {"view", &Centre::SaveView},
     {"stored events", &Centre::SettleReplies},
     {"network", &Centre::CloseNetwork},
@@ -358,7 +369,13 @@ void Centre::BeginCheck() {
 }
 
 void Centre::OpenStatusService() {
+    if (!IsClient()) mqtt_.Open();
     statusService_.Open();
+}
+
+// What the stop itself has noted goes at the next start.
+void Centre::CloseMqtt() {
+    mqtt_.Close();
 }
 
 void Centre::CloseStatusService() {

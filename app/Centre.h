@@ -67,6 +67,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     void CloseOutputs();
     void SaveLastEvents();
     void CloseStatusService();
+    void CloseMqtt();
     void CloseWindows();
     void SaveView();
     void CloseNetwork();
@@ -119,6 +120,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     PortList ports_{};
     SimulationBox simulation_;
     NetworkPeers peers_;
+    MqttFeed mqtt_;
     CentreStatus facts_;
     StatusService statusService_;
     Duties duties_;

@@ -13,6 +13,7 @@ CentreSettings::CentreSettings(const Settings& files)
       pictures(LoadSettings(files, PictureSettingRows())),
       printer(LoadSettings(files, PrinterSettingRows())),
       alarmPages(LoadSettings(files, AlarmPageSettingRows())),
-      status(LoadSettings(files, StatusSettingRows())) {}
+      status(LoadSettings(files, StatusSettingRows())),
+      mqtt(LoadSettings(files, MqttSettingRows())) {}
 
 }  // namespace nordkeep

@@ -8,6 +8,7 @@
 #include "console/window/ViewState.h"
 #include "pipeline/Core.h"
 #include "pipeline/OutputSettings.h"
+#include "status/MqttSettings.h"
 #include "status/StatusSettings.h"
 
 namespace nordkeep {
@@ -26,6 +27,7 @@ struct CentreSettings : CoreSettings {
     PrinterSettings printer;
     AlarmPageSettings alarmPages;
     StatusSettings status;
+    MqttSettings mqtt;
 };
 
 }  // namespace nordkeep

@@ -57,6 +57,8 @@ void CentreStatus::AddOutputs(StatusFacts& facts) const {
     facts.outputs = needs_.outputs.States();
     if (needs_.torvex.IsConfigured())
         facts.outputs.push_back({.name = "torvex", .isUp = needs_.torvex.IsConnected()});
+    if (needs_.role != Role::Client && needs_.mqtt.IsConfigured())
+        facts.outputs.push_back(needs_.mqtt.State());
 }
 
 void CentreStatus::AddConditions(StatusFacts& facts) const {

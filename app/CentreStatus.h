@@ -5,6 +5,7 @@
 #include "console/lists/Captions.h"
 #include "network/ClientSlots.h"
 #include "runtime/StallWatch.h"
+#include "status/MqttFeed.h"
 #include "status/StatusService.h"
 
 namespace nordkeep {
@@ -25,6 +26,7 @@ class CentreStatus final : public StatusSource {
         const ClientSlots* clients;  // none on any copy but a server
         const TorvexLink& torvex;
         const AlarmOutputs& outputs;
+        const MqttFeed& mqtt;
     };
     explicit CentreStatus(const Needs& needs) : needs_(needs), captions_(needs.language) {}
     StatusFacts Facts() const override;

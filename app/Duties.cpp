@@ -140,6 +140,7 @@ void Duties::TickPlace(const Tick& tick) {
 }
 
 void Duties::TickStatusService(const Tick& tick) {
+    needs_.mqtt.Tick(tick.intervalMs);
     needs_.statusService.Tick(tick.intervalMs);
 }
 

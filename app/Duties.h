@@ -15,6 +15,7 @@
 #include "ports/PortList.h"
 #include "runtime/StallWatch.h"
 #include "runtime/TrafficLog.h"
+#include "status/MqttFeed.h"
 #include "status/StatusService.h"
 #include "translation/AliveScan.h"
 #include "translation/ReloadWatch.h"
@@ -71,6 +72,7 @@ class Duties {
         RunningCheck& check;
         NetworkPeers& network;
         ReloadRequest& reload;
+        MqttFeed& mqtt;
         StatusService& statusService;
         Workplace& workplace;
     };

@@ -31,6 +31,7 @@
 #include "ports/formats/VirtualReceiver.h"
 #include "ports/formats/XmlGateways.h"
 #include "runtime/IdleSettings.h"
+#include "status/MqttSettings.h"
 #include "status/StatusSettings.h"
 #include "store/AlarmText.h"
 #include "store/StoreSettings.h"
@@ -64,6 +65,7 @@ void AddMainTables(SettingCatalogue& known) {
     known.Add(PrinterSettingRows());
     known.Add(AlarmPageSettingRows());
     known.Add(StatusSettingRows());
+    known.Add(MqttSettingRows());
     known.Add(IdleSettingRows());
 }
 

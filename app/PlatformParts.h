@@ -10,6 +10,7 @@
 #include "platform/JournalFile.h"
 #include "platform/MSComm.h"
 #include "platform/MessageQueue.h"
+#include "platform/MqttClient.h"
 #include "platform/PrinterPort.h"
 #include "platform/ServiceNotify.h"
 #include "platform/SoundDevice.h"
@@ -30,6 +31,7 @@ struct PlatformParts {
     PrinterPort& printer;
     SoundDevice& sound;
     HttpServer& http;
+    MqttClients& mqtt;
     ServiceNotify& serviceManager;
     Dialogs& dialogs;
     NativePath programFile{};

@@ -10,6 +10,7 @@
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
 #include "platform/http/MicroHttpServer.h"
+#include "platform/mqtt/MosquittoClients.h"
 #include "platform/posix/AplaySound.h"
 #include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
@@ -83,6 +84,7 @@ struct Machine {
     AplaySound sound{};
     QtDescriptorWatches watches{};
     MicroHttpServer http{loop, watches};
+    MosquittoClients mqtt{loop, watches};
     NotifySocket serviceManager{};
     TerminalDialogs terminalDialogs{};
     QtDialogs screenDialogs{};
@@ -99,6 +101,7 @@ struct Machine {
                 .printer = printer,
                 .sound = sound,
                 .http = http,
+                .mqtt = mqtt,
                 .serviceManager = serviceManager,
                 .dialogs = DialogsFor(hasScreen) ? static_cast<Dialogs&>(screenDialogs) : terminalDialogs,
                 .programFile = ProgramFile(),
@@ -107,6 +110,19 @@ struct Machine {
     /// Where there is a screen and somebody in front of it; else none.
     QtDialogs* DialogsFor(bool hasScreen) { return hasScreen && !IsUnattended() ? &screenDialogs : nullptr; }
 };
+
+/// A line of the log on standard output. The system's own log dates its lines itself, and goes by a number in
+/// front of each: 3 error, 4 warning, 6 information.
+void PrintRow(const LogRow& row, bool isForSystemLog) {
+    const std::string text = ToUtf8(row.text);
+    if (!isForSystemLog) {
+        std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
+                    text.c_str());
+        return;
+    }
+    const int level = row.kind == LogKind::Failure ? 3 : row.kind == LogKind::Oddity ? 4 : 6;
+    std::printf("<%d>%s\n", level, text.c_str());
+}
 
 /// Shows the log in the terminal, and keeps it for the window until there is one.
 class LogRows {
@@ -130,8 +146,7 @@ class LogRows {
 
  private:
     void Take(const LogRow& row) {
-        std::printf("%s %s %d %s\n", row.date.c_str(), row.time.c_str(), static_cast<int>(row.kind),
-                    ToUtf8(row.text).c_str());
+        PrintRow(row, isForSystemLog_);
         // Of alarms there are many in a turn.
         if (row.kind != LogKind::Alarm) {
             Flush();
@@ -148,6 +163,7 @@ class LogRows {
 
     SysLog& log_;
     EventLoop& loop_;
+    const bool isForSystemLog_ = qEnvironmentVariableIsSet("JOURNAL_STREAM");
     bool isFlushWaiting_ = false;
     Workplace* place_ = nullptr;
     std::vector<LogRow> early_{};

@@ -107,6 +107,10 @@ class Journal {
     std::optional<JournalRow> LastOf(const Text& event, std::optional<JournalKind> kind);
     /// The newest entry of a kind that stands in the database.
     std::optional<JournalRow> Last(JournalKind kind) { return file_.ReadLast(NameOf(kind)); }
+    /// A number that is kept beside the entries under a name of its own; 0 for one that never was.
+    std::int64_t Mark(const char* name) const { return file_.IsOpen() ? file_.Mark(name) : 0; }
+    /// On the medium when it returns true.
+    bool KeepMark(const JournalMark& mark) { return file_.IsOpen() && file_.Append({}, {&mark, 1}); }
     /// Deletes a slice of what is older than `days`; 0 keeps everything. True when there may be more.
     bool Prune(int days);
     /// Work for an idle moment, and now and then for a busy program, too.

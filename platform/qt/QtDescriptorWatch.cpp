@@ -10,14 +10,21 @@ namespace {
 class QtDescriptorWatch final : public DescriptorWatch {
  public:
     QtDescriptorWatch(int descriptor, QSocketNotifier::Type type, std::function<void()> onReady)
-        : notifier_(descriptor, type) {
-        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_,
+        : notifier_(new QSocketNotifier(descriptor, type)) {
+        QObject::connect(notifier_, &QSocketNotifier::activated, notifier_,
                          [onReady = std::move(onReady)] { onReady(); });
     }
-    void SetOn(bool isOn) override { notifier_.setEnabled(isOn); }
+    // Its own handler may be what lets it go.
+    ~QtDescriptorWatch() override {
+        notifier_->setEnabled(false);
+        notifier_->deleteLater();
+    }
+    QtDescriptorWatch(const QtDescriptorWatch&) = delete;
+    QtDescriptorWatch& operator=(const QtDescriptorWatch&) = delete;
+    void SetOn(bool isOn) override { notifier_->setEnabled(isOn); }
 
  private:
-    QSocketNotifier notifier_;
+    QSocketNotifier* notifier_;
 };
 
 }  // namespace

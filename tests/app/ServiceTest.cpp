@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <sstream>
 
 namespace nordkeep {
 namespace {
@@ -43,6 +44,20 @@ std::string Analyze(const std::string& words) {
     while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, got);
     pclose(pipe);
     return output;
+}
+
+TEST(Service, WritesLinesAsTheSystemsLogWantsThem) {
+    RunningCopy copy;
+    copy.WriteMainSettings();
+    copy.AddPort("Port1", "PortType=TCPS\r\nPortNumber=none");
+    ::setenv("JOURNAL_STREAM", "8:1234", 1);
+    copy.Start();
+    ::unsetenv("JOURNAL_STREAM");
+    EXPECT_TRUE(copy.WaitForOutput("<3>"));
+    EXPECT_EQ(copy.Stop(), 0);
+    std::istringstream lines(copy.Output());
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_TRUE(line.starts_with("<3>") || line.starts_with("<4>") || line.starts_with("<6>")) << line;
 }
 
 TEST(Service, UnitIsSoundAndConfined) {
