@@ -18,7 +18,7 @@ HttpBody::State EntryLines::Next(std::string& piece) {
     const std::size_t most = std::min(left_, kEntriesOfPiece);
     std::size_t count = 0;
     const bool isRead = most > 0 && journal_.ReadSome(after_, most, [&](const JournalRow& row) {
-        piece.append(EntryJson(row)).append("\n");
+        piece.append(form_(row)).append("\n");
         after_ = row.id;
         ++count;
     });

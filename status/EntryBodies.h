@@ -10,14 +10,16 @@ namespace nordkeep {
 /// Entries of the journal behind an id as JSON lines, up to a number of them.
 class EntryLines final : public HttpBody {
  public:
-    EntryLines(Journal& journal, std::int64_t after, std::size_t most)
-        : journal_(journal), after_(after), left_(most) {}
+    using Form = std::string (*)(const JournalRow&);
+    EntryLines(Journal& journal, std::int64_t after, std::size_t most, Form form)
+        : journal_(journal), after_(after), left_(most), form_(form) {}
     State Next(std::string& piece) override;
 
  private:
     Journal& journal_;
     std::int64_t after_;
     std::size_t left_;
+    Form form_;
 };
 
 /// Entries behind an id as they come, as server-sent events that name their ids; a comment line when there

@@ -86,6 +86,17 @@ std::string EntryJson(const JournalRow& row) {
                    .comment = data.String("comment")});
 }
 
+std::string RowJson(const JournalRow& row) {
+    JsonObject json;
+    json.Add("id", row.id).Add("time", FromUtf8(row.time)).Add("kind", FromUtf8(row.kind));
+    json.Add("event", FromUtf8(row.event));
+    row.status ? json.Add("status", *row.status) : json.AddNull("status");
+    json.Add("priority", FromUtf8(row.priority)).Add("object", FromUtf8(row.object));
+    json.Add("type", FromUtf8(row.type)).Add("port", FromUtf8(row.port)).Add("user", FromUtf8(row.user));
+    json.Add("station", FromUtf8(row.station)).Add("text", FromUtf8(row.text));
+    return json.Add("data", FromUtf8(row.data)).Take();
+}
+
 std::string AlarmJson(const cAlarm& alarm, std::int64_t id, const std::string& time) {
     return JsonOf({.id = id,
                    .time = time,

@@ -1,7 +1,7 @@
 #include "status/StatusService.h"
 
 #include "runtime/Json.h"
-#include "status/EntryBodies.h"
+#include "status/EntryJson.h"
 #include "status/Metrics.h"
 #include "status/StatusPage.h"
 
@@ -141,6 +141,7 @@ HttpAnswer StatusService::Answer(const HttpRequest& request) {
         {"/readyz", &StatusService::Readiness},
         {"/metrics", &StatusService::Metrics},
         {"/v1/events", &StatusService::Events},
+        {"/v1/entries", &StatusService::Entries},
         {"/v1/events/stream", &StatusService::Stream},
         {"/v1/alarms", &StatusService::Alarms},
         {"/v1/ports", &StatusService::Ports},
@@ -181,6 +182,14 @@ HttpAnswer StatusService::Metrics(const HttpRequest&) {
 }
 
 HttpAnswer StatusService::Events(const HttpRequest& request) {
+    return Lines(request, &EntryJson);
+}
+
+HttpAnswer StatusService::Entries(const HttpRequest& request) {
+    return Lines(request, &RowJson);
+}
+
+HttpAnswer StatusService::Lines(const HttpRequest& request, EntryLines::Form form) {
     const std::string after = request.Query("after");
     const std::string limit = request.Query("limit");
     const auto from = after.empty() ? std::optional<std::int64_t>(0) : NumberOf(after);
@@ -188,8 +197,8 @@ HttpAnswer StatusService::Events(const HttpRequest& request) {
     if (!from || !most || *most == 0) return Refusal(400, "after and limit are whole numbers\n");
     if (!needs_.journal || !needs_.journal->IsOpen()) return Refusal(503, "no journal\n");
     HttpAnswer answer{.contentType = kJsonLines};
-    answer.pieces = std::make_unique<EntryLines>(*needs_.journal, *from,
-                                                 static_cast<std::size_t>(std::min(*most, kMostEntries)));
+    answer.pieces = std::make_unique<EntryLines>(
+        *needs_.journal, *from, static_cast<std::size_t>(std::min(*most, kMostEntries)), form);
     return answer;
 }
 

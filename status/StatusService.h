@@ -4,6 +4,7 @@
 #include "platform/HttpServer.h"
 #include "runtime/Language.h"
 #include "runtime/SysLog.h"
+#include "status/EntryBodies.h"
 #include "status/StatusFacts.h"
 #include "status/StatusSettings.h"
 #include "store/EventList.h"
@@ -44,6 +45,8 @@ class StatusService final : private HttpHandler {
     HttpAnswer Readiness(const HttpRequest&);
     HttpAnswer Metrics(const HttpRequest&);
     HttpAnswer Events(const HttpRequest& request);
+    HttpAnswer Entries(const HttpRequest& request);
+    HttpAnswer Lines(const HttpRequest& request, EntryLines::Form form);
     HttpAnswer Stream(const HttpRequest& request);
     HttpAnswer Alarms(const HttpRequest&);
     HttpAnswer Ports(const HttpRequest&);

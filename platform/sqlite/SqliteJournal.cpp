@@ -1,6 +1,7 @@
 #include "platform/sqlite/SqliteJournal.h"
 
 #include "platform/sqlite/GatheredLog.h"
+#include "platform/sqlite/JournalRows.h"
 
 #include <sqlite3.h>
 
@@ -16,29 +17,12 @@ constexpr int kCommitsToTidy = 250;
 /// Pages in the log of writes above which it is worked off also while telegrams come: 16 MiB.
 constexpr int kMostPagesOfLog = 8192;
 
-constexpr const char* kSchema =
-    "CREATE TABLE IF NOT EXISTS entries("
-    " id INTEGER PRIMARY KEY,"
-    " time TEXT NOT NULL,"
-    " kind TEXT NOT NULL,"
-    " event TEXT NOT NULL DEFAULT '',"
-    " status INTEGER,"
-    " priority INTEGER NOT NULL DEFAULT '',"
-    " object TEXT NOT NULL DEFAULT '',"
-    " type TEXT NOT NULL DEFAULT '',"
-    " port TEXT NOT NULL DEFAULT '',"
-    " user TEXT NOT NULL DEFAULT '',"
-    " station TEXT NOT NULL DEFAULT '',"
-    " text TEXT NOT NULL DEFAULT '',"
-    " data TEXT NOT NULL DEFAULT '');"
+constexpr const char* kIndexes =
     "CREATE INDEX IF NOT EXISTS entries_by_time ON entries(time);"
     "CREATE INDEX IF NOT EXISTS entries_by_event ON entries(event) WHERE event <> '';"
     "CREATE INDEX IF NOT EXISTS entries_by_object ON entries(object) WHERE object <> '';"
     "CREATE INDEX IF NOT EXISTS entries_held ON entries(id) WHERE kind IN ('waiting', 'done');"
     "CREATE TABLE IF NOT EXISTS marks(name TEXT PRIMARY KEY, value INTEGER NOT NULL) WITHOUT ROWID;";
-
-constexpr const char* kColumns =
-    "id, time, kind, event, status, priority, object, type, port, user, station, text, data";
 
 std::string& FileLayer() {
     static std::string name;
@@ -47,27 +31,6 @@ std::string& FileLayer() {
 
 void BindText(sqlite3_stmt* statement, int place, const std::string& text) {
     sqlite3_bind_text(statement, place, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-}
-
-std::string ColumnText(sqlite3_stmt* statement, int column) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-    return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)))
-                : std::string();
-}
-
-JournalRow RowOf(sqlite3_stmt* statement) {
-    JournalRow row{.id = sqlite3_column_int64(statement, 0)};
-    if (sqlite3_column_type(statement, 4) != SQLITE_NULL) row.status = sqlite3_column_int(statement, 4);
-    std::string JournalRow::*const texts[] = {
-        &JournalRow::time,     &JournalRow::kind,    &JournalRow::event, nullptr,
-        &JournalRow::priority, &JournalRow::object,  &JournalRow::type,  &JournalRow::port,
-        &JournalRow::user,     &JournalRow::station, &JournalRow::text,  &JournalRow::data};
-    int column = 1;
-    for (const auto text : texts) {
-        if (text) row.*text = ColumnText(statement, column);
-        ++column;
-    }
-    return row;
 }
 
 bool Step(sqlite3_stmt* statement) {
@@ -124,7 +87,7 @@ bool SqliteJournal::OpenFile(const NativePath& path) {
     const bool isReady = Run("PRAGMA page_size=2048") && Run("PRAGMA journal_mode=WAL") &&
                          Run("PRAGMA synchronous=FULL") && Run("PRAGMA wal_autocheckpoint=0") &&
                          Run("PRAGMA journal_size_limit=16777216") && Run("PRAGMA cache_size=-4096") &&
-                         Run(kSchema);
+                         Run(kEntriesTable) && Run(kIndexes);
     if (isReady) FollowLog();
     return isReady;
 }
@@ -140,7 +103,7 @@ void SqliteJournal::FollowLog() {
 }
 
 bool SqliteJournal::PrepareAll() {
-    insert_ = Prepare(std::string("INSERT INTO entries(") + kColumns +
+    insert_ = Prepare(std::string("INSERT INTO entries(") + kEntriesColumns +
                       ") VALUES(?1,?2,?3,?4,?5,?6,?7,?8,?9,?10,?11,?12,?13)");
     setMark_ = Prepare(
         "INSERT INTO marks(name, value) VALUES(?1, ?2)"
@@ -174,17 +137,8 @@ bool SqliteJournal::Run(const char* sql) {
 }
 
 bool SqliteJournal::Insert(const JournalRow& row) {
-    sqlite3_stmt* in = insert_.get();
-    sqlite3_bind_int64(in, 1, row.id);
-    BindText(in, 2, row.time);
-    BindText(in, 3, row.kind);
-    BindText(in, 4, row.event);
-    row.status ? sqlite3_bind_int(in, 5, *row.status) : sqlite3_bind_null(in, 5);
-    const std::array texts = {&row.priority, &row.object,  &row.type, &row.port,
-                              &row.user,     &row.station, &row.text, &row.data};
-    int place = 6;
-    for (const std::string* text : texts) BindText(in, place++, *text);
-    return Step(in) || Fail("insert");
+    BindRow(insert_.get(), row);
+    return Step(insert_.get()) || Fail("insert");
 }
 
 bool SqliteJournal::SetMark(const JournalMark& mark) {
@@ -246,7 +200,7 @@ std::int64_t SqliteJournal::Mark(const char* name) const {
 
 bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
                          const std::function<void(const JournalRow&)>& show) {
-    std::string sql = std::string("SELECT ") + kColumns + " FROM entries WHERE id > ?1";
+    std::string sql = std::string("SELECT ") + kEntriesColumns + " FROM entries WHERE id > ?1";
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         sql.append(i == 0 ? " AND kind IN ('" : "','").append(kinds[i]);
     }
@@ -260,8 +214,8 @@ bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> k
 }
 
 std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {
-    const Statement read =
-        Prepare(std::string("SELECT ") + kColumns + " FROM entries WHERE kind = ?1 ORDER BY id DESC LIMIT 1");
+    const Statement read = Prepare(std::string("SELECT ") + kEntriesColumns +
+                                   " FROM entries WHERE kind = ?1 ORDER BY id DESC LIMIT 1");
     if (!read) return std::nullopt;
     sqlite3_bind_text(read.get(), 1, kind.data(), static_cast<int>(kind.size()), SQLITE_STATIC);
     if (sqlite3_step(read.get()) != SQLITE_ROW) return std::nullopt;
@@ -271,7 +225,7 @@ std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {
 std::optional<JournalRow> SqliteJournal::ReadLastOf(std::string_view event, std::string_view kind) {
     const char* const ofKind = kind.empty() ? "" : " AND kind = ?2";
     const Statement read =
-        Prepare(std::string("SELECT ") + kColumns + " FROM entries WHERE event = ?1 AND event <> ''" +
+        Prepare(std::string("SELECT ") + kEntriesColumns + " FROM entries WHERE event = ?1 AND event <> ''" +
                 ofKind + " ORDER BY id DESC LIMIT 1");
     if (!read) return std::nullopt;
     sqlite3_bind_text(read.get(), 1, event.data(), static_cast<int>(event.size()), SQLITE_STATIC);
