@@ -213,6 +213,8 @@ Workplace::Needs Centre::WorkplaceNeeds() {
             .lines = operatorPorts_,
             .end = *this,
             .dispatcher = core_.dispatcher,
+            .intake = core_.intake,
+            .torvex = torvex_,
             .simulation = simulation_};
 }
 

@@ -9,6 +9,9 @@
 #include "console/views/boxes/PictureWindow.h"
 #include "console/views/boxes/ReconnectDialog.h"
 #include "console/views/boxes/SimulationDialog.h"
+#include "console/views/editors/RowsPane.h"
+#include "console/views/editors/SetsPane.h"
+#include "console/views/setup/LinesPane.h"
 #include "console/views/setup/SetupWindow.h"
 
 #include <QtGui/QShortcut>
@@ -81,7 +84,12 @@ void Screen::SetBehindModels() {
                      [this] { centre_.Place().Main().Run(Command::FileSoundStop); });
     sheets_.push_back(WindowOf<PeriodDialog>(place.Period(), words, &window_));
     sheets_.push_back(WindowOf<EditorWindow>(place.Editor(), words, &window_));
-    sheets_.push_back(WindowOf<SetupWindow>(place.Setup(), words, &window_));
+    auto setup = std::make_unique<SetupWindow>(place.Setup(), words, &window_);
+    place.Setup().SetView(*setup);
+    setup->AddPane(place.Lines(), new LinesPane(place.Lines(), words));
+    setup->AddPane(place.Editors().Sets(), new SetsPane(place.Editors().Sets(), words));
+    for (RowsBox* rows : place.Editors().All()) setup->AddPane(*rows, new RowsPane(*rows, words));
+    sheets_.push_back(std::move(setup));
     sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));
     sheets_.push_back(WindowOf<ReconnectDialog>(place.Reconnect(), foundation_.Texts(), &window_));
     auto picture = std::make_unique<PictureWindow>(place.Picture(), words);

@@ -54,11 +54,13 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
                .captions = captions_,
                .clock = needs.foundation.Platform().clock,
                .state = *role_.state}),
+      textFindings_(needs.foundation),
       editor_({.files = *role_.files,
                .dialogs = needs.foundation.Platform().dialogs,
                .captions = captions_,
                .state = *role_.state,
-               .host = *role_.editorHost}),
+               .host = *role_.editorHost,
+               .check = textFindings_}),
       lines_({.files = *role_.files,
               .dialogs = needs.foundation.Platform().dialogs,
               .captions = captions_,
@@ -66,13 +68,14 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
               .clock = needs.foundation.Platform().clock,
               .dataFolder = needs.foundation.DataFolder(),
               .control = *role_.lines}),
+      editors_(EditorNeeds(), needs.foundation.Platform().dialogs),
       setup_({.files = needs.foundation.Files(),
               .centreFiles = *role_.files,
               .dialogs = needs.foundation.Platform().dialogs,
               .captions = captions_,
               .state = *role_.state,
               .host = *this,
-              .lines = lines_,
+              .sections = Sections(),
               .dataFolder = needs.foundation.DataFolder(),
               .programFolder = needs.foundation.ProgramFolder()}),
       shift_({.store = needs.store,
@@ -147,6 +150,7 @@ ObjectPage::Needs Workplace::ObjectNeeds() {
             .windows = windows_,
             .period = period_,
             .editor = editor_,
+            .editors = *this,
             .knowsCallers = role_.knowsCallers};
 }
 
@@ -169,6 +173,38 @@ MainBox::Needs Workplace::MainNeeds() {
             .lines = *role_.lines,
             .alarms = AlarmNeeds(),
             .objects = ObjectNeeds()};
+}
+
+PlaceEditors::Needs Workplace::EditorNeeds() {
+    return {.foundation = needs_.foundation,
+            .captions = captions_,
+            .state = *role_.state,
+            .files = *role_.files,
+            .maps = *role_.maps,
+            .host = *role_.editorHost,
+            .editor = editor_,
+            .translations = needs_.translations,
+            .store = needs_.store,
+            .outputs = needs_.outputs,
+            .torvex = needs_.torvex,
+            .intake = needs_.intake,
+            .dispatcher = needs_.dispatcher};
+}
+
+std::vector<SetupSection*> Workplace::Sections() {
+    std::vector<SetupSection*> sections = {&lines_, &editors_.Sets()};
+    for (RowsBox* rows : editors_.All()) sections.push_back(rows);
+    return sections;
+}
+
+void Workplace::EditObjects(const Text& set, const Text& idCode) {
+    setup_.OpenAt(editors_.Objects());
+    editors_.Objects().ShowRow(set, idCode);
+}
+
+void Workplace::EditTypes(const Text& set) {
+    setup_.OpenAt(editors_.Types());
+    editors_.Types().ShowRow(set, {});
 }
 
 void Workplace::FirstShown() {

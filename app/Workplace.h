@@ -2,17 +2,22 @@
 
 #include "app/LiveSettings.h"
 #include "app/PlaceRole.h"
+#include "app/SetupEditors.h"
+#include "app/TextFindings.h"
 #include "console/boxes/CommentBox.h"
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/PeriodBox.h"
 #include "console/boxes/ReconnectBox.h"
+#include "console/editors/SetEditors.h"
 #include "console/print/ShiftList.h"
+#include "console/setup/LinesBox.h"
 #include "console/setup/SetupBox.h"
 #include "console/window/MainBox.h"
 #include "console/window/OpenWindows.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/DeskLink.h"
 #include "pipeline/Dispatcher.h"
+#include "pipeline/Intake.h"
 
 namespace nordkeep {
 
@@ -43,6 +48,7 @@ class Workplace final : public OperatorDesk,
                         public ClientScreen,
                         private PrintOutput,
                         private SoundSwitch,
+                        private SetEditors,
                         private SetupHost {
  public:
     struct Needs {
@@ -61,6 +67,8 @@ class Workplace final : public OperatorDesk,
         ProgramEnd& end;
         // Built behind the place; nothing is asked of them before the program runs.
         Dispatcher& dispatcher;
+        Intake& intake;
+        const TorvexLink& torvex;
         SimulationBox& simulation;
     };
     Workplace(const Needs& needs, PlaceRole role);
@@ -94,6 +102,8 @@ class Workplace final : public OperatorDesk,
     PeriodBox& Period() { return period_; }
     EditorBox& Editor() { return editor_; }
     SetupBox& Setup() { return setup_; }
+    LinesBox& Lines() { return lines_; }
+    SetupEditors& Editors() { return editors_; }
     const ShiftList& Shift() const { return shift_; }
     PrinterSettings& PrinterLook() { return printerSettings_; }
     DebugPage& Debug() { return debug_; }
@@ -133,7 +143,12 @@ class Workplace final : public OperatorDesk,
     bool PlaySound(const Text& file, const Text& device) override;
     std::vector<LanguageChoice> Languages() override;
 
+    void EditObjects(const Text& set, const Text& idCode) override;
+    void EditTypes(const Text& set) override;
+
     AlarmCommands::Needs CommandNeeds();
+    PlaceEditors::Needs EditorNeeds();
+    std::vector<SetupSection*> Sections();
     CommentBox::Needs SheetNeeds();
     AlarmPage::Needs AlarmNeeds();
     ObjectPage::Needs ObjectNeeds();
@@ -158,8 +173,10 @@ class Workplace final : public OperatorDesk,
     LoginBox login_;
     ReconnectBox reconnect_;
     PeriodBox period_;
+    TextFindings textFindings_;
     EditorBox editor_;
     LinesBox lines_;
+    SetupEditors editors_;
     SetupBox setup_;
     ShiftList shift_;
     MainBox main_;

@@ -4,6 +4,7 @@
 #include "network/EventRecord.h"
 #include "network/ObjectMessages.h"
 #include "network/Users.h"
+#include "runtime/Versions.h"
 #include "translation/AliveTestReset.h"
 #include "translation/ObjectLookup.h"
 
@@ -284,6 +285,7 @@ void NetworkServer::ReadTextFile(int slot, TextView payload) {
 void NetworkServer::WriteTextFile(int slot, TextView payload) {
     const auto file = ReadPayload<FileToWrite>(payload);
     if (!fileService_.MayWrite(file.path, LevelAt(slot))) return LogRefusal(slot, file.path);
+    KeepVersion(needs_.dataFolder, file.path, needs_.clock.Now());
     if (!fileService_.WriteTextFile(file.path, file.text)) return;
     needs_.deeds.Note(JournalKind::Edit, DoerAt(slot), {}, file.path);
     if (IsTranslationFile(file.path)) needs_.requestReload();

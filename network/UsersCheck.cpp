@@ -32,11 +32,15 @@ std::int64_t CheckUser(const IniLines::Entry& entry, FileFindings& findings) {
     const auto field = [&](std::size_t number) {
         return number <= fields.size() ? TrimBlanksAndTabs(fields[number - 1]) : TextView();
     };
+    findings.AtField(2);
     if (field(2).empty() || field(2).size() > kInitials)
         findings.Warning(line, kTextField, {"2", field(2), "ABC"});
+    findings.AtField(3);
     if (field(3).empty()) findings.Error(line, kTextNoPassword, {entry.key});
+    findings.AtField(4);
     const auto level = WholeNumber(field(4));
     if (!level || *level < 0) findings.Error(line, kTextField, {"4", field(4), "1"});
+    findings.AtField(0);
     return level && !field(3).empty() ? *level : 0;
 }
 

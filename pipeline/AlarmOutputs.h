@@ -44,6 +44,7 @@ class AlarmOutputs final : public Outputs {
     void PrintAlarm(const cAlarm& alarm) override;
 
     ComCallLink& ComCall() { return comCall_; }
+    const MessageQueueOutput& Queue() const { return queue_; }
     SoundPlayer& Sound() { return sound_; }
     RelayOutput& Relay() { return relay_; }
     /// Those that are configured.

@@ -40,6 +40,8 @@ class Dispatcher {
     /// An alarm that the server has dispatched comes to this client: only what it opens, shows and sounds at
     /// this place. Nothing for a record that is reset or ended.
     void PresentAtDesk(cAlarm& alarm);
+    /// Whether the settings pass such an alarm on to Torvex.
+    bool IsToBePassedToTorvex(const cAlarm& alarm) const;
 
     /// Sends the alarms that still wait for it to Torvex: those whose delay has passed. To be called every
     /// few seconds.
@@ -91,7 +93,6 @@ class Dispatcher {
 
     /// The text of an alarm for Torvex, with its line feed.
     Text TorvexLine(const cAlarm& alarm) const;
-    bool IsToBePassedToTorvex(const cAlarm& alarm) const;
 
     Needs needs_;
     AppendingFile alarmLog_{needs_.dataFolder};

@@ -57,15 +57,8 @@ void Intake::HandleIncomingEvent(const IncomingEvent& event) {
     const FileTree::Moment moment(needs_.dataFolder);
     IntakeRun run{.event = event, .alarm = std::make_unique<cAlarm>()};
     run.alarm->m_AlarmId = needs_.store.GetNextAlarmId();
-    run.alarm->m_ArrivedTime = needs_.clock.Now();
-    const auto priorities = LoadSettings(needs_.files, PrioritySettingRows());
-    BuildRecord(run, {priorities.NonTextDefaultPrio, needs_.settings.SIADecodeErrorType});
-    ApplyFieldMap(run, kBeforeTranslation);
-    if (event.IsAConfirmationSMS) {
-        FillConfirmation(run, needs_.language.GetLanguageText(kTextConfirmation));
-    } else {
-        Translate(run, priorities.AlwaysApplyNonTextDefaultPrio);
-        FinishTexts(run);
+    Build(run);
+    if (!event.IsAConfirmationSMS) {
         FeedAliveTests(run);
         AwaitReset(*run.alarm);
         if (needs_.resets.ResolveResets(*run.alarm)) {
@@ -75,6 +68,27 @@ void Intake::HandleIncomingEvent(const IncomingEvent& event) {
         }
     }
     HandOver(run);
+}
+
+/// The record with all that the files of the centre say of it.
+void Intake::Build(IntakeRun& run) {
+    run.alarm->m_ArrivedTime = needs_.clock.Now();
+    const auto priorities = LoadSettings(needs_.files, PrioritySettingRows());
+    BuildRecord(run, {priorities.NonTextDefaultPrio, needs_.settings.SIADecodeErrorType});
+    ApplyFieldMap(run, kBeforeTranslation);
+    if (run.event.IsAConfirmationSMS)
+        return FillConfirmation(run, needs_.language.GetLanguageText(kTextConfirmation));
+    Translate(run, priorities.AlwaysApplyNonTextDefaultPrio);
+    FinishTexts(run);
+}
+
+Intake::Trial Intake::Try(const IncomingEvent& event) {
+    const FileTree::Moment moment(needs_.dataFolder);
+    IntakeRun run{.event = event, .alarm = std::make_unique<cAlarm>(), .isTrial = true};
+    Build(run);
+    AwaitReset(*run.alarm);
+    const bool isFound = run.IsFound();
+    return {std::move(run.alarm), isFound, run.isInService, run.isParked};
 }
 
 void Intake::HandOver(IntakeRun& run) {
@@ -135,14 +149,14 @@ void Intake::TakeObject(IntakeRun& run, cTranslate& set, cIDCode& object) {
     alarm.m_Customer = object.m_Customer;
     alarm.m_ResetIdCode = object.m_ResetIdCode;
     ReadObjectInformation(alarm);
-    NoteObjectHeard(run, set, object);
+    if (!run.isTrial) NoteObjectHeard(run, set, object);
     run.object = &object;
     run.objectSet = &set;
     if (IsInService(object, needs_.clock.Now())) {
         alarm.m_Status = kStatusAcknowledged;
         run.isInService = true;
     }
-    ShowObject(set, object);
+    if (!run.isTrial) ShowObject(set, object);
 }
 
 void Intake::ReadObjectInformation(cAlarm& alarm) const {

@@ -12,6 +12,8 @@
 #include "translation/SilenceAlarm.h"
 #include "translation/Translations.h"
 
+#include <memory>
+
 namespace nordkeep {
 
 /// Builds one record from each event, finds its object and texts, keeps the object's alive tests, and hands
@@ -41,7 +43,18 @@ class Intake final : public EventIntake, public SilenceAlarm {
     void HandleIncomingEvent(const IncomingEvent& event) override;
     void RaiseSilenceAlarm(cTranslate& set, cIDCode& object, int test, OleDate now) override;
 
+    /// What an event would become.
+    struct Trial {
+        std::unique_ptr<cAlarm> alarm{};
+        bool isFound = false;  // there is an object
+        bool isInService = false;
+        bool mayBeParked = false;  // it may be a reset that comes before its alarm
+    };
+    /// Goes the road of an event up to its disposition: nothing is stored, sent, shown, fed or reset.
+    Trial Try(const IncomingEvent& event);
+
  private:
+    void Build(IntakeRun& run);
     void Translate(IntakeRun& run, bool alwaysApplyDefaultPrio);
     void WalkSet(IntakeRun& run, cTranslate& set, bool alwaysApplyDefaultPrio);
     void TakeObject(IntakeRun& run, cTranslate& set, cIDCode& object);

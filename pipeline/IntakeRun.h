@@ -19,6 +19,7 @@ struct IntakeRun {
     cIDCode* object = nullptr;        // the matching object
     bool isParked = false;            // may be a reset of an alarm that has not arrived yet
     bool isInService = false;
+    bool isTrial = false;  // nothing of it is kept
 
     bool IsFound() const { return object != nullptr; }
     bool IsOwn() const { return EqualsNoCase(event.ProtocolType, kOwnProtocol); }

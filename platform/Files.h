@@ -57,6 +57,8 @@ std::optional<bool> IsOpenForWriting(const NativePath& path);
 /// Fails when the target exists.
 bool RenameFile(const NativePath& from, const NativePath& to);
 bool CopyFile(const NativePath& from, const NativePath& to);
+/// The same, and the copy has the rights of the original from its first moment on.
+bool CopyFileWithRights(const NativePath& from, const NativePath& to);
 /// Makes one folder level; true also when it is there already.
 bool MakeFolder(const NativePath& path);
 bool RemoveFolder(const NativePath& path);

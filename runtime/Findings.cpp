@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <numeric>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -43,6 +45,12 @@ std::size_t Distance(TextView a, TextView b) {
     return last[b.size()];
 }
 
+Text WithoutDigits(TextView sentence) {
+    Text kept(sentence);
+    std::erase_if(kept, IsDigit);
+    return kept;
+}
+
 }  // namespace
 
 void Findings::Add(TextView file, int line, Severity severity, int text,
@@ -52,13 +60,19 @@ void Findings::Add(TextView file, int line, Severity severity, int text,
     std::vector<Text> fit;
     for (const TextView part : parts) fit.push_back(FitToPrint(part));
     const std::vector<TextView> views(fit.begin(), fit.end());
-    all_.push_back({Text(file), line, severity, FillPlaces(language_.GetLanguageText(text), views)});
+    all_.push_back({Text(file), line, severity, FillPlaces(language_.GetLanguageText(text), views), field_});
 }
 
 void Findings::SuggestForLast(TextView word) {
     if (all_.empty() || errors_ + warnings_ != all_.size()) return;
     const std::array<TextView, 1> words = {word};
     all_.back().sentence += FillPlaces(language_.GetLanguageText(kTextIsMeant), words);
+}
+
+std::vector<Finding> Findings::Take() {
+    errors_ = 0;
+    warnings_ = 0;
+    return std::exchange(all_, {});
 }
 
 void Findings::Sort() {
@@ -75,6 +89,19 @@ FileFindings::FileFindings(Findings& findings, TextView path) : findings_(findin
 void FileFindings::UnknownWord(int line, int text, Parts parts, TextView nearest) {
     Add(line, nearest.empty() ? Severity::Warning : Severity::Error, text, parts);
     if (!nearest.empty()) findings_.SuggestForLast(nearest);
+}
+
+std::vector<Finding> AddedErrors(const std::vector<Finding>& before, const std::vector<Finding>& now) {
+    std::map<Text, int> known;
+    for (const Finding& finding : before) {
+        if (finding.severity == Severity::Error) ++known[WithoutDigits(finding.sentence)];
+    }
+    std::vector<Finding> added;
+    for (const Finding& finding : now) {
+        if (finding.severity == Severity::Error && --known[WithoutDigits(finding.sentence)] < 0)
+            added.push_back(finding);
+    }
+    return added;
 }
 
 TextView NearestWord(TextView word, const std::vector<TextView>& candidates) {

@@ -15,6 +15,7 @@ struct Finding {
     int line = 0;  // from 1; 0 is the file as a whole
     Severity severity = Severity::Error;
     Text sentence{};
+    int field = 0;  // of the row, from 1, where the check tells; 0 is the row as a whole
 };
 
 /// What the checks have found. All of it is counted; of very much only the first is kept.
@@ -39,10 +40,15 @@ class Findings {
     bool IsFull() const { return all_.size() >= kMostKept; }
     /// By file and line.
     void Sort();
+    /// What is found from now on is about this field of its row; 0 for the row as a whole.
+    void AtField(int field) { field_ = field; }
+    /// All that is kept, which is not found any more then.
+    std::vector<Finding> Take();
 
  private:
     const Language& language_;
     std::vector<Finding> all_{};
+    int field_ = 0;
     std::size_t errors_ = 0;
     std::size_t warnings_ = 0;
 };
@@ -63,6 +69,8 @@ class FileFindings {
     /// may belong to another program.
     void UnknownWord(int line, int text, Parts parts, TextView nearest);
 
+    void AtField(int field) { findings_.AtField(field); }
+
     Findings& All() const { return findings_; }
     const Text& Path() const { return path_; }
 
@@ -70,6 +78,10 @@ class FileFindings {
     Findings& findings_;
     Text path_;
 };
+
+/// The errors of `now` that `before` does not have; the numbers in their sentences do not count, since lines
+/// move.
+std::vector<Finding> AddedErrors(const std::vector<Finding>& before, const std::vector<Finding>& now);
 
 /// The candidate that a mistyped word means: one or two letters away, in any case. Empty when none is near.
 TextView NearestWord(TextView word, const std::vector<TextView>& candidates);

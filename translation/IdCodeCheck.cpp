@@ -82,6 +82,11 @@ bool IdCodeCheck::Continue() {
     return pass_ != Pass::Over;
 }
 
+void IdCodeCheck::CheckAgain(TextView row, int line) {
+    const TextView trimmed = TrimBlanks(row);
+    if (!trimmed.empty() && trimmed.front() != ';') CheckRow(trimmed, line);
+}
+
 void IdCodeCheck::TakeRow(TextView row, int line) {
     if (pass_ == Pass::Directives) TakeDirective(row, line);
     if (pass_ == Pass::Codes) NoteCode(row, line);
@@ -139,22 +144,28 @@ Text IdCodeCheck::KeyOf(TextView code) const {
 
 void IdCodeCheck::CheckRow(TextView row, int line) {
     if (const TextView word = DirectiveOf(row); !word.empty()) {
-        const int first = directiveLines_.at(Text(word));
-        if (first != line) findings_.Error(line, kTextDirectiveAgain, {word, std::to_string(first)});
+        const auto first = directiveLines_.find(Text(word));
+        if (first != directiveLines_.end() && first->second != line)
+            findings_.Error(line, kTextDirectiveAgain, {word, std::to_string(first->second)});
         return;
     }
     if (row.find(';') == TextView::npos) return findings_.Error(line, kTextNoSeparator, {row});
     const auto fields = RowFields<kFields + 1>(row);
-    const auto field = [&fields](std::size_t number) { return TrimBlanks(fields[number - 1]); };
-    CheckCode(field(1), line);
-    CheckSchedule(1, field(3), line);
-    CheckMap(field(4), line);
-    CheckExport(field(5), field(6), line);
-    CheckFlag(8, field(8), line);
-    CheckFlag(9, field(9), line);
-    CheckReset(field(10), line);
-    CheckSchedule(2, field(11), line);
-    if (!field(12).empty()) findings_.Warning(line, kTextTooManyFields, {std::to_string(kFields)});
+    const auto at = [&](int number) {
+        findings_.AtField(number);
+        return TrimBlanks(fields[static_cast<std::size_t>(number) - 1]);
+    };
+    CheckCode(at(1), line);
+    CheckSchedule(1, at(3), line);
+    CheckMap(at(4), line);
+    CheckExport(at(5), at(6), line);
+    CheckFlag(8, at(8), line);
+    CheckFlag(9, at(9), line);
+    CheckReset(at(10), line);
+    CheckSchedule(2, at(11), line);
+    findings_.AtField(0);
+    if (!TrimBlanks(fields[kFields]).empty())
+        findings_.Warning(line, kTextTooManyFields, {std::to_string(kFields)});
 }
 
 void IdCodeCheck::CheckCode(TextView code, int line) {

@@ -49,41 +49,32 @@ void ReadPadding(TextView list, TelegramFormat& format) {
     format.m_Padding_Character = isValid ? character : 0;
 }
 
-/// Knows which directives have been seen: each is one only the first time.
-class DirectiveReader {
- public:
-    explicit DirectiveReader(IdCodeFile& file) : file_(file) {}
+bool Begins(TextView row, TextView keyword, TextView& value) {
+    if (!EqualsNoCase(row.substr(0, keyword.size()), keyword)) return false;
+    value = row.substr(keyword.size());
+    return true;
+}
 
-    bool Take(TextView row) {
-        TextView value;
-        if (!hasFormat_ && Begins(row, kFormat, value)) {
-            hasFormat_ = true;
-            ReadFormat(value, file_.format);
-        } else if (!hasPadding_ && Begins(row, kPadding, value)) {
-            hasPadding_ = true;
-            ReadPadding(value, file_.format);
-        } else if (!file_.zeroTrim && Begins(row, kZeroTrim, value)) {
-            file_.zeroTrim = LeadingInt16(value);
-        } else {
-            return false;
-        }
-        return true;
+}  // namespace
+
+bool IdCodeDirectives::Take(TextView row) {
+    TextView value;
+    if (!hasFormat_ && Begins(row, kFormat, value)) {
+        hasFormat_ = true;
+        ReadFormat(value, format_);
+    } else if (!hasPadding_ && Begins(row, kPadding, value)) {
+        hasPadding_ = true;
+        ReadPadding(value, format_);
+    } else if (!zeroTrim_ && Begins(row, kZeroTrim, value)) {
+        zeroTrim_ = LeadingInt16(value);
+    } else {
+        return false;
     }
+    return true;
+}
 
- private:
-    static bool Begins(TextView row, TextView keyword, TextView& value) {
-        if (!EqualsNoCase(row.substr(0, keyword.size()), keyword)) return false;
-        value = row.substr(keyword.size());
-        return true;
-    }
-
-    IdCodeFile& file_;
-    bool hasFormat_ = false;
-    bool hasPadding_ = false;
-};
-
-IdCodeRow ReadRow(TextView line) {
-    const auto fields = RowFields<11>(line);
+IdCodeRow ReadIdCodeRow(TextView row) {
+    const auto fields = RowFields<11>(row);
     const auto trimmed = [&fields](std::size_t number) { return TrimBlanks(fields[number]); };
     return {.key = UpperCase(trimmed(0)),
             .objectName = fields[1],
@@ -98,8 +89,6 @@ IdCodeRow ReadRow(TextView line) {
             .schedule2 = trimmed(10)};
 }
 
-}  // namespace
-
 Text IdCodeRow::IdCode() const {
     return GetField(key, 0, "/");
 }
@@ -110,10 +99,12 @@ Text IdCodeRow::Caller() const {
 
 IdCodeFile ReadIdCodeFile(TextView content) {
     IdCodeFile file;
-    DirectiveReader directives(file);
+    IdCodeDirectives directives;
     for (const TextView row : SetRows(content)) {
-        if (!directives.Take(row)) file.rows.push_back(ReadRow(row));
+        if (!directives.Take(row)) file.rows.push_back(ReadIdCodeRow(row));
     }
+    file.format = directives.Format();
+    file.zeroTrim = directives.ZeroTrim();
     return file;
 }
 

@@ -39,6 +39,25 @@ struct IdCodeFile {
 };
 IdCodeFile ReadIdCodeFile(TextView content);
 
+/// An object out of its row, which is trimmed.
+IdCodeRow ReadIdCodeRow(TextView row);
+
+/// Tells the directives of a file from its rows: each is one only the first time.
+class IdCodeDirectives {
+ public:
+    /// True when the row, which is trimmed, is a directive.
+    bool Take(TextView row);
+    const TelegramFormat& Format() const { return format_; }
+    /// None leaves it to the settings.
+    const std::optional<int>& ZeroTrim() const { return zeroTrim_; }
+
+ private:
+    TelegramFormat format_{};
+    std::optional<int> zeroTrim_{};
+    bool hasFormat_ = false;
+    bool hasPadding_ = false;
+};
+
 /// Place of a set's file below the data folder.
 Text IdCodeFileName(TextView set);
 

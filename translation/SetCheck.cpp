@@ -59,10 +59,14 @@ class TypeCheck {
         const TextView code = TrimBlanks(fields[0]);
         const TextView reset = TrimBlanks(fields[3]);
         const int first = lines_.at(code);
+        findings_.AtField(1);
         if (first != row.line) findings_.Error(row.line, kTextCodeAgain, {code, std::to_string(first)});
+        findings_.AtField(2);
         CheckPriority(TrimBlanks(fields[1]), row.line, findings_);
+        findings_.AtField(4);
         if (!reset.empty() && reset != "*" && !lines_.contains(reset))
             findings_.Warning(row.line, kTextNoResetType, {reset});
+        findings_.AtField(0);
         if (!TrimBlanks(fields[4]).empty())
             findings_.Warning(row.line, kTextTooManyFields, {std::to_string(kTypeFields)});
     }
@@ -83,13 +87,16 @@ void CheckDataCode(const IniLines& lines, const IniLines::Entry& entry, FileFind
     };
     const Text second(TrimBlanks(GetField(entry.value, 1, ";")));
     const Text priority(TrimBlanks(GetField(entry.value, 2, ";")));
+    findings.AtField(3);
     if (!priority.empty()) CheckPriority(priority, entry.line, findings);
+    findings.AtField(2);
     if (IsContactId(entry.key)) {
         if (!EqualsNoCase(second, "Z") && !EqualsNoCase(second, "U"))
             findings.Warning(entry.line, kTextNoClass, {entry.key});
     } else if (!second.empty() && second != "*" && !isKnown(second)) {
         findings.Warning(entry.line, kTextNoResetType, {second});
     }
+    findings.AtField(0);
 }
 
 }  // namespace

@@ -24,6 +24,8 @@ class IdCodeCheck {
 
     /// Some thousand rows. False when all is done.
     bool Continue();
+    /// One row as it might be in its line, once all is done; it has no line end.
+    void CheckAgain(TextView row, int line);
 
  private:
     /// The rows that say something, one by one, with the numbers of their lines.

@@ -8,6 +8,10 @@ namespace {
 constexpr int kCaptionOverwrite = 3746;
 constexpr int kCaptionNotSaved = 3747;
 constexpr int kCaptionDrop = 3748;
+constexpr int kCaptionAddsFaults = 4703;
+/// Nothing else happens while a text is looked at before it is saved; a larger one is left to the check of
+/// the centre.
+constexpr std::size_t kMostCheckedAtOnce = 4 << 20;
 
 /// Nothing else of the editor begins while one of its operations waits.
 class Busy {
@@ -39,6 +43,8 @@ void EditorBox::Open(const EditedFile& edited) {
     title_ = edited.title;
     notice_ = {file_.IsUnreadable() ? needs_.captions(kCaptionUnreadable) : Text()};
     typed_ = file_.Content();
+    CheckAll();
+    findingsOfFile_ = findings_;
     ++generation_;
     isOpen_ = true;
     view_->Show(OpenedBy::Operator);
@@ -70,17 +76,55 @@ void EditorBox::Close() {
 
 void EditorBox::Type(Text text) {
     typed_ = std::move(text);
+    isCheckDue_ = true;
+}
+
+// --- What is wrong
+
+bool EditorBox::CheckOn() {
+    if (!isOpen_) return false;
+    if (typed_.size() > kMostCheckedAtOnce) return false;
+    if (isCheckDue_) needs_.check.Begin(file_.Path(), typed_);
+    isChecking_ = isChecking_ || isCheckDue_;
+    isCheckDue_ = false;
+    if (!isChecking_) return false;
+    isChecking_ = needs_.check.Continue();
+    if (isChecking_) return true;
+    findings_ = needs_.check.Take();
+    view_->Refresh();
+    return false;
+}
+
+void EditorBox::CheckAll() {
+    findings_.clear();
+    isCheckDue_ = isChecking_ = false;
+    if (typed_.size() > kMostCheckedAtOnce) return;
+    needs_.check.Begin(file_.Path(), typed_);
+    while (needs_.check.Continue()) continue;
+    findings_ = needs_.check.Take();
+}
+
+// What was wrong in the file before may stay; what is wrong newly is asked for.
+bool EditorBox::MayAddFaults() {
+    CheckAll();
+    const std::vector<Finding> added = AddedErrors(findingsOfFile_, findings_);
+    if (added.empty()) return true;
+    const Finding& first = added.front();
+    return needs_.dialogs.AskYesNo(needs_.captions(
+        kCaptionAddsFaults, {std::to_string(added.size()), std::to_string(first.line), first.sentence}));
 }
 
 void EditorBox::Save() {
     if (!isOpen_ || !MaySave() || needs_.state.IsRequestPending()) return;
     {
         const Busy busy(isBusy_);
+        if (!MayAddFaults()) return view_->Refresh();
         file_.MakeFolders();
         const bool hasChanged = file_.HasChanged();
         if (hasChanged && MayEdit() && !needs_.dialogs.AskYesNo(needs_.captions(kCaptionOverwrite))) return;
         const bool isSaved = MayEdit() && file_.Write(typed_);
         notice_ = {needs_.captions(isSaved ? kCaptionSaved : kCaptionNotSaved), isSaved};
+        if (isSaved) findingsOfFile_ = findings_;
         if (isSaved) needs_.host.NoteSaved(file_.Path());
     }
     view_->Refresh();

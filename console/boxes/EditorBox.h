@@ -1,8 +1,9 @@
 #pragma once
 
-#include "console/lists/SharedText.h"
 #include "console/lists/Captions.h"
 #include "console/lists/OperatorState.h"
+#include "console/lists/SharedText.h"
+#include "console/lists/TextCheck.h"
 #include "console/lists/WindowView.h"
 #include "platform/ChildProcess.h"
 #include "platform/Dialogs.h"
@@ -54,11 +55,14 @@ class EditorBox {
         const Captions& captions;
         const OperatorState& state;
         EditorHost& host;
+        TextCheck& check;
     };
     explicit EditorBox(const Needs& needs) : needs_(needs), file_(needs.files) {}
 
     void SetView(WindowView& view) { view_ = &view; }
 
+    /// False when the file is left to an editor of this window.
+    bool StartProgram(const EditedFile& edited) { return needs_.host.StartProgram(edited); }
     /// Starts the program of the file, or opens it here. An unsaved text is asked for first.
     void Open(const EditedFile& edited);
     /// Asks first when the text has not been saved.
@@ -74,6 +78,10 @@ class EditorBox {
     unsigned Generation() const { return generation_; }
     void Type(Text text);
     bool IsChanged() const { return WithoutLastLineEnds(typed_) != file_.Content(); }
+    /// What is wrong with the text, as far as it has been looked at.
+    const std::vector<Finding>& Faults() const { return findings_; }
+    /// Looks at what has been typed; to be called shortly behind it, and again while it says true.
+    bool CheckOn();
     bool MaySave() const { return MayEdit() && !isBusy_ && !file_.IsUnreadable(); }
     void Save();
 
@@ -81,6 +89,8 @@ class EditorBox {
     /// The right, and a server that hears of it.
     bool MayEdit() const;
     bool MayDropText();
+    bool MayAddFaults();
+    void CheckAll();
 
     Needs needs_;
     NoWindowView noView_{};
@@ -92,6 +102,10 @@ class EditorBox {
     WindowNotice notice_{};
     Text typed_{};
     int line_ = 0;
+    std::vector<Finding> findings_{};
+    std::vector<Finding> findingsOfFile_{};
+    bool isCheckDue_ = false;
+    bool isChecking_ = false;
     unsigned generation_ = 0;
 };
 

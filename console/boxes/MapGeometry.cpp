@@ -36,6 +36,10 @@ Text MapReference::BaseName() const {
     return separator == Text::npos ? file : file.substr(separator + 1);
 }
 
+Text ReferenceText(TextView file, MapPoint place) {
+    return Text(file) + "/" + std::to_string(place.x) + "/" + std::to_string(place.y);
+}
+
 MapReference ParseMapReference(TextView reference) {
     MapReference map{.file = Text(TrimBlanks(GetField(reference, 0, "/")))};
     const std::optional<int> x = Coordinate(GetField(reference, 1, "/"));

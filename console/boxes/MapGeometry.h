@@ -29,6 +29,8 @@ struct MapReference {
     Text BaseName() const;
 };
 MapReference ParseMapReference(TextView reference);
+/// The same as an object's map name says it.
+Text ReferenceText(TextView file, MapPoint place);
 
 inline constexpr int kZoomStep = 20;  // percent
 inline constexpr int kLowestZoom = 20;

@@ -24,7 +24,12 @@ enum class ControlKind {
     Sound,
     Columns,  // names of fields, separated by commas
     Password,
-    Language
+    Language,
+    // Of editors only:
+    Pick,      // text, with what is there already as suggestions
+    Schedule,  // of an alive test
+    MapPlace,  // "file/x/y"
+    Lines      // text of several lines
 };
 
 /// When a saved value counts.

@@ -38,6 +38,8 @@ class FieldForm {
     /// What can be chosen.
     virtual std::vector<DescribedChoice> ChoicesOf(const SetupField& field) const = 0;
     virtual void Play(std::size_t field) = 0;
+    /// The bytes of the picture that a value names; empty when there is none.
+    virtual Text PictureOf(const Text&) const { return {}; }
 };
 
 /// The words of a text: the centre's own, else those of the language file, else `otherwise`.

@@ -12,6 +12,7 @@ namespace {
 constexpr TextView kGeneral = "General";
 constexpr TextView kTranslate = "Translate";
 constexpr TextView kLineEnd = "\r\n";
+constexpr int kCaptionLines = 4540;
 constexpr int kCaptionProtocols = 4550;
 constexpr int kCaptionSetsHelp = 4551;
 constexpr int kCaptionPairFault = 4552;
@@ -41,6 +42,10 @@ bool ShareNumbers(PortType a, PortType b) {
 }  // namespace
 
 // --- The list
+
+Text LinesBox::Caption() const {
+    return needs_.captions(kCaptionLines);
+}
 
 void LinesBox::Load(const SetupDescriptor& descriptor) {
     descriptor_ = descriptor;
@@ -309,7 +314,7 @@ bool LinesBox::MayEdit() const {
 }
 
 bool LinesBox::IsChanged() const {
-    return std::ranges::any_of(fields_, &SetupField::IsChanged);
+    return isNew_ || std::ranges::any_of(fields_, &SetupField::IsChanged);
 }
 
 bool LinesBox::MayLeave() {

@@ -2,10 +2,10 @@
 
 #include "console/lists/OperatorState.h"
 #include "console/lists/SharedText.h"
-#include "console/lists/WindowView.h"
 #include "console/setup/FieldForm.h"
 #include "console/setup/LineControl.h"
 #include "console/setup/LineKinds.h"
+#include "console/setup/SetupSection.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "runtime/IniText.h"
@@ -25,7 +25,7 @@ struct LineRow {
 
 /// The lines: their settings files, how they do, and one of them in front to be edited. Works on the files of
 /// this copy, or on a client on those of its server.
-class LinesBox final : public FieldForm {
+class LinesBox final : public FieldForm, public SetupSection {
  public:
     struct Needs {
         DataFiles& files;
@@ -40,8 +40,17 @@ class LinesBox final : public FieldForm {
 
     void SetView(WindowView& view) { view_ = &view; }
 
-    /// Reads the settings files of the lines; `descriptor` describes their keys.
-    void Load(const SetupDescriptor& descriptor);
+    // --- SetupSection
+    Text Caption() const override;
+    void Load(const SetupDescriptor& descriptor) override;
+    int Faults() const override;
+    bool IsChanged() const override;
+    bool MayApply() const override { return !isBusy_ && MayEdit() && IsChanged(); }
+    void Apply() override;
+    void Revert() override;
+    bool MayLeave() override;
+    const WindowNotice& Notice() const override { return notice_; }
+
     /// Asks how the lines do, and what came of a test.
     void Tick();
 
@@ -61,19 +70,9 @@ class LinesBox final : public FieldForm {
     bool IsHeld() const;
     bool MayEdit() const;
 
-    bool IsChanged() const;
-    bool MayApply() const { return !isBusy_ && MayEdit() && (isNew_ || IsChanged()); }
-    void Apply();
-    void Revert();
-    /// True when nothing is lost, or a person says so.
-    bool MayLeave();
-
-    const WindowNotice& Notice() const { return notice_; }
     /// The state of a line in words, with its time.
     Text StateText(const LineRow& row) const;
     Text TimeText(OleDate time) const;
-    /// How many faults the fields in front have.
-    int Faults() const;
 
     // --- FieldForm
     const std::vector<SetupField>& Fields() const override { return fields_; }

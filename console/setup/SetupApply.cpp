@@ -23,7 +23,7 @@ std::vector<std::size_t> SetupBox::Changed() const {
 
 void SetupBox::Apply() {
     if (!MayApply() || needs_.state.IsRequestPending()) return;
-    if (IsAtLines()) return needs_.lines.Apply();
+    if (SetupSection* section = Section()) return section->Apply();
     const std::vector<std::size_t> changed = Changed();
     isBusy_ = true;
     if (MaySaveFaults(changed) && MayOverwrite(changed)) Write(changed);

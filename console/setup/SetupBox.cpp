@@ -8,7 +8,6 @@ namespace {
 constexpr TextView kOwnDescriptor = "Settings\\Nordkeep.desc";
 constexpr TextView kDeliveredDescriptor = "Nordkeep.Default_desc";
 constexpr int kCaptionFaults = 3862;
-constexpr int kCaptionLines = 4540;
 constexpr int kCaptionDamaged = 3883;
 constexpr int kCaptionDrop = 3884;
 constexpr int kCaptionNotFound = 3885;
@@ -29,6 +28,15 @@ bool HoldsAll(TextView text, TextView words) {
 
 // --- Opening and closing
 
+SetupBox::SetupBox(const Needs& needs)
+    : needs_(needs), values_({needs.files, needs.centreFiles, needs.state}) {}
+
+void SetupBox::OpenAt(const SetupSection& section) {
+    Open();
+    const auto at = std::ranges::find(sections_, &section);
+    if (isOpen_ && at != sections_.end()) ShowPage(static_cast<std::size_t>(at - sections_.begin()));
+}
+
 void SetupBox::Open() {
     if (isBusy_ || needs_.state.IsRequestPending()) return;
     if (!isOpen_) {
@@ -36,7 +44,9 @@ void SetupBox::Open() {
         isBusy_ = true;
         LoadDescriptor();
         values_.Load();
-        needs_.lines.Load(descriptor_);
+        sections_ = needs_.sections;
+        std::erase_if(sections_, [](const SetupSection* section) { return !section->IsThere(); });
+        for (SetupSection* section : sections_) section->Load(descriptor_);
         isBusy_ = false;
         MakeFields();
         page_ = 0;
@@ -49,7 +59,9 @@ void SetupBox::Open() {
 
 void SetupBox::Close() {
     if (!isOpen_ || isBusy_) return;
-    if (!needs_.lines.MayLeave()) return;
+    for (SetupSection* section : sections_) {
+        if (!section->MayLeave()) return;
+    }
     if (HasChanges()) {
         isBusy_ = true;
         const bool mayDrop = needs_.dialogs.AskYesNo(needs_.captions(kCaptionDrop));
@@ -91,7 +103,7 @@ void SetupBox::LoadDescriptor() {
 void SetupBox::MakeFields() {
     fields_.clear();
     pages_.clear();
-    pages_.push_back({.caption = needs_.captions(kCaptionLines)});
+    for (const SetupSection* section : sections_) pages_.push_back({.caption = section->Caption()});
     for (const DescribedPage& page : descriptor_.pages) {
         if (!page.isHidden) AddPage(page);
     }
@@ -148,8 +160,11 @@ void SetupBox::CountUp() {
         }
         all += page.faults;
     }
-    pages_.front().faults = needs_.lines.Faults();
-    pages_.front().isChanged = needs_.lines.IsChanged() || needs_.lines.IsNew();
+    for (std::size_t number = 0; number < sections_.size(); ++number) {
+        pages_[number].caption = sections_[number]->Caption();
+        pages_[number].faults = sections_[number]->Faults();
+        pages_[number].isChanged = sections_[number]->IsChanged();
+    }
     pages_.back().caption = needs_.captions(kCaptionFaults, {std::to_string(all)});
 }
 
@@ -200,6 +215,7 @@ void SetupBox::ShowPage(std::size_t page) {
     if (page >= pages_.size()) return;
     page_ = page;
     search_.clear();
+    if (SetupSection* section = Section()) section->Enter();
     NewContent();
     view_->Refresh();
 }
@@ -236,7 +252,7 @@ void SetupBox::UseDefault(std::size_t number) {
 
 void SetupBox::Revert() {
     if (!isOpen_ || isBusy_) return;
-    if (IsAtLines()) return needs_.lines.Revert();
+    if (SetupSection* section = Section()) return section->Revert();
     isBusy_ = true;
     values_.Load();
     isBusy_ = false;
@@ -251,19 +267,26 @@ bool SetupBox::HasChanges() const {
 }
 
 bool SetupBox::IsChanged() const {
-    return IsAtLines() ? needs_.lines.IsChanged() || needs_.lines.IsNew() : HasChanges();
+    const SetupSection* section = Section();
+    return section ? section->IsChanged() : HasChanges();
 }
 
 bool SetupBox::MayApply() const {
     if (!isOpen_ || isBusy_) return false;
-    return IsAtLines() ? needs_.lines.MayApply() : HasChanges();
+    const SetupSection* section = Section();
+    return section ? section->MayApply() : HasChanges();
 }
 
 const WindowNotice& SetupBox::Notice() const {
-    return IsAtLines() && !needs_.lines.Notice().text.empty() ? needs_.lines.Notice() : notice_;
+    const SetupSection* section = Section();
+    return section && !section->Notice().text.empty() ? section->Notice() : notice_;
 }
 
-void SetupBox::NoteLines() {
+SetupSection* SetupBox::Section() const {
+    return page_ < sections_.size() && search_.empty() ? sections_[page_] : nullptr;
+}
+
+void SetupBox::NoteSection() {
     CountUp();
     view_->Refresh();
 }

@@ -2,7 +2,7 @@
 
 #include "console/lists/WindowView.h"
 #include "console/setup/FieldForm.h"
-#include "console/setup/LinesBox.h"
+#include "console/setup/SetupSection.h"
 #include "console/setup/SetupValues.h"
 #include "platform/Dialogs.h"
 
@@ -27,8 +27,9 @@ struct SetupPage {
     bool isChanged = false;
 };
 
-/// The set-up: the lines on the first page, then the main settings file, page by page as the descriptor file
-/// has it. What is typed counts when it is applied; a wrong value is told beside its field at once.
+/// The set-up: the sections first, such as the lines, then the main settings file, page by page as the
+/// descriptor file has it. What is typed counts when it is applied; a wrong value is told beside its field at
+/// once.
 class SetupBox final : public FieldForm {
  public:
     struct Needs {
@@ -38,17 +39,18 @@ class SetupBox final : public FieldForm {
         const Captions& captions;
         const OperatorState& state;
         SetupHost& host;
-        LinesBox& lines;
+        std::vector<SetupSection*> sections{};
         const FileTree& dataFolder;
         const FileTree& programFolder;
     };
-    explicit SetupBox(const Needs& needs)
-        : needs_(needs), values_({needs.files, needs.centreFiles, needs.state}) {}
+    explicit SetupBox(const Needs& needs);
 
     void SetView(WindowView& view) { view_ = &view; }
 
     /// Reads the descriptor and the settings anew, unless the window is open.
     void Open();
+    /// The same, with the page of a section in front.
+    void OpenAt(const SetupSection& section);
     /// Asks first when something has not been applied.
     void Close();
     /// At the end of the program: nothing is asked.
@@ -56,13 +58,14 @@ class SetupBox final : public FieldForm {
     bool IsOpen() const { return isOpen_; }
 
     const WindowNotice& Notice() const;
-    LinesBox& Lines() { return needs_.lines; }
-    /// The page of the lines is shown.
-    bool IsAtLines() const { return page_ == 0 && search_.empty(); }
-    /// The lines have changed, or how they do.
-    void NoteLines();
+    /// Of the pages, the first, in this order.
+    const std::vector<SetupSection*>& Sections() const { return sections_; }
+    /// The section whose page is shown; none for a page of fields.
+    SetupSection* Section() const;
+    /// Something of a section has changed.
+    void NoteSection();
     const std::vector<SetupField>& Fields() const override { return fields_; }
-    /// The pages: the lines first, and last the faults of the others.
+    /// The pages: the sections first, and last the faults of the others.
     const std::vector<SetupPage>& Pages() const { return pages_; }
     std::size_t CurrentPage() const { return page_; }
     void ShowPage(std::size_t page);
@@ -77,7 +80,7 @@ class SetupBox final : public FieldForm {
     void UseDefault(std::size_t field) override;
     /// Drops what was typed and not applied.
     void Revert();
-    /// Of the page of the lines, or of all the others.
+    /// Of the section in front, or of all fields.
     bool IsChanged() const;
     bool MayApply() const;
     void Apply();
@@ -109,6 +112,7 @@ class SetupBox final : public FieldForm {
     Needs needs_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
+    std::vector<SetupSection*> sections_{};
     SetupValues values_;
     SetupDescriptor descriptor_{};
     std::vector<SetupField> fields_{};

@@ -82,7 +82,7 @@ void OpenMap(const T& t, int) {
     t.window.CurrentTab() == Tab::IdCodes ? t.objects.OpenMapOfSelected() : t.alarms.OpenMap();
 }
 void EditIdCodes(const T& t, int) {
-    t.objects.EditSet(".IDCode");
+    t.objects.EditObjects();
 }
 void AskServicePeriod(const T& t, int) {
     t.objects.AskServicePeriod();
@@ -116,7 +116,7 @@ constexpr Rule kRules[] = {
      [](const I& in) { return in.isSetSelected && in.tab == Tab::IdCodes; }, &EditIdCodes},
     {C::EditTypes, 3157, "", Right::Edit,
      [](const I& in) { return in.isSetSelected && in.tab == Tab::Types; },
-     [](const T& t, int) { t.objects.EditSet(".TypeCode"); }},
+     [](const T& t, int) { t.objects.EditTypes(); }},
     {C::SetService, 3158, "", Right::Change, &IsObjectShown, &AskServicePeriod},
     {C::Update, 3159, "F5", Right::Operate, &Always, &Reload},
     {C::ShowMap, 3160, "F4", Right::Operate, &HasMap, &OpenMap},

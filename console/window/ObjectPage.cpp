@@ -217,9 +217,20 @@ void ObjectPage::ResetAliveTests() {
     if (set && object) needs_.centre.ResetAliveTests(*set, *object);
 }
 
-void ObjectPage::EditSet(TextView ending) {
+bool ObjectPage::IsLeftToProgram(TextView ending) {
     const Text path = "Settings\\" + tree_.SelectedSet() + Text(ending);
-    needs_.editor.Open({.path = path, .title = path, .program = needs_.settings.TypeAndIDCodeEditApp});
+    return needs_.editor.StartProgram(
+        {.path = path, .title = path, .program = needs_.settings.TypeAndIDCodeEditApp});
+}
+
+void ObjectPage::EditObjects() {
+    if (IsLeftToProgram(".IDCode")) return;
+    const cIDCode* object = Selected();
+    needs_.editors.EditObjects(tree_.SelectedSet(), object ? object->m_IdCode : Text());
+}
+
+void ObjectPage::EditTypes() {
+    if (!IsLeftToProgram(".TypeCode")) needs_.editors.EditTypes(tree_.SelectedSet());
 }
 
 // --- Maps

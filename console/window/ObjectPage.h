@@ -3,6 +3,7 @@
 #include "console/boxes/CentreOperations.h"
 #include "console/boxes/EditorBox.h"
 #include "console/boxes/PeriodBox.h"
+#include "console/editors/SetEditors.h"
 #include "console/lists/CodeLists.h"
 #include "console/lists/ObjectList.h"
 #include "console/lists/OperatorWindows.h"
@@ -32,6 +33,7 @@ class ObjectPage {
         OperatorWindows& windows;
         PeriodBox& period;
         EditorBox& editor;
+        SetEditors& editors;
         bool knowsCallers = true;  // see ObjectList
     };
     ObjectPage(const Needs& needs, PageFrame& frame);
@@ -75,8 +77,10 @@ class ObjectPage {
     void EditTypeCode(int item) { EditCode(TypeCodeItems(), item); }
     void EditDataCode(int item) { EditCode(DataCodeItems(), item); }
     void ResetAliveTests();
-    /// Opens a translation file of the selected set; `ending` such as ".IDCode".
-    void EditSet(TextView ending);
+    /// Opens the objects of the selected set for editing, that which is selected in front; or its types. The
+    /// program that the settings name for these files goes before the editor.
+    void EditObjects();
+    void EditTypes();
 
     /// Shows what has changed.
     void Tick(int elapsedMs);
@@ -96,6 +100,7 @@ class ObjectPage {
     AliveState StateOfSet(const Text& set) const;
     void EditCode(const std::vector<ObjectMenu::CodeItem>& items, int item);
     void EditText(const Text& path);
+    bool IsLeftToProgram(TextView ending);
 
     Needs needs_;
     PageFrame& frame_;

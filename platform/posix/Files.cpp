@@ -62,16 +62,21 @@ bool MayReplace(const NativePath& path) {
     return static_cast<bool>(OpenRegular(path.c_str(), O_RDWR));
 }
 
-/// `status` is that of what stands there; none when there is nothing.
-bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
-    if (status && (!S_ISREG(status->st_mode) || !MayReplace(target))) return false;
-    const mode_t mode = status ? status->st_mode & 07777 : 0;
+/// Without a mode the file gets the usual rights.
+bool PutAt(const NativePath& target, TextView bytes, const mode_t* mode) {
     const NativePath temporary = TemporaryNameFor(target);
-    if (WriteTemporary(temporary, bytes, status ? &mode : nullptr) &&
+    if (WriteTemporary(temporary, bytes, mode) &&
         ::rename(temporary.c_str(), target.c_str()) == 0)
         return SynchroniseFolderOf(target);
     ::unlink(temporary.c_str());
     return false;
+}
+
+/// `status` is that of what stands there; none when there is nothing.
+bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
+    if (status && (!S_ISREG(status->st_mode) || !MayReplace(target))) return false;
+    const mode_t mode = status ? status->st_mode & 07777 : 0;
+    return PutAt(target, bytes, status ? &mode : nullptr);
 }
 
 bool AppendToReadOnly(const NativePath& path, TextView bytes) {
@@ -188,6 +193,14 @@ bool RenameFile(const NativePath& from, const NativePath& to) {
 bool CopyFile(const NativePath& from, const NativePath& to) {
     const std::optional<Text> bytes = ReadFile(from);
     return bytes && ReplaceFile(to, *bytes);
+}
+
+bool CopyFileWithRights(const NativePath& from, const NativePath& to) {
+    struct stat status {};
+    const std::optional<Text> bytes = ReadFile(from);
+    if (!bytes || ::stat(from.c_str(), &status) != 0) return false;
+    const mode_t mode = status.st_mode & 07777;
+    return PutAt(to, *bytes, &mode);
 }
 
 std::optional<NativePath> CanonicalPath(const NativePath& path) {

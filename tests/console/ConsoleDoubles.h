@@ -3,13 +3,18 @@
 #include "console/boxes/CentreOperations.h"
 #include "console/boxes/EditorBox.h"
 #include "console/boxes/SimulationBox.h"
+#include "console/editors/EditorsHost.h"
+#include "console/editors/RowsBox.h"
+#include "console/editors/SetEditors.h"
 #include "console/lists/OperatorWindows.h"
 #include "console/lists/WindowView.h"
 #include "console/print/PrintDocument.h"
+#include "console/setup/LinesBox.h"
 #include "console/setup/SetupBox.h"
 #include "console/window/CopyState.h"
 #include "console/window/DebugPage.h"
 #include "network/NetworkServer.h"
+#include "runtime/Fields.h"
 
 namespace nordkeep {
 
@@ -100,6 +105,57 @@ struct RecordingSetupHost final : SetupHost {
     }
     std::vector<LanguageChoice> Languages() override { return {{44, "English"}, {46, "Svenska"}}; }
     bool canPlay = true;
+    Text calls{};
+};
+
+/// Knows little of an object.
+struct RecordingFacts final : RowFacts {
+    Text FactsOf(const Text& file, const RowFormat::Values& row) override {
+        return file + ": " + row.front();
+    }
+    Text Try(const Text& set, const Text& telegram) override { return set + " gets " + telegram; }
+};
+
+/// Finds an error in each line that holds the word.
+struct FakeTextCheck final : TextCheck {
+    void Begin(const Text&, const Text& content) override {
+        found.clear();
+        int line = 0;
+        for (const TextView text : Lines(content)) {
+            ++line;
+            if (text.find("wrong") == TextView::npos) continue;
+            found.push_back({.line = line, .sentence = Text(text)});
+        }
+    }
+    bool Continue() override { return false; }
+    std::vector<Finding> Take() override { return found; }
+    std::vector<Finding> found{};
+};
+
+/// Writes down which editors of sets were asked for.
+struct RecordingSetEditors final : SetEditors {
+    void EditObjects(const Text& set, const Text& idCode) override {
+        calls += "objects " + set + "/" + idCode + ";";
+    }
+    void EditTypes(const Text& set) override { calls += "types " + set + ";"; }
+    Text calls{};
+};
+
+/// Writes down what the editors ask for; keeps no version.
+struct RecordingEditorsHost final : EditorsHost {
+    void KeepVersion(const Text& path) override { calls += "keep " + path + ";"; }
+    void NoteSaved(const Text& path) override { calls += "saved " + path + ";"; }
+    void OpenAsText(const Text& path) override { calls += "text " + path + ";"; }
+    SetSurroundings SurroundingsOf(const Text&) override { return {}; }
+    Text LinesOf(const Text&) override { return "Receiver: Robofon"; }
+    bool RenameSet(const Text& from, const Text& to) override {
+        calls += "rename " + from + " " + to + ";";
+        return canRename;
+    }
+    Text MapOf(const Text&) override { return map; }
+    std::vector<Text> Maps() override { return {"Plan.png"}; }
+    bool canRename = true;
+    Text map{};
     Text calls{};
 };
 

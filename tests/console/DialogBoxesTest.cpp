@@ -181,9 +181,34 @@ struct EditorWorld : ConsoleWorld {
         EditorPrograms programs;
         Text saved{};
     } host{folder.Tree()};
-    EditorBox editor{
-        {.files = dataFiles, .dialogs = dialogs, .captions = captions, .state = *this, .host = host}};
+    FakeTextCheck check{};
+    EditorBox editor{{.files = dataFiles,
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .state = *this,
+                      .host = host,
+                      .check = check}};
 };
+
+TEST(EditorBox, TellsFaultsWhileOneTypesAndAsksBeforeASaveAddsOne) {
+    EditorWorld w;
+    w.folder.Write("Settings\\A.TypeCode", "this is wrong\r\n");
+    w.editor.Open({.path = "Settings\\A.TypeCode"});
+    ASSERT_EQ(w.editor.Faults().size(), 1u);
+    w.editor.Type("first\r\nthis is wrong");
+    w.editor.Save();
+    EXPECT_TRUE(w.dialogs.questions.empty()) << "the file had it before";
+    w.editor.Type("this is wrong\r\nso wrong");
+    EXPECT_EQ(w.editor.Faults().size(), 1u) << "not with every key";
+    EXPECT_FALSE(w.editor.CheckOn());
+    EXPECT_EQ(w.editor.Faults().size(), 2u);
+    w.editor.Save();
+    EXPECT_EQ(w.dialogs.questions.size(), 1u);
+    EXPECT_TRUE(w.editor.IsChanged());
+    w.dialogs.answers = {true};
+    w.editor.Save();
+    EXPECT_FALSE(w.editor.IsChanged());
+}
 
 TEST(EditorBox, SavesWithoutGrowthAndNeverOverAStrangersText) {
     EditorWorld w;

@@ -457,6 +457,9 @@ TEST_F(MainBoxTest, EveryCommandReachesWhatItActsOn) {
     for (const C command : {C::ObjectEdit, C::TranslationEdit, C::EditIDCodes}) world.Box().Run(command);
     EXPECT_EQ(world.editorHost.calls,
               "edit Information\\Town\\1001.TXT;edit Settings\\Town.IDCode;edit Settings\\Town.IDCode;");
+    world.editorHost.takesAll = false;
+    for (const C command : {C::TranslationEdit, C::EditIDCodes}) world.Box().Run(command);
+    EXPECT_EQ(world.setEditors.calls, "objects Town/1001;objects Town/1001;");
     world.Box().Run(C::ServicePeriod);
     EXPECT_TRUE(world.running->period.IsOpen());
     world.Box().Run(C::SimAlarm);

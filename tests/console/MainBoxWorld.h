@@ -102,7 +102,7 @@ struct MainBoxWorld {
               commands({store, core.handling, world.dialogs, world.language, world.around}),
               login(world.server),
               period({translations, centre, captions, world.time, world.around}),
-              editor({dataFiles, world.dialogs, captions, world.around, world.editorHost}),
+              editor({dataFiles, world.dialogs, captions, world.around, world.editorHost, world.textCheck}),
               simulation({world.intake, translations, world.time, world.time, world.ports, 1}),
               lines({.files = dataFiles,
                      .dialogs = world.dialogs,
@@ -117,7 +117,7 @@ struct MainBoxWorld {
                      .captions = captions,
                      .state = world.around,
                      .host = world.setupHost,
-                     .lines = lines,
+                     .sections = {&lines},
                      .dataFolder = world.folder.Tree(),
                      .programFolder = world.folder.Tree()}),
               shift({store, translations, captions, world.time, printerSettings}),
@@ -172,6 +172,7 @@ struct MainBoxWorld {
                                 .windows = world.windows,
                                 .period = period,
                                 .editor = editor,
+                                .editors = world.setEditors,
                                 .knowsCallers = !isClient}};
         }
 
@@ -215,6 +216,8 @@ struct MainBoxWorld {
     FakePorts ports{};
     RecordingServer server{};
     RecordingSetupHost setupHost{};
+    RecordingSetEditors setEditors{};
+    FakeTextCheck textCheck{};
     RecordingLines lineControl{};
     RecordingPrinter printer{};
     RecordingEditorHost editorHost{};

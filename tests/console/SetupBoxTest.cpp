@@ -195,7 +195,7 @@ struct SetupWorld : ConsoleWorld {
                   .captions = captions,
                   .state = *this,
                   .host = host,
-                  .lines = lineBox,
+                  .sections = {&lineBox},
                   .dataFolder = folder.Tree(),
                   .programFolder = folder.Tree()}};
 };
@@ -354,7 +354,7 @@ struct ClientSetupWorld : SetupWorld {
                      .captions = captions,
                      .state = *this,
                      .host = host,
-                     .lines = lineBox,
+                     .sections = {&lineBox},
                      .dataFolder = folder.Tree(),
                      .programFolder = folder.Tree()}};
 };

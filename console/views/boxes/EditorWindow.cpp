@@ -4,17 +4,26 @@
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QSignalBlocker>
+#include <QtCore/QTimer>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QShortcut>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QListWidget>
 
 namespace nordkeep {
-namespace {}  // namespace
+namespace {
+
+constexpr int kCaptionFaults = 3862;
+constexpr int kCaptionFault = 4932;
+constexpr int kCheckMs = 300;  // behind the last key
+constexpr int kMostRows = 4;
+
+}  // namespace
 
 EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget* parent)
-    : QDialog(parent), editor_(editor) {
+    : QDialog(parent), editor_(editor), captions_(captions) {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setModal(false);
     text_ = new QPlainTextEdit;
@@ -29,11 +38,14 @@ EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget*
     buttons->addWidget(save_);
     buttons->addWidget(close);
     auto* layout = new QVBoxLayout(this);
+    AddFaults();
     layout->addWidget(text_, 1);
+    layout->addWidget(faults_);
     layout->addWidget(notice_);
     layout->addLayout(buttons);
     connect(text_, &QPlainTextEdit::textChanged, this, [this] {
         editor_.Type(TypedText(text_->toPlainText()));
+        checkTimer_->start(kCheckMs);
         notice_->SetNotice({});
         save_->setEnabled(editor_.MaySave() && editor_.IsChanged());
     });
@@ -53,15 +65,53 @@ void EditorWindow::Show(OpenedBy by) {
         text_->setPlainText(ToQString(editor_.Typed()).replace(QLatin1String("\r\n"), QLatin1String("\n")));
     }
     if (const int line = editor_.TakeLine(); line > 0) {
-        text_->setTextCursor(QTextCursor(text_->document()->findBlockByNumber(line - 1)));
-        text_->centerCursor();
+        GoTo(line);
     }
     Refresh();
     BringToFront(*this, by == OpenedBy::Operator);
     text_->setFocus();
 }
 
+// The same that the check of the centre says, while somebody types.
+void EditorWindow::AddFaults() {
+    faults_ = new QListWidget;
+    faults_->setAccessibleName(PlainCaption(captions_, kCaptionFaults).remove(QStringLiteral(" (%1)")));
+    const int row = faults_->fontMetrics().height() + 4;
+    faults_->setFixedHeight(kMostRows * row + 4);
+    connect(faults_, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
+        GoTo(item->data(Qt::UserRole).toInt());
+        text_->setFocus();
+    });
+    checkTimer_ = new QTimer(this);
+    checkTimer_->setSingleShot(true);
+    connect(checkTimer_, &QTimer::timeout, this, [this] {
+        if (editor_.CheckOn()) checkTimer_->start(0);
+    });
+}
+
+void EditorWindow::GoTo(int line) {
+    text_->setTextCursor(QTextCursor(text_->document()->findBlockByNumber(qMax(line, 1) - 1)));
+    text_->centerCursor();
+}
+
+void EditorWindow::ShowFaults() {
+    const auto& found = editor_.Faults();
+    faults_->clear();
+    for (const Finding& finding : found) {
+        const Text line = std::to_string(finding.line);
+        auto* item = new QListWidgetItem(ShownLine(captions_(kCaptionFault, {line, finding.sentence})));
+        QFont font = item->font();
+        font.setBold(finding.severity == Severity::Error);
+        item->setFont(font);
+        item->setToolTip(ToolTipText(item->text()));
+        item->setData(Qt::UserRole, finding.line);
+        faults_->addItem(item);
+    }
+    faults_->setVisible(!found.empty());
+}
+
 void EditorWindow::Refresh() {
+    ShowFaults();
     notice_->SetNotice(ShownText(editor_.Notice().text), editor_.Notice().isGood);
     text_->setReadOnly(!editor_.MaySave());
     save_->setEnabled(editor_.MaySave() && editor_.IsChanged());

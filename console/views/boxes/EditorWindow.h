@@ -3,6 +3,9 @@
 #include "console/boxes/EditorBox.h"
 #include "console/views/lists/ViewParts.h"
 
+class QListWidget;
+class QTimer;
+
 namespace nordkeep {
 
 /// The window of the plain text editor.
@@ -19,8 +22,15 @@ class EditorWindow final : public QDialog, public WindowView {
     void closeEvent(QCloseEvent* event) override;
 
  private:
+    void AddFaults();
+    void ShowFaults();
+    void GoTo(int line);
+
     EditorBox& editor_;
+    const Captions& captions_;
     QPlainTextEdit* text_ = nullptr;
+    QListWidget* faults_ = nullptr;
+    QTimer* checkTimer_ = nullptr;
     NoticeBar* notice_ = nullptr;
     QPushButton* save_ = nullptr;
     unsigned shownGeneration_ = 0;

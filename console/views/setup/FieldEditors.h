@@ -27,6 +27,8 @@ struct EditorNeeds {
 };
 /// The editor of a field by its kind of control.
 FieldEditor* NewFieldEditor(const EditorNeeds& needs);
+/// Makes editors; pages with controls of their own bring another one than NewFieldEditor.
+using EditorMaker = FieldEditor* (*)(const EditorNeeds& needs);
 
 // Those with files of their own.
 FieldEditor* NewColorEditor(const Captions& captions);

@@ -9,7 +9,8 @@ constexpr int kGap = 12;  // px
 
 }  // namespace
 
-FieldPane::FieldPane(FieldForm& form, const Captions& captions) : form_(form), captions_(captions) {
+FieldPane::FieldPane(FieldForm& form, const Captions& captions, EditorMaker make)
+    : form_(form), captions_(captions), make_(make) {
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -45,7 +46,7 @@ void FieldPane::Build() {
     for (const SetupGroup& group : form_.Shown()) {
         if (!group.caption.empty()) layout->addWidget(NewHeading(ShownLine(group.caption)));
         for (const std::size_t field : group.fields) {
-            rows_.push_back(new FieldRow({form_, field, captions_}));
+            rows_.push_back(new FieldRow({form_, field, captions_}, make_));
             layout->addWidget(rows_.back());
         }
         layout->addSpacing(kGap);

@@ -9,7 +9,7 @@ namespace nordkeep {
 /// The fields of a form, one below the other under their headings.
 class FieldPane final : public QScrollArea {
  public:
-    FieldPane(FieldForm& form, const Captions& captions);
+    FieldPane(FieldForm& form, const Captions& captions, EditorMaker make = &NewFieldEditor);
 
     /// The fields come behind this widget when somebody goes through the window by Tab.
     void FollowInTabs(QWidget* widget) { tabsFollow_ = widget; }
@@ -23,6 +23,7 @@ class FieldPane final : public QScrollArea {
 
     FieldForm& form_;
     const Captions& captions_;
+    EditorMaker make_;
     QWidget* tabsFollow_ = nullptr;
     std::vector<FieldRow*> rows_{};
     std::vector<std::size_t> shown_{};

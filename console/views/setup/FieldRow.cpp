@@ -14,10 +14,10 @@ constexpr int kCaptionDrop = 4;      // px, down to the line of the text that is
 
 }  // namespace
 
-FieldRow::FieldRow(const EditorNeeds& needs)
+FieldRow::FieldRow(const EditorNeeds& needs, EditorMaker make)
     : needs_(needs),
       caption_(NewDataLabel()),
-      editor_(NewFieldEditor(needs)),
+      editor_(make(needs)),
       default_(NewButton(needs.captions, kCaptionDefault)),
       help_(NewDataLabel()) {
     const SetupField& field = Field();
@@ -28,6 +28,8 @@ FieldRow::FieldRow(const EditorNeeds& needs)
     caption_->setFixedWidth(caption_->fontMetrics().averageCharWidth() * kCaptionLetters);
     caption_->setContentsMargins(0, kCaptionDrop, 0, 0);
     editor_->Input()->setAccessibleName(caption);
+    // What belongs to no settings file has no default to go back to.
+    default_->setVisible(!field.key.section.empty());
     default_->setFlat(true);
     default_->setAccessibleName(default_->text() + QStringLiteral(", ") + caption);
     default_->setToolTip(ToolTipText(ShownLine(field.key.byDefault)));
@@ -50,6 +52,7 @@ FieldRow::FieldRow(const EditorNeeds& needs)
 QString FieldRow::HelpText() const {
     const SetupField& field = Field();
     QString text = ShownLine(field.help);
+    if (field.key.section.empty()) return text;
     if (field.key.when == AppliesWhen::Restart)
         text += QStringLiteral(" ") + ShownLine(AppliesText(field, needs_.captions));
     text += QStringLiteral(" (") + ShownLine(field.key.section + ", " + field.key.key);

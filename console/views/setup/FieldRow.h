@@ -7,7 +7,7 @@ namespace nordkeep {
 /// One key on a page: caption, editor, the way back to the default, and below it the help or what is wrong.
 class FieldRow final : public QWidget {
  public:
-    explicit FieldRow(const EditorNeeds& needs);
+    FieldRow(const EditorNeeds& needs, EditorMaker make);
 
     /// Shows the value of the model.
     void ShowValue();

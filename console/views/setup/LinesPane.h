@@ -2,6 +2,7 @@
 
 #include "console/setup/LinesBox.h"
 #include "console/views/setup/FieldPane.h"
+#include "console/views/setup/SectionPane.h"
 
 class QTableWidget;
 class QTimer;
@@ -9,17 +10,12 @@ class QTimer;
 namespace nordkeep {
 
 /// The page of the lines: how they do, and the settings of one of them.
-class LinesPane final : public QWidget, public WindowView {
+class LinesPane final : public SectionPane {
  public:
     LinesPane(LinesBox& lines, const Captions& captions);
 
-    /// What shows more than this page, such as the buttons of the window.
-    std::function<void()> onChange = [] {};
-    /// Comes behind this widget when somebody goes through the window by Tab.
-    void FollowInTabs(QWidget* widget);
-    void Show(OpenedBy) override { Refresh(); }
+    void FollowInTabs(QWidget* widget) override;
     void Refresh() override;
-    void Close() override {}
 
  protected:
     void showEvent(QShowEvent* event) override;

@@ -38,7 +38,6 @@ SetupWindow::SetupWindow(SetupBox& box, const Captions& captions, QWidget* paren
     sides->setSizes({kLeftWidth, 3 * kLeftWidth});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(sides, 1);
-    lines_->FollowInTabs(pages_);
     fields_->FollowInTabs(pages_);
     AddKeys();
     resize(1080, 700);
@@ -67,11 +66,7 @@ QWidget* SetupWindow::NewLeft() {
 QWidget* SetupWindow::NewRight() {
     auto* right = new QWidget;
     fields_ = new FieldPane(box_, captions_);
-    lines_ = new LinesPane(box_.Lines(), captions_);
-    lines_->onChange = [this] { box_.NoteLines(); };
-    box_.Lines().SetView(*lines_);
     sides_ = new QStackedWidget;
-    sides_->addWidget(lines_);
     sides_->addWidget(fields_);
     notice_ = new NoticeBar;
     revert_ = NewButton(captions_, kCaptionRevert);
@@ -92,6 +87,20 @@ QWidget* SetupWindow::NewRight() {
     return right;
 }
 
+void SetupWindow::AddPane(const SetupSection* section, SectionPane* pane) {
+    pane->onChange = [this] { box_.NoteSection(); };
+    sides_->addWidget(pane);
+    panes_.push_back({section, pane});
+    pane->FollowInTabs(pages_);
+}
+
+QWidget* SetupWindow::PaneOf(const SetupSection* section) const {
+    for (const Side& side : panes_) {
+        if (side.section == section) return side.pane;
+    }
+    return fields_;
+}
+
 void SetupWindow::AddKeys() {
     connect(new QShortcut(Qt::CTRL | Qt::Key_S, this), &QShortcut::activated, this, [this] { box_.Apply(); });
     connect(new QShortcut(Qt::CTRL | Qt::Key_F, this), &QShortcut::activated, this, [this] {
@@ -101,14 +110,14 @@ void SetupWindow::AddKeys() {
 }
 
 void SetupWindow::Show(OpenedBy by) {
-    lines_->Refresh();
+    for (const Side& side : panes_) side.pane->Refresh();
     BringToFront(*this, by == OpenedBy::Operator);
     search_->setFocus();
 }
 
 void SetupWindow::Refresh() {
     ShowPages();
-    sides_->setCurrentWidget(box_.IsAtLines() ? static_cast<QWidget*>(lines_) : fields_);
+    sides_->setCurrentWidget(PaneOf(box_.Section()));
     fields_->Refresh();
     notice_->SetNotice(ShownText(box_.Notice().text), box_.Notice().isGood);
     revert_->setEnabled(box_.IsChanged());

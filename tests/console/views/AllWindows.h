@@ -1,5 +1,7 @@
 #pragma once
 
+#include "console/editors/ObjectFormat.h"
+#include "console/editors/TypeFormat.h"
 #include "console/views/boxes/AboutDialog.h"
 #include "console/views/boxes/CommentWindow.h"
 #include "console/views/boxes/EditorWindow.h"
@@ -9,8 +11,11 @@
 #include "console/views/boxes/PictureWindow.h"
 #include "console/views/boxes/ReconnectDialog.h"
 #include "console/views/boxes/SimulationDialog.h"
+#include "console/views/editors/RowsPane.h"
+#include "console/views/editors/SetsPane.h"
 #include "console/views/print/PreviewWindow.h"
 #include "console/views/print/ShiftWindow.h"
+#include "console/views/setup/LinesPane.h"
 #include "console/views/setup/SetupWindow.h"
 #include "tests/console/SheetWorld.h"
 #include "tests/doubles/RecordingIntake.h"
@@ -73,6 +78,10 @@ struct AllWindows : LanguageWorld {
         editor.SetView(editorWindow);
         simulation.SetView(simulationDialog);
         setup.SetView(setupWindow);
+        setupWindow.AddPane(lineBox, new LinesPane(lineBox, captions));
+        setupWindow.AddPane(sets, new SetsPane(sets, captions));
+        setupWindow.AddPane(objectRows, new RowsPane(objectRows, captions));
+        setupWindow.AddPane(typeRows, new RowsPane(typeRows, captions));
     }
     std::vector<QWidget*> Open() {
         sheet.OpenAlarm(alarm->m_FilePointer, OpenedBy::Operator);
@@ -124,8 +133,13 @@ struct AllWindows : LanguageWorld {
                       .state = *this}};
     PeriodDialog periodDialog{period, captions};
     RecordingEditorHost editorHost{};
-    EditorBox editor{
-        {.files = dataFiles, .dialogs = dialogs, .captions = captions, .state = *this, .host = editorHost}};
+    FakeTextCheck textCheck{};
+    EditorBox editor{{.files = dataFiles,
+                      .dialogs = dialogs,
+                      .captions = captions,
+                      .state = *this,
+                      .host = editorHost,
+                      .check = textCheck}};
     EditorWindow editorWindow{editor, captions};
     RecordingIntake intake{};
     FakePorts ports{};
@@ -141,6 +155,26 @@ struct AllWindows : LanguageWorld {
                       .clock = time,
                       .dataFolder = folder.Tree(),
                       .control = lineControl}};
+    RecordingEditorsHost editorsHost{};
+    RecordingFacts facts{};
+    RowsBox::Needs RowsNeeds() {
+        return {.files = dataFiles,
+                .dialogs = dialogs,
+                .captions = captions,
+                .state = *this,
+                .host = editorsHost,
+                .facts = &facts};
+    }
+    ObjectFormat objectFormat{{captions, language, time, editorsHost}};
+    RowsBox objectRows{RowsNeeds(), objectFormat};
+    SetsBox sets{{.files = dataFiles,
+                  .dialogs = dialogs,
+                  .captions = captions,
+                  .state = *this,
+                  .host = editorsHost,
+                  .facts = facts}};
+    TypeFormat typeFormat{language};
+    RowsBox typeRows{RowsNeeds(), typeFormat};
     FileTree templates{NORDKEEP_SOURCE_DIR "/templates"};
     SetupBox setup{{.files = files,
                     .centreFiles = dataFiles,
@@ -148,7 +182,7 @@ struct AllWindows : LanguageWorld {
                     .captions = captions,
                     .state = *this,
                     .host = setupHost,
-                    .lines = lineBox,
+                    .sections = {&lineBox, &sets, &objectRows, &typeRows},
                     .dataFolder = folder.Tree(),
                     .programFolder = templates}};
     SetupWindow setupWindow{setup, captions};

@@ -18,9 +18,10 @@ struct SetupWindowWorld : AllWindows {
         folder.Write("Settings\\Nordkeep.INI",
                      "[General]\r\nMaxAlarms=many\r\nColorState_0=777777;FFFFFF\r\n");
         setup.Open();
-        setup.ShowPage(1);
+        setup.ShowPage(setup.Sections().size());  // the first with fields
         QApplication::processEvents();
     }
+    int FirstPage() const { return static_cast<int>(setup.Sections().size()); }
     QListWidget* Pages() { return InputOf<QListWidget>(PlainCaption(captions, 3860)); }
     /// What takes the keys for a field, by its caption.
     template <class Input>
@@ -62,11 +63,11 @@ TEST(SetupWindow, TypesAppliesAndTellsFaultsWithoutMovingTheRow) {
     ASSERT_TRUE(most);
     EXPECT_EQ(most->text(), "many");
     EXPECT_TRUE(most->accessibleDescription().startsWith("! ")) << "also for who only hears it";
-    EXPECT_TRUE(w.Pages()->item(1)->text().contains("! 1"));
+    EXPECT_TRUE(w.Pages()->item(w.FirstPage())->text().contains("! 1"));
     most->setText("70");
     most->textEdited("70");
     EXPECT_FALSE(most->accessibleDescription().startsWith("! "));
-    EXPECT_TRUE(w.Pages()->item(1)->text().contains("*"));
+    EXPECT_TRUE(w.Pages()->item(w.FirstPage())->text().contains("*"));
     w.Button(3863)->click();
     EXPECT_EQ(w.files.ReadIni("General", "MaxAlarms", ""), "70");
     EXPECT_EQ(most, w.InputOf<QLineEdit>("Alarms kept at most")) << "the field stays where it is";
@@ -92,7 +93,7 @@ TEST(SetupWindow, ChoicesAndSwitchesWriteTheirValues) {
 TEST(SetupWindow, MakesALineByItsButtonsAndFields) {
     SetupWindowWorld w;
     w.Pages()->setCurrentRow(0);
-    EXPECT_TRUE(w.setup.IsAtLines());
+    EXPECT_EQ(w.setup.Section(), &w.lineBox);
     w.Button(4568)->click();
     QApplication::processEvents();
     auto* number = w.InputOf<QLineEdit>("Number");
