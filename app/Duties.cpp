@@ -269,8 +269,9 @@ void Duties::CopyAlarmLog(const Tick& tick) {
     if (alarmLogCopyCountdownMs_ >= 1) return;
     alarmLogCopyCountdownMs_ = kAlarmLogCopyMs;
     const std::vector<std::string> arguments = {ToUtf8(needs_.settings.AlarmLogFileName)};
-    if (!StartDetached(needs_.programFolder.Resolve("NKCopy.exe"), arguments)) {
-        StartDetached(needs_.programFolder.Resolve("NKCopy"), arguments);
+    const NativePath& folder = needs_.dataFolder.Root();
+    if (!StartDetached(needs_.programFolder.Resolve("NKCopy.exe"), arguments, folder)) {
+        StartDetached(needs_.programFolder.Resolve("NKCopy"), arguments, folder);
     }
 }
 

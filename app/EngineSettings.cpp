@@ -19,6 +19,8 @@ const std::array kRows = {
     SettingRow<E>{kGeneral, "LineFailureBannerTime", kCentre, &E::LineFailureBannerTime, 0, 86400},
     SettingRow<E>{kGeneral, "CreateLogFile", kCentre, &E::CreateLogFile},
     SettingRow<E>{kGeneral, "AlarmLogFileName", SettingScope::Workstation, &E::AlarmLogFileName},
+    SettingRow<E>{kGeneral, "AlarmLogFileMaxSize", SettingScope::Workstation, &E::AlarmLogFileMaxSize, 0},
+    SettingRow<E>{kGeneral, "AlarmLogFileDaily", SettingScope::Workstation, &E::AlarmLogFileDaily},
     SettingRow<E>{kGeneral, "AlarmLogFileCyclicWritePeriod", kCentre, &E::AlarmLogFileCyclicWritePeriod, 0},
     SettingRow<E>{kGeneral, "AlarmLogFileCyclicWriteString", kCentre, &E::AlarmLogFileCyclicWriteString},
     SettingRow<E>{kGeneral, "TorvexCyclicWritePeriod", kCentre, &E::TorvexCyclicWritePeriod, 0},

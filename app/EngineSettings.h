@@ -14,6 +14,8 @@ struct EngineSettings {
     int LineFailureBannerTime = 30;         // seconds until a line that fails is told above the lists
     bool CreateLogFile = false;             // an external program empties the alarm log
     Text AlarmLogFileName{"Alarm.LOG"};     // its argument
+    int AlarmLogFileMaxSize = 0;            // KiB after which NKCopy begins a new file; 0: none
+    bool AlarmLogFileDaily = false;         // NKCopy begins a new file each day
     int AlarmLogFileCyclicWritePeriod = 0;  // ms, or seconds by CyclicWriteTimePeriodInSeconds; 0 is off
     Text AlarmLogFileCyclicWriteString{};
     int TorvexCyclicWritePeriod = 0;  // as the period above

@@ -7,8 +7,10 @@
 
 namespace nordkeep {
 
-/// Starts a program that runs on by itself and is never waited for. False when it cannot be started at all.
-bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments);
+/// Starts a program that runs on by itself and is never waited for, in a folder of its own where one is named.
+/// False when it cannot be started at all.
+bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments,
+                   const NativePath& folder = {});
 
 /// Lets this program have as many files and connections open as the system allows it.
 void RaiseDescriptorLimit();

@@ -8,7 +8,8 @@
 
 namespace nordkeep {
 
-bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments) {
+bool StartDetached(const NativePath& program, const std::vector<std::string>& arguments,
+                   const NativePath& folder) {
     if (access(program.c_str(), X_OK) != 0) return false;
     std::vector<char*> words{const_cast<char*>(program.c_str())};
     for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
@@ -19,6 +20,7 @@ bool StartDetached(const NativePath& program, const std::vector<std::string>& ar
     if (between == 0) {
         setsid();
         if (fork() == 0) {
+            if (!folder.empty() && chdir(folder.c_str()) != 0) _exit(127);
             execv(program.c_str(), words.data());
             _exit(127);
         }
