@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kTextNoSuchEvent = 1078;
 constexpr int kTextRefusedLogin = 1090;
+constexpr int kTextLoginSlowed = 3859;
 constexpr int kTextRefusedFile = 3822;
 constexpr int kTextLoggedIn = 1091;
 constexpr int kTextLoggedOut = 1092;
@@ -232,21 +233,32 @@ void NetworkServer::ChangeServiceMode(int slot, TextView payload) {
 
 void NetworkServer::Login(int slot, TextView payload) {
     const auto request = ReadPayload<LoginRequest>(payload);
-    const Text name = "'" + request.userName.substr(0, kLongestNameInLog) + "'";
-    if (const auto answer = CheckLogin(needs_.files, request)) {
-        needs_.slots.SendTo(slot, Message::Login, PayloadOf(*answer));
-        needs_.slots.Log(slot, name + AddressLine(kTextLoggedIn, slot), LogKind::Information);
-        users_.at(static_cast<std::size_t>(slot)) = request.userName;
-        levels_.at(static_cast<std::size_t>(slot)) = answer->level;
-        needs_.deeds.Note(JournalKind::Login, DoerAt(slot), {}, answer->fullName);
-    } else {
-        // The client takes the answer for the end of its login.
-        ForgetUser(slot);
-        needs_.slots.SendTo(slot, Message::Logout, {});
-        needs_.slots.Log(slot, name + AddressLine(kTextRefusedLogin, slot), LogKind::Failure);
-        const Doer refused{request.userName.substr(0, kLongestNameInLog), needs_.slots.AddressOf(slot)};
-        needs_.deeds.Note(JournalKind::Refused, refused, {}, {});
+    const Text address = needs_.slots.AddressOf(slot);
+    const std::int64_t nowMs = needs_.clock.MonotonicMs();
+    const LoginBrake::Verdict verdict = brake_.Ask(address, nowMs);
+    if (verdict == LoginBrake::Verdict::RefusedForTheFirstTime)
+        needs_.slots.Log(slot, AddressLine(kTextLoginSlowed, slot), LogKind::Failure);
+    if (verdict != LoginBrake::Verdict::Free) return RefuseLogin(slot);
+    const Text name = request.userName.substr(0, kLongestNameInLog);
+    const auto answer = CheckLogin(needs_.files, request);
+    brake_.NoteOutcome(address, answer.has_value(), nowMs);
+    if (!answer) {
+        RefuseLogin(slot);
+        needs_.slots.Log(slot, "'" + name + "'" + AddressLine(kTextRefusedLogin, slot), LogKind::Failure);
+        needs_.deeds.Note(JournalKind::Refused, Doer{name, address}, {}, {});
+        return;
     }
+    needs_.slots.SendTo(slot, Message::Login, PayloadOf(*answer));
+    needs_.slots.Log(slot, "'" + name + "'" + AddressLine(kTextLoggedIn, slot), LogKind::Information);
+    users_.at(static_cast<std::size_t>(slot)) = request.userName;
+    levels_.at(static_cast<std::size_t>(slot)) = answer->level;
+    needs_.deeds.Note(JournalKind::Login, DoerAt(slot), {}, answer->fullName);
+}
+
+// The client takes the answer for the end of its login.
+void NetworkServer::RefuseLogin(int slot) {
+    ForgetUser(slot);
+    needs_.slots.SendTo(slot, Message::Logout, {});
 }
 
 void NetworkServer::Logout(int slot, TextView) {

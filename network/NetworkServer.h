@@ -1,5 +1,6 @@
 #pragma once
 
+#include "network/LoginBrake.h"
 #include "network/ClientSlots.h"
 #include "network/FileService.h"
 #include "network/Messages.h"
@@ -111,6 +112,7 @@ class NetworkServer final : public SlotHandler {
     void SendTranslations(int slot);
     void SendPortTree(int slot);
     void ForgetUser(int slot);
+    void RefuseLogin(int slot);
     /// What who has logged in at a client may do; that of nobody when there is no users file.
     int LevelAt(int slot) const;
     /// The path that a client may not touch is answered like one of a missing file.
@@ -125,6 +127,7 @@ class NetworkServer final : public SlotHandler {
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
     bool hasChanged_ = false;  // by a client, and not brought to safety yet
     std::array<Told, kSlotCount> told_{};
+    LoginBrake brake_{};
     std::array<int, kSlotCount> levels_{};  // of who has logged in
     std::array<Text, kSlotCount> users_{};  // login names; empty where nobody has logged in
 };

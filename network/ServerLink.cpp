@@ -73,8 +73,8 @@ void ServerLink::Close() {
 }
 
 Text ServerLink::ConnectionText() const {
-    return socket_->RemoteHostIP() + needs_.language.GetLanguageText(kTextConnected) +
-           ServerAddress() + ":" + std::to_string(needs_.settings.NetworkPort);
+    return socket_->RemoteHostIP() + needs_.language.GetLanguageText(kTextConnected) + ServerAddress() + ":" +
+           std::to_string(needs_.settings.NetworkPort);
 }
 
 void ServerLink::Lose(const Text& reason) {

@@ -1,6 +1,7 @@
 #include "network/UsersCheck.h"
 
 #include "network/Users.h"
+#include "platform/Passwords.h"
 #include "runtime/Fields.h"
 
 namespace nordkeep {
@@ -12,6 +13,7 @@ constexpr int kTextTooManyFields = 3841;
 constexpr int kTextNoPassword = 3842;
 constexpr int kTextValueCut = 3845;
 constexpr int kTextNoEditor = 3847;
+constexpr int kTextPlainPassword = 3858;
 
 constexpr std::size_t kFields = 4;
 constexpr std::size_t kInitials = 3;
@@ -36,7 +38,11 @@ std::int64_t CheckUser(const IniLines::Entry& entry, FileFindings& findings) {
     if (field(2).empty() || field(2).size() > kInitials)
         findings.Warning(line, kTextField, {"2", field(2), "ABC"});
     findings.AtField(3);
-    if (field(3).empty()) findings.Error(line, kTextNoPassword, {entry.key});
+    if (field(3).empty()) {
+        findings.Error(line, kTextNoPassword, {entry.key});
+    } else if (!IsPasswordHash(field(3))) {
+        findings.Warning(line, kTextPlainPassword, {entry.key});
+    }
     findings.AtField(4);
     const auto level = WholeNumber(field(4));
     if (!level || *level < 0) findings.Error(line, kTextField, {"4", field(4), "1"});

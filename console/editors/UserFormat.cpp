@@ -2,6 +2,7 @@
 
 #include "console/editors/FieldList.h"
 #include "network/UsersCheck.h"
+#include "platform/Passwords.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>
@@ -19,6 +20,15 @@ constexpr int kCaptionNotAlike = 4867;
 constexpr int kCaptionComma = 4868;
 
 enum Value : std::size_t { kName, kFullName, kInitials, kLevel, kPassword, kAgain, kValues };
+
+// Typed twice alike, it is kept as a hash; what stands there already stays as it is.
+Text PasswordOf(const RowFormat::Values& values, const Text& before) {
+    const Text& typed = values[kPassword];
+    if (typed != values[kAgain] || typed == before) return before;
+    if (typed.empty() || IsPasswordHash(typed)) return typed;
+    const std::optional<std::string> hash = MakePasswordHash(ToUtf8(typed));
+    return hash ? Text(*hash) : typed;
+}
 
 }  // namespace
 
@@ -66,8 +76,7 @@ RowFormat::Values UserFormat::ValuesOf(const FileItem& row) const {
 FileItem UserFormat::ItemOf(const Values& values, const FileItem& before) const {
     FileItem item = before;
     item.section = "Users";
-    const bool isKnown = values[kPassword] == values[kAgain];
-    const Text password = isKnown ? values[kPassword] : ValuesOf(before)[kPassword];
+    const Text password = PasswordOf(values, ValuesOf(before)[kPassword]);
     item.text = LineOfPair(
         {values[kName], values[kFullName] + "," + values[kInitials] + "," + password + "," + values[kLevel]});
     return item;

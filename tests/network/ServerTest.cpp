@@ -1,5 +1,6 @@
 #include "network/CentreMessages.h"
 #include "network/ObjectMessages.h"
+#include "platform/Passwords.h"
 #include "tests/network/ServerWorld.h"
 
 #include <gtest/gtest.h>
@@ -178,6 +179,42 @@ TEST_F(ServerTest, ChecksPasswords) {
     EXPECT_TRUE(world.HasLogged("'nobody' refused 127.0.0.1"));
     Send(0, Message::Logout);
     EXPECT_EQ(Sent(0), Numbers{17});
+}
+
+TEST_F(ServerTest, ComparesAHashWithWhatWasTypedToTheLetter) {
+    const auto hash = MakePasswordHash(ToUtf8("S\xE4kert, l\xF6sen"));
+    ASSERT_TRUE(hash);
+    EXPECT_NE(hash, MakePasswordHash(ToUtf8("S\xE4kert, l\xF6sen"))) << "a salt of its own";
+    world.folder.Write("Settings\\Users.INI",
+                       "[Users]\r\nanna=Anna Berg,A," + *hash + ",2\r\nbo=Bo,B,$y$no hash,2\r\n");
+    Connect(1);
+    for (const auto& [request, answer] : {std::pair{LoginRequest{"anna", "S\xE4kert, l\xF6sen"}, 16},
+                                          {{"anna", "s\xE4kert, l\xF6sen"}, 17},
+                                          {{"anna", Text(*hash)}, 17},
+                                          {{"bo", "$y$no hash"}, 17},
+                                          {{"bo", ""}, 17}}) {
+        Send(0, Message::Login, PayloadOf(request));
+        EXPECT_EQ(Sent(0), Numbers{answer}) << request.password;
+    }
+}
+
+TEST_F(ServerTest, SlowsWhoTriesOnePasswordAfterTheOther) {
+    Connect(1);
+    const auto answerTo = [&](const char* password) {
+        Send(0, Message::Login, PayloadOf(LoginRequest{"anna", password}));
+        return Sent(0);
+    };
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(answerTo("wrong"), Numbers{17});
+    for (int i = 0; i < 20; ++i) EXPECT_EQ(answerTo("Secret"), Numbers{17}) << "too soon to be looked at";
+    EXPECT_TRUE(world.HasLogged("slowed: 127.0.0.1"));
+    EXPECT_EQ(std::ranges::count(world.logged, "slowed: 127.0.0.1"), 1);
+    time.Advance(1000);
+    EXPECT_EQ(answerTo("wrong again"), Numbers{17});
+    EXPECT_EQ(answerTo("Secret"), Numbers{17});
+    time.Advance(1000);
+    EXPECT_EQ(answerTo("Secret"), Numbers{16});
+    EXPECT_EQ(answerTo("wrong"), Numbers{17});
+    EXPECT_EQ(answerTo("Secret"), Numbers{16}) << "a right one forgets the wrong ones";
 }
 
 TEST_F(ServerTest, TellsChangesOnceAndThoseOfAClientTwiceToTheOthers) {

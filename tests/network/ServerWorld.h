@@ -23,7 +23,7 @@ struct ServerWorld : NetworkGround {
         Reload();
         language.LoadFrom(
             "3822=kept from \n1062=lost\n1064=silent\n1069=error\n1070=gone\n1071=came\n1074=notallowed\n1075=toomany\n"
-            "1076= at \n1077=unknown\n1078=nosuch\n1081=bye\n1090= refused \n1091= in \n1092=out \n");
+            "1076= at \n1077=unknown\n1078=nosuch\n1081=bye\n1090= refused \n1091= in \n1092=out \n3859=slowed: \n");
     }
     void Reload() {
         PortBinding* ports[] = {&port};
