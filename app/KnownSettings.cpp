@@ -20,7 +20,7 @@
 #include "ports/formats/CallerIdentity.h"
 #include "ports/dc09/Dc09.h"
 #include "ports/formats/GoogolT1.h"
-#include "ports/formats/MailMessage.h"
+#include "ports/mail/MailMessage.h"
 #include "ports/formats/MultiCom.h"
 #include "ports/formats/Robofon.h"
 #include "ports/formats/RobofonExport.h"

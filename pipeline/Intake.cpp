@@ -91,6 +91,14 @@ Intake::Trial Intake::Try(const IncomingEvent& event) {
     return {std::move(run.alarm), isFound, run.isInService, run.isParked};
 }
 
+// The record is made for the look-up only.
+void Intake::HandleSignOfLife(const IncomingEvent& event) {
+    const FileTree::Moment moment(needs_.dataFolder);
+    IntakeRun run{.event = event, .alarm = std::make_unique<cAlarm>()};
+    Build(run);
+    FeedAliveTests(run);
+}
+
 void Intake::HandOver(IntakeRun& run) {
     run.alarm->m_TranslationIsOk = run.IsFound();
     if (run.isParked) return needs_.parked.Add(std::move(run.alarm));

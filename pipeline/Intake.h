@@ -41,6 +41,7 @@ class Intake final : public EventIntake, public SilenceAlarm {
     explicit Intake(const Needs& needs) : needs_(needs) {}
 
     void HandleIncomingEvent(const IncomingEvent& event) override;
+    void HandleSignOfLife(const IncomingEvent& event) override;
     void RaiseSilenceAlarm(cTranslate& set, cIDCode& object, int test, OleDate now) override;
 
     /// What an event would become.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileTree.h"
 #include "platform/Text.h"
 
 #include <memory>
@@ -22,10 +23,16 @@ class Inet {
     virtual ~Inet() = default;
     /// Of addresses that name none.
     virtual void SetProtocol(InetProtocol protocol) = 0;
+    /// PEM certificates that are trusted besides the system's; empty: none.
+    virtual void SetAuthorityFile(const NativePath& file) = 0;
     /// Starts to get a page; the address is encoded already. What ran before is cancelled.
     virtual void Execute(const Text& url) = 0;
     virtual bool StillExecuting() const = 0;
     virtual InetState LastState() const = 0;
+    /// Why the last request had no answer, in the system's words; empty while it has not failed.
+    virtual Text LastError() const = 0;
+    /// Of the answer; 0 without one.
+    virtual int StatusCode() const = 0;
     /// Takes at most so many bytes of the answer. What is longer than 4096 was cut there.
     virtual Text GetChunk(std::size_t most) = 0;
     virtual void Cancel() = 0;

@@ -4,6 +4,7 @@
 #include "ports/Dc09Check.h"
 #include "ports/FieldMap.h"
 #include "ports/PortList.h"
+#include "ports/lines/SerialSetting.h"
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 #include "translation/IdCodeFile.h"
@@ -93,22 +94,6 @@ bool IsAlwaysThere(TextView address) {
 
 bool IsEverywhere(TextView address) {
     return address.empty() || address == "0.0.0.0";
-}
-
-/// "baud,parity,data bits,stop bits"; parts may be left away from the end.
-bool IsSerialSetting(TextView text) {
-    static constexpr std::array<TextView, 5> kParities = {"N", "E", "O", "M", "S"};
-    static constexpr std::array<TextView, 4> kDataBits = {"5", "6", "7", "8"};
-    static constexpr std::array<TextView, 3> kStopBits = {"1", "1.5", "2"};
-    const auto isOneOf = [](const auto& words, TextView word) {
-        return std::ranges::any_of(words, [word](TextView known) { return EqualsNoCase(known, word); });
-    };
-    const std::vector<Text> parts = Split(text, ',');
-    const auto part = [&](std::size_t place) { return TrimBlanks(parts[place]); };
-    if (parts.size() > 4 || !IsNumeric(part(0)) || LeadingNumber(part(0)) < 1) return false;
-    return (parts.size() < 2 || isOneOf(kParities, part(1))) &&
-           (parts.size() < 3 || isOneOf(kDataBits, part(2))) &&
-           (parts.size() < 4 || isOneOf(kStopBits, part(3)));
 }
 
 bool IsSocket(PortType type) {
@@ -256,7 +241,7 @@ void PortCheck::CheckSerial(const Port& port) {
     if (!around_.main.Find(kSerialPorts, line) && !MayBeADevice(device, around_.rightsOf))
         port.findings.Error(port.Line("PortNumber"), kTextFileMissing, {line, device});
     const TextView setting = port.Value("PortSetting");
-    if (!IsNothing(setting) && !IsSerialSetting(setting))
+    if (!IsSerialSetting(setting))
         port.findings.Error(port.Line("PortSetting"), kTextNotUnderstood,
                             {"PortSetting", setting, "9600,N,8,1"});
     Take(port, "PortNumber", {line, {}, port.name});
@@ -291,6 +276,9 @@ void PortCheck::CheckPolling(const Port& port) {
     if (!isUrl)
         port.findings.Error(port.Line("PortSetting"), kTextNotUnderstood,
                             {"PortSetting", port.Value("PortSetting"), "http://192.168.1.10:8080/"});
+    const TextView file = port.Value("HTTPCAFile");
+    if (!file.empty() && !around_.rightsOf(file).isThere)
+        port.findings.Error(port.Line("HTTPCAFile"), kTextFileMissing, {"HTTPCAFile", file});
     if (port.lines.EntriesOf(kReceivers).empty())
         port.findings.Warning(port.Line("PortSetting"), kTextNeeded, {"[VirtualReceivers]"});
 }

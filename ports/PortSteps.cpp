@@ -19,9 +19,13 @@ void PortSteps::TakeStep(TelegramStep step, WhenStored whenStored) {
     totals_.events += step.events.size();
     if (step.isTraffic) parts_.tests.NoteProof();
     for (const DecoderNote& note : step.notes) parts_.log.Information(note.text, note.tail);
-    if (step.events.empty() && step.held.empty() && !whenStored) return;
+    if (step.events.empty() && step.signs.empty() && step.held.empty() && !whenStored) return;
     parts_.commit.Begin();
     held_.Note(step);
+    for (IncomingEvent& sign : step.signs) {
+        sign.PortObject = &parts_.port;
+        parts_.intake.HandleSignOfLife(sign);
+    }
     TakeEvents(step.events);
     parts_.commit.End([this, whenStored = std::move(whenStored)](bool isStored) {
         if (!isStored) ++totals_.refused["not-stored"];

@@ -22,6 +22,7 @@ void PortTally::NoteTraffic(TextView traffic, TrafficDirection direction) {
 
 void PortTally::NoteStep(const TelegramStep& step) {
     if (!step.events.empty()) Count(figures_.telegramsToday);
+    if (step.isRefused) Count(figures_.refusedToday);
 }
 
 void PortTally::ForgetCounts(LineFigures& figures) const {

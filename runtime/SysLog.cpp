@@ -1,6 +1,7 @@
 #include "runtime/SysLog.h"
 
 #include "runtime/Dates.h"
+#include "runtime/PlainLine.h"
 
 namespace nordkeep {
 
@@ -12,7 +13,7 @@ LogPlace PlaceOfLog(LogKind kind, bool isClient) {
 
 void SysLog::WriteSysLog(TextView text, LogKind kind) {
     const OleDate now = clock_.Now();
-    const LogRow row{FormatDate(now, "YY-MM-DD"), FormatDate(now, "HH:NN:SS"), kind, Text(text)};
+    const LogRow row{FormatDate(now, "YY-MM-DD"), FormatDate(now, "HH:NN:SS"), kind, PlainLine(text)};
     const LogPlace place = PlaceOfLog(kind, isClient_);
     const Text fileName = place.folder + FormatDate(now, "YYYY-MM-DD") + place.extension;
     Text line = std::to_string(static_cast<int>(kind)) + ";" + row.date + ";" + row.time + " ;";

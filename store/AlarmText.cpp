@@ -3,6 +3,7 @@
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 #include "runtime/ObjectFiles.h"
+#include "runtime/PlainLine.h"
 #include "store/TextTemplate.h"
 
 #include <array>
@@ -126,7 +127,11 @@ const Field& FieldAt(int number) {
 }
 
 Text ValueOf(const Field& field, const Source& source) {
-    if (const auto* text = std::get_if<Text cAlarm::*>(&field.value)) return source.alarm.**text;
+    if (const auto* text = std::get_if<Text cAlarm::*>(&field.value)) {
+        const Text& value = source.alarm.**text;
+        // What operators have written may have several lines.
+        return *text == &cAlarm::m_SmallComment ? value : PlainLine(value);
+    }
     if (const auto* number = std::get_if<int cAlarm::*>(&field.value))
         return std::to_string(source.alarm.**number);
     return std::get<Made>(field.value)(source);

@@ -45,9 +45,14 @@ constexpr DemoStep kSteps[] = {
     {13, "web service", "virtualreceiver", "listen:#", "10000201", "Pump stopped"},
     {14, "files", "file", "file:@/Alarms.txt", "100002", "Filter blocked"},
     {15, "GSM modem", "gsm", "pty:#", "10000403", "Yard"},
+    {17, "export", "export", "listen:#", "", ""},
+    {18, "confirmations", "confirmation", "file:@/Confirmations.txt", "0701234567", "Delivered"},
     {16, "SIA DC-09", "dc09", "udp:127.0.0.1:#", "1234", "Nri1/FA002"},
     {16, "Contact ID DC-09", "dc09cid", "udp:127.0.0.1:#", "1234", "1110 01 007"},
 };
+
+// Some ports come by themselves, and only after a while.
+constexpr int kPatienceMs = 20'000;
 
 /// The value of a key of a settings file, whatever its section.
 std::string SettingOf(const std::string& path, const std::string& key) {
@@ -89,6 +94,7 @@ int Feed(const DemoStep& step, const std::string& folder) {
     const std::string path = folder + "/Settings/Port" + std::to_string(step.number) + ".ini";
     options.telegram.key = FromHex(SettingOf(path, step.code));
     options.isQuiet = true;
+    options.timeoutMs = kPatienceMs;
     const Play play = FindPlay(options.telegram.format);
     return play ? play(options) : Send(options);
 }

@@ -15,9 +15,10 @@ struct PlayRow {
 };
 
 constexpr PlayRow kPlays[] = {
-    {"gsm", &ActAsModem}, {"confirmation", &DropFiles},
-    {"file", &DropFiles}, {"virtualreceiver", &AnswerPolls},
-    {"mail", &SendMails}, {"mailbox", &ActAsMailbox},
+    {"gsm", &ActAsModem},        {"confirmation", &DropFiles},
+    {"file", &DropFiles},        {"virtualreceiver", &AnswerPolls},
+    {"mail", &SendMails},        {"mailbox", &ActAsMailbox},
+    {"export", &ReceiveExports},
 };
 
 }  // namespace

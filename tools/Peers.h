@@ -18,8 +18,13 @@ int AnswerPolls(const SendOptions& options);
 int ActAsMailbox(const SendOptions& options);
 /// Feeds every port of the demonstration centre in `folder` with one alarm and prints how it went.
 int FeedDemo(const std::string& folder);
+/// Takes what a port exports, target listen:PORT, and acknowledges it.
+int ReceiveExports(const SendOptions& options);
 /// Is the modem of a port, target pty (or pty:PATH for a link to it), until every message has been deleted.
 int ActAsModem(const SendOptions& options);
+
+/// Plays what a port received, as a traffic file has it, to the target again, with the pauses of the file.
+int Replay(const SendOptions& options);
 
 /// The play of a format; none for one that is sent as telegrams.
 Play FindPlay(const std::string& format);

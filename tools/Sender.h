@@ -24,6 +24,9 @@ struct SendOptions {
     bool isSilent = false;      // as modem: no answers
     bool hasNoEcho = false;     // as modem
     std::string caller{};       // as modem: rings with this number
+    std::string replay{};       // a traffic file that is played
+    std::string port{};         // whose part of it, by description
+    bool isFast = false;        // without its pauses
 };
 
 /// The code of a telegram; counted up when the options say so.

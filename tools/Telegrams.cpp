@@ -1,9 +1,9 @@
 #include "tools/Telegrams.h"
 
 #include "platform/Text.h"
-#include "ports/formats/Crc16.h"
 #include "ports/dc09/Dc09Body.h"
 #include "ports/dc09/Dc09Frame.h"
+#include "ports/formats/Crc16.h"
 #include "ports/formats/Robofon.h"
 #include "runtime/Fields.h"
 

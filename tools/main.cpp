@@ -15,8 +15,10 @@ using nordkeep::tools::SendOptions;
 constexpr const char* kHelp =
     "Usage: nordkeep-send [options] TARGET...\n"
     "       nordkeep-send --demo FOLDER\n"
+    "       nordkeep-send --replay FILE.DBG [--port NAME] [--fast] TARGET\n"
     "Sends telegrams to a port of Nordkeep and shows what it answers; the second form feeds every\n"
-    "port of the demonstration centre in FOLDER with one alarm.\n\n"
+    "port of the demonstration centre in FOLDER with one alarm; the third plays what a port\n"
+    "had received, as its traffic file tells it, with the pauses between.\n\n"
     "  TARGET             tcp:HOST:PORT, udp:HOST:PORT, serial:DEVICE[,BAUD], or listen:PORT\n"
     "                     for a port that calls out\n"
     "  --format NAME      robofon (default), text, googol, rsm02, sia, contactid, sosaccess,\n"
@@ -24,6 +26,7 @@ constexpr const char* kHelp =
     "                     mail (smtp:HOST:PORT), file and confirmation (file:PATH),\n"
     "                     virtualreceiver (listen:PORT, answers a port that polls),\n"
     "                     mailbox (listen:PORT, is the server of a port that fetches mail),\n"
+    "                     export (listen:PORT, takes what a port exports),\n"
     "                     gsm (pty or pty:LINK, is the modem at the device that it names)\n"
     "  --code CODE        ID code and type, default 10000103\n"
     "  --text TEXT        free text behind the code (text, googol, mail, gsm), the blocks (sia,\n"
@@ -78,6 +81,7 @@ class Arguments {
         if (word == "--unwrapped") return options.telegram.isUnwrapped = true;
         if (word == "--number-codes") return options.numbersCodes = true;
         if (word == "--cut") return options.isCut = true;
+        if (word == "--fast") return options.isFast = true;
         if (word == "--quiet") return options.isQuiet = true;
         if (word == "--silent") return options.isSilent = true;
         if (word == "--no-echo") return options.hasNoEcho = true;
@@ -103,6 +107,8 @@ class Arguments {
         if (word == "--format") return options.telegram.format = value, true;
         if (word == "--code") return options.telegram.code = nordkeep::FromUtf8(value), true;
         if (word == "--text") return options.telegram.text = nordkeep::FromUtf8(value), true;
+        if (word == "--replay") return options.replay = value, true;
+        if (word == "--port") return options.port = value, true;
         if (word == "--key") return options.telegram.key = nordkeep::tools::FromHex(value), true;
         if (word == "--extended") return options.telegram.extended = nordkeep::FromUtf8(value), true;
         if (word == "--clock") return options.telegram.clockSeconds = number, true;
@@ -141,6 +147,7 @@ int main(int argc, char** argv) {
         std::fputs(kHelp, stderr);
         return 2;
     }
+    if (!options.replay.empty()) return nordkeep::tools::Replay(options);
     if (const auto play = nordkeep::tools::FindPlay(options.telegram.format)) return play(options);
     if (options.raw.empty() &&
         nordkeep::tools::MakeTelegram(options.telegram, options.telegram.code).empty()) {

@@ -31,7 +31,7 @@ constexpr KeysOfType kOfTypes[] = {
     {PortType::TCPC, "PortNumber AutoPurgeBufferTime"},
     {PortType::TCPS, "PortNumber AutoPurgeBufferTime BindSocketToAddress MaxCallers"},
     {PortType::UDP, "PortNumber AutoPurgeBufferTime BindSocketToAddress"},
-    {PortType::HTTP, "HTTPGetInterval& HTTPTimeout HTTPPolls"},
+    {PortType::HTTP, "HTTPGetInterval& HTTPTimeout HTTPPolls HTTPCAFile"},
     {PortType::POP3,
      "PortNumber POP3Interval POP3User POP3Password POP3MaxMessages POP3ConnectionTimeout POP3TLS "
      "POP3CAFile"},

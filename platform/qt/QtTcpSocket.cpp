@@ -1,5 +1,6 @@
 #include "platform/qt/QtTcpSocket.h"
 
+#include "platform/qt/Addresses.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QTimer>
@@ -37,18 +38,12 @@ void SetOptions(int descriptor) {
     set(IPPROTO_TCP, TCP_NODELAY, 1);
 }
 
-Text DottedQuad(const QHostAddress& address) {
-    bool isIPv4 = false;
-    const quint32 number = address.toIPv4Address(&isIPv4);
-    return FromQString(isIPv4 ? QHostAddress(number).toString() : address.toString());
-}
-
 /// Whoever is at the other end of a connection that no toolkit socket has taken yet.
 Text CallerOf(int descriptor) {
     sockaddr_storage peer{};
     socklen_t size = sizeof peer;
     auto* const address = reinterpret_cast<sockaddr*>(&peer);
-    return ::getpeername(descriptor, address, &size) == 0 ? DottedQuad(QHostAddress(address)) : Text();
+    return ::getpeername(descriptor, address, &size) == 0 ? AddressText(QHostAddress(address)) : Text();
 }
 
 Text WaitingIn(int descriptor) {
@@ -115,8 +110,7 @@ void QtTcpSocket::LetGo(QTcpSocket* socket) {
 
 bool QtTcpSocket::Bind(int port, const Text& address) {
     Close();
-    const QHostAddress local =
-        address.empty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(ToQString(address));
+    const QHostAddress local = LocalAddress(address);
     if (local.isNull()) return Fail(QStringLiteral("The address is no IP address"));
     if (!IsPort(port)) return Fail(QStringLiteral("The port number is out of range"));
     if (!NewCallingSocket()) return false;
@@ -174,7 +168,7 @@ void QtTcpSocket::Accept(SocketRequest request) {
 
 void QtTcpSocket::BeginTalk(int descriptor) {
     SetOptions(descriptor);
-    remoteIp_ = DottedQuad(socket_->peerAddress());
+    remoteIp_ = AddressText(socket_->peerAddress());
     // What goes by it is not encrypted.
     if (secured_ == nullptr) returnPath_ = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
 }

@@ -1,5 +1,6 @@
 #include "platform/qt/QtUdpSocket.h"
 
+#include "platform/qt/Addresses.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QVariant>
@@ -32,8 +33,7 @@ void QtUdpSocket::Close() {
 
 bool QtUdpSocket::Bind(int port, const Text& address) {
     Close();
-    const QHostAddress local =
-        address.empty() ? QHostAddress(QHostAddress::AnyIPv4) : QHostAddress(ToQString(address));
+    const QHostAddress local = LocalAddress(address);
     if (local.isNull()) return Fail(QStringLiteral("The address is no IP address"));
     if (port < 0 || port > 65535) return Fail(QStringLiteral("The port number is out of range"));
     socket_ = new QUdpSocket(&tasks_);
@@ -107,8 +107,8 @@ Text QtUdpSocket::GetData() {
     if (!datagram.isValid()) return {};
     destination_ = datagram.senderAddress();
     destinationPort_ = static_cast<quint16>(datagram.senderPort());
-    remoteIp_ = FromQString(destination_.toString());
-    sender_ = {remoteIp_, destinationPort_};
+    remoteIp_ = AddressText(destination_);
+    sender_ = {FromQString(destination_.toString()), destinationPort_};
     return datagram.data().toStdString();
 }
 

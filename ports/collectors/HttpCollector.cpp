@@ -13,6 +13,8 @@ constexpr int kTextNoAnswer = 1036;
 constexpr int kTextSeconds = 1037;
 constexpr int kTextServiceError = 1133;
 constexpr int kTextReplyCut = 3615;
+constexpr int kTextNotUnderstood = 5329;
+constexpr int kFirstErrorStatus = 400;
 
 constexpr std::size_t kMostOfReply = 4096;
 constexpr std::size_t kMostOfSection = 4096;
@@ -28,7 +30,10 @@ class HttpCollector final : public Collector {
           log_(parts.log),
           taker_(parts.taker),
           settings_(LoadSettings(parts.settings, PollSettingRows(), log_.Name())),
-          inet_(parts.inet.NewInet()) {}
+          inet_(parts.inet.NewInet()) {
+        if (!settings_.HTTPCAFile.empty())
+            inet_->SetAuthorityFile(parts.dataFolder.Resolve(settings_.HTTPCAFile));
+    }
 
     bool IsOpen() const override { return isOpen_; }
 
@@ -150,18 +155,23 @@ class HttpCollector final : public Collector {
     }
 
     void ReadReply() {
-        const Text port = " " + log_.Line().PortDescription + " ";
-        if (inet_->LastState() != InetState::Complete) {
-            return NoteFailure(port + log_.GetLanguageText(kTextNoAnswer) + " " +
-                               std::to_string(settings_.HTTPTimeout) + " " +
-                               log_.GetLanguageText(kTextSeconds) + CurrentTail());
-        }
+        if (inet_->LastState() != InetState::Complete) return NoteNoAnswer();
         const Text reply = inet_->GetChunk(kMostOfReply);
         taker_.NoteTraffic(reply, TrafficDirection::Received);
         if (taker_.IsMuted()) return;
         PollReply read = ReadPollReply(reply, Current(), parts_.clock.Now());
-        LogReply(read);
+        LogReply(read, IsPollReply(reply) || inet_->StatusCode() < kFirstErrorStatus);
         HandOver(std::move(read));
+    }
+
+    /// One that is still on its way has had its time; it must not fill the memory.
+    void NoteNoAnswer() {
+        const Text reason = inet_->LastError();
+        inet_->Cancel();
+        const Text port = " " + log_.Line().PortDescription + " ";
+        if (!reason.empty()) return NoteFailure(port + reason + CurrentTail());
+        NoteFailure(port + log_.GetLanguageText(kTextNoAnswer) + " " + std::to_string(settings_.HTTPTimeout) +
+                    " " + log_.GetLanguageText(kTextSeconds) + CurrentTail());
     }
 
     /// A service that is out of order for a night writes one line for each receiver.
@@ -169,8 +179,11 @@ class HttpCollector final : public Collector {
         if (failing_.insert(Current().m_CSID).second) log_.Failure(kTextPort, tail);
     }
 
-    void LogReply(const PollReply& read) {
-        if (read.error.empty()) {
+    void LogReply(const PollReply& read, bool isUnderstood) {
+        if (!isUnderstood) {
+            NoteFailure(" " + log_.Line().PortDescription + " " + log_.GetLanguageText(kTextNotUnderstood) +
+                        " " + std::to_string(inet_->StatusCode()) + CurrentTail());
+        } else if (read.error.empty()) {
             failing_.erase(Current().m_CSID);
         } else {
             NoteFailure(" " + log_.Line().PortDescription + " " + log_.GetLanguageText(kTextServiceError) +

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ports/formats/MailMessage.h"
+#include "ports/mail/MailMessage.h"
 #include "ports/lines/PortLog.h"
 #include "runtime/SettingTable.h"
 

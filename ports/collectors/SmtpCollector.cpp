@@ -2,7 +2,7 @@
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/collectors/SmtpSession.h"
-#include "ports/formats/MailMessage.h"
+#include "ports/mail/MailMessage.h"
 #include "ports/lines/CallerTable.h"
 
 #include <array>

@@ -80,6 +80,7 @@ TelegramStep Dc09Line::Next(TextView received, const LineClock& clock) {
 void Dc09Line::TakeMessage(const Dc09Frame& frame, const LineClock& clock, TelegramStep& step) {
     auto head = ReadDc09Head(frame.content);
     if (!head) {
+        step.isRefused = true;
         step.reply = kNobody;
         return NoteRefusal(kTextUnknownKind, {}, clock, step);
     }
@@ -88,10 +89,12 @@ void Dc09Line::TakeMessage(const Dc09Frame& frame, const LineClock& clock, Teleg
     message.account = UpperCase(message.head.account);
     if (const Dc09AccountSetting* setting = accounts_.SettingOf(message.account)) message.key = setting->key;
     if (Refuses(message, clock, step)) {
+        step.isRefused = true;
         step.reply = AnswerTo(message.head, kNotUnderstood, false) + "]";
         return;
     }
     if (!ReadBody(message, clock, step)) {
+        step.isRefused = true;
         step.reply = kSetYourClock + Dc09TimeStamp(clock.utc);
         return;
     }
@@ -152,8 +155,8 @@ void Dc09Line::TakeSigns(const Message& message, const LineClock& clock, Telegra
     const bool hasReturned = accounts_.NoteHeard(message.account);
     Dc09Account& account = accounts_.Of(message.account);
     if (hasReturned) {
-        step.events.push_back(
-            Dc09Silence(message.account, account.protocol, true, settings_.texts.heardAgain, clock.now));
+        step.events.push_back(Dc09Silence(message.account, account.protocol.value_or(Protocol::SIA), true,
+                                          settings_.texts.heardAgain, clock.now));
     }
     if (message.head.isEncrypted) {
         account.hasEncrypted = true;
@@ -165,7 +168,7 @@ void Dc09Line::TakeSigns(const Message& message, const LineClock& clock, Telegra
 
 void Dc09Line::TakeEvents(const Message& message, const LineClock& clock, TelegramStep& step) {
     const Text& kind = message.head.kind;
-    if (kind == kLinkTest) return;
+    if (kind == kLinkTest) return TakeLinkTest(message.account, clock.now, step);
     const Dc09Repeats::Noted noted = repeats_.Note(
         message.account + " " + message.head.sequence + " " + std::to_string(message.sum), clock.monotonicMs);
     step.receipt = noted.number;
@@ -181,6 +184,15 @@ void Dc09Line::TakeEvents(const Message& message, const LineClock& clock, Telegr
         step.events.push_back(std::move(event));
 }
 
+// Of an account that has reported nothing yet nobody knows how it will.
+void Dc09Line::TakeLinkTest(const Text& account, OleDate now, TelegramStep& step) {
+    const std::optional<Protocol> known = accounts_.Of(account).protocol;
+    for (const Protocol protocol : {Protocol::SIA, Protocol::ContactID}) {
+        if (known.value_or(protocol) == protocol)
+            step.signs.push_back(Dc09SignOfLife(account, protocol, now));
+    }
+}
+
 void Dc09Line::Complain(const Message& message, const Text& text, OleDate now, TelegramStep& step) const {
     step.events.push_back(Dc09Complaint(message.head, text, settings_.sia, now));
 }
@@ -189,7 +201,8 @@ TelegramStep Dc09Line::Due(const ServiceTick& tick) {
     TelegramStep step;
     for (const Dc09Accounts::Silent& silent : accounts_.Tick(tick)) {
         const Text text = ReplaceAll(settings_.texts.silence, "%1", std::to_string(silent.seconds));
-        step.events.push_back(Dc09Silence(silent.account, silent.protocol, false, text, tick.now));
+        step.events.push_back(
+            Dc09Silence(silent.account, silent.protocol.value_or(Protocol::SIA), false, text, tick.now));
     }
     return step;
 }

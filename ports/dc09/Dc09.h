@@ -57,6 +57,7 @@ class Dc09Line {
     bool HasRightClock(const Message& message, OleDate utc) const;
     void TakeSigns(const Message& message, const LineClock& clock, TelegramStep& step);
     void TakeEvents(const Message& message, const LineClock& clock, TelegramStep& step);
+    void TakeLinkTest(const Text& account, OleDate now, TelegramStep& step);
     void Complain(const Message& message, const Text& text, OleDate now, TelegramStep& step) const;
     void NoteRefusal(int text, const Text& what, const LineClock& clock, TelegramStep& step);
 

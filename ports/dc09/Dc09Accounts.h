@@ -27,8 +27,8 @@ std::optional<Dc09AccountSetting> ReadDc09Account(TextView value);
 
 /// What a port knows of an account.
 struct Dc09Account {
-    Protocol protocol = Protocol::SIA;  // of its last event
-    std::int64_t heardMs = 0;           // in the time that the line has been open
+    std::optional<Protocol> protocol{};  // of its last event
+    std::int64_t heardMs = 0;            // in the time that the line has been open
     bool isSilent = false;
     bool hasEncrypted = false;
     // What has been told of a series.
@@ -52,7 +52,7 @@ class Dc09Accounts {
 
     struct Silent {
         Text account{};
-        Protocol protocol{};
+        std::optional<Protocol> protocol{};
         int seconds = 0;
     };
     /// Time goes on: who has now been silent for too long, each once. The others of many wait for a later

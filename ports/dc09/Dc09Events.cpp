@@ -15,6 +15,7 @@ constexpr std::size_t kSiaAccountWidth = 6;
 constexpr std::size_t kContactIdAccountWidth = 4;
 constexpr const char* kContactIdMark = "18";  // the message type that stands behind the account
 constexpr const char* kFailureCode = "350";
+constexpr const char* kRoutineTest = "1602";
 constexpr const char* kNoGroupAndZone = "00000";
 
 Text FilledUp(TextView account, std::size_t width) {
@@ -130,6 +131,21 @@ DecodedEvent Dc09Silence(const Text& account, Protocol protocol, bool isOver, co
         event.SIABlockType = "N";
     }
     return decoded;
+}
+
+IncomingEvent Dc09SignOfLife(const Text& account, Protocol protocol, OleDate now) {
+    IncomingEvent event;
+    event.AlarmTime = now;
+    event.TranslationNumberToUse = protocol;
+    if (protocol == Protocol::ContactID) {
+        event.DefaultAlarmCode =
+            FilledUp(account, kContactIdAccountWidth) + kContactIdMark + kRoutineTest + kNoGroupAndZone;
+    } else {
+        event.DefaultAlarmCode = "RP";
+        event.ObjectID = FilledUp(account, kSiaAccountWidth);
+        event.SIABlockType = "N";
+    }
+    return event;
 }
 
 }  // namespace nordkeep

@@ -18,5 +18,7 @@ DecodedEvent Dc09Complaint(const Dc09Head& head, const Text& text, const SiaSett
 /// The event that an account has fallen silent, or has come again, as its own panel would report it: SIA YC
 /// and YK, Contact ID 350 and its restore.
 DecodedEvent Dc09Silence(const Text& account, Protocol protocol, bool isOver, const Text& text, OleDate now);
+/// A link test of an account as the routine test report that it replaces.
+IncomingEvent Dc09SignOfLife(const Text& account, Protocol protocol, OleDate now);
 
 }  // namespace nordkeep

@@ -74,7 +74,17 @@ class Parser {
         Take(1);
         AddZone(Take(rest_.find('^')));
         Take(1);
+        TakeUnit();
         return true;
+    }
+
+    /// Two letters behind the text of a code that say what the text is. They are no code: one would need a
+    /// separator there.
+    void TakeUnit() {
+        if (!needsSeparator_) return;
+        const bool isUnit = CountWhile(rest_.substr(0, 2), IsUpper) == 2;
+        const TextView behind = rest_.substr(isUnit ? 2 : 0);
+        if (isUnit && (behind.empty() || IsOneOf(behind.front(), "/\\*^"))) Take(2);
     }
 
     bool TakeStarred() {

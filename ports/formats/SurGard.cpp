@@ -4,6 +4,7 @@
 #include "runtime/Fields.h"
 #include "runtime/Protocol.h"
 
+#include <algorithm>
 #include <array>
 
 namespace nordkeep {
@@ -217,6 +218,9 @@ std::span<const SettingRow<SurGardSettings>> SurGardSettingRows() {
 }
 
 TelegramStep NextSurGardStep(TextView received, const SurGardSettings& settings, SiaWait& wait, OleDate now) {
+    // Serial servers put line ends between the messages.
+    const std::size_t lineEnds = std::min(received.find_first_not_of("\r\n"), received.size());
+    if (lineEnds > 0) return {.consumed = lineEnds};
     const std::size_t end = received.find(bytes::DC4);
     if (end == TextView::npos) return {};
     TelegramStep step = MessageStep(received.substr(0, end), settings, wait, now);

@@ -53,11 +53,13 @@ struct TelegramStep {
     Text reply{};
     bool isTraffic = false;  // proves that the line works, for the supervision of test telegrams
     std::vector<DecodedEvent> events{};
+    std::vector<IncomingEvent> signs{};  // of senders who live and have nothing to tell
     std::vector<DecoderNote> notes{};
     std::vector<HeldTelegram> held{};
     std::vector<std::uint64_t> settled{};  // keys of held telegrams whose events stand in `events`
     bool closesLine = false;               // the sender expects a TCP line to be closed behind the reply
     std::uint64_t receipt = 0;             // under which the format is told whether the events are stored
+    bool isRefused = false;                // answered with a no that is not the byte NAK
     bool isRepeat = false;                 // the reply waits for the events of steps before
 };
 

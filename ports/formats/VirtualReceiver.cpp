@@ -17,6 +17,7 @@ const std::array kRows = {
                              2'000'000},
     SettingRow<PollSettings>{"General", "HTTPTimeout", kPort, &PollSettings::HTTPTimeout, 0, 2'000'000},
     SettingRow<PollSettings>{"General", "HTTPPolls", kPort, &PollSettings::HTTPPolls},
+    SettingRow<PollSettings>{"General", "HTTPCAFile", kPort, &PollSettings::HTTPCAFile},
 };
 
 bool StandsInUrl(char c) {
@@ -111,6 +112,10 @@ Text PassInput(const cVirtualReceiver& receiver) {
 Text PollUrl(TextView service, const cVirtualReceiver& receiver, TextView pass) {
     return EncodeUrl(Text(service) + "?csid=CSID" + receiver.m_CSID +
                      "&event=" + std::to_string(receiver.m_EventNumber) + "&pass=" + Text(pass));
+}
+
+bool IsPollReply(TextView reply) {
+    return EqualsNoCase(reply.substr(0, 6), "ERROR:") || reply.starts_with("OK:");
 }
 
 PollReply ReadPollReply(TextView reply, cVirtualReceiver& receiver, OleDate now) {

@@ -12,6 +12,7 @@ struct PollSettings {
     int HTTPGetInterval = 5;  // seconds between rounds
     int HTTPTimeout = 10;     // seconds
     int HTTPPolls = 5;        // in a row, of a receiver that has events
+    Text HTTPCAFile{};        // certificates that are trusted besides the system's
 };
 std::span<const SettingRow<PollSettings>> PollSettingRows();
 
@@ -44,6 +45,8 @@ struct PollReply {
     Text error{};  // what the service complains of
     bool isCut = false;
 };
+/// True for what a service of this kind can say.
+bool IsPollReply(TextView reply);
 /// Reads the reply; counts failures and marks the receiver that had data.
 PollReply ReadPollReply(TextView reply, cVirtualReceiver& receiver, OleDate now);
 

@@ -52,6 +52,15 @@ void HandleMini(TelegramStep& step, const Document& document, const MiniForm& fo
                   "</larmid><status>0</status></larmtelegramkvittens>";
 }
 
+Text Reply(const Text& name, const Document& document, bool hasTime) {
+    Text reply = kHead + ("<" + name + "><reference>" + document.Get("Reference")) +
+                 "</reference><status>0</status><info>OK</info>";
+    // The milliseconds are no measure: the far end only wants three digits there.
+    if (hasTime)
+        reply += "<arrivaltime>" + FormatDate(document.now, "YYYY-MM-DD HH:NN:SS") + ".666</arrivaltime>";
+    return reply + "</" + name + ">";
+}
+
 void HandleAlarmRequest(TelegramStep& step, const Document& document) {
     constexpr int kLabel = 2225;
     step.events.push_back({.event = {.AlarmTime = document.now,
@@ -62,29 +71,45 @@ void HandleAlarmRequest(TelegramStep& step, const Document& document) {
                                      .TranslationNumberToUse = Protocol::SOSXMLv4,
                                      .XMLDocument = Text(document.element.inner)},
                            .labelTexts = {kLabel}});
-    step.reply += kHead + ("<alarmresponse><reference>" + document.Get("Reference")) +
-                  "</reference><status>0</status><info>OK</info></alarmresponse>";
+    // Senders that write their names as the protocol was published want the time as well.
+    step.reply += Reply("alarmresponse", document, document.names == XmlNames::IgnoreCase);
 }
 
 void HandlePing(TelegramStep& step, const Document& document) {
-    // The milliseconds are no measure: the far end only wants three digits there.
-    step.reply += kHead + ("<pingresponse><reference>" + document.Get("Reference")) +
-                  "</reference><status>0</status><info>OK</info><arrivaltime>" +
-                  FormatDate(document.now, "YYYY-MM-DD HH:NN:SS") + ".666</arrivaltime></pingresponse>";
+    step.reply += Reply("pingresponse", document, true);
 }
+
+/// The password is not looked at, so that there is no new one to be had.
+void HandleNewAuthentication(TelegramStep& step, const Document& document) {
+    step.reply += Reply("requestnewauthenticationresponse", document, true);
+}
+
+using Handler = void (*)(TelegramStep&, const Document&);
 
 struct Found {
     XmlElement element;
-    bool isPing = false;
+    Handler handle = nullptr;
 };
 
-/// The complete alarm request or ping that starts first.
+struct Request {
+    const char* name;
+    Handler handle;
+    bool isOfPublishedForm = false;  // known only where names count in any case
+};
+constexpr Request kRequests[] = {{"AlarmRequest", &HandleAlarmRequest},
+                                 {"PingRequest", &HandlePing},
+                                 {"RequestNewAuthentication", &HandleNewAuthentication, true}};
+
+/// The complete request that starts first.
 std::optional<Found> FindRequest(TextView text, XmlNames names) {
-    const auto alarm = FindDocument(text, "AlarmRequest", names);
-    const auto ping = FindDocument(text, "PingRequest", names);
-    if (ping && (!alarm || ping->start < alarm->start)) return Found{*ping, true};
-    if (alarm) return Found{*alarm};
-    return std::nullopt;
+    std::optional<Found> first;
+    for (const Request& request : kRequests) {
+        if (request.isOfPublishedForm && names != XmlNames::IgnoreCase) continue;
+        const auto element = FindDocument(text, request.name, names);
+        if (element && (!first || element->start < first->element.start))
+            first.emplace(Found{*element, request.handle});
+    }
+    return first;
 }
 
 /// Runs `handle` over the complete documents at the front. `find` gives the first one.
@@ -136,7 +161,7 @@ TelegramStep NextSosAccessV4Step(TextView received, const XmlGatewaySettings& se
     const auto find = [names](TextView text) { return FindRequest(text, names); };
     return HandleDocuments(received, find, [&](TelegramStep& step, const Found& found) {
         const Document document{found.element, names, now};
-        found.isPing ? HandlePing(step, document) : HandleAlarmRequest(step, document);
+        found.handle(step, document);
     });
 }
 

@@ -1,5 +1,7 @@
 #include "ports/lines/Listening.h"
 
+#include "platform/AnyAddress.h"
+
 namespace nordkeep {
 
 void ListenAsSet(Winsock& server, PortLog& log, const Text& place, TextView name) {
@@ -8,7 +10,7 @@ void ListenAsSet(Winsock& server, PortLog& log, const Text& place, TextView name
     if (!log.HasListenNumber(place, name)) return;
     server.SetLocalPort(line.PortNumber);
     const Text& address = line.BindSocketToAddress;
-    const bool isBound = address.empty() || server.Bind(line.PortNumber, address);
+    const bool isBound = server.Bind(line.PortNumber, address.empty() ? Text(kAnyAddress) : address);
     if (isBound && server.Listen()) return log.Opened(place, name);
     log.OpenFailed(place, "TCP " + std::to_string(line.PortNumber) + ": " + server.LastError(), name);
 }

@@ -1,11 +1,15 @@
 #include "ports/lines/Line.h"
+#include "ports/lines/SerialSetting.h"
 #include "runtime/SerialDevices.h"
 #include "runtime/SharedTexts.h"
+
+#include <utility>
 
 namespace nordkeep {
 namespace {
 
 constexpr int kTextVanished = 3610;
+constexpr int kTextGarbage = 5328;
 
 class SerialLine final : public Line {
  public:
@@ -18,6 +22,7 @@ class SerialLine final : public Line {
 
     void Open() override {
         listener_.OnNewStream({});
+        TellGarbage();
         line_->SetDevice(Device());
         line_->SetSettings(log_.Line().PortSetting);
         line_->SetHandshaking(log_.Line().Handshaking);
@@ -44,6 +49,12 @@ class SerialLine final : public Line {
     }
 
  private:
+    void TellGarbage() {
+        const Text& setting = log_.Line().PortSetting;
+        if (IsSerialSetting(setting) || std::exchange(isGarbageTold_, true)) return;
+        log_.Failure(kTextGarbage, " " + log_.NameAndDescription() + " (PortSetting=" + setting + ")");
+    }
+
     Text Address() const {
         return "COM" + std::to_string(log_.Line().PortNumber) + ":" + log_.Line().PortSetting;
     }
@@ -59,6 +70,7 @@ class SerialLine final : public Line {
     PortLog& log_;
     LineListener& listener_;
     std::unique_ptr<MSComm> line_;
+    bool isGarbageTold_ = false;
 };
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "platform/AnyAddress.h"
 #include "ports/lines/Line.h"
 
 namespace nordkeep {
@@ -24,7 +25,7 @@ class UdpLine final : public Line {
         if (!log_.HasListenNumber(Address())) return;
         socket_->SetRemotePort(line.PortNumber);
         socket_->SetRemoteHost(line.PortSetting);
-        if (!socket_->Bind(line.PortNumber, line.BindSocketToAddress)) {
+        if (!socket_->Bind(line.PortNumber, LocalAddress())) {
             return log_.OpenFailed(Address(), socket_->LastError());
         }
         // Where to send before anybody has sent here; without a host there is no such place.
@@ -54,6 +55,11 @@ class UdpLine final : public Line {
     }
 
  private:
+    Text LocalAddress() const {
+        const Text& address = log_.Line().BindSocketToAddress;
+        return address.empty() ? Text(kAnyAddress) : address;
+    }
+
     Text Address() const { return log_.Line().PortSetting + ":" + std::to_string(log_.Line().PortNumber); }
 
     void OnError(const Text& error) {

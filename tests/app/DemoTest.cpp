@@ -15,7 +15,7 @@ class DemoTest : public ::testing::Test {
     DemoTest() {
         fs::copy(fs::path(NORDKEEP_SOURCE_DIR) / "sample", copy.Data().Path(),
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-        for (const int port : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 16}) {
+        for (const int port : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 16, 17}) {
             const Text file = "Settings\\Port" + std::to_string(port) + ".ini";
             Change(file, std::to_string(17600 + port), std::to_string(FreePort()));
         }
@@ -39,7 +39,7 @@ TEST_F(DemoTest, EveryPortTakesItsAlarm) {
     const std::string program = std::string(NORDKEEP_BIN_DIR) + "/nordkeep-send";
     const std::string feed = program + " --demo " + copy.Data().Path() + " > " + copy.Data().Path() + "/fed";
     EXPECT_EQ(std::system(feed.c_str()), 0) << copy.Data().Read("fed") << copy.Output();
-    EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 18; })) << copy.Output();
+    EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 19; })) << copy.Output();
     const std::string log = copy.Output();
     // A port of each kind has found the object, and most the type.
     for (const char* known :

@@ -17,10 +17,19 @@ class FakeInet : public Inet {
 
     bool IsAsked() const { return isExecuting_; }
     void Answer(const Text& text) { End(InetState::Complete, text); }
-    void Fail() { End(InetState::Error, {}); }
+    void Fail(const Text& reason = {}) {
+        End(InetState::Error, {});
+        lastError_ = reason;
+    }
+    int statusCode = 200;
+    NativePath authorityFile{};
 
     void SetProtocol(InetProtocol value) override { protocol = value; }
+    void SetAuthorityFile(const NativePath& file) override { authorityFile = file; }
+    Text LastError() const override { return lastError_; }
+    int StatusCode() const override { return statusCode; }
     void Execute(const Text& url) override {
+        lastError_.clear();
         urls.push_back(url);
         state_ = InetState::None;
         isExecuting_ = true;
@@ -43,6 +52,7 @@ class FakeInet : public Inet {
     InetState state_ = InetState::None;
     bool isExecuting_ = false;
     Text answer_{};
+    Text lastError_{};
 };
 
 class FakeInets : public InetFactory {

@@ -16,7 +16,10 @@ class RecordingIntake : public EventIntake {
         if (during) during();
     }
 
+    void HandleSignOfLife(const IncomingEvent& event) override { signs.push_back(event); }
+
     std::vector<IncomingEvent> events{};
+    std::vector<IncomingEvent> signs{};
     std::function<void()> during{};
 };
 

@@ -1,8 +1,8 @@
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/Pop3Session.h"
 #include "ports/collectors/SmtpSession.h"
-#include "ports/formats/MailMessage.h"
-#include "ports/formats/MailText.h"
+#include "ports/mail/MailMessage.h"
+#include "ports/mail/MailText.h"
 #include "ports/formats/ModemLines.h"
 #include "tests/fuzz/Targets.h"
 

@@ -74,6 +74,28 @@ TEST_F(AliveTestsTest, RoutineTestFeedsTheSecondTestAndIsNoAlarm) {
     EXPECT_TRUE(running->translations.Find("Town")->m_IdCodes[0]->m_AliveTest2IntervalHasExceeded == false);
 }
 
+TEST_F(AliveTestsTest, ASignOfLifeIsNoAlarmButFeedsAndEndsAFailure) {
+    StartWith("AliveTestBehaviour=1\r\nAliveTest2Behaviour=1\r\n");
+    IncomingEvent sender{.AlarmTime = time.Now(), .ProtocolType = "Robofon", .DefaultAlarmCode = "100101"};
+    sender.PortObject = &port;
+    sender.TranslationNumberToUse = Protocol::Robofon;
+    TakeIn(sender);
+    AdvanceMinutes(59);
+    running->intake.HandleSignOfLife(sender);
+    AdvanceMinutes(59);
+    Scan();
+    EXPECT_EQ(std::ranges::count(Types(), Text("Bakery:Silent")), 0);
+    AdvanceMinutes(2);
+    Scan();
+    EXPECT_EQ(std::ranges::count(Types(), Text("Bakery:Silent")), 1);
+    sender.IsSignOfLife = false;
+    TakeIn(sender);
+    EXPECT_EQ(std::ranges::count(Types(), Text("Bakery:Heard again")), 0) << "that was said about it";
+    sender.IsSignOfLife = true;
+    running->intake.HandleSignOfLife(sender);
+    EXPECT_EQ(Types().back(), "Bakery:Heard again");
+}
+
 TEST_F(AliveTestsTest, ServiceObjectIsSupervisedQuietly) {
     StartWith();
     cTranslate& set = *running->translations.Find("Town");

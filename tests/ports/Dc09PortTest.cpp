@@ -96,6 +96,18 @@ TEST_F(Dc09PortTest, IsNotDisturbedByHalfADatagramOfAnotherSender) {
     EXPECT_EQ(socket.sent, Ack("5678"));
 }
 
+TEST_F(Dc09PortTest, ALinkTestIsASignOfLifeOfTheObjectAsItReports) {
+    FakeWinsock& caller = Connect();
+    caller.Arrive(Frame("\"NULL\"0001#1234[]"));
+    ASSERT_EQ(intake.signs.size(), 2u) << "it has not reported yet";
+    EXPECT_EQ(intake.signs[0].ObjectID, "001234");
+    EXPECT_EQ(intake.signs[1].DefaultAlarmCode, "123418160200000");
+    EXPECT_TRUE(intake.signs[0].PortObject);
+    caller.Arrive(Burglary("1234", "0002") + Frame("\"NULL\"0003#1234[]"));
+    ASSERT_EQ(intake.signs.size(), 3u);
+    EXPECT_EQ(intake.signs[2].TranslationNumberToUse, Protocol::SIA);
+}
+
 TEST_F(Dc09PortTest, DoesNotCountTheTimeInWhichItIsClosed) {
     Open("TCPS", "[DC09Accounts]\r\n1234=,60\r\n");
     for (int i = 0; i < 50; ++i) Tick();

@@ -69,7 +69,8 @@ class HttpPortTest : public PortWorld {
  protected:
     HttpPortTest() {
         folder.MakeFolders("LogFiles");
-        language.LoadFrom("1035=Port\n1036=no answer in\n1037=s\n1133=complains\n1041=Opened\n3615=Cut \n");
+        language.LoadFrom(
+            "1035=Port\n1036=no answer in\n1037=s\n1133=complains\n1041=Opened\n3615=Cut \n5329=status\n");
         WriteSettings({});
         ports.Discover(parts);
         ports.Tick(1000, conditions);
@@ -146,6 +147,21 @@ TEST_F(HttpPortTest, GoesOnAfterATimeOutAndAnError) {
     Answer("ERROR:BAD PASS\n");
     EXPECT_EQ(LinesWith("Port Port1 complains (CSID=B) Quay -> BAD PASS"), 1u);
     EXPECT_EQ(NextAsked(), "A");
+}
+
+TEST_F(HttpPortTest, TellsTheReasonOfAFailureOnceASeries) {
+    for (int round = 0; round < 2; ++round) {
+        NextAsked();
+        Slot().Fail("Connection refused");
+        Tick();
+        Tick();
+        NextAsked();
+        Slot().statusCode = 503;
+        Answer("<html>out of order</html>");
+        Slot().statusCode = 200;
+    }
+    EXPECT_EQ(LinesWith("Port Port1 Connection refused (CSID=A) Harbour"), 1u);
+    EXPECT_EQ(LinesWith("Port Port1 status 503 (CSID=B) Quay"), 1u);
 }
 
 TEST_F(HttpPortTest, RestsWhileThePortIsClosedAndDropsWhatAMutedPortGets) {

@@ -1,5 +1,6 @@
-#include "ports/formats/MailText.h"
+#include "ports/mail/MailText.h"
 
+#include "platform/MailReader.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>
@@ -111,30 +112,13 @@ Text DecodeHexPairs(TextView text) {
     return decoded;
 }
 
-Text WithoutSoftBreaks(TextView text) {
-    Text joined;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        std::size_t end = i + 1;
-        if (text[i] == '=') {
-            while (end < text.size() && IsBlank(text[end])) ++end;
-            if (end < text.size() && text[end] == '\r') ++end;
-        }
-        const bool isBreak = text[i] == '=' && (end >= text.size() || text[end] == '\n');
-        if (isBreak) {
-            i = end;
-        } else {
-            joined += text[i];
-        }
-    }
-    return joined;
-}
-
 std::optional<Text> FromCharset(TextView bytes, TextView charset) {
     const Text name = UpperCase(charset);
     if (name == "UTF-8" || name == "UTF8") return FromUtf8(bytes);
     if (name == "ISO-8859-15") return FromLatin9(bytes);
     if (name == "US-ASCII" || name == "ISO-8859-1" || name == "WINDOWS-1252") return Text(bytes);
-    return std::nullopt;
+    const auto utf8 = Utf8FromCharset(bytes, charset);
+    return utf8 ? std::optional(FromUtf8(*utf8)) : std::nullopt;
 }
 
 Text DecodeHeaderWords(TextView value) {

@@ -10,8 +10,6 @@ namespace nordkeep {
 Text DecodeBase64(TextView text);
 /// Each "=" with two hexadecimal digits becomes its character; any other "=" stays.
 Text DecodeHexPairs(TextView text);
-/// Takes out the line ends that quoted-printable puts into long lines.
-Text WithoutSoftBreaks(TextView text);
 /// Windows-1252 of a text in this character set; none for a set that is not known.
 std::optional<Text> FromCharset(TextView bytes, TextView charset);
 /// The encoded words =?charset?Q?..?= and =?charset?B?..?= of a header value; words of an unknown character
