@@ -129,7 +129,9 @@ void Dispatcher::SendWaitingToTorvex(OleDate now) {
     const EventList& events = needs_.store.Events();
     for (EventSequence at = events.Next(0); at != 0; at = events.Next(at)) {
         cAlarm& alarm = *events.Find(at);
-        const OleDate due = alarm.m_TimeStamp.PlusSeconds(needs_.torvexSettings.DelayAndWaitForAck);
+        // The clock of a sender can be wrong by days. Only an old record has no time of arrival.
+        const OleDate came = alarm.m_ArrivedTime.IsNever() ? alarm.m_TimeStamp : alarm.m_ArrivedTime;
+        const OleDate due = came.PlusSeconds(needs_.torvexSettings.DelayAndWaitForAck);
         if (alarm.m_SentToTorvex != 0 || alarm.m_Status == kStatusRemoved || due >= now) continue;
         const bool isSent = !IsToBePassedToTorvex(alarm) || needs_.torvex.Send(TorvexLine(alarm));
         if (!isSent && needs_.torvexSettings.RetryFailedTransmissions) continue;

@@ -40,6 +40,26 @@ TEST_F(DispatchTest, TorvexStateFollowsDelayAndRetries) {
     }
 }
 
+// The clock of a sender can be days behind or in front.
+TEST_F(DispatchTest, ADelayedLineIsDueByItsArrival) {
+    WriteSet("FORMAT=1,4,0,0,5,2\r\n1001;Shop;\r\n");
+    WriteSettings("\r\n[Torvex]\r\nDelayAndWaitForAck=60\r\n");
+    Start();
+    std::vector<cAlarm*> alarms;
+    for (const int days : {-3, 3}) {
+        alarms.push_back(&TakeIn({.AlarmTime = time.Now().PlusDays(days),
+                                  .ProtocolType = "Robofon",
+                                  .DefaultAlarmCode = "100101",
+                                  .PortObject = &port,
+                                  .TranslationNumberToUse = Protocol::Robofon}));
+    }
+    for (const int sent : {0, -1}) {
+        time.Advance(40'000);
+        running->dispatcher.SendWaitingToTorvex(time.Now());
+        for (const cAlarm* alarm : alarms) EXPECT_EQ(alarm->m_SentToTorvex, sent);
+    }
+}
+
 TEST_F(DispatchTest, StepsRunOnWhenOneCannotWrite) {
     WriteSettings("CreateObjectLogFiles=1\r\n");
     folder.Write("LogFiles\\Objects", "a file where the folder belongs");
