@@ -28,6 +28,8 @@ std::string TelegramOf(MessageFormat format) {
             return "mail";
         case MessageFormat::SurGardMLR2:
             return "contactid";
+        case MessageFormat::SiaDc09:
+            return "dc09null";
         default:
             return {};
     }

@@ -105,8 +105,13 @@ void TakeBody(MailParts& mail, GMimePart* part) {
         encoding == GMIME_CONTENT_ENCODING_BASE64 || encoding == GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE;
 }
 
+bool HasFields(GMimeObject* object) {
+    return object && g_mime_header_list_get_count(g_mime_object_get_header_list(object)) > 0;
+}
+
+/// Those that tell of the content stand with the content.
 bool HasFields(GMimeMessage* message) {
-    return g_mime_header_list_get_count(g_mime_object_get_header_list(GMIME_OBJECT(message))) > 0;
+    return HasFields(GMIME_OBJECT(message)) || HasFields(g_mime_message_get_mime_part(message));
 }
 
 /// What a mail without a header that can be read says.

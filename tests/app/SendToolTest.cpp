@@ -104,5 +104,22 @@ TEST_F(SendToolTest, IsAModem) {
     EXPECT_EQ(copy.EventFiles().size(), 13u) << copy.Output();
 }
 
+TEST_F(SendToolTest, PlaysATrafficFileToAPortAgain) {
+    copy.AddPort("Port1", "PortType=TCPS\r\nMessageFormat=0\r\nPortDescription=Night\r\nPortNumber=" +
+                              std::to_string(port));
+    copy.WriteMainSettings("ContinousDebugToFile=1\r\n");
+    copy.Start();
+    const std::string target = " tcp:127.0.0.1:" + std::to_string(port);
+    EXPECT_EQ(Send("--count 3 --number-codes" + target), 0) << Sent();
+    EXPECT_EQ(copy.EventFiles().size(), 3u);
+    copy.Stop();
+    const std::string file = "--replay " + copy.Data().Path() + "/LogFiles/*.DBG --fast";
+    copy.Start();
+    EXPECT_EQ(Send(file + " --port night" + target), 0) << Sent();
+    EXPECT_NE(Sent().find("sent 3, answered 3 of 3"), std::string::npos) << Sent();
+    EXPECT_EQ(copy.EventFiles().size(), 6u);
+    EXPECT_EQ(Send(file + " --port other" + target), 2) << Sent();
+}
+
 }  // namespace
 }  // namespace nordkeep
