@@ -31,6 +31,7 @@ constexpr int kCaptionPassedTo = 4928;
 constexpr int kCaptionPassedToNobody = 4929;
 constexpr int kCaptionSetUnused = 4930;
 constexpr int kCaptionParked = 4931;
+constexpr int kCaptionNoType = 4938;
 constexpr std::size_t kMostAlarms = 5;
 constexpr std::size_t kMostInformation = 600;
 
@@ -57,10 +58,18 @@ bool PlaceEditors::RenameSet(const Text& from, const Text& to) {
 
 Text PlaceEditors::LinesOf(const Text& set) {
     if (IsAtServer()) return {};
+    const Settings& files = needs_.foundation.Files();
     Text lines;
-    for (const SetUse& use : UsesOfSet(needs_.foundation.DataFolder(), needs_.foundation.Files(), set)) {
-        lines.append(lines.empty() ? "" : ", ").append(use.port).append(": ");
-        lines.append(ProtocolKey(use.protocol));
+    Text last;
+    for (const SetUse& use : UsesOfSet(needs_.foundation.DataFolder(), files, set)) {
+        const Text name(TrimBlanks(files.ReadPortIni("General", "PortDescription", use.port, use.port)));
+        if (use.port == last) {
+            lines.insert(lines.size() - 1, Text(", ").append(ProtocolKey(use.protocol)));
+            continue;
+        }
+        lines.append(lines.empty() ? "" : ", ").append(name.empty() ? use.port : name);
+        lines.append(" (").append(ProtocolKey(use.protocol)).append(")");
+        last = use.port;
     }
     return lines;
 }
@@ -153,7 +162,9 @@ Text PlaceEditors::OutcomeOf(const Intake::Trial& trial) const {
     const cAlarm& alarm = *trial.alarm;
     Text text = trial.isFound ? captions(kCaptionFound, {alarm.m_TranslatedIDCode, alarm.m_IdCode})
                               : captions(kCaptionNotFound, {alarm.m_IdCode});
-    text += "\n" + captions(kCaptionType, {alarm.m_TypeCode, alarm.m_TranslatedTypeCode});
+    text += "\n" + (alarm.m_TypeCode.empty()
+                        ? captions(kCaptionNoType)
+                        : captions(kCaptionType, {alarm.m_TypeCode, alarm.m_TranslatedTypeCode}));
     text += ", " + captions(kCaptionPriority, {alarm.m_TranslatedPrio});
     if (alarm.m_Status == kStatusNewWaiting)
         text +=

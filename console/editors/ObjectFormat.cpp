@@ -105,8 +105,8 @@ std::vector<DescribedGroup> ObjectFormat::Groups() const {
 }
 
 std::vector<RowFormat::Column> ObjectFormat::Columns() const {
-    return {{kObjectIdCode, 110},   {kObjectName, 230}, {kObjectSchedule, 110},
-            {kObjectCustomer, 150}, {kObjectMap, 150},  {kObjectCaller, 120}};
+    return {{kObjectIdCode, 95},    {kObjectName, 190}, {kObjectSchedule, 95},
+            {kObjectCustomer, 130}, {kObjectMap, 130},  {kObjectCaller, 90}};
 }
 
 RowFormat::Values ObjectFormat::ValuesOf(const FileItem& row) const {

@@ -40,6 +40,7 @@ void RowsBox::Load(const SetupDescriptor&) {
 
 void RowsBox::Enter() {
     if (!isRead_) Open();
+    view_->Refresh();
 }
 
 void RowsBox::ListFiles() {

@@ -29,6 +29,7 @@ constexpr int kCaptionNoNumber = 4911;
 constexpr int kCaptionNoIdCode = 4912;
 constexpr int kCaptionNoCharacter = 4913;
 constexpr int kCaptionDrop = 3884;
+constexpr int kFirstPartName = 4933;
 constexpr int kColumns = 2;
 constexpr int kMostNumber = 999;
 
@@ -300,7 +301,7 @@ std::vector<SetsBox::Cut> SetsBox::Cuts() const {
         const auto start = static_cast<std::size_t>(place.start - 1);
         if (start >= telegram.size()) continue;
         const std::size_t length = std::min(static_cast<std::size_t>(place.length), telegram.size() - start);
-        cuts.push_back({start, length, fields_[kFirstNumber + 2 * part].caption});
+        cuts.push_back({start, length, needs_.captions(kFirstPartName + static_cast<int>(part))});
     }
     return cuts;
 }

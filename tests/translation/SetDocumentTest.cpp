@@ -3,6 +3,7 @@
 #include "translation/AliveTestSchedule.h"
 #include "translation/IdCodeFile.h"
 #include "translation/SetCheck.h"
+#include "translation/SetText.h"
 #include "translation/TypeCodeFile.h"
 
 #include <gtest/gtest.h>
@@ -112,6 +113,17 @@ TEST(SetDocument, TellsTheDeadlinesOfSchedules) {
         EXPECT_EQ(FlawOf(row[0]), ScheduleFlaw::None) << row[0];
         const OleDate next = NextDeadline(row[0], ParseDateTime(row[1]).value(), AliveTestPace::Minutes);
         EXPECT_EQ(FormatDate(next, "YYYY-MM-DD HH:NN:SS"), row[2]) << row[0] << " at " << row[1];
+    }
+}
+
+TEST(SetDocument, ShowsWhatTheEditorWrites) {
+    const auto rows = TableOf(ReadDocument(), "Before", 2);
+    ASSERT_FALSE(rows.empty());
+    const auto plain = [](const Text& cell) { return cell.substr(1, cell.size() - 2); };
+    for (const auto& row : rows) {
+        std::vector<Text> values = ValuesOfObject(plain(row[0]));
+        values[kObjectName] = ValuesOfObject(plain(row[1]))[kObjectName];
+        EXPECT_EQ(ObjectRow(values, plain(row[0])), plain(row[1]));
     }
 }
 

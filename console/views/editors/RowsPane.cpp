@@ -158,15 +158,14 @@ QWidget* RowsPane::NewFacts() {
     connect(sample_, &QLineEdit::textEdited, this, [this](const QString& telegram) {
         outcome_->setText(ShownText(rows_.Try(FromQString(telegram))));
     });
-    auto* frame = new QWidget;
-    frame->setFixedWidth(kFactsWidth);
-    frame->setVisible(rows_.HasFacts());
-    auto* layout = new QVBoxLayout(frame);
+    beside_ = new QWidget;
+    beside_->setFixedWidth(kFactsWidth);
+    auto* layout = new QVBoxLayout(beside_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area, 1);
     layout->addWidget(sample_);
     layout->addWidget(outcome_);
-    return frame;
+    return beside_;
 }
 
 void RowsPane::AddKeys() {
@@ -206,6 +205,7 @@ void RowsPane::Refresh() {
         table_->Reveal(current);
     }
     fields_->setVisible(!current.empty());
+    beside_->setVisible(!current.empty() && rows_.HasFacts());
     fields_->Refresh();
     QPalette colors = palette();
     colors.setColor(QPalette::WindowText, WarningColor(colors));

@@ -46,6 +46,7 @@ class RowsPane : public SectionPane {
     ListPane* table_ = nullptr;
     FieldPane* fields_ = nullptr;
     QLabel* rowFault_ = nullptr;
+    QWidget* beside_ = nullptr;
     QLabel* facts_ = nullptr;
     QLineEdit* sample_ = nullptr;
     QLabel* outcome_ = nullptr;

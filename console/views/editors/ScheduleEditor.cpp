@@ -122,7 +122,7 @@ class ScheduleEditor final : public FieldEditor {
     }
 
     const Captions& captions_;
-    QComboBox* kind_ = new QComboBox;
+    QComboBox* kind_ = new CalmBox;
     QLineEdit* minutes_ = new QLineEdit;
     QLabel* unit_ = nullptr;
     QTableWidget* times_ = new QTableWidget(0, 2);

@@ -7,7 +7,6 @@
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 
@@ -77,12 +76,6 @@ class FileEditor final : public LineEditor {
         dialog->open();
     }
     bool isFolder_;
-};
-
-/// Turning the wheel over a page moves the page and no value.
-class CalmBox final : public QComboBox {
- protected:
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
 };
 
 class ChoiceEditor final : public FieldEditor {

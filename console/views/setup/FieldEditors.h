@@ -3,11 +3,19 @@
 #include "console/setup/FieldForm.h"
 #include "console/views/lists/ViewParts.h"
 
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QWidget>
 
 #include <functional>
 
 namespace nordkeep {
+
+/// A list of choices on a page: turning the wheel over it moves the page and no value.
+class CalmBox final : public QComboBox {
+ protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
 
 /// Edits the value of one key. It shows what it is given and tells what a person makes of it.
 class FieldEditor : public QWidget {
