@@ -1,5 +1,7 @@
 #include "app/CentreConditions.h"
 
+#include "translation/ServicePeriods.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
@@ -14,6 +16,7 @@ constexpr std::int64_t kJumpMs = 5000;
 // A jump is over at once; for so long it is told.
 constexpr std::int64_t kJumpToldMs = 15 * 60'000;
 constexpr int kServiceRounds = 5;
+constexpr int kEndToldMinutes = 15;
 
 /// What the state of a line is to whoever sits at the window; none for one that is as it should be.
 std::optional<ConditionKind> KindOf(LineState state) {
@@ -102,6 +105,9 @@ void CentreConditions::AddPlace(FactList& facts) const {
             {.kind = FaultsInFiles, .name = needs_.check.Place(), .count = static_cast<int>(findings)});
     }
     if (inService_ > 0) facts.push_back({.kind = InService, .count = inService_});
+    if (endingSoon_ > 0) {
+        facts.push_back({.kind = ServiceEnds, .name = firstToEnd_, .since = firstEnd_, .count = endingSoon_});
+    }
 }
 
 void CentreConditions::WatchClock() {
@@ -117,18 +123,32 @@ void CentreConditions::WatchClock() {
 void CentreConditions::CountService() {
     if (roundsToCount_-- > 0) return;
     roundsToCount_ = kServiceRounds - 1;
-    inService_ = 0;
+    inService_ = endingSoon_ = 0;
+    firstEnd_ = {};
     const OleDate now = needs_.clock.Now();
     for (const auto& set : needs_.translations.Sets()) {
-        inService_ += static_cast<int>(std::ranges::count_if(
-            set->m_IdCodes, [now](const auto& object) { return IsInService(*object, now); }));
+        for (const auto& object : set->m_IdCodes) {
+            if (IsInService(*object, now)) NoteInService(*object, now);
+        }
     }
+}
+
+void CentreConditions::NoteInService(const cIDCode& object, OleDate now) {
+    ++inService_;
+    const OleDate end = object.m_ServicePeriodEnd;
+    const bool hasEnd = object.m_ServiceMode != static_cast<int>(ServiceMode::LogOnly);
+    if (!hasEnd || end > now.PlusMinutes(kEndToldMinutes)) return;
+    ++endingSoon_;
+    if (!firstEnd_.IsNever() && end >= firstEnd_) return;
+    firstEnd_ = end;
+    firstToEnd_ = object.m_ObjectName.empty() ? object.m_IdCode : object.m_ObjectName;
 }
 
 std::vector<ConditionFact> CentreConditions::FactsForClients() const {
     FactList shared;
     std::ranges::copy_if(facts_, std::back_inserter(shared), [](const ConditionFact& fact) {
-        return fact.kind != SoundDead && fact.kind != InService && fact.kind != Standby;
+        return fact.kind != SoundDead && fact.kind != InService && fact.kind != ServiceEnds &&
+               fact.kind != Standby;
     });
     return shared;
 }

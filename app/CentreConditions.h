@@ -47,6 +47,7 @@ class CentreConditions {
     void AddPlace(FactList& facts) const;
     void WatchClock();
     void CountService();
+    void NoteInService(const cIDCode& object, OleDate now);
     bool HasFailedForLong(const LineFigures& line) const;
 
     Needs needs_;
@@ -57,6 +58,9 @@ class CentreConditions {
     std::int64_t jumpedAtMs_ = 0;  // monotonic
     OleDate jumpedAt_{};
     int inService_ = 0;
+    int endingSoon_ = 0;
+    OleDate firstEnd_{};
+    Text firstToEnd_{};
     int roundsToCount_ = 0;
 };
 

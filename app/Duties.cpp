@@ -281,8 +281,7 @@ ServiceStatus::Figures Duties::Figures() const {
     return {.portsOpen = static_cast<std::size_t>(std::ranges::count_if(ports, isOpen)),
             .ports = ports.size(),
             .newAlarms = needs_.lists.UnackedCount(),
-            .findings = needs_.check.Count(),
-            .isNoPortOpen = needs_.conditions.isNoPortOpen};
+            .wrong = needs_.workplace.WrongInWords()};
 }
 
 void Duties::TellServiceManager(const Tick&) {

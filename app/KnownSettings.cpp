@@ -116,6 +116,7 @@ void AddLists(SettingCatalogue& known) {
     for (const TextView list : {kUnackedSection, kAckedSection, kSysLogSection, kIdCodesSection,
                                 kTypesSection, kDataCodesSection, kLinesSection}) {
         known.Add(Family(list, "Column", Number, 1, kMostColumns));
+        known.Add(Key(list, kSortedByKey, Workstation, Number, "0"));
     }
     for (const TextView list : {kUnackedSection, kAckedSection}) {
         KnownSetting columns = Key(list, "Columns", Workstation, Words, "");

@@ -78,6 +78,9 @@ void MainFileCheck::CheckFiles() {
     const int sound = LeadingInt32(Value("AlarmSound"));
     if (sound == 2 || sound == 3) {
         CheckFile("AlarmSoundFile", Value("AlarmSoundFile"));
+        for (const char* key : {"AlarmSoundFile1", "AlarmSoundFile2", "AlarmSoundFile3"}) {
+            if (const Text file = Text(TrimBlanks(Value(key))); !file.empty()) CheckFile(key, file);
+        }
     }
     for (const char* key : {"AlarmPictures", "SpeechPictures"}) {
         for (const Text& piece : Split(Value(key), ',')) {

@@ -88,6 +88,9 @@ class ClientCentre final : public CentreOperations {
         : server_(server), link_(link), peers_(peers) {}
 
     void SetService(cTranslate& set, cIDCode& object, const ServicePeriod& period) override {
+        const Mirror::ServerState* server = peers_.ServerState();
+        const bool isReasonKnown = server && server->knowsUpTo >= static_cast<int>(Message::ServiceReason);
+        if (!period.reason.empty() && isReasonKnown) server_.TellServiceReason(set, object, period.reason);
         server_.RequestServiceMode(set, object, period);
     }
     void ResetAliveTests(cTranslate& set, cIDCode& object) override {

@@ -5,8 +5,6 @@ namespace {
 
 constexpr int kTextPortsOpen = 3625;
 constexpr int kTextNewAlarms = 3626;
-constexpr int kTextNoPortOpen = 3832;
-constexpr int kTextFindings = 3843;
 
 }  // namespace
 
@@ -46,9 +44,7 @@ std::string ServiceStatus::StatusLine(const Figures& figures) const {
     Text line = language_.GetLanguageText(kTextPortsOpen) + std::to_string(figures.portsOpen) + "/" +
                 std::to_string(figures.ports) + language_.GetLanguageText(kTextNewAlarms) +
                 std::to_string(figures.newAlarms);
-    if (figures.findings > 0)
-        line += language_.GetLanguageText(kTextFindings) + std::to_string(figures.findings);
-    if (figures.isNoPortOpen) line += ". " + language_.GetLanguageText(kTextNoPortOpen);
+    if (!figures.wrong.empty()) line += ". " + figures.wrong;
     return "STATUS=" + ToUtf8(line) + "\n";
 }
 

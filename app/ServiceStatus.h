@@ -16,8 +16,7 @@ class ServiceStatus {
         std::size_t portsOpen = 0;
         std::size_t ports = 0;
         std::size_t newAlarms = 0;
-        std::size_t findings = 0;  // of the check of the files
-        bool isNoPortOpen = false;
+        Text wrong{};  // what the window says above its lists
     };
     ServiceStatus(ServiceNotify& manager, EventLoop& loop, const Language& language);
 

@@ -103,6 +103,7 @@ AlarmCommands::Needs Workplace::CommandNeeds() {
             .handling = needs_.handling,
             .dialogs = needs_.foundation.Platform().dialogs,
             .language = needs_.foundation.Texts(),
+            .clock = needs_.foundation.Platform().clock,
             .state = *role_.state};
 }
 
@@ -213,10 +214,30 @@ void Workplace::FirstShown() {
     if (role_.hasLines && role_.lines->Lines().empty()) setup_.Open();
 }
 
+Text Workplace::WrongInWords() const {
+    Text words;
+    for (const Condition& condition : main_.Wrong().Rows()) {
+        if (condition.weight == ConditionWeight::Note) continue;
+        words.append(words.empty() ? "" : ". ").append(Printable(condition.sentence));
+    }
+    return words;
+}
+
 void Workplace::Tick(int elapsedMs) {
     debug_.Tick(elapsedMs);
     windows_.Tick();
     main_.Tick(elapsedMs);
+    BeepInstead(elapsedMs);
+}
+
+// What cannot be played is at least told by the machine's own beep.
+void Workplace::BeepInstead(int elapsedMs) {
+    constexpr int kBeepMs = 2000;
+    const bool isMute = main_.Wrong().Has(ConditionKind::SoundDead) && needs_.outputs.Sound().IsSounding();
+    sinceBeepMs_ = isMute ? sinceBeepMs_ + elapsedMs : kBeepMs;
+    if (!isMute || sinceBeepMs_ < kBeepMs) return;
+    sinceBeepMs_ = 0;
+    screen_->Beep();
 }
 
 void Workplace::Close() {
@@ -238,7 +259,7 @@ void Workplace::RenewSettings() {
     needs_.live.Renew();
     const CentreSettings& settings = needs_.settings;
     printerSettings_ = settings.printer;
-    needs_.outputs.Sound().UseSound({settings.desk.AlarmSoundFile, settings.outputs.AlarmSoundDevice});
+    needs_.outputs.Sound().UseSound(needs_.outputs.SoundOfSettings());
     needs_.lists.RenewColors(
         LoadAlarmColors(needs_.foundation.Files(), needs_.foundation.Switches().noBackgroundColor),
         settings.console.ViewAlarmToolTip);
@@ -259,7 +280,8 @@ void Workplace::RingSound() {
     const DeskSettings& desk = needs_.settings.desk;
     if (desk.AlarmSound <= 0) return;
     if (desk.AlarmSoundFile.empty()) return screen_->Beep();
-    needs_.outputs.PlaySound(SoundRequest::Repeat);
+    constexpr long kMostUrgent = 1;
+    needs_.outputs.PlaySound(SoundRequest::Repeat, kMostUrgent);
 }
 
 std::vector<LanguageChoice> Workplace::Languages() {

@@ -79,6 +79,8 @@ class Workplace final : public OperatorDesk,
     /// The window has come up for the first time.
     void FirstShown();
     void NoteLogRow(const LogRow& row) { sysLog_.AddLine(row); }
+    /// Faults and warnings above the lists, one behind the other.
+    Text WrongInWords() const;
     /// One tick of the display's timer.
     void Tick(int elapsedMs);
     /// A day is over.
@@ -139,6 +141,7 @@ class Workplace final : public OperatorDesk,
     }
     void RingSound() override;
 
+    void BeepInstead(int elapsedMs);
     void NoteSettings(const Text& what) override;
     bool PlaySound(const Text& file, const Text& device) override;
     std::vector<LanguageChoice> Languages() override;
@@ -180,6 +183,7 @@ class Workplace final : public OperatorDesk,
     SetupBox setup_;
     ShiftList shift_;
     MainBox main_;
+    int sinceBeepMs_ = 0;
 };
 
 }  // namespace nordkeep

@@ -39,6 +39,11 @@ void ClientReplica::RequestServiceMode(const cTranslate& set, const cIDCode& obj
     link_.SendToServer(Message::SetServiceMode, PayloadOf(change));
 }
 
+void ClientReplica::TellServiceReason(const cTranslate& set, const cIDCode& object, const Text& reason) {
+    link_.SendToServer(Message::ServiceReason,
+                       PayloadOf(ServiceReasonGiven{{set.m_FileName, object.m_IdCode}, reason}));
+}
+
 void ClientReplica::RequestAliveTestReset(const cTranslate& set, const cIDCode& object) {
     link_.SendToServer(Message::ResetAliveTestTimer, PayloadOf(ObjectName{set.m_FileName, object.m_IdCode}));
 }

@@ -21,6 +21,8 @@ class ClientReplica final : public AlarmReplica, public ObjectReplica {
 
     /// The commands of an operator. They leave the mirror alone; the server's answer changes it.
     void RequestServiceMode(const cTranslate& set, const cIDCode& object, const ServicePeriod& period);
+    /// In front of it, to a server that knows the message.
+    void TellServiceReason(const cTranslate& set, const cIDCode& object, const Text& reason);
     void RequestAliveTestReset(const cTranslate& set, const cIDCode& object);
     void RequestTorvexLine(TextView line);
     void RequestLogin(const LoginRequest& request);

@@ -6,7 +6,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::array<std::pair<Message, TextView>, 28> kNames = {{
+constexpr std::array<std::pair<Message, TextView>, 29> kNames = {{
     {Message::KeepAlive, "KEEPALIVE"},
     {Message::Translation, "TRANSLATION"},
     {Message::PortTree, "PORTTREE"},
@@ -34,6 +34,7 @@ constexpr std::array<std::pair<Message, TextView>, 28> kNames = {{
     {Message::Extensions, "EXTENSIONS"},
     {Message::Lines, "LINES"},
     {Message::Conditions, "CONDITIONS"},
+    {Message::ServiceReason, "SERVICEREASON"},
     {Message::ServerIsShuttingDown, "SERVERISSHUTTINGDOWN"},
 }};
 

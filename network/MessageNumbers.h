@@ -39,11 +39,12 @@ enum class Message : std::uint8_t {
     Extensions = 30,
     Lines = 31,
     Conditions = 32,
+    ServiceReason = 33,
     ServerIsShuttingDown = 99,
 };
 
 /// The highest number of those that only some copies know.
-inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::Conditions);
+inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::ServiceReason);
 
 /// The name in the traffic log; "Unknown (n)" for a number that is no message.
 Text MessageName(std::uint8_t number);

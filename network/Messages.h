@@ -66,6 +66,18 @@ struct ServiceModeChange {
     }
 };
 
+/// Message 33: why the object gets the mode of the message 14 that follows.
+struct ServiceReasonGiven {
+    ObjectName object{};
+    Text reason{};
+
+    template <class Self, class Wire>
+    static void Carry(Self& self, Wire& wire) {
+        ObjectName::Carry(self.object, wire);
+        wire.ShortString(self.reason);
+    }
+};
+
 /// Message 16 to the server; the password goes in clear.
 struct LoginRequest {
     Text userName{};

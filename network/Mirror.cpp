@@ -222,7 +222,8 @@ void Mirror::ServerShutsDown(TextView) {
 // --- What only some servers know
 
 void Mirror::TakeExtensions(TextView payload) {
-    server_.isTold = ReadPayload<LongNumber>(payload).value > 0;
+    server_.knowsUpTo = ReadPayload<LongNumber>(payload).value;
+    server_.isTold = server_.knowsUpTo > 0;
 }
 
 void Mirror::TakeLines(TextView payload) {

@@ -41,6 +41,7 @@ class Mirror final : public ServerPushes {
     /// What the server tells of itself; nothing until it has said that it does.
     struct ServerState {
         bool isTold = false;
+        std::int32_t knowsUpTo = 0;  // the highest message number that both know
         std::vector<LineFigures> lines{};
         std::vector<ConditionFact> conditions{};
     };

@@ -76,6 +76,7 @@ const NetworkServer::Handler NetworkServer::kHandlers[] = {
     {Message::ProtocolVersion, &NetworkServer::TellVersion},
     {Message::MakeDir, &NetworkServer::MakeDir},
     {Message::Extensions, &NetworkServer::TellExtensions},
+    {Message::ServiceReason, &NetworkServer::TakeServiceReason},
 };
 
 NetworkServer::NetworkServer(const Needs& needs)
@@ -166,6 +167,16 @@ void NetworkServer::TellExtensions(int slot, TextView payload) {
     needs_.slots.SendTo(slot, Message::Extensions, PayloadOf(LongNumber{both}));
 }
 
+void NetworkServer::TakeServiceReason(int slot, TextView payload) {
+    constexpr std::size_t kLongest = 500;
+    auto given = ReadWholePayload<ServiceReasonGiven>(payload);
+    if (!given) return;
+    given->reason.resize(std::min(given->reason.size(), kLongest));
+    std::ranges::replace_if(
+        given->reason, [](char c) { return static_cast<unsigned char>(c) < 32; }, ' ');
+    told_.at(static_cast<std::size_t>(slot)).reason = std::move(*given);
+}
+
 bool NetworkServer::IsCentreStateWanted() const {
     return std::ranges::any_of(told_, [](const Told& told) { return told.knowsUpTo > 0; });
 }
@@ -224,10 +235,16 @@ void NetworkServer::ResetAliveTests(int slot, TextView payload) {
 
 void NetworkServer::ChangeServiceMode(int slot, TextView payload) {
     const auto change = ReadWholePayload<ServiceModeChange>(payload);
+    const ServiceReasonGiven given = std::exchange(told_.at(static_cast<std::size_t>(slot)).reason, {});
     const FoundObject found = change ? FindNamedObject(needs_.translations, change->object) : FoundObject();
     if (!found) return;
+    const bool isAboutThis =
+        given.object.fileName == change->object.fileName && given.object.idCode == change->object.idCode;
     needs_.servicePeriods.Set(*found.set, *found.object,
-                              {.mode = change->mode, .begin = change->begin, .end = change->end},
+                              {.mode = change->mode,
+                               .begin = change->begin,
+                               .end = change->end,
+                               .reason = isAboutThis ? given.reason : Text()},
                               DoerAt(slot));
 }
 

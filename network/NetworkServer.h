@@ -100,12 +100,14 @@ class NetworkServer final : public SlotHandler {
     void TellVersion(int slot, TextView payload);
     void MakeDir(int slot, TextView payload);
     void TellExtensions(int slot, TextView payload);
+    void TakeServiceReason(int slot, TextView payload);
 
     /// What a client has been told beyond what every client is.
     struct Told {
         std::int32_t knowsUpTo = 0;  // the highest message number
         std::optional<Text> lines{};
         std::optional<Text> conditions{};
+        ServiceReasonGiven reason{};  // that it has given, for the mode that follows
     };
     void TellIfNew(int slot, Message message, std::optional<Text>& told, const Text& payload);
 

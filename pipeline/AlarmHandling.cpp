@@ -16,6 +16,8 @@ Text NameOf(const cAlarm& alarm) {
 /// What somebody has done who made the one record of the other.
 JournalKind DeedOf(const cAlarm& before, const cAlarm& after) {
     if (after.m_Status == kStatusRemoved) return JournalKind::Archive;
+    const bool isReopened = before.m_Status == kStatusAcknowledged && IsUnacknowledged(after);
+    if (isReopened) return JournalKind::Reopen;
     const bool isEnded = after.m_Status == kStatusAcknowledged && before.m_Status != kStatusAcknowledged;
     return isEnded ? JournalKind::End : JournalKind::Comment;
 }
@@ -39,7 +41,7 @@ void AlarmHandling::EndOne(cAlarm& alarm, const std::optional<Text>& smallCommen
 
 // Each is looked for when its turn comes: what becomes of one may take others out of the list.
 template <class Keys, class Finder, class Deed>
-void AlarmHandling::DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed) {
+std::size_t AlarmHandling::DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed) {
     std::size_t count = 0;
     for (const auto key : keys) {
         cAlarm* alarm = find(key);
@@ -48,6 +50,7 @@ void AlarmHandling::DoToEach(JournalKind kind, const Keys& keys, Finder find, De
         ++count;
     }
     if (count > 0) needs_.deeds.Log(kind, Operator(), std::to_string(count));
+    return count;
 }
 
 void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) {
@@ -55,22 +58,49 @@ void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) 
     needs_.deeds.Log(JournalKind::End, Operator(), NameOf(alarm));
 }
 
-void AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers) {
-    DoToEach(
-        JournalKind::End, filePointers, [this](std::int32_t key) { return Find(key); },
-        [this](cAlarm& alarm) { EndOne(alarm); });
+void AlarmHandling::EndNoted(cAlarm& alarm, std::vector<EndedAlarm>& ended) {
+    if (IsUnacknowledged(alarm)) ended.push_back({alarm.m_FilePointer, alarm.m_Status, alarm.m_AckedTime});
+    EndOne(alarm);
 }
 
-void AlarmHandling::EndAll() {
+std::vector<EndedAlarm> AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers) {
+    std::vector<EndedAlarm> ended;
+    DoToEach(
+        JournalKind::End, filePointers, [this](std::int32_t key) { return Find(key); },
+        [&](cAlarm& alarm) { EndNoted(alarm, ended); });
+    return ended;
+}
+
+std::vector<EndedAlarm> AlarmHandling::EndAll() {
+    std::vector<EndedAlarm> ended;
     const EventList& events = needs_.store.Events();
     // A copy, since an alarm that ends leaves the set.
     const std::set<EventSequence> open = events.Unacknowledged();
     needs_.views.BeginBulkLoad();
     DoToEach(
         JournalKind::End, open, [&](EventSequence key) { return events.Find(key); },
-        [this](cAlarm& alarm) { EndOne(alarm); });
+        [&](cAlarm& alarm) { EndNoted(alarm, ended); });
     needs_.views.EndBulkLoad();
     needs_.desk.AllAlarmsEnded();
+    return ended;
+}
+
+std::size_t AlarmHandling::Reopen(std::span<const EndedAlarm> ended) {
+    std::vector<const EndedAlarm*> keys;
+    for (const EndedAlarm& one : ended) keys.push_back(&one);
+    const EndedAlarm* inHand = nullptr;
+    const auto find = [&](const EndedAlarm* one) {
+        inHand = one;
+        cAlarm* alarm = Find(one->filePointer);
+        return alarm && alarm->m_Status == kStatusAcknowledged ? alarm : nullptr;
+    };
+    return DoToEach(JournalKind::Reopen, keys, find, [&](cAlarm& alarm) {
+        const cAlarm before = alarm;
+        alarm.m_Status = inHand->status;
+        alarm.m_AckedTime = inHand->ackedTime;
+        needs_.store.Update(alarm);
+        needs_.deeds.NoteAlarm(JournalKind::Reopen, Operator(), before, alarm);
+    });
 }
 
 void AlarmHandling::Comment(cAlarm& alarm, const std::optional<Text>& smallComment) {

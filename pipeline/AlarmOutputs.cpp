@@ -36,7 +36,7 @@ AlarmOutputs::AlarmOutputs(const Needs& needs)
               .language = needs.language,
               .log = needs.log,
               .device = needs.sound},
-             {needs.deskSettings.AlarmSoundFile, needs.settings.AlarmSoundDevice}),
+             SoundOfSettings()),
       relay_(WiringOf(needs), needs.serial, needs.log, needs.language),
       printer_(PrinterOf(needs), needs.printer, needs.log, needs.language) {}
 
@@ -54,8 +54,15 @@ void AlarmOutputs::SendToMessageQueue(const cAlarm& alarm) {
     queue_.Send({build(needs_.settings.MSMQLabel), build(needs_.settings.MSMQBody)});
 }
 
-void AlarmOutputs::PlaySound(SoundRequest request) {
-    if (!needs_.isSilent) sound_.Request(request);
+void AlarmOutputs::PlaySound(SoundRequest request, long priority) {
+    if (!needs_.isSilent) sound_.Request(request, priority);
+}
+
+AlarmSound AlarmOutputs::SoundOfSettings() const {
+    const DeskSettings& desk = needs_.deskSettings;
+    return {.file = desk.AlarmSoundFile,
+            .device = needs_.settings.AlarmSoundDevice,
+            .ofPriority = {desk.AlarmSoundFile1, desk.AlarmSoundFile2, desk.AlarmSoundFile3}};
 }
 
 void AlarmOutputs::PrintAlarm(const cAlarm& alarm) {

@@ -39,7 +39,7 @@ class AlarmOutputs final : public Outputs {
 
     void SendToComCall(const cAlarm& alarm) override;
     void SendToMessageQueue(const cAlarm& alarm) override;
-    void PlaySound(SoundRequest request) override;
+    void PlaySound(SoundRequest request, long priority) override;
     void RequestRelay() override { relay_.Request(); }
     void PrintAlarm(const cAlarm& alarm) override;
 
@@ -49,6 +49,8 @@ class AlarmOutputs final : public Outputs {
     RelayOutput& Relay() { return relay_; }
     /// Those that are configured.
     std::vector<OutputState> States() const;
+    /// The sounds that the settings name now.
+    AlarmSound SoundOfSettings() const;
     /// The outputs that do not reach their peer at present, by their names.
     std::vector<Text> LostPeers() const;
     bool HasSoundFailed() const { return sound_.HasFailed(); }

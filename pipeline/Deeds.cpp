@@ -14,10 +14,10 @@ struct DeedText {
     JournalKind kind;
     int text;
 };
-constexpr DeedText kTexts[] = {{JournalKind::Comment, 3778},   {JournalKind::End, 3779},
-                               {JournalKind::Archive, 3780},   {JournalKind::Service, 3781},
-                               {JournalKind::AliveTest, 3782}, {JournalKind::Edit, 3783},
-                               {JournalKind::Send, 3784},      {JournalKind::Silence, 3785}};
+constexpr DeedText kTexts[] = {
+    {JournalKind::Comment, 3778}, {JournalKind::End, 3779},       {JournalKind::Archive, 3780},
+    {JournalKind::Service, 3781}, {JournalKind::AliveTest, 3782}, {JournalKind::Edit, 3783},
+    {JournalKind::Send, 3784},    {JournalKind::Silence, 3785},   {JournalKind::Reopen, 5062}};
 
 /// What a deed has changed of an alarm, as it was.
 std::string BeforeJson(const cAlarm& before) {
@@ -46,18 +46,21 @@ void Deeds::Note(JournalKind kind, const Doer& by, const Text& object, const Tex
     Log(kind, by, text);
 }
 
-void Deeds::NoteService(const cTranslate& set, const cIDCode& object, int modeBefore, const Doer& by) {
+void Deeds::NoteService(const cTranslate& set, const cIDCode& object, int modeBefore, const Doer& by,
+                        const Text& reason) {
     JsonObject json;
     json.Add("set", set.m_FileName).Add("idCode", object.m_IdCode).Add("mode", object.m_ServiceMode);
     json.Add("begin", object.m_ServicePeriodBegin.Days()).Add("end", object.m_ServicePeriodEnd.Days());
     json.Add("modeBefore", modeBefore);
+    if (!reason.empty()) json.Add("reason", reason);
     commit_.Note({.kind = JournalKind::Service,
                   .object = object.m_IdCode,
                   .user = by.user,
                   .station = by.station,
                   .text = set.m_FileName,
                   .data = json.Take()});
-    if (!by.station.empty()) Log(JournalKind::Service, by, set.m_FileName + " " + object.m_IdCode);
+    const Text why = reason.empty() ? Text() : ": " + reason;
+    if (!by.station.empty()) Log(JournalKind::Service, by, set.m_FileName + " " + object.m_IdCode + why);
 }
 
 void Deeds::Log(JournalKind kind, const Doer& by, const Text& subject) {
@@ -88,7 +91,7 @@ void Deeds::TakeUpServiceModes(Translations& translations) {
 void Deeds::NoteServiceModes(const Translations& translations) {
     for (const auto& set : translations.Sets()) {
         for (const auto& object : set->m_IdCodes)
-            if (object->m_ServiceMode != 0) NoteService(*set, *object, object->m_ServiceMode, {});
+            if (object->m_ServiceMode != 0) NoteService(*set, *object, object->m_ServiceMode, {}, {});
     }
 }
 

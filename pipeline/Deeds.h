@@ -20,7 +20,8 @@ class Deeds final : public ServiceNotes {
     void NoteAlarm(JournalKind kind, const Doer& by, const cAlarm& before, const cAlarm& alarm);
     /// Anything else that is done, such as a login or a file that was edited.
     void Note(JournalKind kind, const Doer& by, const Text& object, const Text& text, std::string data = {});
-    void NoteService(const cTranslate& set, const cIDCode& object, int modeBefore, const Doer& by) override;
+    void NoteService(const cTranslate& set, const cIDCode& object, int modeBefore, const Doer& by,
+                     const Text& reason) override;
 
     /// One line for each deed, for several in a row one with their count.
     void Log(JournalKind kind, const Doer& by, const Text& subject);

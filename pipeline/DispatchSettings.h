@@ -35,6 +35,9 @@ struct DeskSettings : PictureTimeSettings, PrinterDateSettings {
     Text SoundPrio{"-1"};
     int AlarmSound = 0;  // 1 beep, 2 once, 3 until stopped
     Text AlarmSoundFile{};
+    Text AlarmSoundFile1{};  // of priority 1; empty: the one of all
+    Text AlarmSoundFile2{};
+    Text AlarmSoundFile3{};  // of priority 3 and lower
     Text RelayPrio{"-1"};
     int RelayPort = -1;
     int PrinterPort = -1;

@@ -236,13 +236,14 @@ void Dispatcher::ShowPicture(Dispatch& dispatch) {
 
 void Dispatcher::PlaySound(Dispatch& dispatch) {
     if (!dispatch.wantsSound) return;
+    const long priority = PriorityOf(dispatch.alarm);
     switch (needs_.deskSettings.AlarmSound) {
         case kAlarmSoundBeep:
             return needs_.desk.Beep();
         case kAlarmSoundOnce:
-            return needs_.outputs.PlaySound(SoundRequest::Once);
+            return needs_.outputs.PlaySound(SoundRequest::Once, priority);
         case kAlarmSoundRepeat:
-            return needs_.outputs.PlaySound(SoundRequest::Repeat);
+            return needs_.outputs.PlaySound(SoundRequest::Repeat, priority);
         default:
             return;
     }

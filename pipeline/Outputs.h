@@ -14,8 +14,9 @@ class Outputs {
     virtual ~Outputs() = default;
     virtual void SendToComCall(const cAlarm& alarm) = 0;
     virtual void SendToMessageQueue(const cAlarm& alarm) = 0;
-    /// Plays the alarm's sound file; a sound that is repeating goes on instead of a request to play once.
-    virtual void PlaySound(SoundRequest request) = 0;
+    /// Plays the sound file of a priority, below 1 that of all; a sound that is repeating goes on instead of
+    /// a request to play once, and becomes that of a more urgent alarm.
+    virtual void PlaySound(SoundRequest request, long priority) = 0;
     virtual void RequestRelay() = 0;
     virtual void PrintAlarm(const cAlarm& alarm) = 0;
 };
@@ -25,7 +26,7 @@ class QuietOutputs final : public Outputs {
  public:
     void SendToComCall(const cAlarm&) override {}
     void SendToMessageQueue(const cAlarm&) override {}
-    void PlaySound(SoundRequest) override {}
+    void PlaySound(SoundRequest, long) override {}
     void RequestRelay() override {}
     void PrintAlarm(const cAlarm&) override {}
 };

@@ -20,9 +20,13 @@ void SoundPlayer::UseSound(AlarmSound sound) {
     needs_.device.SetOutput(sound_.device);
 }
 
-void SoundPlayer::Request(SoundRequest request) {
+void SoundPlayer::Request(SoundRequest request, long priority) {
     // Started over at each alarm of a burst, the operator would hear nothing but its first moments.
-    if (state_ == State::RepeatRequested || state_ == State::Repeating) return;
+    if (state_ == State::RepeatRequested || state_ == State::Repeating) {
+        if (priority >= 1 && (priority_ < 1 || priority < priority_)) priority_ = priority;
+        return;
+    }
+    priority_ = priority;
     state_ = request == SoundRequest::Repeat ? State::RepeatRequested : State::OnceRequested;
 }
 
@@ -49,8 +53,14 @@ void SoundPlayer::Tick(int intervalMs) {
     }
 }
 
+const Text& SoundPlayer::File() const {
+    if (priority_ < 1) return sound_.file;
+    const Text& file = sound_.ofPriority[static_cast<std::size_t>(std::min(priority_, 3L) - 1)];
+    return file.empty() ? sound_.file : file;
+}
+
 void SoundPlayer::Play() {
-    needs_.device.Play(needs_.dataFolder.ResolveSetting(sound_.file));
+    needs_.device.Play(needs_.dataFolder.ResolveSetting(File()));
 }
 
 void SoundPlayer::WatchOnce(SoundMode mode) {
@@ -78,8 +88,7 @@ void SoundPlayer::WatchRepeating(int intervalMs, SoundMode mode) {
 void SoundPlayer::NoteEnd(SoundMode mode) {
     const bool hasFailed = mode == SoundMode::NotReady;
     if (hasFailed && !isFailureLogged_) {
-        needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextCannotPlay) + sound_.file,
-                               LogKind::Failure);
+        needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextCannotPlay) + File(), LogKind::Failure);
     }
     isFailureLogged_ = hasFailed;
 }

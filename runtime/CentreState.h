@@ -71,8 +71,10 @@ enum class ConditionKind {
     Hidden,  // new alarms, by a filter
     InService,
     Loading,
+    Untouched,    // new alarms, for longer than their priority allows
+    ServiceEnds,  // soon; its time is that of the first end
 };
-inline constexpr int kConditionKindCount = static_cast<int>(ConditionKind::Loading) + 1;
+inline constexpr int kConditionKindCount = static_cast<int>(ConditionKind::ServiceEnds) + 1;
 
 /// Something that is wrong, or has to be known, while it is true.
 struct ConditionFact {

@@ -1,5 +1,7 @@
 #include "runtime/DefaultFiles.h"
 
+#include "runtime/AlarmTones.h"
+
 #include <array>
 
 namespace nordkeep {
@@ -54,6 +56,7 @@ void PrepareSettingsFolder(const FileTree& programFolder, const FileTree& dataFo
     if (StampOf(dataFolder.Resolve(kMainFile)).Exists()) return;
     for (const Template& row : kTemplates)
         CopyDefaultFiles(programFolder, row.extension, dataFolder, row.target);
+    WriteAlarmTones(dataFolder);
     // A template may bring an old name of its own.
     RenameSettings(dataFolder);
 }

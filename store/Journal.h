@@ -28,6 +28,7 @@ enum class JournalKind {
     Refused,
     Send,
     Silence,
+    Reopen,
 };
 /// The word of a kind in the database, such as "alivetest".
 const char* NameOf(JournalKind kind);

@@ -119,7 +119,7 @@ bool ServicePeriods::Change(cTranslate& set, cIDCode& object, const ServicePerio
     needs_.views.UpdateObjectTreeEntry(set, object);
     needs_.views.RecalcAliveTestView();
     needs_.replica.SendServiceMode(set, object);
-    needs_.notes.NoteService(set, object, modeBefore, by);
+    needs_.notes.NoteService(set, object, modeBefore, by, period.reason);
     return true;
 }
 

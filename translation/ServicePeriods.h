@@ -21,6 +21,7 @@ struct ServicePeriod {
     int mode = 0;
     OleDate begin{};
     OleDate end{};
+    Text reason{};  // that somebody gave, for the journal
 };
 
 /// What the commands of an operator mean.

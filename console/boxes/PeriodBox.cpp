@@ -9,6 +9,7 @@ constexpr int kCaptionTitle = 3353;
 constexpr int kCaptionWrongTimes = 3757;
 constexpr int kCaptionObjectGone = 3758;
 constexpr int kCaptionSeveral = 3788;
+constexpr int kCaptionReasonNeeded = 5101;
 
 /// Seconds are never chosen.
 OleDate WholeMinute(OleDate date) {
@@ -28,7 +29,7 @@ cIDCode* FindObjectInAnyCase(const Translations& translations, TextView set, Tex
     return nullptr;
 }
 
-void PeriodBox::Open(const Text& set, std::vector<Text> idCodes) {
+void PeriodBox::Open(const Text& set, std::vector<Text> idCodes, int minutes) {
     const cIDCode* object =
         idCodes.empty() ? nullptr : FindObjectInAnyCase(needs_.translations, set, idCodes.front());
     if (!object) return;
@@ -37,11 +38,12 @@ void PeriodBox::Open(const Text& set, std::vector<Text> idCodes) {
     title_ = needs_.captions(kCaptionTitle) + " - " + (idCodes.size() == 1 ? name : several);
     set_ = set;
     idCodes_ = std::move(idCodes);
-    notice_.clear();
+    reason_.clear();
     const OleDate now = needs_.clock.Now();
     const bool hasPeriod = object->m_ServicePeriodEnd > now && object->m_ServicePeriodBegin > OleDate();
     start_ = WholeMinute(hasPeriod ? object->m_ServicePeriodBegin : now);
-    stop_ = WholeMinute(hasPeriod ? object->m_ServicePeriodEnd : now.PlusMinutes(60));
+    stop_ = WholeMinute(hasPeriod ? object->m_ServicePeriodEnd : now.PlusMinutes(minutes));
+    RenewNotice();
     isOpen_ = true;
     view_->Show(OpenedBy::Operator);
 }
@@ -55,7 +57,19 @@ void PeriodBox::Close() {
 void PeriodBox::SetTimes(OleDate start, OleDate stop) {
     start_ = start;
     stop_ = stop;
-    notice_ = IsPeriodEnabled() ? Text() : needs_.captions(kCaptionWrongTimes);
+    RenewNotice();
+}
+
+void PeriodBox::SetReason(const Text& reason) {
+    reason_ = reason;
+    RenewNotice();
+}
+
+void PeriodBox::RenewNotice() {
+    const bool isTimeWrong = stop_ <= start_ || stop_ <= needs_.clock.Now();
+    notice_.clear();
+    if (isTimeWrong) notice_ = needs_.captions(kCaptionWrongTimes);
+    if (!isTimeWrong && IsForSeveral() && !HasReason()) notice_ = needs_.captions(kCaptionReasonNeeded);
 }
 
 void PeriodBox::ChoosePeriod() {
@@ -66,7 +80,12 @@ void PeriodBox::ChooseFromNow() {
     if (isOpen_ && IsFromNowEnabled()) Set(LogUntil(needs_.clock.Now(), stop_));
 }
 
-void PeriodBox::Set(const ServicePeriod& period) {
+void PeriodBox::ChooseAroundTheClock() {
+    if (isOpen_ && IsAroundTheClockEnabled()) Set(LogOnly());
+}
+
+void PeriodBox::Set(ServicePeriod period) {
+    period.reason = TrimBlanks(reason_);
     cTranslate* set = needs_.translations.Find(set_);
     const OperatorRights rights = needs_.state.Rights();
     std::vector<cIDCode*> objects;

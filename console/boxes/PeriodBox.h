@@ -10,8 +10,9 @@
 
 namespace nordkeep {
 
-/// Asks for the time in which the events of one or several objects are only logged. It holds their names and
-/// looks them up when the answer comes.
+/// Asks for the time in which the events of one or several objects are only logged, and why. Around the
+/// clock, and for several, it is not done without a reason. It holds their names and looks them up when the
+/// answer comes.
 class PeriodBox {
  public:
     struct Needs {
@@ -25,8 +26,8 @@ class PeriodBox {
 
     void SetView(WindowView& view) { view_ = &view; }
 
-    /// Begins with the first object's own period when that is still to end, else with the next hour.
-    void Open(const Text& set, std::vector<Text> idCodes);
+    /// Begins with the first object's own period when that is still to end, else with so many minutes.
+    void Open(const Text& set, std::vector<Text> idCodes, int minutes = 60);
     void Close();
     bool IsOpen() const { return isOpen_; }
 
@@ -36,16 +37,23 @@ class PeriodBox {
     OleDate Start() const { return start_; }
     OleDate Stop() const { return stop_; }
     void SetTimes(OleDate start, OleDate stop);
+    const Text& Reason() const { return reason_; }
+    void SetReason(const Text& reason);
     /// The stop lies behind the start and behind now.
     bool IsPeriodEnabled() const { return stop_ > start_ && IsFromNowEnabled(); }
-    bool IsFromNowEnabled() const { return stop_ > needs_.clock.Now(); }
+    bool IsFromNowEnabled() const { return stop_ > needs_.clock.Now() && (HasReason() || !IsForSeveral()); }
+    bool IsAroundTheClockEnabled() const { return HasReason(); }
     /// Both times.
     void ChoosePeriod();
     /// From now until the stop.
     void ChooseFromNow();
+    void ChooseAroundTheClock();
 
  private:
-    void Set(const ServicePeriod& period);
+    bool HasReason() const { return !TrimBlanks(reason_).empty(); }
+    bool IsForSeveral() const { return idCodes_.size() > 1; }
+    void RenewNotice();
+    void Set(ServicePeriod period);
 
     Needs needs_;
     NoWindowView noView_{};
@@ -55,6 +63,7 @@ class PeriodBox {
     std::vector<Text> idCodes_{};
     Text title_{};
     Text notice_{};
+    Text reason_{};
     OleDate start_{};
     OleDate stop_{};
 };

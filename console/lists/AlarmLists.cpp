@@ -4,6 +4,14 @@
 
 namespace nordkeep {
 
+namespace {
+
+bool IsNew(const cAlarm& alarm) {
+    return alarm.m_Status == kStatusNew || alarm.m_Status == kStatusNewWaiting;
+}
+
+}  // namespace
+
 void AlarmLists::Attach(Looks looks) {
     looks_ = std::move(looks);
     unacked_.SetLooks(&looks_.rows, looks_.unacked);
@@ -21,8 +29,10 @@ void AlarmLists::UpdateAlarmLists(cAlarm& alarm) {
     if (alarm.m_Status == kStatusRemoved) return RemoveAlarmRow(alarm);
     const bool isAcked = alarm.m_Status == kStatusAcknowledged;
     (isAcked ? unacked_ : acked_).Remove(alarm.m_FilePointer);
+    // What is read at the start has been seen by somebody before.
+    unacked_.MarkNewUnread(bulkDepth_ == 0 && IsNew(alarm));
     alarm.m_ListItem = &(isAcked ? acked_ : unacked_).Update(alarm);
-    NoteUnhandled(alarm, alarm.m_Status == kStatusNew || alarm.m_Status == kStatusNewWaiting);
+    NoteUnhandled(alarm, IsNew(alarm));
 }
 
 void AlarmLists::RemoveAlarmRow(cAlarm& alarm) {
@@ -47,6 +57,19 @@ void AlarmLists::NoteUnhandled(const cAlarm& alarm, bool isUnhandled) {
 
 OleDate AlarmLists::OldestUnhandled() const {
     return unhandled_.empty() ? OleDate() : OleDate::FromMilliseconds(unhandled_.begin()->first);
+}
+
+int AlarmLists::CountUntouched(OleDate now, const Patience& patience) const {
+    // More than this nobody counts.
+    constexpr int kMost = 1000;
+    int count = 0;
+    for (const auto& [arrivedMs, filePointer] : unhandled_) {
+        const int priority = std::clamp(unacked_.PriorityOf(filePointer), 0, 3);
+        const int seconds = patience[static_cast<std::size_t>(priority < 1 ? 2 : priority - 1)];
+        if (seconds > 0 && now.Milliseconds() - arrivedMs >= seconds * std::int64_t{1000}) ++count;
+        if (count == kMost) break;
+    }
+    return count;
 }
 
 void AlarmLists::EndBulkLoad() {

@@ -3,6 +3,7 @@
 #include "console/lists/AlarmRows.h"
 #include "store/AlarmViews.h"
 
+#include <array>
 #include <set>
 
 namespace nordkeep {
@@ -33,6 +34,10 @@ class AlarmLists final : public AlarmViews {
     AlarmRows& Acked() { return acked_; }
     /// When the oldest alarm came that nobody has commented or ended; never without one.
     OleDate OldestUnhandled() const;
+    /// Seconds for priority 1, 2, and 3 and lower; 0 and less: for ever.
+    using Patience = std::array<int, 3>;
+    /// How many that nobody has commented or ended have waited for longer than that.
+    int CountUntouched(OleDate now, const Patience& patience) const;
     /// 0 to 99 while events are being loaded, 100 else.
     int LoadPercent() const { return bulkDepth_ > 0 ? loadPercent_ : 100; }
 

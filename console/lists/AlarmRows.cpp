@@ -3,6 +3,7 @@
 #include "runtime/Fields.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -12,6 +13,13 @@ constexpr int kIconColumn = -1;
 constexpr std::size_t kMostSingleChanges = 2000;
 // Changes that may wait for a Flush; a copy without a screen may never call it.
 constexpr std::size_t kMostWaiting = 20000;
+// So many unread rows are looked for one by one.
+constexpr std::size_t kMostToFind = 64;
+
+void NotePriority(AlarmRows::News& news, int priority) {
+    const bool isHigher = news.highestPriority == 0 || priority < news.highestPriority;
+    if (priority > 0 && isHigher) news.highestPriority = priority;
+}
 
 bool IsShortNumber(TextView text) {
     return IsNumeric(text) && text.size() <= 2;
@@ -36,6 +44,9 @@ ListItem& AlarmRows::Update(const cAlarm& alarm) {
         item->filePointer = alarm.m_FilePointer;
         item->arrival = ++lastArrival_;
         item->isMarked = true;
+        item->isUnread = marksUnread_;
+        if (marksUnread_) unread_.insert(alarm.m_FilePointer);
+        if (marksUnread_) CountUnread(*item, 1);
         added_.push_back(item.get());
     } else if (!item->isMarked) {
         item->isMarked = true;
@@ -44,6 +55,12 @@ ListItem& AlarmRows::Update(const cAlarm& alarm) {
     const bool hasIcon = alarm.m_Status >= kStatusNew && alarm.m_Status <= kStatusAcknowledged;
     item->icon = hasIcon ? alarm.m_Status : kStatusNew;
     ListItem& row = *item;
+    if (row.isCounted) Count(row, -1);
+    if (row.isUnread) CountUnread(row, -1);
+    row.priority = IsShortNumber(alarm.m_TranslatedPrio) ? LeadingInt32(alarm.m_TranslatedPrio) : 0;
+    row.isCounted = true;
+    Count(row, 1);
+    if (row.isUnread) CountUnread(row, 1);
     row.searchText.clear();
     FlushWhenTooMuchWaits();
     return row;
@@ -53,8 +70,106 @@ void AlarmRows::Remove(std::int32_t filePointer) {
     auto known = items_.extract(filePointer);
     if (known.empty()) return;
     known.mapped()->isGone = true;
+    Count(*known.mapped(), -1);
+    if (unread_.erase(filePointer) > 0) CountUnread(*known.mapped(), -1);
     gone_.push_back(std::move(known.mapped()));
     FlushWhenTooMuchWaits();
+}
+
+void AlarmRows::Count(const ListItem& item, int by) {
+    const int place = item.priority >= 1 && item.priority <= 3 ? item.priority - 1 : 3;
+    counts_[static_cast<std::size_t>(place)] += by;
+}
+
+void AlarmRows::CountUnread(const ListItem& item, int by) {
+    unreadByPriority_[item.priority] += by;
+}
+
+int AlarmRows::PriorityOf(std::int32_t filePointer) const {
+    const auto known = items_.find(filePointer);
+    return known != items_.end() ? known->second->priority : 0;
+}
+
+void AlarmRows::NoteRead(const std::vector<Text>& keys) {
+    for (const Text& key : keys) {
+        if (unread_.erase(LeadingInt32(key)) == 0) continue;
+        ListItem& item = *items_.at(LeadingInt32(key));
+        CountUnread(item, -1);
+        item.isUnread = false;
+        if (std::exchange(item.isMarked, true)) continue;
+        marked_.push_back(&item);
+    }
+}
+
+Glyph AlarmRows::CellSign(int row, int column) const {
+    const cAlarm* alarm = column >= 0 && column == columns_.priorityColumn ? RecordAt(row) : nullptr;
+    const Text priority = alarm ? PriorityOf(*alarm) : Text();
+    const int number = IsShortNumber(priority) ? LeadingInt32(priority) : 0;
+    if (number < 1) return Glyph::None;
+    return static_cast<Glyph>(static_cast<int>(Glyph::Priority1) + std::min(number, 4) - 1);
+}
+
+RowGround AlarmRows::Ground(int row) const {
+    constexpr RowGround kGrounds[] = {RowGround::Plain,     RowGround::Commented, RowGround::Waits,
+                                      RowGround::Commented, RowGround::Reset,     RowGround::Ended};
+    const ListItem* item = ItemAt(row);
+    const bool isWanted = looks_ && looks_->colors.behaviour == AlarmColorBehaviour::RowByStatus;
+    if (!item || !isWanted || item->icon < 0 || item->icon > 5) return RowGround::Plain;
+    return kGrounds[item->icon];
+}
+
+bool AlarmRows::IsUnread(int row) const {
+    const ListItem* item = ItemAt(row);
+    return item && item->isUnread;
+}
+
+AlarmRows::News AlarmRows::NewsOutside(int first, int last) const {
+    News news;
+    if (unread_.empty()) return news;
+    unread_.size() <= kMostToFind ? AddExactly(news, first, last) : AddRoughly(news, first, last);
+    return news;
+}
+
+void AlarmRows::AddExactly(News& news, int first, int last) const {
+    int nearest = 0;
+    for (const std::int32_t filePointer : unread_) {
+        const ListItem& item = *items_.at(filePointer);
+        const int row = item.isShown ? static_cast<int>(PlaceOf(item)) : -1;
+        if (row >= first && row <= last) continue;
+        // A row that is not in the list yet comes with the next Flush.
+        if (row < 0 && !IsFiltered()) continue;
+        ++(row < 0 ? news.hidden : row < first ? news.above : news.below);
+        NotePriority(news, item.priority);
+        const int distance = row < first ? first - row : row - last;
+        if (row < 0 || (nearest != 0 && distance >= nearest)) continue;
+        nearest = distance;
+        news.next = KeyOf(row);
+    }
+}
+
+// In a flood nobody counts them one by one: what matters is that there are more, and where the next one is.
+void AlarmRows::AddRoughly(News& news, int first, int last) const {
+    std::map<int, int> left = unreadByPriority_;
+    int seen = 0;
+    for (int row = std::max(first, 0); row <= std::min(last, RowCount() - 1); ++row) {
+        if (!IsUnread(row)) continue;
+        ++seen;
+        --left[ItemAt(row)->priority];
+    }
+    for (const auto& [priority, count] : left) {
+        if (count > 0) NotePriority(news, priority);
+    }
+    const int outside = static_cast<int>(unread_.size()) - seen;
+    int above = std::min(first, RowCount()) - 1;
+    while (above >= 0 && !IsUnread(above)) --above;
+    int below = std::max(last + 1, 0);
+    while (below < RowCount() && !IsUnread(below)) ++below;
+    const bool isBelow = below < RowCount();
+    const bool isAbove = above >= 0;
+    news.above = isAbove ? (isBelow ? 1 : outside) : 0;
+    news.below = isBelow ? outside - news.above : 0;
+    news.hidden = isAbove || isBelow ? 0 : outside;
+    if (isAbove || isBelow) news.next = KeyOf(isBelow ? below : above);
 }
 
 void AlarmRows::FlushWhenTooMuchWaits() {
@@ -216,6 +331,12 @@ void AlarmRows::ClickHeading(int column) {
     if (FieldAt(column) < 0) return;
     sorting_.Click(column);
     // The number is that of the place, so it has no order of its own.
+    MarkAll();
+    Flush();
+}
+
+void AlarmRows::Sort(Sorting sorting) {
+    sorting_ = FieldAt(sorting.column) < 0 ? Sorting() : sorting;
     MarkAll();
     Flush();
 }

@@ -3,7 +3,10 @@
 #include "console/lists/AlarmCells.h"
 #include "console/lists/ListColumns.h"
 
+#include <array>
+#include <map>
 #include <memory>
+#include <set>
 #include <unordered_map>
 
 namespace nordkeep {
@@ -19,6 +22,9 @@ struct ListItem {
     bool isShown = false;       // stands among the rows that are shown
     bool isMarked = false;      // is to be painted again, and perhaps moved
     bool isGone = false;
+    bool isCounted = false;  // by its priority
+    bool isUnread = false;   // until it is selected for the first time
+    int priority = 0;        // below 1: none
 };
 
 /// How the rows of both alarm lists look.
@@ -42,6 +48,24 @@ class AlarmRows final : public RowModel {
     bool Holds(std::int32_t filePointer) const { return items_.contains(filePointer); }
     /// Adds or marks the row of a record.
     ListItem& Update(const cAlarm& alarm);
+    /// A row that comes is unread until somebody selects it; not while stored alarms are read.
+    void MarkNewUnread(bool isOn) { marksUnread_ = isOn; }
+    void NoteRead(const std::vector<Text>& keys);
+    /// Unread rows that stand outside those that can be seen, rows `first` to `last`.
+    struct News {
+        int above = 0;  // of very many the split is a rough one
+        int below = 0;
+        int hidden = 0;           // by the filter
+        int highestPriority = 0;  // the lowest number above 0
+        Text next{};              // the key of the nearest
+        int Count() const { return above + below + hidden; }
+    };
+    News NewsOutside(int first, int last) const;
+    /// Below 1: none.
+    int PriorityOf(std::int32_t filePointer) const;
+    /// How many rows have priority 1, 2, 3, and another one.
+    using PriorityCounts = std::array<int, 4>;
+    const PriorityCounts& CountsByPriority() const { return counts_; }
     void Remove(std::int32_t filePointer);
     /// The next Flush renews everything in one go.
     void MarkAll() { isAllMarked_ = true; }
@@ -63,12 +87,16 @@ class AlarmRows final : public RowModel {
     int RowOf(TextView key) const override;
     bool Has(TextView key) const override;
     Glyph Icon(int row) const override;
-    bool HasIconTexts() const override { return columns_.priorityColumn >= 0; }
     Text IconText(int row) const override;
     Text IconWord(int row) const override;
+    /// In the column of the priority.
+    Glyph CellSign(int row, int column) const override;
+    RowGround Ground(int row) const override;
+    bool IsUnread(int row) const override;
     CellColors Colors(int row, int column) const override;
     Text ToolTip(int row, int column) const override;
     void ClickHeading(int column) override;
+    void Sort(Sorting sorting) override;
     int SortColumn() const override { return sorting_.column; }
     SortDirection Direction() const override { return sorting_.direction; }
     void Flush() override;
@@ -87,6 +115,10 @@ class AlarmRows final : public RowModel {
     std::size_t PlaceFor(const ListItem& item) const;
     std::size_t PlaceOf(const ListItem& item) const;
 
+    void Count(const ListItem& item, int by);
+    void CountUnread(const ListItem& item, int by);
+    void AddExactly(News& news, int first, int last) const;
+    void AddRoughly(News& news, int first, int last) const;
     void FlushWhenTooMuchWaits();
     bool IsWorthAReset() const;
     void ShowAll();
@@ -106,6 +138,10 @@ class AlarmRows final : public RowModel {
     std::vector<std::unique_ptr<ListItem>> gone_{};
     std::uint64_t lastArrival_ = 0;
     bool isAllMarked_ = false;
+    bool marksUnread_ = false;
+    std::set<std::int32_t> unread_{};
+    std::map<int, int> unreadByPriority_{};  // how many of them
+    PriorityCounts counts_{};
     std::vector<Text> words_{};
     Sorting sorting_{};
 };

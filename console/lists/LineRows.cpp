@@ -19,8 +19,8 @@ struct ColumnLook {
     int caption;
     int width;
 };
-constexpr ColumnLook kColumns[] = {{4541, 190}, {4542, 220}, {4543, 170}, {5054, 90}, {4565, 110},
-                                   {4566, 60},  {4567, 60},  {5055, 70},  {5056, 140}};
+constexpr ColumnLook kColumns[] = {{4541, 185}, {4542, 215}, {4543, 130}, {5054, 84}, {4565, 96},
+                                   {4566, 58},  {4567, 64},  {5055, 78},  {5056, 110}};
 
 }  // namespace
 

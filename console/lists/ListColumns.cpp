@@ -4,6 +4,8 @@
 #include "store/AlarmText.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <limits>
 
 namespace nordkeep {
 namespace {
@@ -44,6 +46,18 @@ int ColumnWidths::Width(int column, int byDefault) const {
 void ColumnWidths::Store(int column, int width) {
     const Text text = std::to_string(std::clamp(width, std::max(least_, 1), kWidest));
     if (files_.ReadIni(section_, KeyOf(column), "") != text) files_.WriteIni(section_, KeyOf(column), text);
+}
+
+Sorting ColumnWidths::StoredSorting() const {
+    const int number = LeadingInt32(files_.ReadIni(section_, kSortedByKey, "0"));
+    if (number == 0 || number == std::numeric_limits<int>::min()) return {};
+    return {std::abs(number) - 1, number > 0 ? SortDirection::Ascending : SortDirection::Descending};
+}
+
+void ColumnWidths::Store(Sorting sorting) {
+    const int number = sorting.column + 1;
+    const bool isDown = sorting.direction == SortDirection::Descending;
+    files_.WriteIni(section_, kSortedByKey, std::to_string(isDown ? -number : number));
 }
 
 }  // namespace nordkeep

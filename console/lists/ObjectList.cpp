@@ -15,6 +15,8 @@ constexpr int kTextUnit = 609;
 constexpr int kTextFirstMode = 3410;
 constexpr int kTextYes = 3422;
 constexpr int kTextNo = 3423;
+constexpr int kTextServiceUntil = 5104;
+constexpr int kTextNoEnd = 5105;
 
 /// Behind the ID code of a second object with the same one; no ID code holds it.
 constexpr char kBetweenCodeAndPlace = '\n';
@@ -29,7 +31,8 @@ enum Column {
     CallerNeeded,
     ResetCode,
     Interval2,
-    Expires2
+    Expires2,
+    ServiceUntil
 };
 
 Text TimeCell(OleDate time) {
@@ -123,6 +126,7 @@ cIDCode* ObjectList::ObjectOfRow(TextView key) const {
 }
 
 Text ObjectList::Heading(int column) const {
+    if (column == ServiceUntil) return needs_.captions(kTextServiceUntil);
     return column >= 0 && column < ColumnCount() ? needs_.captions(kTextFirstHeading + column) : Text();
 }
 
@@ -156,6 +160,11 @@ Text ObjectList::CellOf(const cIDCode& object, int column) const {
                        : Text();
         case ResetCode:
             return object.m_ResetIdCode;
+        case ServiceUntil:
+            if (!IsInService(object, needs_.clock.Now())) return {};
+            return object.m_ServiceMode == static_cast<int>(ServiceMode::LogOnly)
+                       ? needs_.captions(kTextNoEnd)
+                       : TimeCell(object.m_ServicePeriodEnd);
         default:
             return {};
     }

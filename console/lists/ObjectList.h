@@ -33,7 +33,7 @@ class ObjectList final : public TableRows {
     /// The object of a row's key; none when it has gone.
     cIDCode* ObjectOfRow(TextView key) const;
 
-    int ColumnCount() const override { return 10; }
+    int ColumnCount() const override { return 11; }
     Text Heading(int column) const override;
     Glyph Icon(int row) const override;
     Text IconWord(int row) const override;

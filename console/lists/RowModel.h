@@ -49,7 +49,14 @@ enum class Glyph {
     LineShut,
     LineMuted,
     LineQuiet,
+    Priority1,
+    Priority2,
+    Priority3,
+    PriorityLow,
 };
+
+/// What stands behind a row whose colours nobody has set; the view knows the colours.
+enum class RowGround { Plain, Waits, Commented, Reset, Ended };
 
 /// One change of the rows that a model shows.
 struct RowChange {
@@ -74,6 +81,14 @@ class RowObserver {
 };
 
 enum class SortDirection { None, Ascending, Descending };
+
+/// How a list is sorted.
+struct Sorting {
+    int column = -1;
+    SortDirection direction = SortDirection::None;
+    /// A click on a heading: ascending, descending, unsorted, and so on.
+    void Click(int clicked);
+};
 
 /// A list on the screen: rows with texts, pictures and colours, all made when they are asked for. Rows and
 /// columns count from 0; a row is named by its key, which it keeps for its life. For a row or column that is
@@ -105,11 +120,18 @@ class RowModel {
     /// Column -1 is that of the icon.
     virtual CellColors Colors(int, int) const { return {}; }
     virtual Text ToolTip(int, int) const { return {}; }
+    /// In front of the text of a cell.
+    virtual Glyph CellSign(int, int) const { return Glyph::None; }
+    virtual RowGround Ground(int) const { return RowGround::Plain; }
+    /// Nobody has looked at it yet.
+    virtual bool IsUnread(int) const { return false; }
     /// The default width of a column, in device-independent pixels.
     virtual int DefaultWidth(int) const { return 200; }
 
     /// A click on a heading: ascending, descending, unsorted, and so on.
     virtual void ClickHeading(int) {}
+    /// As it was kept from the last time; a column that is not there sorts nothing.
+    virtual void Sort(Sorting) {}
     virtual int SortColumn() const { return -1; }
     virtual SortDirection Direction() const { return SortDirection::None; }
 
@@ -139,13 +161,6 @@ class RowModel {
 
  private:
     RowObserver* observer_ = nullptr;
-};
-
-/// The next state of a list's sorting behind a click on a heading.
-struct Sorting {
-    int column = -1;
-    SortDirection direction = SortDirection::None;
-    void Click(int clicked);
 };
 
 /// The text for a screen: control characters become blanks.

@@ -57,6 +57,10 @@ void TableRows::ClickHeading(int column) {
     Renew([&] { sorting_.Click(column); });
 }
 
+void TableRows::Sort(Sorting sorting) {
+    Renew([&] { sorting_ = sorting.column < ColumnCount() ? sorting : Sorting(); });
+}
+
 void TableRows::Mark(TextView key) {
     if (isAllMarked_) return;
     marked_.emplace_back(key);

@@ -14,6 +14,7 @@ class TableRows : public RowModel {
     Text KeyOf(int row) const override;
     int RowOf(TextView key) const override;
     void ClickHeading(int column) override;
+    void Sort(Sorting sorting) override;
     int SortColumn() const override { return sorting_.column; }
     SortDirection Direction() const override { return sorting_.direction; }
     void Flush() override;

@@ -4,12 +4,20 @@
 #include "runtime/Fields.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace nordkeep {
 namespace {
 
 constexpr int kDefaultDelimiter = 9;
+constexpr int kCaptionUndo = 5065;
+constexpr int kCaptionNewsBelow = 5070;
+constexpr int kCaptionNewsAbove = 5071;
+constexpr int kCaptionNewsAround = 5072;
+constexpr int kCaptionNewsElsewhere = 5073;
+constexpr int kCaptionNewsHidden = 5074;
+constexpr int kCaptionNewsPriority = 5075;
 
 bool IsLink(TextView url) {
     const Text upper = UpperCase(url.substr(0, 8));
@@ -35,7 +43,10 @@ void AlarmPage::SetFilter(Tab tab, TextView words) {
 
 void AlarmPage::Select(Tab tab, RowSelection selection) {
     (tab == Tab::Acked ? acked_ : unacked_) = std::move(selection);
-    if (tab == Tab::Unacked) NotePlace();
+    if (tab == Tab::Unacked) {
+        needs_.lists.Unacked().NoteRead(unacked_.keys);
+        NotePlace();
+    }
     if (tab == frame_.CurrentTab()) TakeCurrent(tab);
     frame_.PageChanged();
 }
@@ -123,6 +134,45 @@ void AlarmPage::ShowWhatIsPending() {
     if (show.isToReveal) frame_.View().Reveal(Tab::Unacked, show.key);
 }
 
+// --- New alarms that nobody can see
+
+void AlarmPage::NoteVisible(int first, int last) {
+    firstVisible_ = first;
+    lastVisible_ = last;
+}
+
+AlarmRows::News AlarmPage::News() const {
+    const bool isShown = frame_.CurrentTab() == Tab::Unacked;
+    constexpr int kNoRow = std::numeric_limits<int>::max();
+    return isShown ? ListOf(Tab::Unacked).NewsOutside(firstVisible_, lastVisible_)
+                   : ListOf(Tab::Unacked).NewsOutside(kNoRow, kNoRow);
+}
+
+Text AlarmPage::NewsText() const {
+    const AlarmRows::News news = News();
+    if (news.Count() == 0) return {};
+    const bool isShown = frame_.CurrentTab() == Tab::Unacked;
+    const int place = !isShown                           ? kCaptionNewsElsewhere
+                      : news.hidden == news.Count()      ? kCaptionNewsHidden
+                      : news.below > 0 && news.above > 0 ? kCaptionNewsAround
+                      : news.below > 0                   ? kCaptionNewsBelow
+                                                         : kCaptionNewsAbove;
+    Text text = needs_.captions(place, {std::to_string(news.Count())});
+    if (news.highestPriority > 0)
+        text += needs_.captions(kCaptionNewsPriority, {std::to_string(news.highestPriority)});
+    return text;
+}
+
+void AlarmPage::FollowNews() {
+    const AlarmRows::News news = News();
+    if (news.Count() == 0) return;
+    if (frame_.CurrentTab() != Tab::Unacked) frame_.ShowTab(Tab::Unacked);
+    if (news.next.empty()) return frame_.View().ClearFilter(Tab::Unacked);
+    Select(Tab::Unacked, {{news.next}, news.next});
+    frame_.View().ShowSelection(Tab::Unacked);
+    frame_.View().Reveal(Tab::Unacked, news.next);
+}
+
 // --- Commands
 
 void AlarmPage::Activate(Tab tab) {
@@ -138,7 +188,7 @@ void AlarmPage::Activate(Tab tab) {
 }
 
 void AlarmPage::EndAll() {
-    needs_.commands.AckAll(needs_.lists.Unacked().IsFiltered());
+    needs_.commands.AckAll();
 }
 
 void AlarmPage::EndSelected() {
@@ -147,6 +197,13 @@ void AlarmPage::EndSelected() {
 
 void AlarmPage::ArchiveSelected() {
     needs_.commands.ArchiveSelected(KeysInOrder(Tab::Acked));
+}
+
+Text AlarmPage::UndoText() const {
+    const std::size_t count = needs_.commands.UndoCount();
+    if (count == 0) return {};
+    return needs_.captions(kCaptionUndo,
+                           {std::to_string(count), std::to_string(needs_.commands.UndoSeconds())});
 }
 
 void AlarmPage::Print() {

@@ -55,11 +55,25 @@ class AlarmPage {
     /// At a tick, when its row is there: selects and reveals what was offered.
     void ShowWhatIsPending();
 
+    // --- New alarms that nobody can see
+
+    /// The rows of the new alarms that can be seen; none of them when another page is shown.
+    void NoteVisible(int first, int last);
+    bool HasNews() const { return News().Count() > 0; }
+    /// "3 new below, highest priority 1"; empty without any.
+    Text NewsText() const;
+    /// Turns to them: selects the nearest.
+    void FollowNews();
+
     /// A double click or Enter: sheet or map of the selected alarm, nothing when more than one is selected.
     void Activate(Tab tab);
     void EndAll();
     void EndSelected();
     void ArchiveSelected();
+    /// Takes the end of several alarms back, as long as that is offered.
+    void Undo() { needs_.commands.Undo(); }
+    /// The offer; empty without one.
+    Text UndoText() const;
     void Print();
     void OpenSheet();
     void OpenMap();
@@ -86,6 +100,7 @@ class AlarmPage {
     void TakeCurrent(Tab tab);
     void NotePlace();
     void MoveOn();
+    AlarmRows::News News() const;
     const cAlarm* Find(std::int32_t filePointer) const;
     const cAlarm* OfMap() const;
     Text NewInfo(const cAlarm& alarm);
@@ -99,7 +114,9 @@ class AlarmPage {
     PendingShow pending_{};
     int place_ = -1;           // row of the first selected new alarm; -1 without one
     bool isToMoveOn_ = false;  // when no selected row is left there
-    Text infoOf_{};            // which alarm the kept text is about
+    int firstVisible_ = 0;
+    int lastVisible_ = 0;
+    Text infoOf_{};  // which alarm the kept text is about
     Text info_{};
 };
 

@@ -181,6 +181,10 @@ constexpr Rule kRules[] = {
     {C::LineHold, 5058, "", Right::Edit,
      [](const I& in) { return in.tab == Tab::Lines && in.isLineSelected && IsOwnCopy(in); },
      [](const T& t, int) { t.lines.ToggleHeld(); }},
+    {C::UndoEnd, 5066, "Ctrl+Z", Right::Change, [](const I& in) { return in.canUndo; },
+     [](const T& t, int) { t.alarms.Undo(); }},
+    {C::FollowNews, 5067, "Ctrl+Down", Right::None, [](const I& in) { return in.hasNews; },
+     [](const T& t, int) { t.alarms.FollowNews(); }},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kCommandCount));
 
@@ -213,8 +217,9 @@ constexpr int Item(Command command) {
 }
 constexpr int kFileMenu[] = {Item(C::FileLogin), Item(C::FileLogout), Item(C::SetClock), kMenuSeparator,
                              Item(C::Exit)};
-constexpr int kAlarmMenu[] = {Item(C::MenuAckAll), Item(C::FileSoundStop), Item(C::MenuShowLast), kMenuMaps,
-                              kMenuSeparator,      Item(C::FilePrint),     Item(C::ShiftHandover)};
+constexpr int kAlarmMenu[] = {Item(C::MenuAckAll), Item(C::UndoEnd),      Item(C::FileSoundStop),
+                              Item(C::FollowNews), Item(C::MenuShowLast), kMenuMaps,
+                              kMenuSeparator,      Item(C::FilePrint),    Item(C::ShiftHandover)};
 constexpr int kEditMenu[] = {Item(C::SelectAll), kMenuSeparator, Item(C::PrinterFont), Item(C::FileSetup)};
 constexpr int kViewMenu[] = {Item(C::ShowSysLog),   Item(C::ShowDebug),     Item(C::ShowIdCodes),
                              Item(C::ShowTypes),    Item(C::ShowDataCodes), kMenuSeparator,

@@ -69,8 +69,10 @@ enum class Command : int {
     DataCodeEdit,
     ResetAliveTest,
     LineHold,
+    UndoEnd,
+    FollowNews,
 };
-inline constexpr int kCommandCount = static_cast<int>(Command::LineHold) + 1;
+inline constexpr int kCommandCount = static_cast<int>(Command::FollowNews) + 1;
 inline constexpr int kToolBarButtons = static_cast<int>(Command::ShowMap) + 1;
 
 /// What the commands depend on.
@@ -87,6 +89,8 @@ struct CommandInputs {
     bool isObjectSelected = false;
     bool isLineSelected = false;
     bool isLineHeld = false;
+    bool canUndo = false;
+    bool hasNews = false;  // new alarms that nobody can see
     bool isSounding = false;
     bool hasGoogolPort = false;
     bool isSimulation = false;

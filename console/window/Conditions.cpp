@@ -46,6 +46,8 @@ constexpr Rule kRules[] = {
     {Hidden, 5019, Warning, false, true, Page::Filter},
     {InService, 5020, Note, false, false, Page::Service},
     {Loading, 5021, Note, false, true, Page::None},
+    {Untouched, 5087, Fault, false, false, Page::NewAlarms},
+    {ServiceEnds, 5106, Warning, false, false, Page::Service},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kConditionKindCount));
 

@@ -23,6 +23,8 @@ const std::array kRows = {
     SettingRow<C>{"General", "FloatingDebugWindow", kOwn, &C::FloatingDebugWindow},
     SettingRow<C>{"General", "FullRowSelect", kOwn, &C::FullRowSelect},
     SettingRow<C>{"General", "ShowInTaskBar", kOwn, &C::ShowInTaskBar},
+    SettingRow<C>{"General", "EscalationTimes", kOwn, &C::EscalationTimes},
+    SettingRow<C>{"General", "ColorScheme", kOwn, &C::ColorScheme, 0, 4},
     SettingRow<C>{"General", "FontName", kOwn, &C::FontName},
     SettingRow<C>{"General", "BackColor", kOwn, &C::BackColor},
     SettingRow<C>{"General", "StatusBarFontSize", kOwn, &C::StatusBarFontSize, 0, 40},

@@ -18,6 +18,8 @@ struct ConsoleSettings : AlarmDateSettings {
     bool FloatingDebugWindow = false;
     bool FullRowSelect = true;
     bool ShowInTaskBar = true;
+    Text EscalationTimes{};  // seconds for priority 1, 2, and 3 and lower
+    int ColorScheme = 0;     // 0 the desktop's, 1 light, 2 dark, 3 black on white, 4 white on black
     Text FontName{};
     Text BackColor{};
     int StatusBarFontSize = 0;  // points; 0: the font of the system

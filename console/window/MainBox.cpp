@@ -1,6 +1,7 @@
 #include "console/window/MainBox.h"
 
 #include "console/window/CommandTargets.h"
+#include "runtime/Fields.h"
 
 #include <utility>
 
@@ -95,6 +96,8 @@ CommandInputs MainBox::NewInputs() const {
             .isObjectSelected = objects_.IsAnySelected(),
             .isLineSelected = lines_.IsAnySelected(),
             .isLineHeld = lines_.IsHeld(),
+            .canUndo = !alarms_.UndoText().empty(),
+            .hasNews = alarms_.HasNews(),
             .isSounding = facts_.isSounding,
             .hasGoogolPort = facts_.hasGoogolPort,
             .isSimulation = facts_.isSimulation};
@@ -167,6 +170,7 @@ void MainBox::Tick(int elapsedMs) {
     objects_.Tick(elapsedMs);
     if (lines_.Tick(elapsedMs)) objects_.Tree().ShowLines(lines_.Lines());
     alarms_.ShowWhatIsPending();
+    CountUntouched(elapsedMs);
     Recalc();
 }
 
@@ -174,6 +178,7 @@ void MainBox::Tick(int elapsedMs) {
 
 StatusTexts MainBox::Status() const {
     return StatusTextsOf(needs_.captions, {.unacked = needs_.lists.UnackedCount(),
+                                           .byPriority = needs_.lists.Unacked().CountsByPriority(),
                                            .acked = needs_.lists.AckedCount(),
                                            .oldestUnhandled = needs_.lists.OldestUnhandled(),
                                            .now = needs_.clock.Now(),
@@ -204,7 +209,24 @@ void MainBox::RenewConditions() {
     if (const int percent = needs_.lists.LoadPercent(); percent < 100) {
         facts.push_back({.kind = Loading, .count = percent});
     }
+    if (untouched_ > 0) facts.push_back({.kind = Untouched, .count = untouched_});
     if (conditions_.Renew(std::move(facts), needs_.clock.Now())) needs_.sound.RingSound();
+}
+
+// One more rings again: the first time nobody came.
+void MainBox::CountUntouched(int elapsedMs) {
+    constexpr int kPeriodMs = 1000;
+    sinceCountMs_ += elapsedMs;
+    if (sinceCountMs_ < kPeriodMs) return;
+    sinceCountMs_ = 0;
+    AlarmLists::Patience patience{};
+    for (int place = 0; place < 3; ++place) {
+        patience[static_cast<std::size_t>(place)] =
+            LeadingInt32(GetField(needs_.settings.EscalationTimes, place, ","));
+    }
+    const int count = needs_.lists.CountUntouched(needs_.clock.Now(), patience);
+    if (count > untouched_) needs_.sound.RingSound();
+    untouched_ = count;
 }
 
 void MainBox::OpenCondition(const Condition& condition) {
@@ -226,8 +248,9 @@ void MainBox::OpenCondition(const Condition& condition) {
         case ConditionPage::Log:
             if (!inputs_.checked.ShowSysLog) Toggle(&ViewState::ShowSysLog);
             return ShowTab(Tab::SysLog);
-        case ConditionPage::None:
         case ConditionPage::Service:
+            return view_->ShowShiftList();
+        case ConditionPage::None:
             break;
     }
 }

@@ -99,7 +99,10 @@ class MainBox final : private PageFrame {
     /// Shows what a condition is about.
     void OpenCondition(const Condition& condition);
     /// Somebody is to look up: what rings cannot be heard.
-    bool IsToFlash() const { return facts_.isSounding && conditions_.Has(ConditionKind::SoundDead); }
+    bool IsToFlash() const {
+        return facts_.isSounding &&
+               (conditions_.Has(ConditionKind::SoundDead) || conditions_.Has(ConditionKind::Untouched));
+    }
     Text Title() const;
     Tray TrayIcon() const;
 
@@ -109,6 +112,7 @@ class MainBox final : private PageFrame {
     void Recalc();
     CommandInputs NewInputs() const;
     void RenewConditions();
+    void CountUntouched(int elapsedMs);
 
     Needs needs_;
     NoMainBoxView noView_{};
@@ -118,6 +122,8 @@ class MainBox final : private PageFrame {
     ObjectPage objects_;
     LinesPage lines_;
     Conditions conditions_;
+    int untouched_ = 0;
+    int sinceCountMs_ = 0;
     CopyFacts facts_{};
     CommandStates states_{};
     TabStates tabs_{};

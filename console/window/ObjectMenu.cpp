@@ -24,13 +24,14 @@ Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code) {
 }
 
 std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals) {
-    std::vector<ObjectMenu::LogOnlyItem> items{{0, captions(kTextAroundTheClock)}};
+    std::vector<ObjectMenu::LogOnlyItem> items;
     const std::vector<Text> lengths = Split(ServiceIntervals, ',');
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         const std::int64_t minutes = LeadingNumber(lengths[i]);
         if (minutes <= 0) continue;
         items.push_back({static_cast<int>(i) + 1, captions(kTextForMinutes, {std::to_string(minutes)})});
     }
+    items.push_back({0, captions(kTextAroundTheClock)});
     return items;
 }
 

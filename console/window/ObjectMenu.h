@@ -32,8 +32,8 @@ struct ObjectMenu {
 Text ObjectInfoFile(const Text& set, const Text& idCode);
 Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code);
 
-/// The items of "log only": around the clock, and the lengths of the setting ServiceIntervals. What is no
-/// number above 0 has no item.
+/// The items of "log only": the lengths of the setting ServiceIntervals, and last around the clock. What is
+/// no number above 0 has no item.
 std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals);
 /// The captions of types or codes, with marks for the instructions that exist. One look at the folder.
 std::vector<ObjectMenu::CodeItem> MarkedItems(DataFiles& files, const Text& set, const Text& idCode,

@@ -118,7 +118,7 @@ ObjectMenu ObjectPage::Menu() {
     menu.mode = object->m_ServiceMode;
     menu.logOnly = LogOnlyItems(needs_.captions, needs_.translationSettings.ServiceIntervals);
     if (!menu.logOnly.empty()) {
-        menu.logOnly.front().isChecked = menu.mode == static_cast<int>(ServiceMode::LogOnly);
+        menu.logOnly.back().isChecked = menu.mode == static_cast<int>(ServiceMode::LogOnly);
     }
     menu.edit = needs_.captions(kTextEditObject);
     const Text path = ObjectInfoFile(objects_.Set(), object->m_IdCode);
@@ -161,7 +161,7 @@ std::optional<ObjectPage::Names> ObjectPage::NamesOfSelected() const {
     return Names{set->m_FileName, object->m_IdCode};
 }
 
-void ObjectPage::AskServicePeriod() {
+void ObjectPage::AskServicePeriod(int minutes) {
     const auto first = NamesOfSelected();
     if (!first) return;
     // The one whose period the box begins with stands first.
@@ -170,7 +170,7 @@ void ObjectPage::AskServicePeriod() {
         const cIDCode* object = objects_.ObjectOfRow(key);
         if (object && object->m_IdCode != first->idCode) idCodes.push_back(object->m_IdCode);
     }
-    needs_.period.Open(first->set, std::move(idCodes));
+    needs_.period.Open(first->set, std::move(idCodes), minutes);
 }
 
 void ObjectPage::SetService(const ServicePeriod& period) {
@@ -182,7 +182,11 @@ void ObjectPage::SetService(const ServicePeriod& period) {
 }
 
 void ObjectPage::LogOnlyFor(int item) {
-    SetService(item <= 0 ? LogOnly() : LogForInterval(needs_.translationSettings, item, needs_.clock.Now()));
+    if (item <= 0) return AskServicePeriod();
+    const TranslationSettings& settings = needs_.translationSettings;
+    if (selection_.KeysInOrder(objects_).size() > 1)
+        return AskServicePeriod(LeadingInt32(GetField(settings.ServiceIntervals, item - 1, ",")));
+    SetService(LogForInterval(settings, item, needs_.clock.Now()));
 }
 
 void ObjectPage::OpenSheet() {

@@ -66,9 +66,10 @@ class ObjectPage {
     void OpenMap(const Text& file);
 
     // Commands on the selected objects; without one they do nothing.
-    void AskServicePeriod();
+    void AskServicePeriod(int minutes = 60);
     void SetService(const ServicePeriod& period);
-    /// For the length at this place of the setting ServiceIntervals; below 1 around the clock.
+    /// For the length at this place of the setting ServiceIntervals. Around the clock, below 1, and several
+    /// objects are asked about.
     void LogOnlyFor(int item);
     void OpenSheet();
     void OpenMapOfSelected();

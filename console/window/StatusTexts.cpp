@@ -15,6 +15,7 @@ constexpr int kTextNotLoggedIn = 3551;
 constexpr int kTextLoggedIn = 3552;
 constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
+constexpr int kTextOtherPriorities = 5076;
 
 constexpr std::int64_t kOverdueMs = 60000;
 constexpr int kMinute = 60;
@@ -36,6 +37,20 @@ Text AgeText(OleDate from, OleDate to) {
     return std::to_string(seconds / kDay) + " d " + pair(hours % 24) + ":" + pair(minutes % kMinute);
 }
 
+namespace {
+
+Text PriorityText(const Captions& captions, const std::array<int, 4>& counts) {
+    Text text;
+    for (std::size_t place = 0; place < 3; ++place) {
+        if (place > 0) text += "   ";
+        text += std::to_string(place + 1) + ": " + std::to_string(counts[place]);
+    }
+    if (counts[3] > 0) text += "   " + captions(kTextOtherPriorities, {std::to_string(counts[3])});
+    return text;
+}
+
+}  // namespace
+
 StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures) {
     StatusTexts texts;
     // Without contact nobody here knows; a 0 would say that all is well.
@@ -43,6 +58,7 @@ StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures
         return figures.rights.isConnectionLost ? Text("-") : std::to_string(count);
     };
     texts.unacked = captions(kCaptionUnacked, {number(figures.unacked)});
+    if (!figures.rights.isConnectionLost) texts.byPriority = PriorityText(captions, figures.byPriority);
     texts.acked = captions(kTextAcked, {number(figures.acked)});
     if (!figures.oldestUnhandled.IsNever()) {
         texts.oldest = captions(kTextOldest, {AgeText(figures.oldestUnhandled, figures.now)});

@@ -4,11 +4,14 @@
 #include "console/lists/OperatorRights.h"
 #include "platform/OleDate.h"
 
+#include <array>
+
 namespace nordkeep {
 
 /// What the right part of the status bar counts.
 struct StatusFigures {
     std::size_t unacked = 0;
+    std::array<int, 4> byPriority{};  // of them: 1, 2, 3, others
     std::size_t acked = 0;
     OleDate oldestUnhandled{};  // when it came; never without one
     OleDate now{};
@@ -17,6 +20,7 @@ struct StatusFigures {
 };
 struct StatusTexts {
     Text unacked{};
+    Text byPriority{};  // "1: 4   2: 0   3: 13"
     Text acked{};
     Text oldest{};  // empty without an unhandled alarm
     Text user{};    // empty but on a client

@@ -145,5 +145,30 @@ TEST_F(ClientWindowTest, AnOperatorHandlesAnAlarmOfTheServer) {
     EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow("DISCONNECTED"); }));
 }
 
+// By keys alone, and it is restored at the server, not only on this screen.
+TEST_F(ClientWindowTest, TheEndOfSeveralIsTakenBack) {
+    ASSERT_FALSE(screen.Display().empty()) << "Xvfb does not run";
+    server.Data().Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,AB,secret,1\r\n");
+    const Text settings = client.Data().Read("Settings\\Nordkeep.INI");
+    client.Data().Write("Settings\\Nordkeep.INI",
+                        settings + "AutoLoginUserName=anna\r\nAutoLoginPassword=secret\r\n");
+    server.Start();
+    Alarms(3);
+    client.StartOnDisplay(screen.Display());
+    ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("Anna Berg"); })) << client.Output();
+    screen.Keys("Anna Berg", "ctrl+1 ctrl+a ctrl+e");
+    ASSERT_TRUE(screen.AwaitActive("^Nordkeep$"));
+    screen.Do("key Return");
+    ASSERT_TRUE(screen.AwaitActive("Anna Berg"));
+    EXPECT_EQ(StatusOfTheAlarm(), kStatusNew) << "Enter is no for several";
+    screen.Do("key ctrl+e");
+    ASSERT_TRUE(screen.AwaitActive("^Nordkeep$"));
+    screen.Do("key alt+y");
+    EXPECT_TRUE(WaitFor([&] { return StatusOfTheAlarm() == kStatusAcknowledged; })) << client.Output();
+    screen.Keys("Anna Berg", "ctrl+z");
+    EXPECT_TRUE(WaitFor([&] { return StatusOfTheAlarm() == kStatusNew; })) << client.Output();
+    EXPECT_TRUE(server.WaitForOutput("End taken back: ")) << server.Output();
+}
+
 }  // namespace
 }  // namespace nordkeep

@@ -184,6 +184,54 @@ TEST_F(AlarmRowsTest, SortsAsPeopleDoAndInThreeClicks) {
     EXPECT_EQ(Column(Unacked()), arrival + "brand ") << "dates sort by time, not by their day";
 }
 
+TEST_F(AlarmRowsTest, ANewAlarmIsUnreadUntilItIsSelected) {
+    Start();
+    std::vector<cAlarm*> alarms;
+    for (int i = 0; i < 6; ++i) alarms.push_back(&world.Raise());
+    world.Tick();
+    EXPECT_TRUE(Unacked().IsUnread(1));
+    world.Click(Tab::Unacked, *alarms[1]);
+    EXPECT_FALSE(Unacked().IsUnread(1));
+    AlarmPage& page = world.Box().Alarms();
+    page.NoteVisible(0, 2);
+    EXPECT_EQ(page.NewsText(), "3 new below, highest priority 1 (Ctrl+Down)");
+    page.FollowNews();
+    EXPECT_EQ(page.SelectionOf(Tab::Unacked).current, RowKey(*alarms[3])) << "the nearest";
+    page.NoteVisible(2, 3);
+    EXPECT_EQ(page.NewsText(), "3 new above and below, highest priority 1 (Ctrl+Down)");
+    world.Box().ShowTab(Tab::Acked);
+    EXPECT_EQ(page.NewsText(), "4 new on the page New alarms, highest priority 1 (Ctrl+Down)");
+    world.Box().ShowTab(Tab::Unacked);
+    page.SetFilter(Tab::Unacked, "nothing");
+    EXPECT_EQ(page.NewsText(), "4 new behind the filter, highest priority 1 (Ctrl+Down)");
+    page.SetFilter(Tab::Unacked, "");
+    page.NoteVisible(0, 5);
+    EXPECT_EQ(page.NewsText(), "");
+    world.SetStatus(*alarms[5], kStatusAcknowledged);
+    world.Tick();
+    EXPECT_FALSE(Acked().IsUnread(0)) << "what somebody has ended has been seen";
+}
+
+TEST_F(AlarmRowsTest, CountsWhatIsOpenByPriority) {
+    Start("TRPRIO");
+    cAlarm& first = world.Raise();
+    world.Raise().m_TranslatedPrio = "3";
+    cAlarm& odd = world.Raise();
+    odd.m_TranslatedPrio = "x";
+    for (cAlarm* alarm : {&first, &odd}) world.SetStatus(*alarm, kStatusCommented);
+    using Counts = AlarmRows::PriorityCounts;
+    EXPECT_EQ(Unacked().CountsByPriority(), (Counts{2, 0, 0, 1})) << "as the row was last told";
+    first.m_TranslatedPrio = "2";
+    world.SetStatus(first, kStatusCommented);
+    EXPECT_EQ(Unacked().CountsByPriority(), (Counts{1, 1, 0, 1}));
+    EXPECT_EQ(world.Box().Status().byPriority, "1: 1   2: 1   3: 0   other: 1");
+    world.Tick();
+    EXPECT_EQ(Unacked().CellSign(0, 0), Glyph::Priority2);
+    EXPECT_EQ(Unacked().CellSign(2, 0), Glyph::None);
+    world.SetStatus(first, kStatusAcknowledged);
+    EXPECT_EQ(Unacked().CountsByPriority(), (Counts{1, 0, 0, 1}));
+}
+
 TEST_F(AlarmRowsTest, TheFilterWantsAllWordsAndHidesNothingElse) {
     Start("TRTYPECODE,CUSTOMER");
     world.Raise("Fire");
@@ -199,7 +247,7 @@ TEST_F(AlarmRowsTest, TheFilterWantsAllWordsAndHidesNothingElse) {
     world.dialogs.answers = {true};
     world.Box().Alarms().SetFilter(Tab::Unacked, "nothing");
     world.Box().Run(Command::MenuAckAll);
-    EXPECT_TRUE(world.dialogs.questions.back().ends_with("\r\nNew: 2"));
+    EXPECT_TRUE(world.dialogs.questions.back().ends_with("2 alarms, the highest priority is 1."));
     world.Tick();
     EXPECT_EQ(Acked().RowCount(), 2);
 }

@@ -105,6 +105,35 @@ TEST_F(ConditionsTest, AnEmptyListSaysWhyItIsEmpty) {
     EXPECT_EQ(world.Box().EmptyText(Tab::Unacked), "The filter hides all rows: Esc shows them");
 }
 
+TEST_F(ConditionsTest, AnAlarmThatNobodyTouchesRingsAgainByItsPriority) {
+    world.running.reset();
+    world.WriteGeneral("EscalationTimes=60,,600\r\n");
+    world.Start();
+    cAlarm& urgent = world.Raise();
+    cAlarm& minor = world.Raise();
+    minor.m_TranslatedPrio = "3";
+    world.SetStatus(minor, kStatusNew);
+    const auto wait = [&](int seconds) {
+        world.time.Advance(seconds * 1000);
+        for (int i = 0; i < 5; ++i) Tick();
+    };
+    wait(59);
+    EXPECT_TRUE(Rows().empty());
+    wait(2);
+    ASSERT_EQ(Rows().size(), 1u);
+    EXPECT_EQ(Rows()[0].sentence, "1 alarms untouched for too long");
+    EXPECT_TRUE(world.around.isSounding);
+    EXPECT_TRUE(world.Box().IsToFlash());
+    world.around.isSounding = false;
+    wait(60);
+    EXPECT_FALSE(world.around.isSounding) << "it has rung";
+    world.SetStatus(urgent, kStatusCommented);
+    wait(1);
+    EXPECT_TRUE(Rows().empty());
+    wait(600);
+    EXPECT_TRUE(world.around.isSounding);
+}
+
 TEST_F(ConditionsTest, AClickLeadsToTheLine) {
     world.lineControl.lines = {{.name = "Port1", .description = "Receiver", .state = LineState::Open},
                                {.name = "Port2", .description = "Modem", .state = LineState::Failed}};

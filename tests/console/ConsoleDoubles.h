@@ -59,6 +59,7 @@ struct RecordingCentre final : CentreOperations {
     explicit RecordingCentre(ServicePeriods* servicePeriods = nullptr) : periods(servicePeriods) {}
 
     void SetService(cTranslate& set, cIDCode& object, const ServicePeriod& period) override {
+        reason = period.reason;
         if (periods) periods->Set(set, object, period);
     }
     void ResetAliveTests(cTranslate&, cIDCode& object) override { calls += "reset " + object.m_IdCode + ";"; }
@@ -73,6 +74,7 @@ struct RecordingCentre final : CentreOperations {
     ServicePeriods* periods;
     bool isDispatcherThere = true;
     Text dispatched{};
+    Text reason{};  // of the last service period
     Text calls{};
 };
 

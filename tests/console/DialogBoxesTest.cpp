@@ -164,9 +164,14 @@ TEST(PeriodBox, TakesAllThatAreSelectedOrNone) {
     w.translations.Sets().at(0)->m_IdCodes.push_back(std::move(second));
     w.box.Open("A", {"1", "2"});
     EXPECT_NE(w.box.Title().find(w.captions(3788, {"2"})), Text::npos);
+    EXPECT_FALSE(w.box.IsFromNowEnabled()) << "several take a reason";
+    EXPECT_EQ(w.box.Notice(), w.captions(5101));
+    w.box.SetReason(" Fire drill ");
     w.box.ChooseFromNow();
+    EXPECT_EQ(w.serving.reason, "Fire drill") << "and it goes along";
     for (const auto& object : w.translations.Sets().at(0)->m_IdCodes) EXPECT_EQ(object->m_ServiceMode, 1);
     w.box.Open("A", {"1", "gone"});
+    w.box.SetReason("Again");
     w.box.ChoosePeriod();
     EXPECT_EQ(w.Object().m_ServiceMode, 1) << "and says so instead";
     EXPECT_EQ(w.box.Notice(), w.captions(3758));

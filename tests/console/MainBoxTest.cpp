@@ -209,8 +209,8 @@ TEST_F(MainBoxTest, AnAnswerCountsForNothingOnceTheServerHasGone) {
     world.around.rights.level = 1;
     cAlarm& alarm = world.Raise();
     world.Tick();
-    AlarmCommands commands(
-        {world.running->store, world.running->core.handling, dialogs, world.language, world.around});
+    AlarmCommands commands({world.running->store, world.running->core.handling, dialogs, world.language,
+                            world.time, world.around});
     commands.AckAll();
     EXPECT_EQ(alarm.m_Status, kStatusNew);
 }
@@ -286,6 +286,12 @@ TEST_F(MainBoxTest, TreeAndObjectsShowTheWorstButNotWhatIsInService) {
     world.running->marks.UpdateObjectTreeEntry(set, *set.m_IdCodes[0]);
     EXPECT_EQ(glyphs(), std::pair(Glyph::TreeFailed, Glyph::ObjectFailed));
     world.Box().Run(Command::ServiceLogOnly, 0);
+    ASSERT_TRUE(world.running->period.IsOpen()) << "around the clock asks first";
+    world.running->period.ChooseAroundTheClock();
+    EXPECT_TRUE(world.running->period.IsOpen()) << "and wants a reason";
+    world.running->period.SetReason("Rebuilding");
+    world.running->period.ChooseAroundTheClock();
+    EXPECT_EQ(objects.Cell(0, 10), "no end");
     EXPECT_EQ(glyphs(), std::pair(Glyph::TreePlain, Glyph::ObjectInService));
     world.Box().Run(Command::ServiceInUse);
     EXPECT_EQ(glyphs(), std::pair(Glyph::TreeAlive, Glyph::ObjectInUse)) << "a change clears the failures";
@@ -297,7 +303,7 @@ TEST_F(MainBoxTest, TreeAndObjectsShowTheWorstButNotWhatIsInService) {
 
 TEST_F(MainBoxTest, TheMenuOfAnObjectHasTheLengthsThatAreLengths) {
     for (const auto& [intervals, items] :
-         {std::pair{"30,60", "0 1 2 "}, {"30,,60", "0 1 3 "}, {"abc", "0 "}, {"-5,15", "0 2 "}, {"", "0 "}}) {
+         {std::pair{"30,60", "1 2 0 "}, {"30,,60", "1 3 0 "}, {"abc", "0 "}, {"-5,15", "2 0 "}, {"", "0 "}}) {
         Text numbers;
         for (const auto& item : LogOnlyItems(Captions(world.language), intervals)) {
             numbers += std::to_string(item.item) + " ";

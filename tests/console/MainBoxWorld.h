@@ -99,7 +99,7 @@ struct MainBoxWorld {
               debug({world.folder.Tree(), world.time, captions, log, world.ports}),
               printing({store, captions, printerSettings, pageSettings, world.printer}),
               centre(&core.servicePeriods),
-              commands({store, core.handling, world.dialogs, world.language, world.around}),
+              commands({store, core.handling, world.dialogs, world.language, world.time, world.around}),
               login(world.server),
               period({translations, centre, captions, world.time, world.around}),
               editor({dataFiles, world.dialogs, captions, world.around, world.editorHost, world.textCheck}),

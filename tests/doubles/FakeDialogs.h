@@ -11,6 +11,7 @@ class FakeDialogs : public Dialogs {
  public:
     std::vector<Text> messages{};
     std::vector<Text> questions{};
+    std::vector<Answer> defaults{};  // of these
     std::vector<LanguageChoice> offered{};
     std::deque<bool> answers{};
     std::optional<int> language{};
@@ -19,8 +20,9 @@ class FakeDialogs : public Dialogs {
     void ShowMessage(const Text& text) override { messages.push_back(text); }
     void ShowNotice(const Text& text) override { messages.push_back(text); }
     using Dialogs::AskYesNo;
-    bool AskYesNo(const Text& question, Answer) override {
+    bool AskYesNo(const Text& question, Answer byDefault) override {
         questions.push_back(question);
+        defaults.push_back(byDefault);
         if (answers.empty()) return false;
         const bool answer = answers.front();
         answers.pop_front();

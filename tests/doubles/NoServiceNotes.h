@@ -7,7 +7,7 @@ namespace nordkeep {
 /// Keeps no service mode.
 class NoServiceNotes final : public ServiceNotes {
  public:
-    void NoteService(const cTranslate&, const cIDCode&, int, const Doer&) override {}
+    void NoteService(const cTranslate&, const cIDCode&, int, const Doer&, const Text&) override {}
 };
 
 }  // namespace nordkeep

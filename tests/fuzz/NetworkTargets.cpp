@@ -47,6 +47,7 @@ void RunFrames(TextView input) {
         if (ConditionsPayload(ReadConditions(facts)) != facts) std::abort();
         RoundTrip<ObjectName>(frame.payload);
         RoundTrip<ServiceModeChange>(frame.payload);
+        RoundTrip<ServiceReasonGiven>(frame.payload);
         RoundTrip<LoginRequest>(frame.payload);
         RoundTrip<LoginAnswer>(frame.payload);
         RoundTrip<FileToWrite>(frame.payload);
@@ -138,6 +139,8 @@ std::vector<FuzzTarget> NetworkTargets() {
                        FrameOf(Message::ReadTextFile, PayloadOf(ShortText{"Settings\\A.IDCode"}));
     FuzzedServer server;
     const Text told = FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})) +
+                      FrameOf(Message::ServiceReason, PayloadOf(ServiceReasonGiven{{"A", "1"}, "why"})) +
+                      FrameOf(Message::SetServiceMode, service) +
                       FrameOf(Message::Lines, LinesPayload({{.name = "Port1", .caller = "10.0.0.1"}})) +
                       FrameOf(Message::Conditions, ConditionsPayload({{.name = "Port1", .count = 1}}));
     const Text pushed =

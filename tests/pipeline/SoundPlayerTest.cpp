@@ -76,6 +76,25 @@ TEST_F(SoundPlayerTest, PlaysOnceOrOverAndOver) {
     EXPECT_TRUE(lines.empty());
 }
 
+TEST_F(SoundPlayerTest, AMoreUrgentAlarmTakesTheSoundOver) {
+    player.UseSound({.file = "all.wav", .device = {}, .ofPriority = {"1.wav", "", "3.wav"}});
+    const auto playedLast = [&] {
+        device.mode = SoundMode::Stopped;
+        Ticks(2, player);
+        return device.played.back();
+    };
+    player.Request(SoundRequest::Repeat, 7);
+    EXPECT_EQ(playedLast(), folder.Resolve("3.wav"));
+    player.Request(SoundRequest::Repeat, 2);
+    EXPECT_EQ(playedLast(), folder.Resolve("all.wav")) << "without one of its own";
+    player.Request(SoundRequest::Repeat, 1);
+    player.Request(SoundRequest::Repeat, 3);
+    EXPECT_EQ(playedLast(), folder.Resolve("1.wav"));
+    player.Silence();
+    player.Request(SoundRequest::Repeat, 3);
+    EXPECT_EQ(playedLast(), folder.Resolve("3.wav"));
+}
+
 TEST_F(SoundPlayerTest, AFailingSoundCostsOneLineAndBacksOff) {
     device.isBroken = true;
     player.Request(SoundRequest::Repeat);

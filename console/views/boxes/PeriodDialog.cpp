@@ -1,6 +1,7 @@
 #include "console/views/boxes/PeriodDialog.h"
 
 #include "console/lists/SharedCaptions.h"
+#include "platform/qt/QtText.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QCloseEvent>
@@ -8,6 +9,7 @@
 #include <QtWidgets/QCalendarWidget>
 #include <QtWidgets/QDateTimeEdit>
 #include <QtWidgets/QGridLayout>
+#include <QtWidgets/QLineEdit>
 
 namespace nordkeep {
 namespace {
@@ -16,6 +18,9 @@ constexpr int kCaptionFrom = 3354;
 constexpr int kCaptionTo = 3355;
 constexpr int kCaptionInPeriod = 3356;
 constexpr int kCaptionFromNow = 3357;
+constexpr int kCaptionReason = 5102;
+constexpr int kCaptionAroundTheClock = 5103;
+constexpr int kLongestReason = 200;
 
 OleDate DateOf(const QDateEdit& date, const QTimeEdit& time) {
     const QDate day = date.date();
@@ -44,14 +49,23 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     grid->addWidget(NewHeading(CaptionText(captions, kCaptionTo), stop_.date), 1, 0);
     grid->addWidget(stop_.date, 1, 1);
     grid->addWidget(stop_.time, 1, 2);
+    reason_ = new QLineEdit;
+    reason_->setMaxLength(kLongestReason);
+    grid->addWidget(NewHeading(CaptionText(captions, kCaptionReason), reason_), 2, 0);
+    grid->addWidget(reason_, 2, 1, 1, 2);
+    connect(reason_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        period_.SetReason(FromQString(text));
+        Refresh();
+    });
     grid->setColumnMinimumWidth(1, 160);
     grid->setColumnStretch(1, 1);
     inPeriod_ = NewButton(captions, kCaptionInPeriod);
     fromNow_ = NewButton(captions, kCaptionFromNow);
+    aroundTheClock_ = NewButton(captions, kCaptionAroundTheClock);
     auto* cancel = new QPushButton(ShownLine(captions.FromFile(kTextCancel)));
     cancel->setAutoDefault(false);
     auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {inPeriod_, fromNow_, cancel}) buttons->addWidget(button);
+    for (QPushButton* button : {fromNow_, inPeriod_, aroundTheClock_, cancel}) buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);  // the notice comes and goes
     layout->addLayout(grid);
@@ -60,6 +74,7 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     layout->addLayout(buttons);
     connect(inPeriod_, &QPushButton::clicked, this, [this] { period_.ChoosePeriod(); });
     connect(fromNow_, &QPushButton::clicked, this, [this] { period_.ChooseFromNow(); });
+    connect(aroundTheClock_, &QPushButton::clicked, this, [this] { period_.ChooseAroundTheClock(); });
     connect(cancel, &QPushButton::clicked, this, [this] { period_.Close(); });
 }
 
@@ -82,6 +97,7 @@ void PeriodDialog::Show(OpenedBy by) {
     setWindowTitle(ShownLine(period_.Title()));
     Put(period_.Start(), *start_.date, *start_.time);
     Put(period_.Stop(), *stop_.date, *stop_.time);
+    reason_->setText(ToQString(period_.Reason()));
     Refresh();
     BringToFront(*this, by == OpenedBy::Operator);
     stop_.time->setFocus();
@@ -91,6 +107,7 @@ void PeriodDialog::Refresh() {
     notice_->SetNotice(ShownText(period_.Notice()));
     inPeriod_->setEnabled(period_.IsPeriodEnabled());
     fromNow_->setEnabled(period_.IsFromNowEnabled());
+    aroundTheClock_->setEnabled(period_.IsAroundTheClockEnabled());
 }
 
 void PeriodDialog::closeEvent(QCloseEvent* event) {

@@ -3,6 +3,7 @@
 #include "console/boxes/PeriodBox.h"
 #include "console/views/lists/ViewParts.h"
 
+class QLineEdit;
 class QDateEdit;
 class QTimeEdit;
 
@@ -34,6 +35,8 @@ class PeriodDialog final : public QDialog, public WindowView {
     Moment stop_;
     NoticeBar* notice_ = nullptr;
     QPushButton* inPeriod_ = nullptr;
+    QPushButton* aroundTheClock_ = nullptr;
+    QLineEdit* reason_ = nullptr;
     QPushButton* fromNow_ = nullptr;
 };
 

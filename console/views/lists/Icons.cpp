@@ -1,5 +1,6 @@
 #include "console/views/lists/Icons.h"
 
+#include "console/views/lists/Theme.h"
 #include "console/views/lists/ViewParts.h"
 
 #include <QtGui/QGuiApplication>
@@ -225,6 +226,27 @@ Paint PaintOf(Glyph glyph) {
             };
         case Glyph::LineQuiet:
             return [](QPainter& p, const GlyphInk& ink) { Clock(p, {2, 2, 12, 12}, ink.ink); };
+        case Glyph::Priority1:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(RoundPen(ink.ink, 1));
+                p.setBrush(ink.ink);
+                p.drawPolygon(QPolygonF{{8, 0.6}, {15.4, 8}, {8, 15.4}, {0.6, 8}});
+                Exclamation(p, {8, 4.4}, 6.8, ink.paper);
+            };
+        case Glyph::Priority2:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(RoundPen(ink.ink, 1.2));
+                p.setBrush(ink.ink);
+                p.drawPolygon(QPolygonF{{8, 2.4}, {14.4, 13.4}, {1.6, 13.4}});
+            };
+        case Glyph::Priority3:
+            return [](QPainter& p, const GlyphInk& ink) { Disc(p, {3, 3, 10, 10}, ink.ink); };
+        case Glyph::PriorityLow:
+            return [](QPainter& p, const GlyphInk& ink) {
+                p.setPen(RoundPen(ink.ink, 1.6));
+                p.setBrush(Qt::NoBrush);
+                p.drawEllipse(QRectF(3.6, 3.6, 8.8, 8.8));
+            };
         case Glyph::None:
             break;
     }
@@ -258,28 +280,35 @@ QIcon DrawnIcon(int size, double grid, const PaintIcon& paint) {
 }  // namespace
 
 QColor OwnColorOf(Glyph glyph, const QPalette& palette) {
+    if (IsHighContrast(palette)) return {};
     const bool isDark = IsDark(palette);
     switch (glyph) {
+        case Glyph::Priority1:
         case Glyph::LogFailure:
         case Glyph::LogAlarm:
         case Glyph::ObjectFailed:
         case Glyph::TreeFailed:
         case Glyph::LineFailed:
-            return isDark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
+            return isDark ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB4, 0x23, 0x18);
+        case Glyph::Priority2:
         case Glyph::LogOddity:
         case Glyph::ObjectInService:
         case Glyph::ObjectServicePlanned:
         case Glyph::LineShut:
         case Glyph::LineMuted:
         case Glyph::LineQuiet:
-            return isDark ? QColor(0xFF, 0xC8, 0x57) : QColor(0x9A, 0x5B, 0x00);
+            return isDark ? QColor(0xF5, 0xA6, 0x5B) : QColor(0xB3, 0x47, 0x00);
+        case Glyph::Priority3:
+            return isDark ? QColor(0xE3, 0xC0, 0x4F) : QColor(0x7A, 0x5F, 0x00);
+        case Glyph::PriorityLow:
+            return isDark ? QColor(0xA3, 0xAD, 0xB8) : QColor(0x57, 0x60, 0x6A);
         case Glyph::ObjectInUse:
         case Glyph::TreeAlive:
         case Glyph::LineUp:
         case Glyph::LineAwaits:
-            return isDark ? QColor(0x7C, 0xC8, 0x8B) : QColor(0x1E, 0x7A, 0x3C);
+            return isDark ? QColor(0x6F, 0xCF, 0x86) : QColor(0x1A, 0x7F, 0x37);
         case Glyph::LogInformation:
-            return isDark ? QColor(0x8A, 0xB4, 0xF8) : QColor(0x1A, 0x5F, 0xB4);
+            return isDark ? QColor(0x7C, 0xBB, 0xF8) : QColor(0x0B, 0x5C, 0xAD);
         default:
             return {};
     }

@@ -7,6 +7,9 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QScrollBar>
 
+#include <algorithm>
+#include <cmath>
+
 namespace nordkeep {
 namespace {
 
@@ -33,8 +36,10 @@ ListPane::ListPane(RowAdapter& rows, QWidget* parent) : QTableView(parent), rows
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     SetUpHeaders();
     ApplyRowHeight();
+    standardSize_ = QFont().pointSizeF();
     rows_.OnRound([this] { RoundBegins(); }, [this] { RoundEnds(); });
     connect(&rows_, &QAbstractItemModel::modelReset, this, [this] { wasReset_ = true; });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { onScroll(); });
     widthTimer_.setSingleShot(true);
     widthTimer_.setInterval(kWidthsSettleMs);
     connect(&widthTimer_, &QTimer::timeout, this, [this] { SaveWidths(); });
@@ -50,7 +55,9 @@ void ListPane::SetUpHeaders() {
     header->setMinimumSectionSize(kLeastColumn);
     header->setTextElideMode(Qt::ElideRight);
     connect(header, &QHeaderView::sectionClicked, this, [this](int section) {
-        rows_.Rows().ClickHeading(section - 1);
+        RowModel& rows = rows_.Rows();
+        rows.ClickHeading(section - 1);
+        if (widths_) widths_->Store({rows.SortColumn(), rows.Direction()});
         Reveal(CurrentKey());
     });
     connect(header, &QHeaderView::sectionResized, this, [this] {
@@ -64,6 +71,8 @@ void ListPane::UseWidths(const ColumnWidths& widths) {
     widths_.emplace(widths);
     horizontalHeader()->setMinimumSectionSize(qMax(kLeastColumn, widths.Least()));
     ApplyWidths();
+    if (const Sorting sorting = widths.StoredSorting(); sorting.column >= 0) rows_.Rows().Sort(sorting);
+    ShowSorting();
 }
 
 void ListPane::ApplyWidths() {
@@ -77,9 +86,18 @@ void ListPane::ApplyWidths() {
     }
     for (int column = 1; column < header->count(); ++column) {
         const int byDefault = rows_.Rows().DefaultWidth(column - 1);
-        header->resizeSection(column, widths_ ? widths_->Width(column - 1, byDefault) : byDefault);
+        header->resizeSection(column, Scaled(widths_ ? widths_->Width(column - 1, byDefault) : byDefault));
     }
     isSettingWidths_ = false;
+}
+
+// Widths are kept as they are at the desktop's text size.
+int ListPane::Scaled(int width) const {
+    return static_cast<int>(std::lround(width * scale_));
+}
+
+int ListPane::Unscaled(int width) const {
+    return static_cast<int>(std::lround(width / scale_));
 }
 
 void ListPane::SaveWidths() {
@@ -91,7 +109,7 @@ void ListPane::SaveWidths() {
         const int least = qMax(widths_->Least(), kLeastColumn);
         if (header->sectionSize(column) < least) header->resizeSection(column, least);
         const int byDefault = rows_.Rows().DefaultWidth(column - 1);
-        const int width = header->sectionSize(column);
+        const int width = Unscaled(header->sectionSize(column));
         if (width != widths_->Width(column - 1, byDefault)) widths_->Store(column - 1, width);
     }
 }
@@ -125,6 +143,11 @@ void ListPane::SetFontSize(int points) {
     setFont(sized);
     horizontalHeader()->setFont(sized);
     ApplyRowHeight();
+    const double scale = sized.pointSizeF() / qMax(standardSize_, 1.0);
+    if (qFuzzyCompare(scale, scale_)) return;
+    if (widthTimer_.isActive()) SaveWidths();
+    scale_ = scale;
+    ApplyWidths();
 }
 
 void ListPane::changeEvent(QEvent* event) {
@@ -186,6 +209,12 @@ void ListPane::Reveal(const Text& key) {
     const int left = horizontalScrollBar()->value();
     scrollTo(rows_.index(row, 0), QAbstractItemView::EnsureVisible);
     horizontalScrollBar()->setValue(left);
+}
+
+std::pair<int, int> ListPane::VisibleRows() const {
+    const int height = std::max(1, verticalHeader()->defaultSectionSize());
+    const int first = verticalScrollBar()->value();
+    return {first, std::min(first + viewport()->height() / height, model()->rowCount()) - 1};
 }
 
 void ListPane::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

@@ -7,6 +7,7 @@
 #include <QtWidgets/QTableView>
 
 #include <optional>
+#include <utility>
 
 namespace nordkeep {
 
@@ -36,9 +37,12 @@ class ListPane final : public QTableView {
     /// Selects rows without telling.
     void SelectKeys(const std::vector<Text>& keys, const Text& current);
     void Reveal(const Text& key);
+    /// The first and the last row that can be seen whole; the last is before the first when there is none.
+    std::pair<int, int> VisibleRows() const;
 
     std::function<void()> onSelection = [] {};
     std::function<void()> onActivate = [] {};
+    std::function<void()> onScroll = [] {};
     /// At a place of the screen.
     std::function<void(QPoint)> onPopup = [](QPoint) {};
 
@@ -55,6 +59,8 @@ class ListPane final : public QTableView {
  private:
     void SetUpHeaders();
     void ApplyWidths();
+    int Scaled(int width) const;
+    int Unscaled(int width) const;
     void ApplyRowHeight();
     void ShowSorting();
     void RoundBegins();
@@ -65,6 +71,8 @@ class ListPane final : public QTableView {
     RowDelegate* delegate_ = nullptr;
     std::optional<ColumnWidths> widths_{};
     QTimer widthTimer_{};
+    double standardSize_ = 1;  // of the desktop's text, points
+    double scale_ = 1;         // of the text to the desktop's
     bool isSettingWidths_ = false;
     bool followsEnd_ = false;
     bool isInRound_ = false;

@@ -43,7 +43,7 @@ QVariant RowAdapter::data(const QModelIndex& index, int role) const {
     const int column = index.column() - 1;
     switch (role) {
         case Qt::DisplayRole:
-            return column < 0 ? ShownLine(rows_.IconText(row))
+            return column < 0 ? (rows_.HasIconTexts() ? ShownLine(rows_.IconText(row)) : QString())
                               : ShownLine(TextView(rows_.Cell(row, column)).substr(0, kMostOfACell));
         case Qt::ToolTipRole: {
             const Text tip = rows_.ToolTip(row, column);

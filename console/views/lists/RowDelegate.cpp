@@ -1,6 +1,7 @@
 #include "console/views/lists/RowDelegate.h"
 
 #include "console/views/lists/Icons.h"
+#include "console/views/lists/Theme.h"
 
 #include <QtGui/QPainter>
 
@@ -23,6 +24,9 @@ RowDelegate::Colors RowDelegate::ColorsOf(const QStyleOptionViewItem& option, co
     const QPalette& palette = option.palette;
     const CellColors cell = rows_.Colors(index.row(), index.column() - 1);
     Colors colors{palette.color(QPalette::Base), palette.color(QPalette::Text), !cell.background};
+    const RowGround ground = cell.background ? RowGround::Plain : rows_.Ground(index.row());
+    if (const QColor paper = GroundColor(ground, palette); paper.isValid()) colors.paper = paper;
+    if (ground == RowGround::Ended) colors.ink = MutedColor(palette);
     if (cell.background) colors.paper = ToQColor(*cell.background);
     if (cell.text) colors.ink = ToQColor(*cell.text);
     if (isSelected && colors.isTheme) {
@@ -39,6 +43,14 @@ void RowDelegate::PaintIconCell(QPainter& painter, const QStyleOptionViewItem& o
     const double top = box.top() + (box.height() - kIcon) / 2.0;
     PaintGlyph(painter, {box.left() + 2.0, top, kIcon, kIcon}, glyph,
                {own.isValid() ? own : colors.ink, colors.paper});
+}
+
+void RowDelegate::PaintSign(QPainter& painter, const QStyleOptionViewItem& option, Glyph sign,
+                            const Colors& colors) const {
+    const QRect& box = option.rect;
+    const QColor own = colors.isTheme ? OwnColorOf(sign, option.palette) : QColor();
+    PaintGlyph(painter, QRectF(box.left() + kMargin, box.top() + (box.height() - kIcon) / 2.0, kIcon, kIcon),
+               sign, {own.isValid() ? own : colors.ink, colors.paper});
 }
 
 void RowDelegate::PaintFrame(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
@@ -71,10 +83,15 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (index.column() == 0) PaintIconCell(*painter, option, index, colors);
     const QString text = index.data(Qt::DisplayRole).toString();
     if (!text.isEmpty()) {
-        const int left = index.column() == 0 ? kIcon + 5 : kMargin;
+        int left = index.column() == 0 ? kIcon + 5 : kMargin;
+        const Glyph sign = rows_.CellSign(index.row(), index.column() - 1);
+        if (sign != Glyph::None) {
+            PaintSign(*painter, option, sign, colors);
+            left = kIcon + 2 * kMargin;
+        }
         const QRect box = option.rect.adjusted(left, 0, index.column() == 0 ? 0 : -kMargin, 0);
         QFont font = option.font;
-        font.setBold(isSelected || index.column() == 0);
+        font.setBold(index.column() == 0 || rows_.IsUnread(index.row()));
         painter->setFont(font);
         painter->setPen(colors.ink);
         const QFontMetrics metrics(font);

@@ -28,6 +28,8 @@ class RowDelegate final : public QStyledItemDelegate {
     Colors ColorsOf(const QStyleOptionViewItem& option, const QModelIndex& index, bool isSelected) const;
     void PaintIconCell(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
                        const Colors& colors) const;
+    void PaintSign(QPainter& painter, const QStyleOptionViewItem& option, Glyph sign,
+                   const Colors& colors) const;
     void PaintFrame(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
                     const Colors& colors) const;
 

@@ -5,11 +5,13 @@
 #include "console/views/boxes/PrinterFontDialog.h"
 #include "console/views/lists/Icons.h"
 #include "console/views/lists/ListPane.h"
+#include "console/views/lists/Theme.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
 #include "console/views/print/ShiftWindow.h"
 #include "console/views/window/ConditionStrip.h"
 #include "console/views/window/DebugPane.h"
+#include "console/views/window/EdgeStrip.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QUrl>
@@ -40,6 +42,7 @@ constexpr const char* kGeometryKeys[] = {"MainBox_Left", "MainBox_Top", "MainBox
 
 MainWindow::MainWindow(const Needs& needs) : needs_(needs), box_(needs.box), captions_(needs.box.Words()) {
     setWindowIcon(ProgramIcon());
+    ApplyScheme();
     fontSize_ = needs_.store.Read(kFontKey).value_or(0);
     AddActions();
     AddMenus();
@@ -145,12 +148,14 @@ void MainWindow::PopUp() {
 
 void MainWindow::ShowState() {
     if (isShowing_) return;
+    ApplyScheme();
     // On a client this may wait for the server, and what is clicked meanwhile counts.
     const QString info = ShownText(box_.Alarms().Info());
     isShowing_ = true;
     ShowCommands();
     ShowTabs();
     ShowConditions();
+    ShowEdge();
     ShowStatus();
     ShowAlarmInfo(info);
     ShowFloating(sysLogWindow_, box_.Tabs().isSysLogWindow);
@@ -159,6 +164,14 @@ void MainWindow::ShowState() {
     ShowTray();
     if (const QString title = ShownLine(box_.Title()); windowTitle() != title) setWindowTitle(title);
     isShowing_ = false;
+}
+
+// The setting can be changed at any time; the desktop's own colours are left alone until it is.
+void MainWindow::ApplyScheme() {
+    const int scheme = box_.Looks().ColorScheme;
+    if (scheme == scheme_) return;
+    scheme_ = scheme;
+    ApplyColorScheme(scheme);
 }
 
 void MainWindow::ShowCommands() {
@@ -203,6 +216,12 @@ void MainWindow::ShowConditions() {
     isFlashing_ = isToFlash;
 }
 
+void MainWindow::ShowEdge() {
+    const auto [first, last] = ListOf(Tab::Unacked)->VisibleRows();
+    box_.Alarms().NoteVisible(first, last);
+    edge_->Show(ShownLine(box_.Alarms().NewsText()), ShownLine(box_.Alarms().UndoText()));
+}
+
 void MainWindow::ShowAlarmInfo(const QString& text) {
     SetBoxText(*info_, text);
     const Text link = box_.Alarms().Link();
@@ -221,6 +240,7 @@ void MainWindow::ShowStatus() {
     const QString line = ShownLine(box_.StatusLine(box_.Tabs().current));
     if (line_->text() != line) line_->setText(line);
     SetStatusText(unacked_, texts.unacked);
+    SetStatusText(byPriority_, texts.byPriority);
     SetStatusText(acked_, texts.acked);
     SetStatusText(oldest_, texts.oldest);
     SetStatusText(user_, texts.user);
@@ -302,8 +322,14 @@ void MainWindow::ChoosePrinterFont() {
 }
 
 void MainWindow::Zoom(int step) {
-    const int own = font().pointSize();
+    const int own = ownFontSize_ > 0 ? ownFontSize_ : font().pointSize();
     if (step != 0) fontSize_ = qBound(kSmallestFont, (fontSize_ > 0 ? fontSize_ : own) + step, kLargestFont);
+    // All windows follow, and the columns with them.
+    QFont sized = QApplication::font();
+    if (ownFontSize_ <= 0) ownFontSize_ = sized.pointSize();
+    const int wanted = fontSize_ > 0 ? fontSize_ : ownFontSize_;
+    if (wanted > 0) sized.setPointSize(wanted);
+    if (sized != QApplication::font()) QApplication::setFont(sized);
     for (ListPane* list : lists_) {
         if (list) list->SetFontSize(fontSize_);
     }

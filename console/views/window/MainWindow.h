@@ -27,6 +27,7 @@ class QTabWidget;
 namespace nordkeep {
 
 class ConditionStrip;
+class EdgeStrip;
 class DebugPane;
 class ListPane;
 class TreePane;
@@ -106,10 +107,12 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void AddKey(const char* keys, std::function<void()> act);
 
     // Showing
+    void ApplyScheme();
     void ShowCommands();
     void ShowTabs();
     void ShowAlarmInfo(const QString& text);
     void ShowConditions();
+    void ShowEdge();
     void ShowStatus();
     void ShowFloating(QWidget* window, bool isShown);
     void ShowTray();
@@ -144,6 +147,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QTabWidget* pages_ = nullptr;
     TreePane* tree_ = nullptr;
     ConditionStrip* conditions_ = nullptr;
+    EdgeStrip* edge_ = nullptr;
     QLineEdit* filter_ = nullptr;
     QPlainTextEdit* info_ = nullptr;
     QPushButton* link_ = nullptr;
@@ -152,6 +156,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QSplitter* halves_ = nullptr;  // lists and the alarm's text
     QLabel* line_ = nullptr;
     QLabel* unacked_ = nullptr;
+    QLabel* byPriority_ = nullptr;
     QLabel* acked_ = nullptr;
     QLabel* oldest_ = nullptr;
     QLabel* user_ = nullptr;
@@ -163,6 +168,8 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     Tray shownTray_{};
     std::array<QString, 2> filters_{};
     int fontSize_ = 0;
+    int ownFontSize_ = 0;  // of the desktop
+    int scheme_ = 0;
     bool isFlashing_ = false;
     bool mayClose_ = false;
     bool isShowing_ = false;  // changes of widgets come from the model

@@ -5,6 +5,7 @@
 #include "console/views/lists/ViewParts.h"
 #include "console/views/window/ConditionStrip.h"
 #include "console/views/window/DebugPane.h"
+#include "console/views/window/EdgeStrip.h"
 #include "console/views/window/MainWindow.h"
 #include "platform/qt/QtText.h"
 
@@ -33,9 +34,13 @@ constexpr int kCaptionMap = 3047;
 constexpr int kCaptionShowWindow = 3560;
 constexpr int kCaptionLink = 3648;
 
-QColor ColorOr(const Text& number, const QColor& otherwise) {
-    const auto color = ParseColorNumber(number);
-    return color ? ToQColor(*color) : otherwise;
+/// The colours that the settings name; the others stay those of the theme, also of one that comes later.
+void TakeColors(QWidget& widget, std::initializer_list<std::pair<QPalette::ColorRole, Text>> numbers) {
+    QPalette colors;
+    for (const auto& [role, number] : numbers) {
+        if (const auto color = ParseColorNumber(number)) colors.setColor(role, ToQColor(*color));
+    }
+    widget.setPalette(colors);
 }
 
 /// A heading above a pane, with a margin that lines up with the tabs beside it.
@@ -172,7 +177,17 @@ QWidget* MainWindow::NewListPart() {
     connect(pages_, &QTabWidget::currentChanged, this, [this](int page) {
         if (!isShowing_ && page >= 0) box_.ShowTab(static_cast<Tab>(page));
     });
-    return pages_;
+    edge_ = new EdgeStrip;
+    edge_->onNews = [this] { box_.Run(Command::FollowNews); };
+    edge_->onUndo = [this] { box_.Run(Command::UndoEnd); };
+    ListOf(Tab::Unacked)->onScroll = [this] { ShowEdge(); };
+    auto* part = new QWidget;
+    auto* layout = new QVBoxLayout(part);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(pages_, 1);
+    layout->addWidget(edge_);
+    return part;
 }
 
 ListPane* MainWindow::NewList(Tab tab, TextView section) {
@@ -208,10 +223,8 @@ void MainWindow::AddTabs() {
     ListOf(Tab::SysLog)->FollowEnd(true);
     debug_ = new DebugPane(box_.Debug(), captions_);
     lists_[static_cast<std::size_t>(Tab::Debug)] = &debug_->List();
-    QPalette colors = debug_->palette();
-    colors.setColor(QPalette::Text, ColorOr(box_.Looks().DebugForeColor, colors.color(QPalette::Text)));
-    colors.setColor(QPalette::Base, ColorOr(box_.Looks().DebugBackColor, colors.color(QPalette::Base)));
-    debug_->List().setPalette(colors);
+    TakeColors(debug_->List(), {{QPalette::Text, box_.Looks().DebugForeColor},
+                                {QPalette::Base, box_.Looks().DebugBackColor}});
     for (int number = 0; number < kTabCount; ++number) {
         const auto tab = static_cast<Tab>(number);
         QWidget* page = tab == Tab::Debug ? static_cast<QWidget*>(debug_) : ListOf(tab);
@@ -265,7 +278,7 @@ void MainWindow::AddStatusBar() {
     line_->setMinimumWidth(40);
     line_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(line_, 1);
-    for (QLabel** label : {&unacked_, &acked_, &oldest_, &user_, &clock_}) {
+    for (QLabel** label : {&unacked_, &byPriority_, &acked_, &oldest_, &user_, &clock_}) {
         *label = NewLabel();
         (*label)->setContentsMargins(8, 2, 8, 2);
         statusBar()->addPermanentWidget(*label);
@@ -275,14 +288,12 @@ void MainWindow::AddStatusBar() {
         QFont font = statusBar()->font();
         font.setPointSize(looks.StatusBarFontSize);
         statusBar()->setFont(font);
-        for (QLabel* label : {line_, unacked_, acked_, oldest_, user_, clock_}) label->setFont(font);
+        for (QLabel* label : {line_, unacked_, byPriority_, acked_, oldest_, user_, clock_})
+            label->setFont(font);
     }
-    QPalette colors = statusBar()->palette();
-    colors.setColor(QPalette::WindowText,
-                    ColorOr(looks.StatusBarForeColor, colors.color(QPalette::WindowText)));
-    colors.setColor(QPalette::Window, ColorOr(looks.StatusBarBackColor, colors.color(QPalette::Window)));
+    TakeColors(*statusBar(), {{QPalette::WindowText, looks.StatusBarForeColor},
+                              {QPalette::Window, looks.StatusBarBackColor}});
     statusBar()->setAutoFillBackground(true);
-    statusBar()->setPalette(colors);
     QFont bold = unacked_->font();
     bold.setBold(true);
     unacked_->setFont(bold);

@@ -1,4 +1,5 @@
 #include "console/views/lists/ListPane.h"
+#include "console/views/lists/Theme.h"
 #include "console/views/lists/TreePane.h"
 #include "platform/qt/QtText.h"
 #include "tests/console/views/WindowWorld.h"
@@ -204,7 +205,8 @@ TEST_F(MainWindowTest, PaintsRowsInTheirColoursAlsoWhenSelected) {
     };
     EXPECT_EQ(paper(0), QColor(0x8C, 0x1D, 0x00));
     EXPECT_EQ(paper(1), QColor(0xFF, 0xE0, 0x8A));
-    EXPECT_EQ(paper(2), List().palette().color(QPalette::Base)) << "a pair that is not set is the theme's";
+    EXPECT_EQ(paper(2), GroundColor(RowGround::Reset, List().palette()))
+        << "a pair that is not set is the delivered one";
     List().selectRow(0);
     EXPECT_EQ(paper(0), QColor(0x8C, 0x1D, 0x00));
     const QRect cell = List().visualRect(List().model()->index(0, 1));
