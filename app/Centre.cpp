@@ -84,6 +84,7 @@ Centre::Centre(Foundation& f)
                          .check = check_,
                          .torvex = torvex_,
                          .outputs = outputs_,
+                         .mqtt = mqtt_,
                          .portList = ports_,
                          .store = core_.store,
                          .commit = core_.commit,

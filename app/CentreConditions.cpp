@@ -88,6 +88,9 @@ void CentreConditions::AddOutputs(FactList& facts) const {
     if (!isClient && needs_.torvex.IsConfigured() && !needs_.torvex.IsConnected()) {
         facts.push_back({.kind = PeerLost, .name = "Torvex"});
     }
+    if (!isClient && needs_.mqtt.IsConfigured() && !needs_.mqtt.IsUp()) {
+        facts.push_back({.kind = PeerLost, .name = "MQTT " + needs_.mqtt.Address()});
+    }
     for (const Text& name : needs_.outputs.LostPeers()) facts.push_back({.kind = PeerLost, .name = name});
     if (needs_.outputs.HasSoundFailed()) facts.push_back({.kind = SoundDead});
 }

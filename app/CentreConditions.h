@@ -8,6 +8,7 @@
 #include "ports/PortConditions.h"
 #include "ports/PortList.h"
 #include "runtime/CentreState.h"
+#include "status/MqttFeed.h"
 #include "store/EventStore.h"
 #include "translation/Translations.h"
 
@@ -25,6 +26,7 @@ class CentreConditions {
         const RunningCheck& check;
         const TorvexLink& torvex;
         const AlarmOutputs& outputs;
+        const MqttFeed& mqtt;      // built behind this, too
         const PortList& portList;  // built behind this; nothing is asked of it before Renew
         const EventStore& store;
         const EventCommit& commit;

@@ -168,7 +168,7 @@ void MqttFeed::Close() {
 
 OutputState MqttFeed::State() const {
     const std::int64_t waiting = std::max<std::int64_t>(0, needs_.journal.LastId() - place_);
-    return {.name = "mqtt", .isUp = stage_ == Stage::Up, .waiting = static_cast<std::size_t>(waiting)};
+    return {.name = "mqtt", .isUp = IsUp(), .waiting = static_cast<std::size_t>(waiting)};
 }
 
 }  // namespace nordkeep

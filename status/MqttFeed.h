@@ -31,6 +31,8 @@ class MqttFeed final : private MqttListener {
     explicit MqttFeed(const Needs& needs) : needs_(needs) {}
 
     bool IsConfigured() const { return !needs_.settings.Address.empty(); }
+    bool IsUp() const { return stage_ == Stage::Up; }
+    const Text& Address() const { return needs_.settings.Address; }
     void Open();
     /// To be called several times a second.
     void Tick(int intervalMs);
