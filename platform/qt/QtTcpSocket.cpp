@@ -23,6 +23,8 @@ constexpr qint64 kReadBufferSize = 1 << 20;
 constexpr qint64 kMostUnsent = 256 << 20;
 constexpr int kFarewellMs = 10000;
 constexpr int kAcceptAgainMs = 500;
+/// Callers that may wait until the loop comes to them: after a broken network all come at once.
+constexpr int kMostWaitingCallers = 1024;
 /// More than the system holds of a connection, unless its peer goes on sending meanwhile.
 constexpr std::size_t kMostOfRest = 8 << 20;
 
@@ -73,6 +75,7 @@ void QtTcpSocket::Listener::incomingConnection(qintptr descriptor) {
 }
 
 QtTcpSocket::QtTcpSocket(std::shared_ptr<WaitingCallers> callers) : callers_(std::move(callers)) {
+    listener_.setListenBacklogSize(kMostWaitingCallers);
     // The toolkit stops listening for good when one caller cannot be let in (gone again, too many open
     // files).
     QObject::connect(&listener_, &QTcpServer::acceptError, &tasks_, [this] {

@@ -75,6 +75,19 @@ TEST_F(MailTest, FetchesEncryptedFromAServerThatProvesWhoItIs) {
     EXPECT_EQ(copy.Stop(), 0);
 }
 
+TEST_F(MailTest, ReadsMailsOfManyKinds) {
+    const int port = FreePort();
+    AddPort("Port1", "PortType=SMTP\r\nPortNumber=" + std::to_string(port));
+    copy.Start();
+    const std::string command = "python3 " NORDKEEP_SOURCE_DIR "/tests/data/mail_corpus.py " +
+                                std::to_string(port) + " >" + copy.Data().Path() + "/taken 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0) << copy.Data().Read("taken");
+    EXPECT_EQ(copy.Data().Read("taken"), "23\n");
+    std::multiset<Text> told;
+    for (const Text& event : Events()) told.insert(event.substr(event.find('|') + 1));
+    EXPECT_EQ(told.count("\xC5ska i hallen"), 23u) << ::testing::PrintToString(told);
+}
+
 TEST_F(MailTest, TakesMailFromCommonSenders) {
     const std::string port = std::to_string(FreePort());
     AddPort("Port1", "PortType=SMTP\r\nPortNumber=" + port + "\r\nSMTPWelcomeMessage=Alarm centre");
