@@ -6,6 +6,7 @@
 #include "app/TerminalDialogs.h"
 #include "console/views/lists/Icons.h"
 #include "platform/Process.h"
+#include "platform/Process.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
@@ -182,6 +183,7 @@ int main(int argc, char** argv) {
     if (const auto status = AnswerInTerminal(commandLine)) return *status;
 
     RaiseDescriptorLimit();
+    KeepFilesFromOthers();
     Signals endSignals;
     endSignals.EndAtOnce(true);
     const bool hasScreen = WantsScreen(commandLine);

@@ -15,6 +15,10 @@ bool StartDetached(const NativePath& program, const std::vector<std::string>& ar
 /// Lets this program have as many files and connections open as the system allows it.
 void RaiseDescriptorLimit();
 
+/// What this program makes from now on is not for other accounts: files 0640, folders 0750, or less where whoever
+/// started it wants that.
+void KeepFilesFromOthers();
+
 /// A number that differs at every start of the program.
 std::uint64_t StartSeed();
 

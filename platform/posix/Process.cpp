@@ -1,6 +1,7 @@
 #include "platform/Process.h"
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,6 +36,11 @@ void RaiseDescriptorLimit() {
     if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
     limit.rlim_cur = limit.rlim_max;
     setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+void KeepFilesFromOthers() {
+    constexpr mode_t kNotForOthers = 027;
+    umask(umask(kNotForOthers) | kNotForOthers);
 }
 
 std::uint64_t StartSeed() {

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <sstream>
 
 namespace nordkeep {
@@ -44,6 +45,25 @@ std::string Analyze(const std::string& words) {
     while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, got);
     pclose(pipe);
     return output;
+}
+
+TEST(Service, MakesNothingThatOtherAccountsMayRead) {
+    RunningCopy copy;
+    copy.WriteMainSettings();
+    const int port = FreePort();
+    copy.AddPort("Port1",
+                 "PortType=TCPS\r\nBindSocketToAddress=127.0.0.1\r\nPortNumber=" + std::to_string(port));
+    copy.Start();
+    const Caller caller(port);
+    caller.Send(RobofonTelegram("10000101"));
+    EXPECT_EQ(caller.Receive(1), "\x06");
+    EXPECT_EQ(copy.Stop(), 0);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(copy.Data().Path() + "/Data")) {
+        using std::filesystem::perms;
+        const perms mode = entry.status().permissions();
+        EXPECT_EQ(mode & perms::others_all, perms::none) << entry.path();
+        EXPECT_EQ(mode & perms::group_write, perms::none) << entry.path();
+    }
 }
 
 TEST(Service, WritesLinesAsTheSystemsLogWantsThem) {
