@@ -6,7 +6,6 @@
 #include "app/TerminalDialogs.h"
 #include "console/views/lists/Icons.h"
 #include "platform/Process.h"
-#include "platform/Process.h"
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
@@ -183,7 +182,7 @@ int main(int argc, char** argv) {
     if (const auto status = AnswerInTerminal(commandLine)) return *status;
 
     RaiseDescriptorLimit();
-    KeepFilesFromOthers();
+    if (!commandLine.install) KeepFilesFromOthers();  // a unit is for all to read
     Signals endSignals;
     endSignals.EndAtOnce(true);
     const bool hasScreen = WantsScreen(commandLine);
