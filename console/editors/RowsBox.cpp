@@ -110,8 +110,8 @@ void RowsBox::Open() {
         if (first == 0) first = item.id;
     }
     words_.clear();
-    if (file_ && text_.IsUnreadable()) notice_ = {needs_.captions(kCaptionUnreadable), false};
     ShowRows([this, &items] { items_ = std::move(items); }, first);
+    if (file_ && text_.IsUnreadable()) notice_ = {needs_.captions(kCaptionUnreadable), false};
     BeginCheck();
 }
 

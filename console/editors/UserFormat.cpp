@@ -17,7 +17,6 @@ constexpr int kFirstHelp = 4858;
 constexpr int kFirstLevel = 4864;
 constexpr int kLevels = 3;
 constexpr int kCaptionNotAlike = 4867;
-constexpr int kCaptionComma = 4868;
 
 enum Value : std::size_t { kName, kFullName, kInitials, kLevel, kPassword, kAgain, kValues };
 
@@ -26,6 +25,8 @@ Text PasswordOf(const RowFormat::Values& values, const Text& before) {
     const Text& typed = values[kPassword];
     if (typed != values[kAgain] || typed == before) return before;
     if (typed.empty() || IsPasswordHash(typed)) return typed;
+    // Each hash has a salt of its own, and what was typed before goes with every later key.
+    if (IsPasswordHash(before) && IsHashOf(before, ToUtf8(typed))) return before;
     const std::optional<std::string> hash = MakePasswordHash(ToUtf8(typed));
     return hash ? Text(*hash) : typed;
 }
@@ -89,9 +90,8 @@ Text UserFormat::FitValue(const DescribedKey& key, Text value) const {
 }
 
 Text UserFormat::FaultOf(std::size_t field, const Values& values) const {
-    if (field == kAgain && values[kPassword] != values[kAgain]) return captions_(kCaptionNotAlike);
-    const bool hasComma = values[kPassword].find(',') != Text::npos;
-    return field == kPassword && hasComma ? captions_(kCaptionComma) : Text();
+    const bool isAlike = values[kPassword] == values[kAgain];
+    return field == kAgain && !isAlike ? captions_(kCaptionNotAlike) : Text();
 }
 
 // A search is not to tell who has which password.

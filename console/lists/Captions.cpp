@@ -371,7 +371,6 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {4850, "Användare"},
     {4851, "Ingen kan logga in vid en klient. Skapa en användare med Ny."},
     {4867, "De två lösenorden är inte lika."},
-    {4868, "Ett komma kan inte stå i ett lösenord."},
     {4870, "Fältkarta"},
     {4871, "Linjen har inga fält. Skapa en rad med Ny."},
     {4880, "Översättningar"},
