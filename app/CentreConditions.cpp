@@ -91,7 +91,11 @@ void CentreConditions::AddOutputs(FactList& facts) const {
     if (!isClient && needs_.mqtt.IsConfigured() && !needs_.mqtt.IsUp()) {
         facts.push_back({.kind = PeerLost, .name = "MQTT " + needs_.mqtt.Address()});
     }
-    for (const Text& name : needs_.outputs.LostPeers()) facts.push_back({.kind = PeerLost, .name = name});
+    for (const Text& name : needs_.outputs.LostPeers()) {
+        // A client has the settings of this line, and its server tends it.
+        const bool isServers = isClient && name.starts_with("ComCall ");
+        if (!isServers) facts.push_back({.kind = PeerLost, .name = name});
+    }
     if (needs_.outputs.HasSoundFailed()) facts.push_back({.kind = SoundDead});
 }
 

@@ -27,7 +27,13 @@ MainBox::MainBox(const Needs& needs, const ViewState& checked)
     needs_.debug.List().SetLimit(needs_.settings.DebugViewSize);
     needs_.debug.SetHex(checked.Check_Debug_HexCode);
     needs_.debug.SetShowLastRow(checked.Check_Debug_ShowLastRow);
-    Recalc();
+    // As Recalc, but for the conditions: what tells of them may be built behind this, and the first tick
+    // asks.
+    facts_ = needs_.state.Facts();
+    tabs_ = CalcVisibility(
+        checked, {needs_.settings.FloatingSysLogWindow, needs_.settings.FloatingDebugWindow}, inputs_.tab);
+    inputs_ = NewInputs();
+    states_ = CalcCommands(inputs_);
 }
 
 // --- Pages

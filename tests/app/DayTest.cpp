@@ -1,9 +1,12 @@
 #include "app/Centre.h"
 #include "platform/amqp/AmqpQueues.h"
+#include "platform/http/MicroHttpServer.h"
+#include "platform/mqtt/MosquittoClients.h"
 #include "platform/posix/AplaySound.h"
 #include "platform/posix/DurableFiles.h"
 #include "platform/posix/NotifySocket.h"
 #include "platform/posix/PrinterDevice.h"
+#include "platform/qt/QtDescriptorWatch.h"
 #include "platform/sqlite/SqliteJournal.h"
 #include "runtime/Fields.h"
 #include "store/EventFile.h"
@@ -54,6 +57,9 @@ class DayTest : public ::testing::Test {
     AmqpQueues queues{};
     PrinterDevice printer{};
     AplaySound sound{};
+    QtDescriptorWatches watches{};
+    MicroHttpServer http{time, watches};
+    MosquittoClients mqtt{time, watches};
     NotifySocket serviceManager{};
     FakeDialogs dialogs{};
 };
@@ -78,6 +84,8 @@ TEST_F(DayTest, IsTakenFromTheClockAndEveryPeriodFromTheTicks) {
                            .queues = queues,
                            .printer = printer,
                            .sound = sound,
+                           .http = http,
+                           .mqtt = mqtt,
                            .serviceManager = serviceManager,
                            .dialogs = dialogs,
                            .programFile = NORDKEEP_BIN_DIR "/nordkeep"},
