@@ -1,7 +1,7 @@
 #include "runtime/SysLog.h"
 
 #include "runtime/Dates.h"
-#include "runtime/PlainLine.h"
+#include "runtime/TrafficLog.h"
 
 namespace nordkeep {
 

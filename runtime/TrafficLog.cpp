@@ -3,6 +3,7 @@
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
@@ -82,6 +83,13 @@ Text BytesOfReadable(TextView readable) {
         at = byte ? end + 1 : at + 1;
     }
     return bytes;
+}
+
+Text PlainLine(TextView text) {
+    Text plain(text);
+    std::ranges::replace_if(
+        plain, [](char c) { return static_cast<unsigned char>(c) < 32 && c != '\t'; }, '?');
+    return plain;
 }
 
 void TrafficLog::Configure(const TrafficLogSettings& settings, Role role) {

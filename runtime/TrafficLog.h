@@ -24,6 +24,10 @@ Text ReadableBytes(TextView bytes, bool isHex);
 /// neither stands for itself.
 Text BytesOfReadable(TextView readable);
 
+/// A text that stays one line wherever it is shown: characters below 32, which could steer a terminal or end
+/// the line, become "?". Tabs stay.
+Text PlainLine(TextView text);
+
 /// The raw bytes of all ports in one file a day. The file stays open between writes.
 class TrafficLog {
  public:

@@ -3,7 +3,7 @@
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 #include "runtime/ObjectFiles.h"
-#include "runtime/PlainLine.h"
+#include "runtime/TrafficLog.h"
 #include "store/TextTemplate.h"
 
 #include <array>
