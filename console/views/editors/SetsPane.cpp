@@ -65,6 +65,7 @@ QWidget* SetsPane::NewSample() {
     layout->setContentsMargins(0, 0, 0, 0);
     auto* line = new QHBoxLayout;
     sample_ = new QLineEdit;
+    sample_->setAccessibleName(PlainCaption(captions_, kCaptionSample));
     auto* label = NewLabel(CaptionText(captions_, kCaptionSample));
     label->setBuddy(sample_);
     line->addWidget(label);

@@ -72,9 +72,11 @@ TEST(EditorWindows, AnObjectIsChangedByKeysAndSaved) {
 
 TEST(EditorWindows, RowsComeAndGoByKeys) {
     EditorsWorld w;
+    w.Table()->setFocus();
     QTest::keyClick(w.Table(), Qt::Key_Insert);
     EXPECT_EQ(w.objectRows.Table().RowCount(), 3);
     EXPECT_EQ(w.Table()->CurrentKey(), w.objectRows.Current());
+    w.Table()->setFocus();
     QTest::keyClick(w.Table(), Qt::Key_Delete);
     EXPECT_EQ(w.objectRows.Table().RowCount(), 2);
     QTest::keyClick(w.Table(), Qt::Key_Z, Qt::ControlModifier);
