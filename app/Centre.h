@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CentreConditions.h"
-#include "app/CentreSettings.h"
+#include "app/settings/CentreSettings.h"
 #include "app/CentreStatus.h"
 #include "app/Duties.h"
 #include "app/Foundation.h"

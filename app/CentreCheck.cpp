@@ -1,6 +1,6 @@
 #include "app/CentreCheck.h"
 
-#include "app/KnownSettings.h"
+#include "app/settings/KnownSettings.h"
 #include "app/MainFileCheck.h"
 #include "network/UsersCheck.h"
 #include "ports/PortList.h"

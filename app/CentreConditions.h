@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/EngineSettings.h"
+#include "app/settings/EngineSettings.h"
 #include "app/RunningCheck.h"
 #include "network/ServerLink.h"
 #include "pipeline/AlarmOutputs.h"

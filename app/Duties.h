@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CentreConditions.h"
-#include "app/EngineSettings.h"
+#include "app/settings/EngineSettings.h"
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
 #include "app/RunningCheck.h"

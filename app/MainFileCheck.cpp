@@ -1,6 +1,6 @@
 #include "app/MainFileCheck.h"
 
-#include "app/KnownSettings.h"
+#include "app/settings/KnownSettings.h"
 #include "console/lists/ListColumns.h"
 #include "pipeline/ForwarderCheck.h"
 #include "ports/PortCheck.h"

@@ -1,6 +1,6 @@
 #include "app/TextFindings.h"
 
-#include "app/KnownSettings.h"
+#include "app/settings/KnownSettings.h"
 #include "app/MainFileCheck.h"
 #include "network/UsersCheck.h"
 #include "ports/PortCheck.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/LiveSettings.h"
+#include "app/settings/LiveSettings.h"
 #include "app/PlaceRole.h"
 #include "app/SetupEditors.h"
 #include "app/TextFindings.h"

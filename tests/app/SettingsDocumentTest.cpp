@@ -1,4 +1,4 @@
-#include "app/KnownSettings.h"
+#include "app/settings/KnownSettings.h"
 #include "runtime/Fields.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "app/KnownSettings.h"
-#include "app/LiveSettings.h"
+#include "app/settings/KnownSettings.h"
+#include "app/settings/LiveSettings.h"
 #include "console/setup/FieldCheck.h"
 #include "runtime/Language.h"
 #include "tests/doubles/TempFolder.h"

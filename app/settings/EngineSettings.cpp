@@ -1,4 +1,4 @@
-#include "app/EngineSettings.h"
+#include "app/settings/EngineSettings.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
-#include "app/KnownSettings.h"
+#include "app/settings/KnownSettings.h"
 
-#include "app/EngineSettings.h"
+#include "app/settings/EngineSettings.h"
 #include "console/boxes/CommentSettings.h"
 #include "console/boxes/PictureSettings.h"
 #include "console/lists/ListColumns.h"

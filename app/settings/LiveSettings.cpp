@@ -1,4 +1,4 @@
-#include "app/LiveSettings.h"
+#include "app/settings/LiveSettings.h"
 
 #include <algorithm>
 

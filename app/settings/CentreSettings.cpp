@@ -1,4 +1,4 @@
-#include "app/CentreSettings.h"
+#include "app/settings/CentreSettings.h"
 
 namespace nordkeep {
 

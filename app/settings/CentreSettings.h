@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/EngineSettings.h"
+#include "app/settings/EngineSettings.h"
 #include "console/boxes/CommentSettings.h"
 #include "console/boxes/PictureSettings.h"
 #include "console/print/AlarmPrinting.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CentreSettings.h"
+#include "app/settings/CentreSettings.h"
 
 namespace nordkeep {
 
