@@ -126,11 +126,12 @@ const Field& FieldAt(int number) {
     return kFields[static_cast<std::size_t>(number)];
 }
 
-Text ValueOf(const Field& field, const Source& source) {
+Text ValueOf(const Field& field, const Source& source, HeaderMode mode) {
     if (const auto* text = std::get_if<Text cAlarm::*>(&field.value)) {
         const Text& value = source.alarm.**text;
         // What operators have written may have several lines.
-        return *text == &cAlarm::m_SmallComment ? value : PlainLine(value);
+        const bool isAsStored = mode == HeaderMode::StoredValues || *text == &cAlarm::m_SmallComment;
+        return isAsStored ? value : PlainLine(value);
     }
     if (const auto* number = std::get_if<int cAlarm::*>(&field.value))
         return std::to_string(source.alarm.**number);
@@ -145,7 +146,7 @@ Text AlarmText::BuildAlarmText(const AlarmFormat& format, const cAlarm& alarm, H
         const std::optional<int> number = AlarmFieldNumber(name);
         if (!number) return std::nullopt;
         if (mode == HeaderMode::Headings) return language_.GetLanguageText(AlarmFieldHeading(*number));
-        return ValueOf(FieldAt(*number), source);
+        return ValueOf(FieldAt(*number), source, mode);
     });
 }
 

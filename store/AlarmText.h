@@ -16,7 +16,9 @@ struct AlarmFormat {
     TextView time{};
 };
 
-enum class HeaderMode { Values, Headings };
+/// Values are those of a line, in which control characters from outside show as "?"; stored values are as
+/// they stand in the record.
+enum class HeaderMode { Values, StoredValues, Headings };
 
 /// Makes every text line that shows a record.
 class AlarmText {

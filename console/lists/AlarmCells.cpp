@@ -69,7 +69,8 @@ Text Placeholder(int field) {
 }  // namespace
 
 Text AlarmCells::Build(TextView format, const cAlarm& alarm) const {
-    return store_.Texts().BuildAlarmText({format, formats_.date, formats_.time}, alarm);
+    return store_.Texts().BuildAlarmText({format, formats_.date, formats_.time}, alarm,
+                                         HeaderMode::StoredValues);
 }
 
 Text AlarmCells::StatusWord(int status) const {

@@ -21,7 +21,7 @@ constexpr KindLooks kKinds[] = {
 };
 
 const KindLooks* LooksOf(const LogRow* row) {
-    if (!row || row->date.empty()) return nullptr;
+    if (!row) return nullptr;
     for (const KindLooks& looks : kKinds) {
         if (looks.kind == row->kind) return &looks;
     }
@@ -29,15 +29,6 @@ const KindLooks* LooksOf(const LogRow* row) {
 }
 
 }  // namespace
-
-void SysLogList::AddLine(const LogRow& line) {
-    const std::vector<TextView> texts = Lines(line.text);
-    if (texts.empty()) return Add({line.date, line.time, line.kind, {}});
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        Add(i == 0 ? LogRow{line.date, line.time, line.kind, Text(texts[i])}
-                   : LogRow{{}, {}, line.kind, Text(texts[i])});
-    }
-}
 
 Text SysLogList::Heading(int column) const {
     return column >= 0 && column < ColumnCount() ? captions_(kTextFirstHeading + column) : Text();

@@ -10,8 +10,7 @@ namespace nordkeep {
 class SysLogList final : public TailRows<LogRow> {
  public:
     explicit SysLogList(const Captions& captions) : captions_(captions) {}
-    /// Of a text with several lines each becomes a row; the others have no date.
-    void AddLine(const LogRow& line);
+    void AddLine(const LogRow& line) { Add(line); }
 
     int ColumnCount() const override { return 3; }
     Text Heading(int column) const override;

@@ -31,9 +31,9 @@ struct Delivered {
     }
 };
 
-// The number of the next alarm is no setting.
+// What the program itself writes is no setting: the number of the next alarm, and how a list was left.
 bool IsDescribed(const KnownSetting& known) {
-    return !known.isFamily && known.key != "NextAlarmId";
+    return !known.isFamily && known.key != "NextAlarmId" && known.key != "SortedBy";
 }
 
 void ExpectLimits(const DescribedKey& key, const KnownSetting& known) {
