@@ -382,7 +382,9 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {4912, "Utan ID-kod hittas inget objekt."},
     {4913, "Ett tecken behövs."},
     {4914, "Översättningen %1 sparades och tas i bruk."},
-    {4915, "Kalla översättningen %1 hädanefter %2? Dess filer och mappar får namnet, liksom linjerna som använder den."},
+    {4915,
+     "Kalla översättningen %1 hädanefter %2? Dess filer och mappar får namnet, liksom linjerna som använder "
+     "den."},
     {4916, "%1 behåller sitt namn: alla filer kunde inte flyttas."},
     {4917, "%1: %2"},
     {4918, "&Prova ett telegram"},
@@ -483,13 +485,16 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {5092, "Ljud för prioritet 3 och lägre"},
     {5093, "En ljudfil; tom: ljudfilen för alla larm."},
     {5094, "Ring igen efter, s"},
-    {5095, "Sekunder efter vilka ett larm som ingen har rört ringer igen, för prioritet 1, 2 samt 3 och lägre, som 60,180,600. 0 eller inget: aldrig."},
+    {5095,
+     "Sekunder efter vilka ett larm som ingen har rört ringer igen, för prioritet 1, 2 samt 3 och lägre, som "
+     "60,180,600. 0 eller inget: aldrig."},
     {5101, "Ange en orsak: det gäller flera objekt. Den sparas i journalen."},
     {5102, "Orsak"},
     {5103, "&Dygnet runt"},
     {5104, "Service till"},
     {5105, "utan slut"},
     {5106, "%1: service slutar %2 (%3 inom 15 minuter)"},
+    {5110, "1 fel i %1"},
 };
 
 }  // namespace

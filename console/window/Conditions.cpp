@@ -13,6 +13,7 @@ using Page = ConditionPage;
 
 constexpr int kCaptionAllWell = 5000;
 constexpr int kCaptionFirstWeight = 5030;
+constexpr int kCaptionOneFault = 5110;
 
 /// Of a caption %1 is the name, %2 the time of the begin, %3 the count.
 struct Rule {
@@ -67,8 +68,9 @@ Condition Conditions::RowOf(const ConditionFact& fact, OleDate now) const {
     row.kind = fact.kind;
     row.name = fact.name;
     row.since = fact.since;
-    row.sentence =
-        captions_(rule.caption, {fact.name, ShortTime(fact.since, now), std::to_string(fact.count)});
+    const bool isOneFault = fact.kind == FaultsInFiles && fact.count == 1;
+    row.sentence = captions_(isOneFault ? kCaptionOneFault : rule.caption,
+                             {fact.name, ShortTime(fact.since, now), std::to_string(fact.count)});
     row.weight = rule.weight;
     row.rings = rule.rings;
     row.hidesAlarms = rule.hidesAlarms;
