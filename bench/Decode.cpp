@@ -47,11 +47,12 @@ double SecondsOf(const auto& work) {
 
 /// Every telegram arrives by itself, as it does on a line.
 std::size_t Decode(LineFormat& format, const Text& telegram) {
+    const LineClock clock{.now = OleDate::FromDays(45000), .utc = OleDate::FromDays(45000)};
     std::size_t events = 0;
     for (std::size_t i = 0; i < kMessages; ++i) {
         TextView received = telegram;
         while (!received.empty()) {
-            const TelegramStep step = format.Next(received, OleDate::FromDays(45000));
+            const TelegramStep step = format.Next(received, clock);
             if (step.consumed == 0) break;
             events += step.events.size();
             received.remove_prefix(step.consumed);

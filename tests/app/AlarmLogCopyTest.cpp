@@ -57,13 +57,13 @@ TEST(AlarmLogCopy, BeginsNewFilesBySizeAndDayAndSaysWhatHindersIt) {
         EXPECT_EQ(w.Run(), 0);
     }
     EXPECT_EQ(w.Copied(), "xxxxxxxxxx\r\n");
-    EXPECT_EQ(ListFiles(w.folder.Resolve("Copies")).size(), 2u);
+    EXPECT_EQ(ListFiles(w.folder.Resolve("Copies")).size(), 3u);
     w.folder.Write("Settings\\Nordkeep.INI", "[General]\r\nAlarmLogFileDaily=1\r\n");
     Shell("touch -d '3 days ago' " + w.folder.Resolve("Copies\\Alarm.LOG"));
     w.folder.Write("AlarmLogFile.spl", "today\r\n");
     EXPECT_EQ(w.Run(), 0);
     EXPECT_EQ(w.Copied(), "today\r\n");
-    EXPECT_EQ(ListFiles(w.folder.Resolve("Copies")).size(), 3u);
+    EXPECT_EQ(ListFiles(w.folder.Resolve("Copies")).size(), 4u);
     EXPECT_EQ(Shell(kCopier).status, 2);
 }
 

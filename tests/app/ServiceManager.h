@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <string>
 
@@ -33,9 +34,11 @@ class Manager {
     Manager(const Manager&) = delete;
     Manager& operator=(const Manager&) = delete;
 
-    /// Waits until the program has told this line; all that was told before is in `Heard`.
+    /// Waits up to half a minute until the program has told this line; all that was told before is in `Heard`.
     bool Hears(const std::string& line) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (heard_.find(line) == std::string::npos) {
+            if (std::chrono::steady_clock::now() > end) return false;
             pollfd waiting{descriptor_, POLLIN, 0};
             if (::poll(&waiting, 1, 30'000) <= 0) return false;
             char message[4096];

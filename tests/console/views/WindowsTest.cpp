@@ -7,8 +7,11 @@
 #include <QtGui/QShortcut>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStackedWidget>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace nordkeep {
 namespace {
@@ -75,17 +78,29 @@ TEST(Windows, SayEverythingInTheirLanguageAndInFull) {
     }
 }
 
-TEST(Windows, ButtonsOfOneWindowHaveMnemonicsOfTheirOwn) {
+/// The page of a window that shows one of several; none for what is always there.
+const QWidget* PageOf(const QWidget* widget) {
+    for (const QWidget* at = widget; at; at = at->parentWidget()) {
+        if (qobject_cast<const QStackedWidget*>(at->parentWidget())) return at;
+    }
+    return nullptr;
+}
+
+TEST(Windows, ButtonsThatStandTogetherHaveMnemonicsOfTheirOwn) {
     for (const char* number : {"044", "046"}) {
         AllWindows w(number);
         for (QWidget* window : w.Open()) {
-            QString used;
+            std::map<const QWidget*, QString> used;
             for (QPushButton* button : window->findChildren<QPushButton*>()) {
                 const qsizetype at = button->text().indexOf(u'&');
                 if (at < 0 || at + 1 >= button->text().size()) continue;
                 const QChar letter = button->text()[at + 1].toUpper();
-                EXPECT_FALSE(used.contains(letter)) << number << " " << button->text().toStdString();
-                used += letter;
+                const QWidget* const page = PageOf(button);
+                for (const auto& [other, letters] : used) {
+                    if (other && page && other != page) continue;  // one of them is shown at a time
+                    EXPECT_FALSE(letters.contains(letter)) << number << " " << button->text().toStdString();
+                }
+                used[page] += letter;
             }
         }
     }
