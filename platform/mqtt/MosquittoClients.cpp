@@ -138,11 +138,11 @@ class MosquittoClient final : public MqttClient {
     /// Behind everything that the library has done.
     void Settle(int result) {
         if (!client_) return;
+        if (answer_ > 0) return Lose(mosquitto_connack_string(answer_));
         if (result != MOSQ_ERR_SUCCESS) {
             const bool isSystem = result == MOSQ_ERR_ERRNO && errno != 0;
             return Lose(isSystem ? std::strerror(errno) : mosquitto_strerror(result));
         }
-        if (answer_ > 0) return Lose(mosquitto_connack_string(answer_));
         WatchSocket();
         if (answer_ != 0 || std::exchange(isUp_, true)) return;
         listener_.OnConnected();
