@@ -44,6 +44,10 @@ class ExportTest : public NetworkTest {
             "[General]\r\nLanguage=044\r\n[Status]\r\nToken=t\r\nPort=" + std::to_string(statusPort) +
                 "\r\n[NetWork]\r\nClientAddresses=127.0.0.1\r\n" + PortLine());
     }
+    void Start() {
+        server.Start();
+        ASSERT_TRUE(server.WaitForOutput("Status service listens")) << server.Output();
+    }
     std::string Service() const { return "http://127.0.0.1:" + std::to_string(statusPort); }
     std::string Journal() const { return server.Data().Path() + "/Data/Journal.db"; }
     std::string Table() const { return server.Data().Path() + "/table.db"; }
@@ -58,7 +62,7 @@ class ExportTest : public NetworkTest {
 };
 
 TEST_F(ExportTest, MakesTheSameTableFromAFileAndAService) {
-    server.Start();
+    Start();
     Alarms(30);
     EXPECT_EQ(Export("--once " + Journal() + " sqlite:" + Table()).output, "");
     EXPECT_EQ(Rows(Table()), Rows(Journal()));
@@ -77,7 +81,7 @@ TEST_F(ExportTest, MakesTheSameTableFromAFileAndAService) {
 
 TEST_F(ExportTest, LosesAndDoublesNothingOverKillsOfBothSides) {
     const Postgres database;
-    server.Start();
+    Start();
     for (int round = 0; round < 3; ++round) {
         const std::string pid = Shell("NORDKEEP_TOKEN=t " NORDKEEP_BIN_DIR "/nordkeep-export " + Service() +
                                       " '" + database.Url() + "' > /dev/null 2>&1 & echo $!")
@@ -87,7 +91,7 @@ TEST_F(ExportTest, LosesAndDoublesNothingOverKillsOfBothSides) {
             WaitFor([&] { return std::atoi(database.Ask("SELECT count(*) FROM entries").c_str()) >= 50; }));
         Shell("kill -9 " + pid);
         server.Kill();
-        server.Start();
+        Start();
     }
     EXPECT_EQ(Export("--once --token t " + Service() + " '" + database.Url() + "'").output, "");
     const std::string columns = "id, kind, event, object, type, port, text, data";
