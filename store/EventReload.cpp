@@ -35,7 +35,8 @@ bool EventReload::Slice(int mostMs) {
     const std::int64_t end = parts_.clock.MonotonicMs() + mostMs;
     parts_.commit.CommitAll();  // so that the files hold what has been promised
     while (step_ < std::size(kSteps)) {
-        if (!(this->*kSteps[step_])()) ++step_;
+        const Step step = kSteps[step_];
+        if (!(this->*step)()) ++step_;
         if (parts_.clock.MonotonicMs() >= end) break;
     }
     return step_ < std::size(kSteps);
