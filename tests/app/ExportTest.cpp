@@ -26,7 +26,8 @@ class Postgres {
  private:
     void Run(const std::string& command) const {
         const Shell run(
-            "cd / && PATH=$(ls -d /usr/lib/postgresql/*/bin | tail -1):$PATH runuser -u postgres -- " +
+            "cd / && PATH=$(ls -d /usr/lib/postgresql/*/bin | tail -1):$PATH:/usr/sbin runuser -u postgres "
+            "-- " +
             command + " > " + folder_.Path() + "/said 2>&1");
         EXPECT_EQ(run.status, 0) << command << Shell("cat " + folder_.Path() + "/said").output;
     }

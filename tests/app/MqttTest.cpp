@@ -26,7 +26,9 @@ class MqttBroker {
     MqttBroker& operator=(const MqttBroker&) = delete;
 
     void Start() {
-        pid_ = FirstLine(Shell("mosquitto -c " + folder_.Path() + "/conf > /dev/null 2>&1 & echo $!").output);
+        pid_ = FirstLine(
+            Shell("PATH=$PATH:/usr/sbin mosquitto -c " + folder_.Path() + "/conf > /dev/null 2>&1 & echo $!")
+                .output);
         EXPECT_TRUE(WaitFor([&] { return Caller(port_).IsConnected(); }));
     }
     /// It keeps what it has acknowledged only when it is asked to end.
