@@ -162,7 +162,7 @@ void AlarmRows::AddRoughly(News& news, int first, int last) const {
     const int outside = static_cast<int>(unread_.size()) - seen;
     int above = std::min(first, RowCount()) - 1;
     while (above >= 0 && !IsUnread(above)) --above;
-    int below = std::max(last + 1, 0);
+    int below = std::max(std::min(last, RowCount() - 1) + 1, 0);
     while (below < RowCount() && !IsUnread(below)) ++below;
     const bool isBelow = below < RowCount();
     const bool isAbove = above >= 0;
