@@ -156,7 +156,12 @@ TEST_F(ClientWindowTest, TheEndOfSeveralIsTakenBack) {
     Alarms(3);
     client.StartOnDisplay(screen.Display());
     ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("Anna Berg"); })) << client.Output();
-    screen.Keys("Anna Berg", "ctrl+1 ctrl+a ctrl+e");
+    // The window is there before the server's alarms are in its list.
+    ASSERT_TRUE(WaitFor([&] {
+        screen.Keys("Anna Berg", "ctrl+1 ctrl+a ctrl+e");
+        ::usleep(500'000);
+        return screen.HasWindow("^Nordkeep$");
+    }));
     ASSERT_TRUE(screen.AwaitActive("^Nordkeep$"));
     screen.Do("key Return");
     ASSERT_TRUE(screen.AwaitActive("Anna Berg"));
