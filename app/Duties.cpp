@@ -341,8 +341,8 @@ void Duties::RetryWrites(const Tick& tick) {
     if (IsDue(writeRetryCounterMs_, tick.intervalMs, kWriteRetryMs)) needs_.store.RetryFailedWrites();
 }
 
-void Duties::TendPrinterAndQueue(const Tick&) {
-    needs_.outputs.TendPrinterAndQueue();
+void Duties::TendPrinterAndQueue(const Tick& tick) {
+    needs_.outputs.TendPrinterAndQueue(tick.intervalMs);
 }
 
 void Duties::PrintYesterday(const Tick& tick) {

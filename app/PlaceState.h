@@ -7,7 +7,7 @@
 #include "console/window/AlarmRate.h"
 #include "console/window/CopyState.h"
 #include "network/ClientScreen.h"
-#include "pipeline/SoundPlayer.h"
+#include "pipeline/outputs/SoundPlayer.h"
 
 namespace nordkeep {
 

@@ -18,6 +18,10 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
     : needs_(needs),
       role_(std::move(role)),
       captions_(needs.foundation.Texts()),
+      paper_({.dataFolder = needs.foundation.DataFolder(),
+              .clock = needs.foundation.Platform().clock,
+              .log = needs.foundation.Log(),
+              .captions = captions_}),
       printerSettings_(needs.settings.printer),
       cells_(needs.store, captions_, fileTexts_,
              {needs.settings.console.AlarmDateFormat, needs.settings.console.AlarmTimeFormat,
@@ -227,6 +231,7 @@ void Workplace::Tick(int elapsedMs) {
     debug_.Tick(elapsedMs);
     windows_.Tick();
     main_.Tick(elapsedMs);
+    paper_.Tick(elapsedMs);
     BeepInstead(elapsedMs);
 }
 

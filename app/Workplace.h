@@ -1,15 +1,16 @@
 #pragma once
 
-#include "app/settings/LiveSettings.h"
 #include "app/PlaceRole.h"
 #include "app/SetupEditors.h"
 #include "app/TextFindings.h"
+#include "app/settings/LiveSettings.h"
 #include "console/boxes/CommentBox.h"
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/PeriodBox.h"
 #include "console/boxes/ReconnectBox.h"
 #include "console/editors/SetEditors.h"
 #include "console/print/ShiftList.h"
+#include "console/print/SpooledOutput.h"
 #include "console/setup/LinesBox.h"
 #include "console/setup/SetupBox.h"
 #include "console/window/MainBox.h"
@@ -31,15 +32,16 @@ class WorkplaceScreen {
     virtual void PrepareForEnd() = 0;
 };
 
-/// For a copy without a screen.
+/// For a copy without a screen: paper is all that it has.
 class NoWorkplaceScreen final : public WorkplaceScreen {
  public:
+    explicit NoWorkplaceScreen(SpooledOutput& paper) : paper_(paper) {}
     void Beep() override {}
-    PrintOutput& Printer() override { return printer_; }
+    PrintOutput& Printer() override { return paper_; }
     void PrepareForEnd() override {}
 
  private:
-    NoPrintOutput printer_{};
+    SpooledOutput& paper_;
 };
 
 /// The operator's place: all models of the console, each given what it works on, and told what happens. It
@@ -159,9 +161,10 @@ class Workplace final : public OperatorDesk,
 
     Needs needs_;
     PlaceRole role_;
-    NoWorkplaceScreen noScreen_{};
-    WorkplaceScreen* screen_ = &noScreen_;
     Captions captions_;
+    SpooledOutput paper_;
+    NoWorkplaceScreen noScreen_{paper_};
+    WorkplaceScreen* screen_ = &noScreen_;
     PrinterSettings printerSettings_;
     FileTexts fileTexts_{};
     AlarmCells cells_;

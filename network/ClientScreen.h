@@ -29,8 +29,8 @@ class ClientScreen {
     virtual void ForgetPortTree() = 0;
     /// Shows a tree and selects again what was remembered. Requests may be sent from here.
     virtual void ShowPortTree(const std::vector<PortTreeNode>& nodes) = 0;
-    /// A new alarm (status 0 to 3) has come: what it opens and sounds at this place. Requests may be sent
-    /// from here.
+    /// A new event has come, in whatever status: what it opens, sounds and prints at this place. Requests may
+    /// be sent from here.
     virtual void PresentNewEvent(cAlarm& alarm) = 0;
     /// The program is to end with a failure; shows the text first unless it is empty.
     virtual void EndProgram(const Text& message) = 0;

@@ -90,7 +90,7 @@ void Mirror::ShowWhatWaits() {
     while (!eventsToPresent_.empty() && !needs_.link.IsRequestPending()) {
         cAlarm* alarm = needs_.store.FindAlarmByKey(eventsToPresent_.front());
         eventsToPresent_.pop_front();
-        if (alarm != nullptr && IsActive(*alarm)) needs_.screen.PresentNewEvent(*alarm);
+        if (alarm != nullptr) needs_.screen.PresentNewEvent(*alarm);
     }
 }
 
@@ -137,7 +137,6 @@ void Mirror::TakeInitialEvent(TextView payload) {
 
 void Mirror::TakeNewEvent(TextView payload) {
     const cAlarm& alarm = StoreEvent(payload);
-    if (!IsActive(alarm)) return;
     eventsToPresent_.push_back(alarm.m_FilePointer);
     if (eventsToPresent_.size() > kMostToPresent) eventsToPresent_.pop_front();
     if (!needs_.link.IsRequestPending()) ShowWhatWaits();

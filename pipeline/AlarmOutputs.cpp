@@ -1,11 +1,14 @@
 #include "pipeline/AlarmOutputs.h"
 
-#include "pipeline/CodePage850.h"
+#include "pipeline/outputs/CodePage850.h"
 #include "runtime/SerialDevices.h"
+
+#include <algorithm>
 
 namespace nordkeep {
 namespace {
 
+constexpr int kTextSpeechFollows = 1097;
 constexpr TextView kIsoDate = "YYYY-MM-DD";
 constexpr TextView kIsoTime = "HH:NN:SS";
 
@@ -30,7 +33,10 @@ NativePath PrinterOf(const AlarmOutputs::Needs& needs) {
 AlarmOutputs::AlarmOutputs(const Needs& needs)
     : needs_(needs),
       text_(needs.dataFolder, needs.language),
-      comCall_(needs.comCallSettings, needs.sockets),
+      comCall_({.settings = needs.comCallSettings,
+                .sockets = needs.sockets,
+                .log = needs.log,
+                .language = needs.language}),
       queue_(needs.settings.MSMQFormatName, needs.queues, needs.log, needs.language),
       sound_({.dataFolder = needs.dataFolder,
               .language = needs.language,
@@ -38,7 +44,11 @@ AlarmOutputs::AlarmOutputs(const Needs& needs)
               .device = needs.sound},
              SoundOfSettings()),
       relay_(WiringOf(needs), needs.serial, needs.log, needs.language),
-      printer_(PrinterOf(needs), needs.printer, needs.log, needs.language) {}
+      printer_(PrinterOf(needs), needs.printer, needs.log, needs.language, needs.settings.PrinterFormFeed) {
+    if (!needs.journal) return;
+    queueFeed_.emplace(queue_, *needs.journal,
+                       [this](const cAlarm& alarm) { return MessageOf(WithoutSpeechMark(alarm)); });
+}
 
 void AlarmOutputs::SendToComCall(const cAlarm& alarm) {
     if (!comCall_.IsConnected()) return;
@@ -46,12 +56,26 @@ void AlarmOutputs::SendToComCall(const cAlarm& alarm) {
 }
 
 void AlarmOutputs::SendToMessageQueue(const cAlarm& alarm) {
-    if (!queue_.IsConfigured()) return;
+    // What the journal holds is sent from there.
+    if (queue_.IsConfigured() && !(queueFeed_ && queueFeed_->IsInCharge())) queue_.Send(MessageOf(alarm));
+}
+
+// Messages are built of an alarm as it came; the record has been marked behind that.
+cAlarm AlarmOutputs::WithoutSpeechMark(cAlarm alarm) const {
+    const Text mark = needs_.language.GetLanguageText(kTextSpeechFollows);
+    Text& status = alarm.m_SIAStatus;
+    if (mark.empty() || !status.ends_with(mark)) return alarm;
+    status.erase(status.size() - mark.size());
+    if (status.ends_with(' ')) status.pop_back();
+    return alarm;
+}
+
+QueueMessage AlarmOutputs::MessageOf(const cAlarm& alarm) const {
     const DispatchSettings& dates = needs_.dispatchSettings;
     const auto build = [&](const Text& format) {
         return text_.BuildAlarmText({format, dates.AlarmDateFormat, dates.AlarmTimeFormat}, alarm);
     };
-    queue_.Send({build(needs_.settings.MSMQLabel), build(needs_.settings.MSMQBody)});
+    return {build(needs_.settings.MSMQLabel), build(needs_.settings.MSMQBody)};
 }
 
 void AlarmOutputs::PlaySound(SoundRequest request, long priority) {
@@ -76,7 +100,10 @@ std::vector<OutputState> AlarmOutputs::States() const {
     std::vector<OutputState> states;
     if (comCall_.IsConfigured()) states.push_back({.name = "comcall", .isUp = comCall_.IsConnected()});
     if (queue_.IsConfigured())
-        states.push_back({.name = "queue", .isUp = !queue_.HasFailed(), .waiting = queue_.WaitingCount()});
+        states.push_back(
+            {.name = "queue",
+             .isUp = !queue_.HasFailed(),
+             .waiting = std::max(queue_.WaitingCount(), queueFeed_ ? queueFeed_->WaitingCount() : 0)});
     if (relay_.IsConfigured()) states.push_back({.name = "relay", .isUp = !relay_.HasFailed()});
     if (printer_.IsConfigured())
         states.push_back(
@@ -93,9 +120,10 @@ std::vector<Text> AlarmOutputs::LostPeers() const {
     return lost;
 }
 
-void AlarmOutputs::TendPrinterAndQueue() {
+void AlarmOutputs::TendPrinterAndQueue(int intervalMs) {
     printer_.Tick();
     queue_.Tick();
+    if (queueFeed_) queueFeed_->Tick(intervalMs);
 }
 
 void AlarmOutputs::Close() {
@@ -103,7 +131,9 @@ void AlarmOutputs::Close() {
     relay_.Close();
     printer_.Close();
     comCall_.Close();
-    queue_.Close();
+    const std::size_t left = queue_.Close();
+    if (queueFeed_) return queueFeed_->Close();
+    queue_.NoteLeftBehind(left);
 }
 
 }  // namespace nordkeep

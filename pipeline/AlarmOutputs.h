@@ -2,15 +2,17 @@
 
 #include "pipeline/ComCallLink.h"
 #include "pipeline/DispatchSettings.h"
-#include "pipeline/LinePrinter.h"
-#include "pipeline/MessageQueueOutput.h"
-#include "pipeline/Outputs.h"
-#include "pipeline/RelayOutput.h"
-#include "pipeline/SoundPlayer.h"
+#include "pipeline/outputs/LinePrinter.h"
+#include "pipeline/outputs/MessageQueueOutput.h"
+#include "pipeline/outputs/Outputs.h"
+#include "pipeline/outputs/QueueFeed.h"
+#include "pipeline/outputs/RelayOutput.h"
+#include "pipeline/outputs/SoundPlayer.h"
 #include "runtime/CentreState.h"
 #include "runtime/Settings.h"
 #include "store/AlarmText.h"
 
+#include <optional>
 #include <vector>
 
 namespace nordkeep {
@@ -33,7 +35,8 @@ class AlarmOutputs final : public Outputs {
         MessageQueueFactory& queues;
         PrinterPort& printer;
         SoundDevice& sound;
-        bool isSilent = false;  // a copy without an operator plays nothing
+        Journal* journal = nullptr;  // what the message queue goes on from; none: what it missed is lost
+        bool isSilent = false;       // a copy without an operator plays nothing
     };
     explicit AlarmOutputs(const Needs& needs);
 
@@ -55,15 +58,19 @@ class AlarmOutputs final : public Outputs {
     std::vector<Text> LostPeers() const;
     bool HasSoundFailed() const { return sound_.HasFailed(); }
     /// Goes on with what the printer and the message queue were not ready for.
-    void TendPrinterAndQueue();
+    void TendPrinterAndQueue(int intervalMs);
     /// The end: sound off, relay at rest, lines closed; messages that wait may still leave for a short time.
     void Close();
 
  private:
     Needs needs_;
+    QueueMessage MessageOf(const cAlarm& alarm) const;
+    cAlarm WithoutSpeechMark(cAlarm alarm) const;
+
     AlarmText text_;
     ComCallLink comCall_;
     MessageQueueOutput queue_;
+    std::optional<QueueFeed> queueFeed_{};
     SoundPlayer sound_;
     RelayOutput relay_;
     LinePrinter printer_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pipeline/OutputSettings.h"
+#include "pipeline/outputs/OutageLog.h"
 #include "platform/Winsock.h"
 
 #include <memory>
@@ -11,7 +12,13 @@ namespace nordkeep {
 /// line is read and thrown away.
 class ComCallLink {
  public:
-    ComCallLink(const ComCallSettings& settings, SocketFactory& sockets);
+    struct Needs {
+        const ComCallSettings& settings;
+        SocketFactory& sockets;
+        SysLog& log;
+        const Language& language;
+    };
+    explicit ComCallLink(const Needs& needs);
 
     bool IsConfigured() const { return !settings_.Address.empty(); }
     /// It is to be connected, and is not.
@@ -27,12 +34,20 @@ class ComCallLink {
     void FeedLine(int intervalMs);
     bool IsStillTrying() const;
     void Connect();
+    Text Name() const { return "ComCall " + settings_.Address; }
+    void NoteFailure(const Text& why) { outage_.NoteFailure(Name(), why); }
+    /// A line that nothing is to be sent on by its settings, told once.
+    void NoteUnused();
 
     const ComCallSettings& settings_;
+    SysLog& log_;
+    const Language& language_;
+    OutageLog outage_;
     std::unique_ptr<Winsock> socket_;
     int lineFeedCounterMs_ = 0;
     int reconnectCountdownMs_ = 0;
     int attemptAgeMs_ = 0;
+    bool isUnusedTold_ = false;
 };
 
 }  // namespace nordkeep

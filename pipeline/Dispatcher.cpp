@@ -49,6 +49,7 @@ const Dispatcher::Step Dispatcher::kSteps[] = {
 
 // The selection comes last: on a client the row is known only now.
 const Dispatcher::Step Dispatcher::kDeskSteps[] = {
+    {"alarm line", Runs::Always, &Dispatcher::WriteAlarmLine},
     {"latest alarm", Runs::OnlyForNewAlarms, &Dispatcher::KeepAsLatest},
     {"popup", Runs::OnlyForNewAlarms, &Dispatcher::PopUp},
     {"comment and map", Runs::OnlyForNewAlarms, &Dispatcher::ViewCommentAndMap},
@@ -56,6 +57,9 @@ const Dispatcher::Step Dispatcher::kDeskSteps[] = {
     {"sound decision", Runs::OnlyForNewAlarms, &Dispatcher::DecideSound},
     {"picture", Runs::OnlyForNewAlarms, &Dispatcher::ShowPicture},
     {"sound", Runs::OnlyForNewAlarms, &Dispatcher::PlaySound},
+    {"relay", Runs::OnlyForNewAlarms, &Dispatcher::OperateRelay},
+    {"line printer", Runs::OnlyForNewAlarms, &Dispatcher::PrintLine},
+    {"page printer", Runs::Always, &Dispatcher::PrintPage},
     {"selection", Runs::OnlyForNewAlarms, &Dispatcher::OfferSelection},
 };
 
@@ -121,7 +125,7 @@ void Dispatcher::SendToTorvex(Dispatch& dispatch) {
     if (needs_.torvexSettings.DelayAndWaitForAck > 0) return;
     const bool isDone = !IsToBePassedToTorvex(alarm) || !needs_.torvexSettings.RetryFailedTransmissions;
     const bool isSent =
-        IsToBePassedToTorvex(alarm) && needs_.torvex.IsConnected() && needs_.torvex.Send(TorvexLine(alarm));
+        IsToBePassedToTorvex(alarm) && needs_.torvex.IsConfigured() && needs_.torvex.Send(TorvexLine(alarm));
     if (isSent || isDone) alarm.m_SentToTorvex = -1;
 }
 

@@ -2,9 +2,9 @@
 
 #include "pipeline/DispatchSettings.h"
 #include "pipeline/OperatorDesk.h"
-#include "pipeline/Outputs.h"
 #include "pipeline/Resets.h"
 #include "pipeline/TorvexLink.h"
+#include "pipeline/outputs/Outputs.h"
 #include "runtime/Role.h"
 #include "runtime/SysLog.h"
 #include "store/AlarmText.h"
@@ -37,8 +37,9 @@ class Dispatcher {
     explicit Dispatcher(const Needs& needs) : needs_(needs) {}
 
     void DispatchEvent(std::unique_ptr<cAlarm> alarm);
-    /// An alarm that the server has dispatched comes to this client: only what it opens, shows and sounds at
-    /// this place. Nothing for a record that is reset or ended.
+    /// An alarm that the server has dispatched comes to this client: what it opens, shows and sounds at this
+    /// place, and the place's own relay, printers and alarm file. What is stored, forwarded and logged in
+    /// common is the server's.
     void PresentAtDesk(cAlarm& alarm);
     /// Whether the settings pass such an alarm on to Torvex.
     bool IsToBePassedToTorvex(const cAlarm& alarm) const;

@@ -1,6 +1,6 @@
 #include "pipeline/ForwarderCheck.h"
 
-#include "pipeline/QueueAddress.h"
+#include "pipeline/outputs/QueueAddress.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>

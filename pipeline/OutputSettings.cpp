@@ -9,6 +9,7 @@ constexpr const char* kGeneral = "General";
 constexpr const char* kComCall = "ComCall";
 constexpr SettingScope kOwn = SettingScope::Workstation;
 constexpr SettingScope kCentre = SettingScope::Centre;
+constexpr int kMostAlarmsOnPage = 1000;
 constexpr int kLongestRelayDelay = 1'000'000;
 
 using O = OutputSettings;
@@ -17,6 +18,7 @@ const std::array kOutputs = {
     SettingRow<O>{kGeneral, "MSMQLabel", kCentre, &O::MSMQLabel},
     SettingRow<O>{kGeneral, "MSMQBody", kCentre, &O::MSMQBody},
     SettingRow<O>{kGeneral, "RelayBehaviour", kOwn, &O::RelayBehaviour},
+    SettingRow<O>{kGeneral, "PrinterFormFeed", kOwn, &O::PrinterFormFeed, 0, kMostAlarmsOnPage},
     SettingRow<O>{kGeneral, "RelayDelay", kOwn, &O::RelayDelay, 0, kLongestRelayDelay},
     SettingRow<O>{kGeneral, "AlarmSoundDevice", kOwn, &O::AlarmSoundDevice},
 };

@@ -11,6 +11,7 @@ struct OutputSettings {
     Text MSMQBody{};
     int RelayBehaviour = 1;   // 1: raised for an alarm, lowered at rest; 0: the other way round
     int RelayDelay = 10;      // seconds
+    int PrinterFormFeed = 0;  // behind so many alarms on the line printer; 0: none
     Text AlarmSoundDevice{};  // the system's name of the sound output; empty: its default
 };
 

@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -21,6 +22,7 @@ struct QueueAddress {
 struct QueueMessage {
     Text label{};
     Text body{};
+    std::int64_t id = 0;  // rising; the message's id at the broker; 0 for none
 };
 
 /// Something that happened on the way to the queue, once for each outage.
@@ -38,6 +40,8 @@ class MessageQueue {
     virtual void Send(QueueMessage message) = 0;
     /// What has happened since the last call; none when there is nothing more to tell.
     virtual std::optional<QueueReport> TakeReport() = 0;
+    /// The highest id of a message that the broker has confirmed; 0 before the first.
+    virtual std::int64_t DeliveredUpTo() const = 0;
     /// Messages that have not left yet.
     virtual std::size_t WaitingCount() const = 0;
     /// Sends no more. What waits may still leave for so long; the number of messages that did not.

@@ -68,6 +68,8 @@ class Journal {
     /// tries again, as behind every failure not more than once a second.
     bool Open();
     bool IsOpen() const { return file_.IsOpen(); }
+    /// It is open, and the last transaction was written.
+    bool IsWorking() const { return IsOpen() && !hasFailed_; }
     const Text& LastError() const { return lastError_; }
 
     /// Adds an entry to this turn's transaction. Its id, which no other entry has.

@@ -34,6 +34,7 @@ constexpr Name kAtNextStart[] = {
     {"General", "MatchCLIDIfExisting"},
     {"General", "MinColumnWidth"},
     {"General", "PrinterDateFormat"},
+    {"General", "PrinterFormFeed"},
     {"General", "PrinterPort"},
     {"General", "PrinterTimeFormat"},
     {"General", "RelayBehaviour"},
@@ -58,7 +59,8 @@ constexpr Name kAtNextStart[] = {
 };
 
 /// Sections whose keys all do: the network, and the columns of the lists.
-constexpr TextView kSectionsAtNextStart[] = {"NetWork", "Status", "Mqtt", "ListView_Unacked", "ListView_Acked"};
+constexpr TextView kSectionsAtNextStart[] = {"NetWork", "Status", "Mqtt", "ListView_Unacked",
+                                             "ListView_Acked"};
 
 template <class Struct>
 void Take(Struct& into, const Struct& fresh, std::span<const SettingRow<Struct>> rows) {

@@ -17,6 +17,7 @@ constexpr TextView kRowNumber = "[NUMBER";
 constexpr SettingRow<AlarmPageSettings> kRows[] = {
     {kSection, "PrioToPrint", SettingScope::Workstation, &AlarmPageSettings::PrioToPrint},
     {kSection, "StatusToPrint", SettingScope::Workstation, &AlarmPageSettings::StatusToPrint},
+    {kSection, "Printer", SettingScope::Workstation, &AlarmPageSettings::Printer},
     {kGeneral, "PrintLastDayUnackedAutomatically", SettingScope::Workstation,
      &AlarmPageSettings::PrintLastDayUnackedAutomatically},
     {kGeneral, "PrintLastDayAckedAutomatically", SettingScope::Workstation,
@@ -93,7 +94,8 @@ void AlarmPrinting::PrintAlarmPage(const cAlarm& alarm) {
     PrintDocument document{
         .title = alarm.m_TranslatedIDCode.empty() ? alarm.m_IdCode : alarm.m_TranslatedIDCode,
         .look = look,
-        .isUnattended = true};
+        .isUnattended = true,
+        .printer = needs_.pageSettings.Printer};
     for (int field = 0; field < kAlarmFieldCount; ++field) {
         const Text place = "[" + Text(AlarmFieldName(field)) + "]";
         const Text value = needs_.store.Texts().BuildAlarmText(
@@ -122,6 +124,7 @@ void AlarmPrinting::PrintDay(OleDate day, int listCaption, bool isOfOldAlarms) {
     if (keys.empty()) return;
     PrintDocument document = RowsDocument(title, keys);
     document.isUnattended = true;
+    document.printer = needs_.pageSettings.Printer;
     needs_.output.Print(document);
 }
 

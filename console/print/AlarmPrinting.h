@@ -10,6 +10,7 @@ namespace nordkeep {
 struct AlarmPageSettings {
     Text PrioToPrint{};    // "low-high"; -1 is every priority
     Text StatusToPrint{};  // numbers, separated by commas
+    Text Printer{};        // of all that comes out by itself; empty: the system's default
     bool PrintLastDayUnackedAutomatically = false;
     bool PrintLastDayAckedAutomatically = false;
 };

@@ -26,6 +26,7 @@ struct PrintDocument {
     std::vector<Text> lines{};
     PrinterSettings look{};
     bool isUnattended = false;  // nobody has asked for it, so that nobody is to be asked
+    Text printer{};             // the spooler's name of it; empty: its default
 };
 
 /// Takes documents to paper, and never keeps its caller waiting.
@@ -36,13 +37,6 @@ class PrintOutput {
     virtual void Print(const PrintDocument& document) = 0;
     /// Shows the pages first, with the choice of a printer or a file.
     virtual void Preview(const PrintDocument& document) = 0;
-};
-
-/// For a copy without a screen.
-class NoPrintOutput final : public PrintOutput {
- public:
-    void Print(const PrintDocument&) override {}
-    void Preview(const PrintDocument&) override {}
 };
 
 }  // namespace nordkeep

@@ -32,7 +32,7 @@ std::int64_t NowMs() {
 /// How the message is to be kept and read. Holds the texts that the properties point to.
 class Properties {
  public:
-    explicit Properties(const std::string& label) {
+    Properties(const std::string& label, const std::string& id) {
         header_.key = amqp_cstring_bytes("Label");
         header_.value.kind = AMQP_FIELD_KIND_UTF8;
         header_.value.value.bytes = BytesOf(label);
@@ -43,6 +43,9 @@ class Properties {
         list_.headers = {.num_entries = 1, .entries = &header_};
         list_.delivery_mode = AMQP_DELIVERY_PERSISTENT;
         list_.type = amqp_cstring_bytes("nordkeep.alarm");
+        if (id.empty()) return;
+        list_._flags |= AMQP_BASIC_MESSAGE_ID_FLAG;
+        list_.message_id = BytesOf(id);
     }
     Properties(const Properties&) = delete;
     Properties& operator=(const Properties&) = delete;
@@ -99,7 +102,8 @@ AmqpConnection::Failure AmqpConnection::Publish(const QueueMessage& message) {
     constexpr amqp_boolean_t kMandatory = 1;
     const std::string label = ToUtf8(message.label);
     const std::string body = ToUtf8(message.body);
-    const Properties properties(label);
+    const std::string id = message.id > 0 ? std::to_string(message.id) : std::string();
+    const Properties properties(label, id);
     const int status =
         amqp_basic_publish(connection_.get(), kChannel, amqp_empty_bytes, BytesOf(address_.queue), kMandatory,
                            0, properties.Get(), BytesOf(body));

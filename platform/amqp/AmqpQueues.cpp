@@ -34,6 +34,8 @@ class AmqpQueue final : public MessageQueue {
 
     std::optional<QueueReport> TakeReport() override { return worker_->TakeReport(); }
 
+    std::int64_t DeliveredUpTo() const override { return worker_->DeliveredUpTo(); }
+
     std::size_t WaitingCount() const override { return worker_->WaitingCount(); }
 
     std::size_t Close(int patienceMs) override {

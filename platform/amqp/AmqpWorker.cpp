@@ -1,5 +1,6 @@
 #include "platform/amqp/AmqpWorker.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace nordkeep {
@@ -48,6 +49,11 @@ std::size_t AmqpWorker::WaitingCount() {
     return waiting_.size();
 }
 
+std::int64_t AmqpWorker::DeliveredUpTo() {
+    const Lock lock(mutex_);
+    return deliveredUpTo_;
+}
+
 bool AmqpWorker::IsToGoOn() const {
     if (!isToEnd_) return true;
     return !waiting_.empty() && !isAway_ && Clock::now() < lastMoment_;
@@ -86,7 +92,10 @@ void AmqpWorker::SendFirst(Lock& lock) {
     const AmqpConnection::Failure failure = Deliver(message);
     lock.lock();
     isSending_ = false;
-    if (!failure) waiting_.pop_front();
+    if (!failure) {
+        waiting_.pop_front();
+        deliveredUpTo_ = std::max(deliveredUpTo_, message.id);
+    }
     NoteOutcome(failure);
 }
 

@@ -22,6 +22,7 @@ class AmqpWorker {
     /// this time. True when it has ended within it.
     bool End(int patienceMs);
     std::size_t WaitingCount();
+    std::int64_t DeliveredUpTo();
 
     /// The thread's work, until End.
     void Run();
@@ -46,6 +47,7 @@ class AmqpWorker {
     // All below is guarded by the mutex.
     std::deque<QueueMessage> waiting_{};
     std::deque<QueueReport> reports_{};
+    std::int64_t deliveredUpTo_ = 0;
     bool isSending_ = false;  // the first message is on its way
     bool isAway_ = false;     // the broker, since the last message
     bool isDropReported_ = false;

@@ -1,6 +1,8 @@
 #include "platform/posix/PrinterDevice.h"
 
 #include <fcntl.h>
+#include <linux/lp.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 
 #include <cerrno>
@@ -24,6 +26,20 @@ std::optional<std::size_t> PrinterDevice::Write(const NativePath& device, TextVi
     if (errno == EAGAIN || errno == EINTR) return 0;
     Close();
     return std::nullopt;
+}
+
+PrinterTrouble PrinterDevice::Trouble() {
+    int status = 0;
+    if (!device_ || isTerminal_ || ::ioctl(device_.Get(), LPGETSTATUS, &status) != 0)
+        return PrinterTrouble::None;
+    return TroubleOf(status);
+}
+
+PrinterTrouble PrinterDevice::TroubleOf(int status) {
+    if ((status & LP_POUTPA) != 0) return PrinterTrouble::NoPaper;
+    if ((status & LP_PSELECD) == 0) return PrinterTrouble::OffLine;
+    // The line is low while there is a fault.
+    return (status & LP_PERRORP) == 0 ? PrinterTrouble::Fault : PrinterTrouble::None;
 }
 
 // A printer on a serial line stays open: closing it would wait until the last character has left.

@@ -14,7 +14,10 @@ class PrinterDevice final : public PrinterPort {
     PrinterDevice& operator=(const PrinterDevice&) = delete;
 
     std::optional<std::size_t> Write(const NativePath& device, TextView bytes) override;
+    PrinterTrouble Trouble() override;
     void Release() override;
+    /// What the status lines of a parallel printer say, as the system's driver gives them.
+    static PrinterTrouble TroubleOf(int status);
 
  private:
     bool Open(const NativePath& device);

@@ -47,6 +47,7 @@ BrokerMessage MessageOf(const amqp_message_t& content) {
                           .contentType = TextOf(properties.content_type),
                           .contentEncoding = TextOf(properties.content_encoding),
                           .type = TextOf(properties.type),
+                          .id = TextOf(properties.message_id),
                           .deliveryMode = properties.delivery_mode};
     for (int i = 0; i < properties.headers.num_entries; ++i) {
         const amqp_table_entry_t& entry = properties.headers.entries[i];

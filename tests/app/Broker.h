@@ -17,6 +17,7 @@ struct BrokerMessage {
     std::string contentType{};
     std::string contentEncoding{};
     std::string type{};
+    std::string id{};
     int deliveryMode = 0;
 };
 

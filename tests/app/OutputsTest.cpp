@@ -86,8 +86,10 @@ TEST_F(OutputsTest, TorvexGetsLaterWhatCouldNotBeSent) {
           std::to_string(torvexPort));
     Alarm();
     EXPECT_EQ(StoredAlarm().m_SentToTorvex, 0);
+    EXPECT_TRUE(copy.WaitForOutput("alarms do not leave on it: Torvex, TCP " + std::to_string(torvexPort)));
     const Caller torvex(torvexPort);
     EXPECT_EQ(ReceiveLine(torvex), "10000101\n");
+    EXPECT_TRUE(copy.WaitForOutput("is reached again: Torvex"));
     EXPECT_TRUE(WaitFor([&] { return StoredAlarm().m_SentToTorvex == -1; }));
 }
 

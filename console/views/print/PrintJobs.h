@@ -25,7 +25,7 @@ class PrintJobs {
 
     /// The programs that take a file to the printer, in the order of trying.
     void UseSpoolers(std::vector<std::string> programs) { spoolers_ = std::move(programs); }
-    void Print(PageLayout layout, const QString& title, Done done);
+    void Print(PageLayout layout, const QString& title, const std::string& printer, Done done);
     void SavePdf(PageLayout layout, const QString& path, Done done);
 
  private:

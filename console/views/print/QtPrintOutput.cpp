@@ -25,12 +25,13 @@ void QtPrintOutput::Log(const Text& failure) {
 }
 
 void QtPrintOutput::Print(const PrintDocument& document) {
-    jobs_.Print(LayOut(document), ShownLine(document.title), [this, document](const Text& failure) {
+    const auto done = [this, document](const Text& failure) {
         if (failure.empty()) return;
         Log(failure);
         if (document.isUnattended) return;
         NewPreview(document)->SetNotice(CaptionText(needs_.captions, kCaptionNoPrinter));
-    });
+    };
+    jobs_.Print(LayOut(document), ShownLine(document.title), ToUtf8(document.printer), done);
 }
 
 void QtPrintOutput::Preview(const PrintDocument& document) {
@@ -47,7 +48,7 @@ PreviewWindow* QtPrintOutput::NewPreview(const PrintDocument& document) {
         }
     };
     window->onPrint = [this, document, tell] {
-        jobs_.Print(LayOut(document), ShownLine(document.title),
+        jobs_.Print(LayOut(document), ShownLine(document.title), {},
                     [tell](const Text& failure) { tell(failure, kCaptionNoPrinter, kCaptionPrinted); });
     };
     window->onSave = [this, document, tell](const QString& path) {

@@ -33,13 +33,13 @@ struct PrintWorld {
 
 // Temporary files of this program alone: others print into the common folder at the same time.
 class TemporaryFilesIn {
-public:
+ public:
     explicit TemporaryFilesIn(const std::string& path) { qputenv("TMPDIR", path.c_str()); }
     ~TemporaryFilesIn() { m_before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", m_before); }
     TemporaryFilesIn(const TemporaryFilesIn&) = delete;
     TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
 
-private:
+ private:
     const QByteArray m_before = qgetenv("TMPDIR");
 };
 
@@ -94,7 +94,7 @@ TEST(PrintJobs, HandsTheFileToTheFirstSpoolerThereIs) {
         PrintWorld w;
         const TemporaryFilesIn place(w.folder.Path());
         w.jobs.UseSpoolers(row.spoolers);
-        w.jobs.Print(w.LayOut(3), "title", w.done);
+        w.jobs.Print(w.LayOut(3), "title", {}, w.done);
         ASSERT_TRUE(WaitFor([&] { return w.failure.has_value(); }));
         EXPECT_EQ(w.failure->empty(), row.isGood) << row.spoolers.front();
         EXPECT_TRUE(QDir::temp().entryList({"nordkeep-*.pdf"}).isEmpty()) << "no file stays behind";

@@ -1,4 +1,4 @@
-#include "pipeline/RelayOutput.h"
+#include "pipeline/outputs/RelayOutput.h"
 
 #include <algorithm>
 #include <utility>

@@ -12,14 +12,16 @@ namespace nordkeep {
 /// that cannot be printed costs one line in the log.
 class LinePrinter {
  public:
-    LinePrinter(NativePath device, PrinterPort& port, SysLog& log, const Language& language);
+    /// `alarmsOnPage`: behind so many a form feed; 0: none.
+    LinePrinter(NativePath device, PrinterPort& port, SysLog& log, const Language& language,
+                int alarmsOnPage = 0);
 
     /// Prints the text as it is, without a line end of its own; the code names the alarm in the log.
     void SendPRN(TextView text, const Text& alarmCode);
     bool IsConfigured() const { return !device_.empty(); }
     std::size_t WaitingCount() const { return jobs_.size(); }
-    /// The last alarm could not be printed.
-    bool HasFailed() const { return hasFailed_; }
+    /// The last alarm could not be printed, or the printer says that it cannot print.
+    bool HasFailed() const { return hasFailed_ || trouble_ != PrinterTrouble::None; }
     /// Goes on with what the printer was too busy for.
     void Tick();
     /// What still waits is given up.
@@ -35,6 +37,7 @@ class LinePrinter {
     bool WriteOn();
     void DropFront();
     void NoteFailure(const Text& alarmCode);
+    void NoteTrouble(PrinterTrouble trouble);
 
     NativePath device_;
     PrinterPort& port_;
@@ -43,6 +46,9 @@ class LinePrinter {
     std::deque<Job> jobs_{};
     std::size_t waiting_ = 0;  // bytes of the jobs
     bool hasFailed_ = false;
+    PrinterTrouble trouble_ = PrinterTrouble::None;  // the last one told
+    int alarmsOnPage_;
+    int alarmsSincePage_ = 0;
 };
 
 }  // namespace nordkeep

@@ -1,6 +1,6 @@
-#include "pipeline/MessageQueueOutput.h"
+#include "pipeline/outputs/MessageQueueOutput.h"
 
-#include "pipeline/QueueAddress.h"
+#include "pipeline/outputs/QueueAddress.h"
 
 namespace nordkeep {
 namespace {
@@ -58,13 +58,16 @@ Text MessageQueueOutput::Peer() const {
     return address ? FromUtf8(address->queue + "@" + address->host) : formatName_;
 }
 
-void MessageQueueOutput::Close() {
-    if (!queue_) return;
+std::size_t MessageQueueOutput::Close() {
+    if (!queue_) return 0;
     const std::size_t left = queue_->Close(kPatienceMs);
     Tick();
-    if (left > 0) Log(kTextLeftBehind, std::to_string(left));
-    queue_.reset();
     isRefused_ = false;
+    return left;
+}
+
+void MessageQueueOutput::NoteLeftBehind(std::size_t count) {
+    if (count > 0) Log(kTextLeftBehind, std::to_string(count));
 }
 
 void MessageQueueOutput::Log(int text, const Text& behind) {

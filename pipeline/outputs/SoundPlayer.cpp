@@ -1,4 +1,4 @@
-#include "pipeline/SoundPlayer.h"
+#include "pipeline/outputs/SoundPlayer.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "pipeline/QueueAddress.h"
+#include "pipeline/outputs/QueueAddress.h"
 
 #include "runtime/Fields.h"
 

@@ -1,4 +1,4 @@
-#include "pipeline/CodePage850.h"
+#include "pipeline/outputs/CodePage850.h"
 
 #include <array>
 

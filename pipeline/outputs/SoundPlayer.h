@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pipeline/Outputs.h"
+#include "pipeline/outputs/Outputs.h"
 #include "platform/FileTree.h"
 #include "platform/SoundDevice.h"
 #include "runtime/Language.h"
