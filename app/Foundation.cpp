@@ -255,7 +255,8 @@ NetworkParts Foundation::PartsOfNetwork() {
             .language = language_,
             .log = log_,
             .traffic = networkTraffic_,
-            .settings = network_};
+            .settings = network_,
+            .tls = LinkTlsOf(network_, dataFolder_)};
 }
 
 Foundation::Outcome Foundation::ListenForClients() {

@@ -13,6 +13,7 @@ namespace nordkeep {
 namespace {
 
 constexpr int kTextOutOfRange = 3802;
+constexpr int kTextKeyOpen = 5248;
 constexpr const char* kGeneral = "General";
 
 /// Numbers that outside their range are set to something else than its end.
@@ -25,6 +26,17 @@ struct OddNumber {
 constexpr OddNumber kOddNumbers[] = {
     {"AutoAckResetEvents", 0, 4, 0},
     {"SystemTimerInterval", 10, 65535, 100},
+};
+
+/// A file that an encrypted connection needs.
+struct CertificateKey {
+    const char* section;
+    const char* key;
+};
+constexpr CertificateKey kCertificateKeys[] = {
+    {"NetWork", "TlsCAFile"},      {"NetWork", "TlsCertificate"}, {"NetWork", "TlsKey"},
+    {"Status", "TlsCertificate"},  {"Status", "TlsKey"},          {"Mqtt", "CAFile"},
+    {"Mqtt", "ClientCertificate"}, {"Mqtt", "ClientKey"},
 };
 
 bool IsColor(TextView text) {
@@ -41,6 +53,7 @@ void MainFileCheck::Run() {
     CheckColors();
     CheckOddNumbers();
     CheckFiles();
+    CheckCertificates();
     CheckDevices();
     CheckTemplates(lines_, findings_);
     CheckForwarders(lines_, findings_);
@@ -97,10 +110,24 @@ void MainFileCheck::CheckFiles() {
     }
 }
 
-void MainFileCheck::CheckFile(TextView key, TextView path) {
-    if (path.empty()) return findings_.Error(LineOf(key), kTextNeeded, {key});
+void MainFileCheck::CheckFile(TextView key, TextView path, TextView section) {
+    const int line = lines_.LineOf(section, key);
+    if (path.empty()) return findings_.Error(line, kTextNeeded, {key});
     if (!RightsOf(dataFolder_.ResolveSetting(path)).isThere)
-        findings_.Error(LineOf(key), kTextFileMissing, {key, path});
+        findings_.Error(line, kTextFileMissing, {key, path});
+}
+
+void MainFileCheck::CheckCertificates() {
+    const bool isLinkSecured = LeadingInt32(lines_.ValueOf("NetWork", "Tls")) != 0;
+    for (const CertificateKey& file : kCertificateKeys) {
+        const TextView path = TrimBlanks(lines_.ValueOf(file.section, file.key));
+        const bool isNeeded = isLinkSecured && TextView(file.section) == "NetWork";
+        if (path.empty() && !isNeeded) continue;
+        CheckFile(file.key, path, file.section);
+        const bool isKey = TextView(file.key).ends_with("Key");
+        if (isKey && RightsOf(dataFolder_.ResolveSetting(path)).mayOthersRead)
+            findings_.Warning(lines_.LineOf(file.section, file.key), kTextKeyOpen, {path});
+    }
 }
 
 void MainFileCheck::CheckDevices() {

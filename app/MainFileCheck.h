@@ -20,7 +20,8 @@ class MainFileCheck {
     void CheckColors();
     void CheckOddNumbers();
     void CheckFiles();
-    void CheckFile(TextView key, TextView path);
+    void CheckFile(TextView key, TextView path, TextView section = "General");
+    void CheckCertificates();
     void CheckDevice(TextView key, TextView line, TextView device);
     void CheckDevices();
     int LineOf(TextView key) const { return lines_.LineOf("General", key); }

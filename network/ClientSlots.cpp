@@ -22,6 +22,8 @@ constexpr std::size_t kMostUnsent = 64 << 20;
 constexpr int kMostFramesInOneTurn = 50;
 constexpr int kMostMsInOneTurn = 4;
 constexpr int kSupervisionMs = 1000;
+/// A caller that does not prove itself by a certificate within this time holds no slot.
+constexpr int kProofMs = 10'000;
 constexpr int kIntervalsOfSilence = 5;
 constexpr int kFarewellMs = 2000;
 constexpr int kFarewellStepMs = 10;
@@ -42,6 +44,7 @@ ClientSlots::ClientSlots(const NetworkParts& needs)
     listener_->SetEvents({.connectionRequest = [this](SocketRequest request) { OnCall(request); }});
     for (int slot = 0; slot < kSlotCount; ++slot) {
         At(slot).socket = needs_.sockets.NewSocket(SocketKind::Tcp);
+        At(slot).socket->SetTls(needs_.tls);
         At(slot).socket->SetEvents(EventsOf(slot));
     }
     refusal_ = needs_.sockets.NewSocket(SocketKind::Tcp);
@@ -49,6 +52,7 @@ ClientSlots::ClientSlots(const NetworkParts& needs)
 
 SocketEvents ClientSlots::EventsOf(int slot) {
     return {.dataArrival = [this, slot] { OnData(slot); },
+            .connected = [this, slot] { Welcome(slot); },
             .closed = [this, slot] { OnClosed(slot); },
             .error = [this, slot](const Text& description) { OnError(slot, description); },
             .sendComplete = [this, slot] { OnSendComplete(slot); }};
@@ -60,12 +64,13 @@ bool ClientSlots::Listen() {
 }
 
 int ClientSlots::ConnectedCount() const {
-    return static_cast<int>(std::ranges::count_if(
-        slots_, [](const Slot& slot) { return slot.socket->State() == SocketState::Connected; }));
+    int count = 0;
+    for (int slot = 0; slot < kSlotCount; ++slot) count += IsConnected(slot) ? 1 : 0;
+    return count;
 }
 
 bool ClientSlots::IsConnected(int slot) const {
-    return At(slot).socket->State() == SocketState::Connected;
+    return At(slot).isWelcome && At(slot).socket->State() == SocketState::Connected;
 }
 
 int ClientSlots::FreeSlot() const {
@@ -95,8 +100,15 @@ void ClientSlots::OnCall(SocketRequest request) {
         return Refuse(socket, address, kTextNotAllowed);
     At(free).lastHeardMs = needs_.clock.MonotonicMs();
     At(free).address = address;
-    if (handler_ != nullptr) handler_->ClientCame(free);
-    Log(free, Line(kTextConnected, address), LogKind::Information);
+    if (socket.State() == SocketState::Connected) return Welcome(free);
+    // One with an encrypted link has to prove itself first.
+    if (socket.State() != SocketState::Connecting) OnError(free, socket.LastError());
+}
+
+void ClientSlots::Welcome(int slot) {
+    At(slot).isWelcome = true;
+    if (handler_ != nullptr) handler_->ClientCame(slot);
+    Log(slot, Line(kTextConnected, AddressOf(slot)), LogKind::Information);
 }
 
 void ClientSlots::OnClosed(int slot) {
@@ -174,7 +186,7 @@ void ClientSlots::TakeTurn() {
 void ClientSlots::CloseSlot(int slot) {
     At(slot).socket->Close();
     At(slot).buffer.Clear();
-    At(slot).hasFramesLeft = At(slot).hasPeerLeft = false;
+    At(slot).hasFramesLeft = At(slot).hasPeerLeft = At(slot).isWelcome = false;
 }
 
 void ClientSlots::SendTo(int slot, Message message, TextView payload) {
@@ -204,12 +216,16 @@ void ClientSlots::WriteClientSocket(int slot, TextView frame) {
 }
 
 void ClientSlots::Supervise(int elapsedMs) {
-    const int interval = needs_.settings.NetworkKeepAliveInterval;
-    if (interval <= 0) return;
     supervisionMs_ += elapsedMs;
     if (supervisionMs_ < kSupervisionMs) return;
     supervisionMs_ = 0;
     const std::int64_t now = needs_.clock.MonotonicMs();
+    for (int slot = 0; slot < kSlotCount; ++slot) {
+        const bool isProving = At(slot).socket->State() == SocketState::Connecting;
+        if (isProving && now - At(slot).lastHeardMs > kProofMs) OnError(slot, "no TLS");
+    }
+    const int interval = needs_.settings.NetworkKeepAliveInterval;
+    if (interval <= 0) return;
     const std::int64_t longest = std::int64_t{kIntervalsOfSilence} * interval / 1000 * 1000;
     for (int slot = 0; slot < kSlotCount; ++slot) {
         if (!IsConnected(slot) || now - At(slot).lastHeardMs <= longest) continue;
@@ -228,7 +244,7 @@ void ClientSlots::Shutdown() {
     for (int waited = 0; waited < kFarewellMs && completed() < connected; waited += kFarewellStepMs)
         needs_.loop.SleepAndPump(kFarewellStepMs);
     for (Slot& slot : slots_) {
-        slot.isSendCompleted = false;
+        slot.isSendCompleted = slot.isWelcome = false;
         slot.socket->Close();
     }
 }

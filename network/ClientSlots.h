@@ -67,8 +67,9 @@ class ClientSlots {
         Text address{};
         FrameBuffer buffer{};
         std::int64_t lastHeardMs = 0;
-        bool hasFramesLeft =
-            false;  // a later turn goes on with them; what arrives meanwhile stays in the system
+        bool isWelcome = false;  // it is a client: an encrypted one has proved who it is
+        // A later turn goes on with them; what arrives meanwhile stays in the system.
+        bool hasFramesLeft = false;
         bool hasPeerLeft = false;
         bool isSendCompleted = false;
     };
@@ -81,6 +82,8 @@ class ClientSlots {
     void Refuse(Winsock& socket, const Text& address, int textNumber);
     int FreeSlot() const;
     void OnData(int slot);
+    /// The caller is a client from now on.
+    void Welcome(int slot);
     void OnClosed(int slot);
     void OnError(int slot, const Text& description);
     void OnSendComplete(int slot);

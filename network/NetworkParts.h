@@ -18,6 +18,7 @@ struct NetworkParts {
     SysLog& log;
     const NetworkTraffic& traffic;
     const NetworkSettings& settings;
+    SocketTls tls{};  // of all connections
 };
 
 }  // namespace nordkeep

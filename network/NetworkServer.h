@@ -1,8 +1,8 @@
 #pragma once
 
-#include "network/LoginBrake.h"
 #include "network/ClientSlots.h"
 #include "network/FileService.h"
+#include "network/LoginBrake.h"
 #include "network/Messages.h"
 #include "pipeline/AlarmHandling.h"
 #include "pipeline/TorvexLink.h"

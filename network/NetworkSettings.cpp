@@ -21,6 +21,10 @@ const std::array kRows = {
     SettingRow<N>{kNetWork, "ViewLoginFormAutomatically", kOwn, &N::ViewLoginFormAutomatically},
     SettingRow<N>{kNetWork, "AutoLoginUserName", kOwn, &N::AutoLoginUserName},
     SettingRow<N>{kNetWork, "AutoLoginPassword", kOwn, &N::AutoLoginPassword},
+    SettingRow<N>{kNetWork, "Tls", kOwn, &N::Tls},
+    SettingRow<N>{kNetWork, "TlsCertificate", kOwn, &N::TlsCertificate},
+    SettingRow<N>{kNetWork, "TlsKey", kOwn, &N::TlsKey},
+    SettingRow<N>{kNetWork, "TlsCAFile", kOwn, &N::TlsCAFile},
     SettingRow<N>{kNetWork, "RemoteFileFolders", kOwn, &N::RemoteFileFolders},
 };
 
@@ -39,6 +43,14 @@ NetworkSettings LoadNetworkSettings(const Settings& files) {
     int& interval = settings.NetworkKeepAliveInterval;
     if (interval > 0 && interval < kShortestKeepAliveMs) interval = kShortestKeepAliveMs;
     return settings;
+}
+
+SocketTls LinkTlsOf(const NetworkSettings& settings, const FileTree& dataFolder) {
+    if (!settings.Tls) return {};
+    return {.isOn = true,
+            .authorityFile = dataFolder.ResolveSetting(settings.TlsCAFile),
+            .certificateFile = dataFolder.ResolveSetting(settings.TlsCertificate),
+            .keyFile = dataFolder.ResolveSetting(settings.TlsKey)};
 }
 
 }  // namespace nordkeep

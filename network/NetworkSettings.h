@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Winsock.h"
 #include "runtime/SettingTable.h"
 
 namespace nordkeep {
@@ -17,10 +18,16 @@ struct NetworkSettings {
     bool ViewLoginFormAutomatically = false;
     Text AutoLoginUserName{};
     Text AutoLoginPassword{};
+    bool Tls = false;       // the link is encrypted, with certificates on both sides
+    Text TlsCertificate{};  // PEM files; relative paths are of the data folder
+    Text TlsKey{};
+    Text TlsCAFile{};
     Text RemoteFileFolders{};  // ";"-separated, outside the data folder, that clients may read by full path
 };
 
 std::span<const SettingRow<NetworkSettings>> NetworkSettingRows();
 NetworkSettings LoadNetworkSettings(const Settings& files);
+/// How all connections between copies are encrypted.
+SocketTls LinkTlsOf(const NetworkSettings& settings, const FileTree& dataFolder);
 
 }  // namespace nordkeep

@@ -29,6 +29,7 @@ ServerLink::ServerLink(const NetworkParts& needs)
     : needs_(needs),
       socket_(needs.sockets.NewSocket(SocketKind::Tcp)),
       addresses_(AddressesOf(needs.settings.ServerAddress)) {
+    socket_->SetTls(needs.tls);
     socket_->SetEvents({.dataArrival = [this] { OnData(); },
                         .closed = [this] { OnClosed(); },
                         .error = [this](const Text& description) { OnError(description); }});
@@ -58,7 +59,10 @@ bool ServerLink::ConnectTo(const Text& address, std::int64_t mostMs) {
     const auto isUnderWay = [this] {
         return socket_->State() == SocketState::Resolving || socket_->State() == SocketState::Connecting;
     };
-    if (!socket_->Connect()) return false;
+    if (!socket_->Connect()) {
+        Lose(socket_->LastError());
+        return false;
+    }
     while (isUnderWay() && needs_.clock.MonotonicMs() < end) needs_.loop.SleepAndPump(kStepMs);
     isLost_ = socket_->State() != SocketState::Connected;
     if (isLost_) socket_->Close();

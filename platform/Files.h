@@ -46,6 +46,8 @@ bool WriteFile(const NativePath& path, TextView bytes);
 /// see either the old or the new content; on the medium when it returns. The mode of an existing file stays.
 /// False when anything failed, and for an existing file that this program may not read and write.
 bool ReplaceFile(const NativePath& path, TextView bytes);
+/// The same; a file that is made here is nobody's but its owner's, since it keeps passwords.
+bool ReplacePrivateFile(const NativePath& path, TextView bytes);
 /// Appends with one write, making the file when missing. An existing read-only mark is cleared for the write
 /// and set again behind it.
 bool AppendToFile(const NativePath& path, TextView bytes);

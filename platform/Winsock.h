@@ -42,11 +42,16 @@ struct SocketEvents {
     std::function<void()> sendComplete{};
 };
 
-/// Whether a connection is encrypted from its first byte on. The peer's certificate must be good for the
-/// remote host's name.
+/// Whether a connection is encrypted from its first byte on. The certificate of a peer that is called must be
+/// good for the remote host's name. With a certificate of its own a side proves itself, by TLS 1.3 or later,
+/// and takes no peer without a certificate of the authority; a side that is called needs one.
 struct SocketTls {
     bool isOn = false;
-    NativePath authorityFile{};  // PEM certificates that are trusted besides the system's; empty: none
+    /// PEM certificates that are trusted, besides the system's if there is no certificate of its own; empty:
+    /// none.
+    NativePath authorityFile{};
+    NativePath certificateFile{};  // PEM, the own certificate and those between it and the authority's
+    NativePath keyFile{};          // PEM, RSA or EC, without a password
 };
 
 /// Who has sent a datagram. An empty one is nobody in particular.
@@ -61,7 +66,8 @@ class Winsock {
  public:
     virtual ~Winsock() = default;
     virtual void SetEvents(SocketEvents events) = 0;
-    /// For the next Connect of a TCP socket; it is Connected when the peer has proved who it is.
+    /// For the next Connect or Accept of a TCP socket; it is Connected when the peer has proved who it is,
+    /// and until then Connecting.
     virtual void SetTls(const SocketTls& tls) = 0;
 
     virtual void SetLocalPort(int port) = 0;

@@ -8,6 +8,8 @@ namespace nordkeep {
 namespace {
 
 constexpr TextView kLineEnd = "\r\n";
+/// The main settings, those of lines, and the users.
+constexpr TextView kWithPasswords = "*.INI";
 
 }  // namespace
 
@@ -48,7 +50,9 @@ Text LocalDataFiles::ReadBinaryFile(TextView path) {
 }
 
 void LocalDataFiles::WriteTextFile(TextView path, TextView text) {
-    ReplaceFile(dataFolder_.Resolve(path), Text(text).append(kLineEnd));
+    const NativePath file = dataFolder_.Resolve(path);
+    const Text bytes = Text(text).append(kLineEnd);
+    MatchesMask(path, kWithPasswords) ? ReplacePrivateFile(file, bytes) : ReplaceFile(file, bytes);
 }
 
 OleDate LocalDataFiles::FileTimeStamp(TextView path) {

@@ -37,7 +37,11 @@ void CopyDefaultFiles(const FileTree& programFolder, TextView templateExtension,
         if (!MatchesMask(name, "*." + Text(templateExtension))) continue;
         const Text stem = name.substr(0, name.size() - templateExtension.size());
         const NativePath target = dataFolder.Resolve("Settings\\" + stem + Text(targetExtension));
-        if (!StampOf(target).Exists()) CopyFile(programFolder.Resolve(name), target);
+        if (StampOf(target).Exists()) continue;
+        const auto content = ReadFile(programFolder.Resolve(name));
+        // Settings are to keep passwords, which are nobody else's.
+        const bool isPrivate = EqualsNoCase(targetExtension, "INI");
+        if (content) isPrivate ? ReplacePrivateFile(target, *content) : ReplaceFile(target, *content);
     }
 }
 

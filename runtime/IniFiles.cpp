@@ -48,7 +48,7 @@ bool IniFiles::Write(const NativePath& path, TextView section, TextView key, Tex
     const Cached& present = Present(path);
     if (present.isUnreadable) return false;
     Text changed = present.text.WithValue(section, key, value);
-    if (!ReplaceFile(path, changed)) return false;
+    if (!ReplacePrivateFile(path, changed)) return false;
     cache_[path] = {.stamp = StampOf(path), .text = IniText(std::move(changed))};
     return true;
 }

@@ -56,8 +56,8 @@ bool WriteTemporary(const NativePath& path, TextView bytes, const mode_t* mode) 
     return WriteAll(file.Get(), bytes) && ::fsync(file.Get()) == 0 && file.Close();
 }
 
-/// A rename goes over a file whatever its mode; what this program may not write is not its own to replace, and
-/// of what it cannot read nobody here knows what would be lost.
+/// A rename goes over a file whatever its mode; what this program may not write is not its own to replace,
+/// and of what it cannot read nobody here knows what would be lost.
 bool MayReplace(const NativePath& path) {
     return static_cast<bool>(OpenRegular(path.c_str(), O_RDWR));
 }
@@ -65,18 +65,19 @@ bool MayReplace(const NativePath& path) {
 /// Without a mode the file gets the usual rights.
 bool PutAt(const NativePath& target, TextView bytes, const mode_t* mode) {
     const NativePath temporary = TemporaryNameFor(target);
-    if (WriteTemporary(temporary, bytes, mode) &&
-        ::rename(temporary.c_str(), target.c_str()) == 0)
+    if (WriteTemporary(temporary, bytes, mode) && ::rename(temporary.c_str(), target.c_str()) == 0)
         return SynchroniseFolderOf(target);
     ::unlink(temporary.c_str());
     return false;
 }
 
-/// `status` is that of what stands there; none when there is nothing.
-bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status) {
+/// `status` is that of what stands there; none when there is nothing. `ofNew` are the rights of a file that
+/// is made; none for the usual ones.
+bool ReplaceAt(const NativePath& target, TextView bytes, const struct stat* status,
+               const mode_t* ofNew = nullptr) {
     if (status && (!S_ISREG(status->st_mode) || !MayReplace(target))) return false;
     const mode_t mode = status ? status->st_mode & 07777 : 0;
-    return PutAt(target, bytes, status ? &mode : nullptr);
+    return PutAt(target, bytes, status ? &mode : ofNew);
 }
 
 bool AppendToReadOnly(const NativePath& path, TextView bytes) {
@@ -150,6 +151,14 @@ bool ReplaceFile(const NativePath& path, TextView bytes) {
     struct stat status {};
     const bool exists = ::stat(target.c_str(), &status) == 0;
     return ReplaceAt(target, bytes, exists ? &status : nullptr);
+}
+
+bool ReplacePrivateFile(const NativePath& path, TextView bytes) {
+    constexpr mode_t kOwnersOnly = S_IRUSR | S_IWUSR;
+    const NativePath target = BehindLinks(path);
+    struct stat status {};
+    const bool exists = ::stat(target.c_str(), &status) == 0;
+    return ReplaceAt(target, bytes, exists ? &status : nullptr, &kOwnersOnly);
 }
 
 bool ReplaceFileUnlinked(const NativePath& path, TextView bytes) {

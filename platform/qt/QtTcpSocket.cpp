@@ -2,9 +2,9 @@
 
 #include "platform/qt/Addresses.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/TlsConfiguration.h"
 
 #include <QtCore/QTimer>
-#include <QtNetwork/QSslConfiguration>
 
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -159,14 +159,13 @@ void QtTcpSocket::Accept(SocketRequest request) {
     const int descriptor = callers_->Take(request);
     if (descriptor < 0) return;
     Close();
-    socket_ = new QTcpSocket(&tasks_);
-    WatchToolkitSocket();
-    if (!socket_->setSocketDescriptor(descriptor)) {
-        Fail(socket_->errorString());
+    if (!NewSocket() || !socket_->setSocketDescriptor(descriptor)) {
+        if (socket_ != nullptr) Fail(socket_->errorString());
         ::close(descriptor);
         return;
     }
     BeginTalk(descriptor);
+    if (secured_ != nullptr) secured_->startServerEncryption();
 }
 
 void QtTcpSocket::BeginTalk(int descriptor) {
@@ -238,23 +237,25 @@ std::size_t QtTcpSocket::UnsentBytes() const {
     return socket_ == nullptr ? 0 : static_cast<std::size_t>(socket_->bytesToWrite());
 }
 
-bool QtTcpSocket::NewCallingSocket() {
-    if (!tls_.isOn) {
+bool QtTcpSocket::NewSocket() {
+    if (tls_.isOn) {
+        QString failure;
+        const auto configuration = TlsConfigurationOf(tls_, failure);
+        if (!configuration) return Fail(failure);
+        socket_ = secured_ = new QSslSocket(&tasks_);
+        secured_->setSslConfiguration(*configuration);
+        QObject::connect(secured_, &QSslSocket::encrypted, &tasks_, [this] { OnConnected(); });
+    } else {
         socket_ = new QTcpSocket(&tasks_);
-        QObject::connect(socket_, &QTcpSocket::connected, &tasks_, [this] { OnConnected(); });
-        WatchToolkitSocket();
-        return true;
     }
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    if (!tls_.authorityFile.empty()) {
-        const auto trusted = QSslCertificate::fromPath(QString::fromStdString(tls_.authorityFile));
-        if (trusted.isEmpty()) return Fail(QStringLiteral("The file of trusted certificates cannot be read"));
-        configuration.addCaCertificates(trusted);
-    }
-    socket_ = secured_ = new QSslSocket(&tasks_);
-    secured_->setSslConfiguration(configuration);
-    QObject::connect(secured_, &QSslSocket::encrypted, &tasks_, [this] { OnConnected(); });
     WatchToolkitSocket();
+    return true;
+}
+
+bool QtTcpSocket::NewCallingSocket() {
+    if (!NewSocket()) return false;
+    if (secured_ == nullptr)
+        QObject::connect(socket_, &QTcpSocket::connected, &tasks_, [this] { OnConnected(); });
     return true;
 }
 

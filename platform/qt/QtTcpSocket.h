@@ -63,6 +63,7 @@ class QtTcpSocket : public Winsock {
     };
 
     void WatchToolkitSocket();
+    bool NewSocket();
     bool NewCallingSocket();
     bool IsEncrypted() const;
     void LetGo(QTcpSocket* socket);

@@ -55,6 +55,15 @@ TEST_F(Files, ReplacingKeepsTheModeAndLeavesNothingBehind) {
     EXPECT_EQ(ListEntries(folder.Path()), (std::vector<Text>{"a.ini"}));
 }
 
+TEST_F(Files, APrivateFileIsMadeForItsOwnerAloneAndKeepsTheRightsItHas) {
+    EXPECT_TRUE(ReplacePrivateFile(At("Users.INI"), "a"));
+    EXPECT_EQ(ModeOf(At("Users.INI")), 0600u);
+    ASSERT_EQ(::chmod(At("Users.INI").c_str(), 0660), 0);
+    EXPECT_TRUE(ReplacePrivateFile(At("Users.INI"), "b"));
+    EXPECT_EQ(ModeOf(At("Users.INI")), 0660u) << "somebody has decided so";
+    EXPECT_EQ(folder.Read("Users.INI"), "b");
+}
+
 TEST_F(Files, ReplacingALinkedFileKeepsTheLink) {
     ASSERT_TRUE(WriteFile(At("real"), "old"));
     ASSERT_EQ(::symlink("real", At("link").c_str()), 0);
