@@ -1,6 +1,7 @@
 #include "app/CheckCommand.h"
 
 #include "app/CentreCheck.h"
+#include "app/start/ProgramFolders.h"
 #include "platform/ProgramFile.h"
 #include "runtime/Language.h"
 #include "runtime/Settings.h"
@@ -39,8 +40,10 @@ void Print(const Findings& findings) {
 }  // namespace
 
 int RunCheckCommand(const CommandLine& commandLine) {
-    const NativePath home = ProgramFolder();
-    const NativePath wanted = commandLine.path.value_or("").empty() ? home : *commandLine.path;
+    const NativePath home = ProgramFilesFolder(ProgramFile());
+    const NativePath wanted = commandLine.path.value_or("").empty()
+                                  ? DefaultDataFolder(ProgramFile(), commandLine.runAsService)
+                                  : *commandLine.path;
     const auto folder = CanonicalPath(wanted);
     if (!folder || !FolderExists(*folder)) return Refuse("cannot use the folder \"" + wanted + "\"");
     const FileTree programFolder(home);

@@ -1,6 +1,7 @@
 #include "app/Foundation.h"
 
-#include "app/ServiceUnit.h"
+#include "app/start/ProgramFolders.h"
+#include "app/start/ServiceUnit.h"
 #include "network/ClientSession.h"
 #include "runtime/DefaultFiles.h"
 
@@ -34,14 +35,21 @@ NativePath FolderOf(const NativePath& file) {
     return file.substr(0, file.rfind('/'));
 }
 
-/// The folder that /PATH: names, made when missing; the program folder when it cannot be had.
-NativePath DataFolderOf(const CommandLine& commandLine, const NativePath& programFolder) {
-    if (!commandLine.path || commandLine.path->empty()) return programFolder;
-    MakeFolder(*commandLine.path);
-    if (const auto folder = CanonicalPath(*commandLine.path); folder && FolderExists(*folder)) return *folder;
-    std::fprintf(stderr, "nordkeep: cannot use the folder \"%s\", using \"%s\"\n", commandLine.path->c_str(),
-                 programFolder.c_str());
-    return programFolder;
+/// The folder that /PATH: names, made when missing; the default when it cannot be had.
+NativePath DataFolderOf(const CommandLine& commandLine, const NativePath& byDefault) {
+    const bool isTold = commandLine.path && !commandLine.path->empty();
+    const NativePath wanted = isTold ? *commandLine.path : byDefault;
+    MakeFolder(wanted);
+    if (const auto folder = CanonicalPath(wanted); folder && FolderExists(*folder)) return *folder;
+    if (!isTold) return byDefault;
+    std::fprintf(stderr, "nordkeep: cannot use the folder \"%s\", using \"%s\"\n", wanted.c_str(),
+                 byDefault.c_str());
+    return DataFolderOf({}, byDefault);
+}
+
+/// Whether the start is that of a service, or sets one up.
+bool IsForService(const CommandLine& commandLine) {
+    return commandLine.runAsService || commandLine.install || commandLine.uninstall;
 }
 
 void Print(const std::string& text) {
@@ -70,8 +78,9 @@ const Foundation::Step Foundation::kSteps[] = {
 Foundation::Foundation(const PlatformParts& platform, const CommandLine& commandLine)
     : platform_(platform),
       commandLine_(commandLine),
-      programFolder_(FolderOf(platform.programFile)),
-      dataFolder_(DataFolderOf(commandLine, programFolder_.Root())),
+      programFolder_(ProgramFilesFolder(platform.programFile)),
+      dataFolder_(
+          DataFolderOf(commandLine, DefaultDataFolder(platform.programFile, IsForService(commandLine)))),
       settings_(dataFolder_),
       log_(dataFolder_, platform.clock),
       trafficLog_(dataFolder_, platform.clock),
@@ -162,18 +171,19 @@ void Foundation::WaitForFolder() {
 
 Foundation::Outcome Foundation::Uninstall() {
     if (!commandLine_.uninstall) return std::nullopt;
-    const bool isDone = UninstallService();
-    Print(std::string(kServiceName) +
-          (isDone ? " service uninstalled successfully" : " failed to uninstall as service"));
-    return isDone ? kSuccess : kFailure;
+    const ServiceChange change = UninstallService(platform_.loop);
+    Print(change.report);
+    return change.isDone ? kSuccess : kFailure;
 }
 
 Foundation::Outcome Foundation::Install() {
     if (!commandLine_.install) return std::nullopt;
-    const bool isDone = InstallService(platform_.programFile, commandLine_.path ? dataFolder_.Root() : "");
-    Print(std::string(kServiceName) +
-          (isDone ? " service installation succeeded" : " failed to install as service"));
-    return isDone ? kSuccess : kFailure;
+    // A program in a folder of its own is told no data folder: it finds itself.
+    const bool isOwn = dataFolder_.Root() == FolderOf(platform_.programFile);
+    const ServiceChange change =
+        InstallService(platform_.programFile, isOwn ? "" : dataFolder_.Root(), platform_.loop);
+    Print(change.report);
+    return change.isDone ? kSuccess : kFailure;
 }
 
 Foundation::Outcome Foundation::ReadNetworkSettings() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/CommandLine.h"
 #include "app/PlatformParts.h"
+#include "app/start/CommandLine.h"
 #include "network/ClientSlots.h"
 #include "network/NetworkSettings.h"
 #include "network/NetworkTraffic.h"

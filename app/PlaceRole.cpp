@@ -2,6 +2,7 @@
 
 #include "network/FileService.h"
 #include "network/RemoteDataFiles.h"
+#include "platform/ProgramFile.h"
 #include "runtime/DataFiles.h"
 #include "translation/AliveTestReset.h"
 
@@ -69,14 +70,14 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);
     role.hasLines = true;
-    role.lines = std::make_unique<LocalLines>(
-        LocalLines::Needs{.ports = parts.portList,
-                          .dataFolder = dataFolder,
-                          .files = parts.foundation.Files(),
-                          .clock = parts.foundation.Platform().clock,
-                          .reload = parts.reload,
-                          .host = *role.editorHost,
-                          .sendTool = parts.foundation.ProgramFolder().Resolve("nordkeep-send")});
+    role.lines =
+        std::make_unique<LocalLines>(LocalLines::Needs{.ports = parts.portList,
+                                                       .dataFolder = dataFolder,
+                                                       .files = parts.foundation.Files(),
+                                                       .clock = parts.foundation.Platform().clock,
+                                                       .reload = parts.reload,
+                                                       .host = *role.editorHost,
+                                                       .sendTool = ProgramFolder() + "/nordkeep-send"});
     return role;
 }
 

@@ -36,16 +36,6 @@ bool WaitFor(const std::function<bool()>& condition) {
     return true;
 }
 
-int FreePort() {
-    const int probe = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = Loopback(0);
-    socklen_t size = sizeof address;
-    bind(probe, reinterpret_cast<sockaddr*>(&address), size);
-    getsockname(probe, reinterpret_cast<sockaddr*>(&address), &size);
-    close(probe);
-    return ntohs(address.sin_port);
-}
-
 RunningCopy::~RunningCopy() {
     Kill();
 }
@@ -63,7 +53,12 @@ void RunningCopy::WriteMainSettings(const std::string& lines) const {
 void RunningCopy::Start(const std::vector<std::string>& switches) {
     std::vector<std::string> words = {"/RunAsService"};
     words.insert(words.end(), switches.begin(), switches.end());
-    Launch(std::move(words));
+    Launch(words);
+    WaitForOutput(NORDKEEP_VERSION);
+}
+
+void RunningCopy::StartAsItIs() {
+    Launch({});
     WaitForOutput(NORDKEEP_VERSION);
 }
 
@@ -80,10 +75,11 @@ void RunningCopy::StartOnDisplay(const std::string& display) {
     Launch({}, display);
 }
 
-void RunningCopy::Launch(std::vector<std::string> words, const std::string& display) {
-    words.insert(words.begin(), std::string(NORDKEEP_BIN_DIR) + "/nordkeep");
+void RunningCopy::Launch(const std::vector<std::string>& words, const std::string& display) {
+    std::vector<std::string> command = {std::string(NORDKEEP_BIN_DIR) + "/" + program_};
+    command.insert(command.end(), words.begin(), words.end());
     // The path stands last: its value would take in a word that is no switch.
-    words.push_back("/PATH:" + data_.Path());
+    command.push_back("/PATH:" + data_.Path());
     const std::string output = output_.Path() + "/output";
     // Emptied before the start, so that nobody waits for what an earlier run has written.
     WriteFile(output, "");
@@ -104,7 +100,7 @@ void RunningCopy::Launch(std::vector<std::string> words, const std::string& disp
         unsetenv("NORDKEEP_UNATTENDED");
     }
     std::vector<char*> pointers;
-    for (std::string& word : words) pointers.push_back(word.data());
+    for (std::string& word : command) pointers.push_back(word.data());
     pointers.push_back(nullptr);
     execv(pointers[0], pointers.data());
     _exit(127);

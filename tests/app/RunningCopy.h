@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Text.h"
+#include "tests/app/FreePort.h"
 #include "tests/doubles/RobofonTelegram.h"
 #include "tests/doubles/TempFolder.h"
 
@@ -13,8 +14,6 @@ namespace nordkeep {
 
 /// Waits up to half a minute for something to become true.
 bool WaitFor(const std::function<bool()>& condition);
-/// A TCP or UDP port of the loopback address that nobody uses at this moment.
-int FreePort();
 
 /// The built program, started as a service on a data folder of its own, or on one that several share.
 class RunningCopy {
@@ -29,6 +28,10 @@ class RunningCopy {
     /// A main settings file with the English language, and `lines` in section General.
     void WriteMainSettings(const std::string& lines = {}) const;
 
+    /// The program to start instead of the operator's.
+    void UseProgram(const std::string& name) { program_ = name; }
+    /// Starts it without a switch but the folder, and waits until the log says that it has.
+    void StartAsItIs();
     /// Starts the program and waits until the log says that it has.
     void Start(const std::vector<std::string>& switches = {});
     /// Starts the service and waits until it stands by because the folder is in use.
@@ -50,12 +53,13 @@ class RunningCopy {
     std::vector<Text> EventFiles() const;
 
  private:
-    void Launch(std::vector<std::string> words, const std::string& display = {});
+    void Launch(const std::vector<std::string>& words, const std::string& display = {});
     int Wait();
 
     std::unique_ptr<TempFolder> own_{};
     const TempFolder& data_;
     TempFolder output_{};
+    std::string program_ = "nordkeep";
     int pid_ = -1;
 };
 

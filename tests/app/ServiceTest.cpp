@@ -1,4 +1,4 @@
-#include "app/ServiceUnit.h"
+#include "app/start/ServiceUnit.h"
 #include "tests/app/RunningCopy.h"
 #include "tests/app/ServiceManager.h"
 
@@ -7,6 +7,8 @@
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 
 namespace nordkeep {
@@ -87,7 +89,7 @@ TEST(Service, UnitIsSoundAndConfined) {
     for (const char* folder :
          {"/srv/alarm data/100%", "/var/lib/nordkeep", "/var/lib/private/nordkeep", ""}) {
         units.Write("nordkeep.service", ServiceUnitText("/usr/bin/true", folder));
-        EXPECT_EQ(Analyze("verify " + unit), "status 0\n") << units.Read("nordkeep.service");
+        EXPECT_EQ(Analyze("verify --man=no " + unit), "status 0\n") << units.Read("nordkeep.service");
         // The threshold is in tenths; the tool fails above it.
         const std::string report = Analyze("security --offline=true --threshold=24 --no-pager " + unit);
         EXPECT_NE(report.find("status 0"), std::string::npos) << folder << "\n" << report;
@@ -108,6 +110,53 @@ TEST(Service, UnitRunsUnderTheAccountThatHasTheData) {
     EXPECT_TRUE(holds("/var/lib/private/a b", "\"/PATH:/var/lib/a b\""));
     EXPECT_TRUE(holds("/home/anna/data", "\nProtectHome=read-only\nPrivateTmp=yes\n"));
     EXPECT_TRUE(holds("", "\nReadWritePaths=\"/opt/nordkeep\"\n"));
+}
+
+TEST(Service, ShippedUnitsAreSoundAndConfinedAsWell) {
+    if (std::system("command -v systemd-analyze >/dev/null") != 0) GTEST_SKIP() << "no systemd-analyze";
+    const std::string shipped = std::string(NORDKEEP_BIN_DIR) + "/../units/";
+    TempFolder units;
+    for (const char* name : {"nordkeep.service", "nordkeep@.service"}) {
+        std::ifstream file(shipped + name, std::ios::binary);
+        Text unit{std::istreambuf_iterator<char>(file), {}};
+        EXPECT_EQ(unit.find("@COMMAND@"), Text::npos);
+        EXPECT_NE(unit.find("/nordkeepd\" /RunAsService \"/PATH:"), Text::npos) << unit;
+        // Where it is not installed yet, another program stands in for it.
+        unit.replace(unit.find("ExecStart=") + 10, unit.find(" /RunAs") - unit.find("ExecStart=") - 10,
+                     "/usr/bin/true");
+        units.Write(name, unit);
+        const std::string path = units.Path() + "/" + name;
+        EXPECT_EQ(Analyze("verify --man=no " + path), "status 0\n") << unit;
+        const std::string report = Analyze("security --offline=true --threshold=24 --no-pager " + path);
+        EXPECT_NE(report.find("status 0"), std::string::npos) << report;
+    }
+}
+
+TEST(Service, ProgramForServicesNeedsNothingOfADesktop) {
+    FILE* pipe = popen("ldd " NORDKEEP_BIN_DIR "/nordkeepd", "r");
+    std::string libraries;
+    char buffer[512];
+    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe)) libraries.append(buffer, got);
+    EXPECT_EQ(pclose(pipe), 0);
+    EXPECT_NE(libraries.find("libQt6Core"), std::string::npos);
+    for (const char* library : {"Qt6Gui", "Qt6Widgets", "Qt6PrintSupport", "Qt6Svg", "libX11", "libxcb",
+                                "libGL", "libEGL", "fontconfig", "freetype", "libcups"})
+        EXPECT_EQ(libraries.find(library), std::string::npos) << library;
+}
+
+TEST(Service, ProgramForServicesIsOneWithoutASwitch) {
+    RunningCopy copy;
+    const int port = FreePort();
+    copy.UseProgram("nordkeepd");
+    copy.WriteMainSettings();
+    copy.AddPort("Port1",
+                 "PortType=TCPS\r\nBindSocketToAddress=127.0.0.1\r\nPortNumber=" + std::to_string(port));
+    copy.StartAsItIs();
+    const Caller caller(port);
+    caller.Send(RobofonTelegram("10000101"));
+    EXPECT_EQ(caller.Receive(1), "\x06");
+    EXPECT_EQ(copy.Stop(), 0);
+    EXPECT_NE(copy.Output().find("Stand-alone, Service"), std::string::npos) << copy.Output();
 }
 
 }  // namespace

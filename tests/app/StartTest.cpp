@@ -1,3 +1,4 @@
+#include "platform/ChildProcess.h"
 #include "tests/app/RunningCopy.h"
 
 #include <gtest/gtest.h>
@@ -75,24 +76,83 @@ TEST(Start, CarriesOldNamesForwardAndOverwritesNothing) {
     EXPECT_FALSE(copy.Data().Exists("Settings\\Default.IDCode")) << "an old installation gets no defaults";
 }
 
-TEST(Start, InstallsAndRemovesTheService) {
-    TempFolder units;
-    setenv("NORDKEEP_UNIT_FOLDER", units.Path().c_str(), 1);
+/// A folder in front of the search path with a systemctl that notes its words and ends with a status.
+class FakeSystemctl {
+ public:
+    explicit FakeSystemctl(int status) : path_(std::getenv("PATH")) {
+        const std::string file = folder_.Path() + "/systemctl";
+        WriteFile(file,
+                  "#!/bin/sh\necho \"$@\" >>" + folder_.Path() + "/told\nexit " + std::to_string(status));
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        setenv("PATH", (folder_.Path() + ":" + path_).c_str(), 1);
+        setenv("NORDKEEP_UNIT_FOLDER", folder_.Path().c_str(), 1);
+    }
+    ~FakeSystemctl() {
+        setenv("PATH", path_.c_str(), 1);
+        unsetenv("NORDKEEP_UNIT_FOLDER");
+    }
+    FakeSystemctl(const FakeSystemctl&) = delete;
+    FakeSystemctl& operator=(const FakeSystemctl&) = delete;
+
+    Text Told() const { return folder_.Read("told"); }
+    Text Unit() const { return folder_.Read("nordkeep.service"); }
+    const std::string& UnitFolder() const { return folder_.Path(); }
+
+ private:
+    TempFolder folder_{};
+    std::string path_;
+};
+
+TEST(Start, InstallsAndRemovesTheServiceAndTellsTheServiceManager) {
+    const FakeSystemctl systemctl(0);
     TempFolder data;
     data.Write("Settings\\Nordkeep.INI", "[General]\r\nLanguage=044\r\n");
+    const std::string path = "\"/PATH:" + data.Path() + "\"";
     int status = 1;
-    EXPECT_EQ(RunProgram("/I \"/PATH:" + data.Path() + "\"", &status),
-              "Nordkeep service installation succeeded\n");
+    EXPECT_EQ(RunProgram("/I " + path, &status), "Nordkeep service installation succeeded\n");
     EXPECT_EQ(status, 0);
-    const Text unit = units.Read("nordkeep.service");
+    const Text unit = systemctl.Unit();
     EXPECT_NE(unit.find("\" /RunAsService \"/PATH:" + data.Path() + "\""), Text::npos) << unit;
-    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status),
-              "Nordkeep service uninstalled successfully\n");
-    EXPECT_EQ(RunProgram("/U \"/PATH:" + data.Path() + "\"", &status),
-              "Nordkeep failed to uninstall as service\n");
+    EXPECT_EQ(RunProgram("/U " + path, &status), "Nordkeep service uninstalled successfully\n");
+    EXPECT_EQ(RunProgram("/U " + path, &status), "Nordkeep failed to uninstall as service: cannot remove " +
+                                                     systemctl.UnitFolder() + "/nordkeep.service\n");
     EXPECT_EQ(status, 1);
-    unsetenv("NORDKEEP_UNIT_FOLDER");
+    EXPECT_EQ(systemctl.Told(), "daemon-reload\ndaemon-reload\n");
     EXPECT_FALSE(FolderExists(data.Resolve("LogFiles"))) << "a quiet end leaves nothing behind";
+}
+
+TEST(Start, SaysWhenTheServiceManagerCannotBeTold) {
+    const FakeSystemctl systemctl(1);
+    TempFolder data;
+    int status = 1;
+    const std::string output = RunProgram("/I \"/PATH:" + data.Path() + "\"", &status);
+    EXPECT_NE(output.find("run \"systemctl daemon-reload\""), std::string::npos) << output;
+    EXPECT_EQ(status, 0) << "the unit is written";
+    EXPECT_FALSE(systemctl.Unit().empty());
+}
+
+// Programs in bin and all else in share, as packages lay them.
+TEST(Start, InstalledCopyWorksInTheFolderOfItsUser) {
+    namespace fs = std::filesystem;
+    TempFolder prefix;
+    const fs::path root = prefix.Path();
+    fs::create_directories(root / "bin");
+    fs::create_directories(root / "share/nordkeep");
+    fs::copy(fs::path(NORDKEEP_BIN_DIR) / "nordkeep", root / "bin/nordkeep");
+    for (const auto& entry : fs::directory_iterator(NORDKEEP_BIN_DIR)) {
+        const std::string name = entry.path().filename();
+        if (name.starts_with("NK_Lang.") || name.find(".Default_") != std::string::npos)
+            fs::copy(entry.path(), root / "share/nordkeep" / name);
+    }
+    ChildProcess program;
+    ASSERT_TRUE(program.Start("/usr/bin/env",
+                              {"XDG_DATA_HOME=" + (root / "of user").string(), "NORDKEEP_UNATTENDED=1",
+                               "QT_QPA_PLATFORM=offscreen", (root / "bin/nordkeep").string()}));
+    EXPECT_TRUE(WaitFor([&] { return fs::is_directory(root / "of user/nordkeep/LogFiles"); }));
+    program.Stop();
+    EXPECT_TRUE(WaitFor([&] { return !program.IsRunning(); }));
+    EXPECT_TRUE(fs::exists(root / "of user/nordkeep/Settings/Nordkeep.INI"));
+    EXPECT_FALSE(fs::exists(root / "bin/Settings"));
 }
 
 }  // namespace

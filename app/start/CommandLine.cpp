@@ -1,4 +1,4 @@
-#include "app/CommandLine.h"
+#include "app/start/CommandLine.h"
 
 #include "runtime/Fields.h"
 
@@ -135,11 +135,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
     return result;
 }
 
-std::string CommandLineHelp() {
-    std::string help =
-        "Usage: nordkeep [switches]\n\n"
-        "  /PATH:FOLDER          work in this data folder; it is made when its parent exists\n"
-        "  /DELAY:N              wait N seconds before anything else\n";
+std::string CommandLineHelp(const char* program) {
+    std::string help = std::string("Usage: ") + program +
+                       " [switches]\n\n"
+                       "  /PATH:FOLDER          work in this data folder; it is made when its parent exists\n"
+                       "  /DELAY:N              wait N seconds before anything else\n";
     for (const SwitchRow& row : kSwitches) {
         help += "  " + FitWidth(row.word, 22) + row.help + "\n";
     }

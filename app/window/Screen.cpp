@@ -1,4 +1,4 @@
-#include "app/Screen.h"
+#include "app/window/Screen.h"
 
 #include "console/boxes/AboutText.h"
 #include "console/views/boxes/CommentWindow.h"

@@ -34,7 +34,7 @@ struct CommandLine {
 /// option and stands alone, also behind a path; "-" itself is a part of a path.
 CommandLine ParseCommandLine(const std::vector<std::string>& words);
 
-/// What --help prints.
-std::string CommandLineHelp();
+/// What --help of the program of this name prints.
+std::string CommandLineHelp(const char* program);
 
 }  // namespace nordkeep

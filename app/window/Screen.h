@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Centre.h"
+#include "app/WindowSystem.h"
 #include "console/views/boxes/QtDialogs.h"
 #include "console/views/print/QtPrintOutput.h"
 #include "console/views/window/MainWindow.h"
@@ -12,7 +13,7 @@
 namespace nordkeep {
 
 /// The windows of a copy with a screen, each set behind its model.
-class Screen final : public WorkplaceScreen {
+class Screen final : public WorkplaceScreen, public ProgramWindow {
  public:
     /// `dialogs`: none when questions are answered without a person.
     Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs);
@@ -20,7 +21,7 @@ class Screen final : public WorkplaceScreen {
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
-    void Show();
+    void Show() override;
 
     void Beep() override;
     PrintOutput& Printer() override { return printer_; }

@@ -1,4 +1,4 @@
-#include "app/TerminalDialogs.h"
+#include "app/start/TerminalDialogs.h"
 
 #include <cstdio>
 

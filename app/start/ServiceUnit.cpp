@@ -1,5 +1,8 @@
-#include "app/ServiceUnit.h"
+#include "app/start/ServiceUnit.h"
 
+#include "app/start/ServiceUnitTemplate.h"
+#include "platform/ChildProcess.h"
+#include "platform/EventLoop.h"
 #include "platform/FileOwner.h"
 #include "platform/Files.h"
 
@@ -10,47 +13,10 @@
 namespace nordkeep {
 namespace {
 
-constexpr const char* kDescription = "Routes alarm events to Corvane Nordkeep clients";
 constexpr std::string_view kStateFolder = "/var/lib/";
 // Where the service manager keeps the state of services that run under an account of its own making.
 constexpr std::string_view kPrivateStateFolder = "/var/lib/private/";
 constexpr const char* kServiceAccount = "nordkeep";
-
-// Device groups are looked up when the service starts, so their drivers are loaded before.
-constexpr const char* kDrivers = "modprobe@usbserial.service modprobe@cdc_acm.service modprobe@lp.service";
-
-// The service needs its data folder, the network, serial lines and printers, and nothing else of the machine.
-constexpr const char* kConfinement = R"(CapabilityBoundingSet=
-AmbientCapabilities=
-NoNewPrivileges=yes
-ProtectSystem=strict
-PrivateMounts=yes
-ProtectClock=yes
-ProtectHostname=yes
-ProtectKernelLogs=yes
-ProtectKernelModules=yes
-ProtectKernelTunables=yes
-ProtectControlGroups=yes
-ProtectProc=invisible
-ProcSubset=pid
-RestrictAddressFamilies=AF_UNIX AF_INET AF_INET6
-RestrictNamespaces=yes
-RestrictRealtime=yes
-RestrictSUIDSGID=yes
-LockPersonality=yes
-MemoryDenyWriteExecute=yes
-RemoveIPC=yes
-KeyringMode=private
-UMask=0027
-SystemCallArchitectures=native
-SystemCallFilter=@system-service
-SystemCallFilter=~@privileged @resources
-SystemCallErrorNumber=EPERM
-DevicePolicy=closed
-DeviceAllow=char-tty?* rw
-DeviceAllow=char-lp rw
-DeviceAllow=char-usb rw
-)";
 
 std::string UnitPath() {
     const char* folder = std::getenv("NORDKEEP_UNIT_FOLDER");
@@ -83,10 +49,10 @@ std::string AccountLines(const std::string& folder) {
     if (isPrivate || (owner.isRoot && folder.starts_with(kStateFolder))) {
         const std::string name = folder.substr(isPrivate ? kPrivateStateFolder.size() : kStateFolder.size());
         return std::string("DynamicUser=yes\nUser=") + kServiceAccount +
-               "\nStateDirectory=" + Quoted(name, false) + "\nStateDirectoryMode=0750\n";
+               "\nStateDirectory=" + Quoted(name, false) + "\nStateDirectoryMode=0750";
     }
     return "User=" + owner.user + "\nGroup=" + owner.group + "\nStateDirectory=" + kServiceAccount +
-           "\nReadWritePaths=" + Quoted(folder, false) + "\n";
+           "\nReadWritePaths=" + Quoted(folder, false);
 }
 
 /// Homes and folders for temporary files are hidden, unless the program or its data lie there.
@@ -94,7 +60,7 @@ std::string HidingLines(const std::string& program, const std::string& folder) {
     const bool usesHome = IsBelowAny({program, folder}, {"/home/", "/root/", "/run/user/"});
     const bool usesTemporary = IsBelowAny({program, folder}, {"/tmp/", "/var/tmp/"});
     return std::string("ProtectHome=") + (usesHome ? "read-only" : "yes") +
-           "\nPrivateTmp=" + (usesTemporary ? "no" : "yes") + "\n";
+           "\nPrivateTmp=" + (usesTemporary ? "no" : "yes");
 }
 
 /// The name of a state folder that outlives the account which has it at the moment.
@@ -109,24 +75,48 @@ std::string CommandLineOf(const std::string& program, const std::string& dataFol
     return command + " " + Quoted("/PATH:" + PublicName(dataFolder), true);
 }
 
+void Fill(std::string& text, std::string_view mark, const std::string& value) {
+    text.replace(text.find(mark), mark.size(), value);
+}
+
+/// Lets the service manager read its units anew.
+bool ReloadServiceManager(EventLoop& loop) {
+    constexpr int kLookAgainMs = 20;
+    ChildProcess systemctl;
+    if (!systemctl.Start("systemctl", {"daemon-reload"})) return false;
+    while (systemctl.IsRunning()) loop.SleepAndPump(kLookAgainMs);
+    return systemctl.HasSucceeded();
+}
+
+/// What is said behind a change of the unit.
+std::string Report(const std::string& done, EventLoop& loop) {
+    const std::string text = std::string(kServiceName) + done;
+    if (ReloadServiceManager(loop)) return text;
+    return text + "\nsystemd could not be told: run \"systemctl daemon-reload\" where it runs";
+}
+
 }  // namespace
 
 std::string ServiceUnitText(const std::string& program, const std::string& dataFolder) {
     const std::string folder = dataFolder.empty() ? program.substr(0, program.rfind('/')) : dataFolder;
-    return std::string("[Unit]\nDescription=") + kDescription + "\nWants=" + kDrivers +
-           "\nAfter=network.target " + kDrivers + "\nStartLimitIntervalSec=0\n" +
-           "\n[Service]\nType=notify\nExecStart=" + CommandLineOf(program, dataFolder) +
-           "\nRestart=on-failure\nRestartSec=2\nTimeoutStartSec=600\nTimeoutStopSec=20\nWatchdogSec=60\n" +
-           AccountLines(folder) + "SupplementaryGroups=dialout lp\n" + HidingLines(program, folder) +
-           kConfinement + "\n[Install]\nWantedBy=multi-user.target\n";
+    std::string text(kServiceUnitTemplate);
+    Fill(text, "@COMMAND@", CommandLineOf(program, dataFolder));
+    Fill(text, "@ACCOUNT@", AccountLines(folder));
+    Fill(text, "@HIDING@", HidingLines(program, folder));
+    return text;
 }
 
-bool InstallService(const std::string& program, const std::string& dataFolder) {
-    return WriteFile(UnitPath(), ServiceUnitText(program, dataFolder));
+ServiceChange InstallService(const std::string& program, const std::string& dataFolder, EventLoop& loop) {
+    const std::string path = UnitPath();
+    if (WriteFile(path, ServiceUnitText(program, dataFolder)))
+        return {true, Report(" service installation succeeded", loop)};
+    return {false, std::string(kServiceName) + " failed to install as service: cannot write " + path};
 }
 
-bool UninstallService() {
-    return RemoveFile(UnitPath());
+ServiceChange UninstallService(EventLoop& loop) {
+    const std::string path = UnitPath();
+    if (RemoveFile(path)) return {true, Report(" service uninstalled successfully", loop)};
+    return {false, std::string(kServiceName) + " failed to uninstall as service: cannot remove " + path};
 }
 
 }  // namespace nordkeep

@@ -1,0 +1,27 @@
+# cmake --install build, by the system's hierarchy of folders. The packages take one component each (debian/rules).
+
+set(shared ${CMAKE_INSTALL_DATADIR}/nordkeep)
+install(DIRECTORY languages/ templates/ DESTINATION ${shared} COMPONENT common)
+install(TARGETS nordkeepd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
+install(TARGETS nordkeep RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT window)
+install(TARGETS nordkeep-send nordkeep-export NKCopy RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+
+install(FILES packaging/nordkeep.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT window)
+install(FILES packaging/nordkeep.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT window)
+
+# The service of the package runs under an account of its own (packaging/systemd/nordkeep.sysusers); "nordkeep /I" fills the
+# same text in for any other program and folder.
+function(nordkeep_unit name description_end path account)
+  file(READ packaging/systemd/nordkeep.service.in unit)
+  string(REPLACE "@COMMAND@" "\"${CMAKE_INSTALL_FULL_BINDIR}/nordkeepd\" /RunAsService \"/PATH:${path}\"" unit "${unit}")
+  string(REPLACE "@ACCOUNT@" "User=nordkeep\nGroup=nordkeep\n${account}" unit "${unit}")
+  string(REPLACE "@HIDING@" "ProtectHome=yes\nPrivateTmp=yes" unit "${unit}")
+  string(REGEX REPLACE "(Description=[^\n]*)" "\\1${description_end}" unit "${unit}")
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/units/${name} CONTENT "${unit}" @ONLY)
+  install(FILES ${CMAKE_BINARY_DIR}/units/${name} DESTINATION lib/systemd/system COMPONENT server)
+endfunction()
+nordkeep_unit(nordkeep.service "" ${NORDKEEP_STATE_FOLDER} "StateDirectory=nordkeep\nStateDirectoryMode=0750")
+nordkeep_unit(nordkeep@.service " (centre %i)" ${NORDKEEP_STATE_FOLDER}-%i
+  "StateDirectory=nordkeep-%i\nStateDirectoryMode=0750")
+install(FILES packaging/systemd/nordkeep.conf DESTINATION lib/sysusers.d COMPONENT server)
+install(FILES packaging/udev/60-nordkeep-serial.rules DESTINATION lib/udev/rules.d COMPONENT server)
