@@ -20,6 +20,24 @@ if(NORDKEEP_SANITIZE)
   target_compile_options(nordkeep_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
+# What makes a fault in memory end the program rather than hand it over. Fortified functions need optimisation, and the
+# sanitizers bring checks of their own. That programs are linked position-independent is this compiler's default.
+if(NORDKEEP_HARDENING AND NOT NORDKEEP_SANITIZE AND NOT NORDKEEP_FUZZ)
+  target_compile_options(nordkeep_flags INTERFACE -fstack-protector-strong -fstack-clash-protection
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE$<SEMICOLON>-D_FORTIFY_SOURCE=2>)
+  target_link_options(nordkeep_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
+endif()
+include(CheckPIESupported)
+check_pie_supported()
+if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()
+
+if(NORDKEEP_COVERAGE)
+  target_compile_options(nordkeep_flags INTERFACE --coverage)
+  target_link_options(nordkeep_flags INTERFACE --coverage)
+endif()
+
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER
