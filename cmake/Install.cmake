@@ -25,3 +25,9 @@ nordkeep_unit(nordkeep@.service " (centre %i)" ${NORDKEEP_STATE_FOLDER}-%i
   "StateDirectory=nordkeep-%i\nStateDirectoryMode=0750")
 install(FILES packaging/systemd/nordkeep.conf DESTINATION lib/sysusers.d COMPONENT server)
 install(FILES packaging/udev/60-nordkeep-serial.rules DESTINATION lib/udev/rules.d COMPONENT server)
+install(FILES packaging/systemd/on-failure.conf DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nordkeep-server/examples
+  COMPONENT server)
+set(doc ${CMAKE_INSTALL_DATADIR}/doc/nordkeep-doc)
+install(DIRECTORY docs/ DESTINATION ${doc} COMPONENT doc PATTERN make-pictures EXCLUDE)
+install(FILES README.md CHANGELOG.md SECURITY.md DESTINATION ${doc} COMPONENT doc)
+install(DIRECTORY sample DESTINATION ${doc}/examples COMPONENT doc)

@@ -39,14 +39,14 @@ bool Acknowledge(int line, const SendOptions& options) {
 
 int ReceiveExports(const SendOptions& options) {
     std::string port;
-    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT");
+    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT", kWrongUse);
     const int listener = ListenOn(port);
-    if (listener < 0) return Complain("port " + port + " cannot be listened on");
+    if (listener < 0) return Complain("port " + port + " cannot be listened on", kRefused);
     const int line = WaitFor(listener, options.timeoutMs) ? ::accept(listener, nullptr, nullptr) : -1;
     const bool isWell = line >= 0 && Acknowledge(line, options);
     ::close(line);
     ::close(listener);
-    if (!isWell) return Complain("nothing was exported");
+    if (!isWell) return Complain("nothing was exported", kNoAnswer);
     std::printf("acknowledged %ld\n", options.count);
     return 0;
 }

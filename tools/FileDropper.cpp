@@ -57,9 +57,9 @@ bool IsCollected(const std::string& path, int timeoutMs) {
 
 int DropFiles(const SendOptions& options) {
     std::string path;
-    if (!TakeTarget(options, "file", path)) return Complain("the target is file:PATH");
+    if (!TakeTarget(options, "file", path)) return Complain("the target is file:PATH", kWrongUse);
     for (long sent = 0; sent < options.count;) {
-        if (!IsCollected(path, options.timeoutMs)) return Complain(path + " is not collected");
+        if (!IsCollected(path, options.timeoutMs)) return Complain(path + " is not collected", kNoAnswer);
         std::vector<std::string> lines;
         for (int i = 0; i < options.glue && sent < options.count; ++i)
             lines.push_back(LineOf(options, sent++));
@@ -69,7 +69,7 @@ int DropFiles(const SendOptions& options) {
             if (!options.isQuiet) std::printf("-> %s\n", Readable(line).c_str());
         }
     }
-    if (!IsCollected(path, options.timeoutMs)) return Complain(path + " is not collected");
+    if (!IsCollected(path, options.timeoutMs)) return Complain(path + " is not collected", kNoAnswer);
     std::printf("collected %ld\n", options.count);
     return 0;
 }

@@ -78,6 +78,7 @@ bool Line::Open(const std::string& target) {
         return OpenSerial(rest.substr(0, comma), baud);
     }
     if (kind == "listen" && !rest.empty()) return WaitForCall(rest);
+    isTargetUnderstood_ = false;
     error_ = "unknown target \"" + target + "\"";
     return false;
 }

@@ -23,6 +23,8 @@ class Line {
     bool IsLost() const { return isLost_; }
     int Descriptor() const { return descriptor_; }
     const std::string& Error() const { return error_; }
+    /// Whether the target is one of the forms above; else it is the words that are wrong.
+    bool IsTargetUnderstood() const { return isTargetUnderstood_; }
 
  private:
     bool OpenSocket(const std::string& host, const std::string& port, int type);
@@ -33,6 +35,7 @@ class Line {
     std::string target_{};
     int descriptor_ = -1;
     bool isLost_ = false;
+    bool isTargetUnderstood_ = true;
     std::string error_{};
 };
 

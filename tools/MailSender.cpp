@@ -85,9 +85,9 @@ std::string MailOf(const SendOptions& options, long number) {
 
 int SendMails(const SendOptions& options) {
     std::string address;
-    if (!TakeTarget(options, "smtp", address)) return Complain("the target is smtp:HOST:PORT");
+    if (!TakeTarget(options, "smtp", address)) return Complain("the target is smtp:HOST:PORT", kWrongUse);
     MailDialogue dialogue(options);
-    if (!dialogue.Open(address)) return Complain(address + " is no mail server");
+    if (!dialogue.Open(address)) return Complain(address + " is no mail server", kRefused);
     long sent = 0;
     while (sent < options.count) {
         std::vector<std::string> mails;

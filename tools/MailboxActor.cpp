@@ -84,9 +84,9 @@ void Serve(int connection, Mailbox& mailbox, const SendOptions& options) {
 
 int ActAsMailbox(const SendOptions& options) {
     std::string port;
-    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT");
+    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT", kWrongUse);
     const int listener = ListenOn(port);
-    if (listener < 0) return Complain("port " + port + " cannot be had");
+    if (listener < 0) return Complain("port " + port + " cannot be had", kRefused);
     Mailbox mailbox(options);
     while (!mailbox.IsEmpty()) {
         const int connection = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);

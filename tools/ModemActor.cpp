@@ -71,7 +71,7 @@ class Terminal {
 int ActAsModem(const SendOptions& options) {
     std::string link;
     if (options.targets.front() != "pty" && !TakeTarget(options, "pty", link))
-        return Complain("the target is pty or pty:PATH");
+        return Complain("the target is pty or pty:PATH", kWrongUse);
     Terminal terminal;
     if (!terminal.Open()) return Complain("there is no pseudo terminal");
     if (!link.empty() && !terminal.LinkAs(link)) return Complain("no link can be made at " + link);

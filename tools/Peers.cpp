@@ -30,6 +30,12 @@ Play FindPlay(const std::string& format) {
     return nullptr;
 }
 
+std::vector<std::string> PlayNames() {
+    std::vector<std::string> names;
+    for (const PlayRow& row : kPlays) names.emplace_back(row.name);
+    return names;
+}
+
 bool TakeTarget(const SendOptions& options, const std::string& kind, std::string& rest) {
     const std::string& target = options.targets.front();
     const std::string prefix = kind + ":";
@@ -51,9 +57,9 @@ int ListenOn(const std::string& port) {
     return isWell ? listener : -1;
 }
 
-int Complain(const std::string& what) {
+int Complain(const std::string& what, int status) {
     std::fprintf(stderr, "nordkeep-send: %s\n", what.c_str());
-    return 2;
+    return status;
 }
 
 }  // namespace nordkeep::tools

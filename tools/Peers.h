@@ -1,11 +1,14 @@
 #pragma once
 
 #include "tools/Sender.h"
+#include "tools/cli/Terminal.h"
+
+#include <string>
+#include <vector>
 
 namespace nordkeep::tools {
 
-/// Plays the other end of a line that does not carry telegrams. The result is the program's exit status: 0
-/// when everything has been taken.
+/// Plays the other end of a line that does not carry telegrams. The result is the program's exit status.
 using Play = int (*)(const SendOptions& options);
 
 /// Writes files for a collecting port, target file:PATH, and waits until they have been collected.
@@ -28,12 +31,13 @@ int Replay(const SendOptions& options);
 
 /// The play of a format; none for one that is sent as telegrams.
 Play FindPlay(const std::string& format);
+std::vector<std::string> PlayNames();
 
 /// What a target says behind "kind:"; false when it is none of that kind.
 bool TakeTarget(const SendOptions& options, const std::string& kind, std::string& rest);
 /// A listening socket of the loopback address; -1 when the port cannot be had.
 int ListenOn(const std::string& port);
-/// Tells what went wrong; 2.
-int Complain(const std::string& what);
+/// Tells what went wrong; the status.
+int Complain(const std::string& what, int status = kFailed);
 
 }  // namespace nordkeep::tools

@@ -72,9 +72,9 @@ void Reply(int connection, const std::string& answer, const SendOptions& options
 
 int AnswerPolls(const SendOptions& options) {
     std::string port;
-    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT");
+    if (!TakeTarget(options, "listen", port)) return Complain("the target is listen:PORT", kWrongUse);
     const int listener = ListenOn(port);
-    if (listener < 0) return Complain("port " + port + " cannot be had");
+    if (listener < 0) return Complain("port " + port + " cannot be had", kRefused);
     Queue queue(options);
     const bool hasFault = options.isCut || options.telegram.hasWrongCheck;
     for (long answered = 0; !queue.IsConfirmed() && (!hasFault || answered < options.count); ++answered) {

@@ -60,7 +60,7 @@ std::optional<TrafficLine> ReadLine(TextView line) {
 /// What the port of this name received; without a name the only one there is. Complains otherwise.
 std::optional<std::vector<Chunk>> ReadTraffic(const std::string& path, const std::string& port) {
     std::ifstream file(path, std::ios::binary);
-    if (!file) return Complain(path + " cannot be read"), std::nullopt;
+    if (!file) return Complain(path + " cannot be read", kWrongUse), std::nullopt;
     std::vector<Chunk> chunks;
     std::set<std::string> ports;
     for (std::string text; std::getline(file, text);) {
@@ -85,7 +85,7 @@ class Player {
     explicit Player(const SendOptions& options) : options_(options) {}
 
     int Play(const std::vector<Chunk>& chunks) {
-        if (!line_.Open(options_.targets.front())) return Complain(line_.Error());
+        if (!line_.Open(options_.targets.front())) return Complain(line_.Error(), OpeningStatus(line_));
         long answered = 0;
         long expected = 0;
         for (std::size_t i = 0; i < chunks.size(); ++i) {
@@ -96,7 +96,7 @@ class Player {
             answered += Await();
         }
         std::printf("sent %zu, answered %ld of %ld\n", chunks.size(), answered, expected);
-        return answered == expected ? 0 : 1;
+        return answered == expected ? kDone : kNoAnswer;
     }
 
  private:
@@ -142,7 +142,7 @@ class Player {
 
 int Replay(const SendOptions& options) {
     const auto chunks = ReadTraffic(options.replay, options.port);
-    return chunks ? Player(options).Play(*chunks) : 2;
+    return chunks ? Player(options).Play(*chunks) : kWrongUse;
 }
 
 }  // namespace nordkeep::tools

@@ -1,6 +1,7 @@
 #include "tools/Sender.h"
 
 #include "tools/Line.h"
+#include "tools/cli/Terminal.h"
 
 #include <poll.h>
 
@@ -36,12 +37,14 @@ class Run {
             lanes_.push_back(std::make_unique<Lane>());
             if (lanes_.back()->line.Open(options_.targets[i % options_.targets.size()])) continue;
             std::fprintf(stderr, "nordkeep-send: %s\n", lanes_.back()->line.Error().c_str());
-            return 2;
+            return OpeningStatus(lanes_.back()->line);
         }
         start_ = Steady::now();
         while (!isBroken_ && (sent_ < options_.count || IsAnyWaiting())) Turn();
         Summarise();
-        return isBroken_ || acknowledged_ < expected_ ? 1 : 0;
+        if (isBroken_) return kFailed;
+        if (acknowledged_ == expected_) return kDone;
+        return isUnanswered_ ? kNoAnswer : kFailed;
     }
 
  private:
@@ -121,6 +124,7 @@ class Run {
                                    : reply.find(kAck) != std::string::npos;
         } else if (elapsed.count() > options_.timeoutMs) {
             lane.isWaiting = false;
+            isUnanswered_ = true;
             std::printf("no reply within %d ms\n", options_.timeoutMs);
         }
     }
@@ -154,6 +158,7 @@ class Run {
     long expected_ = 0;
     long acknowledged_ = 0;
     bool isBroken_ = false;
+    bool isUnanswered_ = false;
 };
 
 }  // namespace
@@ -167,6 +172,10 @@ std::string NumberedCode(const SendOptions& options, long number) {
     const std::string tail = std::string(width, '0') + digits;
     code.replace(front - width, width, tail.substr(tail.size() - width));
     return code;
+}
+
+int OpeningStatus(const Line& line) {
+    return line.IsTargetUnderstood() ? kRefused : kWrongUse;
 }
 
 int Send(const SendOptions& options) {

@@ -32,6 +32,11 @@ struct SendOptions {
 /// The code of a telegram; counted up when the options say so.
 std::string NumberedCode(const SendOptions& options, long number);
 
+class Line;
+
+/// The exit status for a line that could not be opened.
+int OpeningStatus(const Line& line);
+
 /// Sends and prints what came back; the result is the program's exit status: 0 when everything that has a
 /// reply was acknowledged.
 int Send(const SendOptions& options);

@@ -135,19 +135,23 @@ CommandLine ParseCommandLine(const std::vector<std::string>& words) {
     return result;
 }
 
-std::string CommandLineHelp(const char* program) {
-    std::string help = std::string("Usage: ") + program +
-                       " [switches]\n\n"
-                       "  /PATH:FOLDER          work in this data folder; it is made when its parent exists\n"
-                       "  /DELAY:N              wait N seconds before anything else\n";
-    for (const SwitchRow& row : kSwitches) {
-        help += "  " + FitWidth(row.word, 22) + row.help + "\n";
-    }
+std::vector<CommandLineWord> CommandLineWords() {
+    std::vector<CommandLineWord> words = {
+        {"/PATH:FOLDER", "work in this data folder; it is made when its parent exists"},
+        {"/DELAY:N", "wait N seconds before anything else"}};
+    for (const SwitchRow& row : kSwitches) words.push_back({std::string(row.word), row.help});
     for (const OptionRow& row : kOptions) {
-        std::string words(row.word);
-        if (!row.letter.empty()) words.append(", ").append(row.letter);
-        help += "  " + FitWidth(words, 22) + row.help + "\n";
+        std::string names(row.word);
+        if (!row.letter.empty()) names.append(", ").append(row.letter);
+        words.push_back({names, row.help});
     }
+    return words;
+}
+
+std::string CommandLineHelp(const char* program) {
+    std::string help = std::string("Usage: ") + program + " [switches]\n\n";
+    for (const CommandLineWord& word : CommandLineWords())
+        help += "  " + FitWidth(word.names, 22) + word.help + "\n";
     return help +
            "\nWith --check a line is FILE:LINE: error: TEXT or warning: TEXT, the line 0 for the file as a "
            "whole, and\n"

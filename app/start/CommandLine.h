@@ -34,6 +34,13 @@ struct CommandLine {
 /// option and stands alone, also behind a path; "-" itself is a part of a path.
 CommandLine ParseCommandLine(const std::vector<std::string>& words);
 
+/// One word of the command line, as help, manual and completion tell it.
+struct CommandLineWord {
+    std::string names{};  // "/I", "/DELAY:N", "--version, -V"
+    std::string help{};
+};
+std::vector<CommandLineWord> CommandLineWords();
+
 /// What --help of the program of this name prints.
 std::string CommandLineHelp(const char* program);
 

@@ -121,5 +121,22 @@ TEST_F(SendToolTest, PlaysATrafficFileToAPortAgain) {
     EXPECT_EQ(Send(file + " --port other" + target), 2) << Sent();
 }
 
+TEST_F(SendToolTest, EndsWithAStatusThatTellsWhatWasWrong) {
+    const std::string target = " tcp:127.0.0.1:" + std::to_string(port);
+    EXPECT_EQ(Send("--nosuch" + target), 2);
+    EXPECT_NE(Sent().find("--nosuch"), Text::npos) << Sent();
+    EXPECT_EQ(Send("--format nosuch" + target), 2);
+    EXPECT_NE(Sent().find("nosuch"), Text::npos) << Sent();
+    EXPECT_EQ(Send("--count"), 2);
+    EXPECT_EQ(Send("tcp"), 2);
+    EXPECT_EQ(Send(target), 3) << Sent();
+    // A port of a format that the tool does not speak says nothing to it.
+    copy.AddPort("Port1", "PortType=TCPS\r\nMessageFormat=6\r\nPortNumber=" + std::to_string(port));
+    copy.Start();
+    EXPECT_EQ(Send("--timeout 300" + target), 4) << Sent();
+    EXPECT_EQ(Send("--version"), 0);
+    EXPECT_EQ(Sent(), "nordkeep-send " NORDKEEP_VERSION "\n");
+}
+
 }  // namespace
 }  // namespace nordkeep

@@ -1,7 +1,9 @@
 #include "platform/posix/SystemClock.h"
 #include "runtime/Fields.h"
 #include "runtime/Settings.h"
+#include "tools/cli/Terminal.h"
 #include "tools/copy/AlarmLogCopy.h"
+#include "tools/copy/CopyCommand.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -13,19 +15,16 @@
 // the alarm log's spool to the end of that file.
 int main(int argc, char** argv) {
     using namespace nordkeep;
-    constexpr int kWrongUse = 2;
-    const std::string_view word = argc == 2 ? argv[1] : "";
-    if (word == "-V" || word == "--version") return std::printf("NKCopy %s\n", NORDKEEP_VERSION), 0;
-    if (word.empty() || word.starts_with("-")) {
-        std::fputs("Usage: NKCopy FILE\nMoves the lines of AlarmLogFile.spl in the present folder to FILE.\n",
-                   stderr);
-        return kWrongUse;
-    }
+    std::string target;
+    CLI::App app;
+    tools::PrepareTool(app, "NKCopy");
+    DeclareCopy(app, target);
+    if (const auto status = tools::ReadWords(app, argc, argv)) return *status;
     const FileTree folder(CanonicalPath(".").value_or("."));
     // One at a time; the other one does the work.
     const int lock = ::open(folder.Resolve("AlarmLogFile.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0640);
-    if (lock < 0) return std::perror("NKCopy: AlarmLogFile.lock"), 1;
-    if (::flock(lock, LOCK_EX | LOCK_NB) != 0) return 0;
+    if (lock < 0) return std::perror("NKCopy: AlarmLogFile.lock"), tools::kFailed;
+    if (::flock(lock, LOCK_EX | LOCK_NB) != 0) return tools::kDone;
 
     const Settings settings(folder);
     const auto number = [&](TextView key) { return LeadingInt32(settings.ReadMainIni("General", key, "0")); };
@@ -34,7 +33,7 @@ int main(int argc, char** argv) {
     const CivilTime now = SystemClock().Now().Civil();
     char today[16];
     std::snprintf(today, sizeof today, "%04d-%02d-%02d", now.year, now.month, now.day);
-    const auto hindered = AlarmLogCopy(folder, FromUtf8(word), rotation).Run(today);
+    const auto hindered = AlarmLogCopy(folder, FromUtf8(target), rotation).Run(today);
     if (hindered) std::fprintf(stderr, "NKCopy: %s\n", hindered->c_str());
-    return hindered ? 1 : 0;
+    return hindered ? tools::kFailed : tools::kDone;
 }

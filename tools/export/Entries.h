@@ -4,13 +4,17 @@
 
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace nordkeep {
 
 /// What hinders the export: told to whoever runs it, and tried again unless it runs once.
 struct ExportError : std::runtime_error {
-    using std::runtime_error::runtime_error;
+    explicit ExportError(const std::string& what, bool isNotReached = false)
+        : std::runtime_error(what), isUnreachable(isNotReached) {}
+
+    bool isUnreachable;  // there is no connection to the other side
 };
 
 /// Where entries are read. Throws an ExportError when it cannot be.

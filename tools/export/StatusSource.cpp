@@ -71,7 +71,8 @@ class StatusSource final : public EntrySource {
         curl_easy_setopt(handle, CURLOPT_WRITEFUNCTION, &Append);
         curl_easy_setopt(handle, CURLOPT_WRITEDATA, &answer);
         const CURLcode result = curl_easy_perform(handle);
-        if (result != CURLE_OK) throw ExportError(url_ + ": " + curl_easy_strerror(result));
+        const bool isUnreachable = result == CURLE_COULDNT_CONNECT || result == CURLE_COULDNT_RESOLVE_HOST;
+        if (result != CURLE_OK) throw ExportError(url_ + ": " + curl_easy_strerror(result), isUnreachable);
         long status = 0;
         curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &status);
         if (status != kAnswered) throw ExportError(url_ + ": answer " + std::to_string(status));
