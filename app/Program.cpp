@@ -39,6 +39,11 @@ namespace {
 constexpr int kStartFailed = 1;
 constexpr int kWrongUse = 2;
 
+std::string VersionText() {
+    const std::string commit = NORDKEEP_COMMIT;
+    return commit.empty() ? NORDKEEP_VERSION : NORDKEEP_VERSION " (" + commit + ")";
+}
+
 /// What is answered in the terminal and then ends, with its exit status; an unknown switch is named and does
 /// not stop the start.
 std::optional<int> AnswerInTerminal(const CommandLine& commandLine, const char* name) {
@@ -47,7 +52,7 @@ std::optional<int> AnswerInTerminal(const CommandLine& commandLine, const char* 
         return kWrongUse;
     }
     if (commandLine.help) std::fputs(CommandLineHelp(name).c_str(), stdout);
-    if (commandLine.version) std::printf("%s %s\n", name, NORDKEEP_VERSION);
+    if (commandLine.version) std::printf("%s %s\n", name, VersionText().c_str());
     for (const std::string& word : commandLine.unknown) {
         std::fprintf(stderr, "%s: unknown switch %s\n", name, word.c_str());
     }

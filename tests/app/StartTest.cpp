@@ -5,6 +5,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <regex>
 
 namespace nordkeep {
 namespace {
@@ -23,7 +24,8 @@ std::string RunProgram(const std::string& arguments, int* status = nullptr) {
 }
 
 TEST(Start, AnswersInATerminal) {
-    EXPECT_EQ(RunProgram("--version"), "nordkeep " NORDKEEP_VERSION "\n");
+    EXPECT_TRUE(std::regex_match(RunProgram("--version"),
+                                 std::regex("nordkeep " NORDKEEP_VERSION "( \\([0-9a-f]{12}\\))?\n")));
     EXPECT_NE(RunProgram("--help").find("/RunAsService"), std::string::npos);
 }
 
