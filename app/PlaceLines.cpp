@@ -51,6 +51,12 @@ std::vector<LineFigures> LocalLines::Lines() const {
     return lines;
 }
 
+std::vector<LineAccount> LocalLines::Accounts(const Text& name) const {
+    for (const auto& port : needs_.ports.Ports())
+        if (port->Figures().name == name) return port->Accounts();
+    return {};
+}
+
 void LocalLines::FilesChanged(const Text& what) {
     needs_.host.NoteSaved(what);
     needs_.reload.AskForPorts();

@@ -24,6 +24,7 @@ class LocalLines final : public LineControl {
     explicit LocalLines(Needs needs) : needs_(std::move(needs)) {}
 
     std::vector<LineFigures> Lines() const override;
+    std::vector<LineAccount> Accounts(const Text& name) const override;
     void FilesChanged(const Text& what) override;
     void Hold(const Text& name, bool isHeld) override;
     bool RemoveFile(const Text& name) override;

@@ -11,6 +11,7 @@
 #include "platform/ProgramFile.h"
 #include "platform/Signals.h"
 #include "platform/amqp/AmqpQueues.h"
+#include "platform/curl/CurlInet.h"
 #include "platform/http/MicroHttpServer.h"
 #include "platform/mqtt/MosquittoClients.h"
 #include "platform/posix/AplaySound.h"
@@ -21,7 +22,6 @@
 #include "platform/qt/Application.h"
 #include "platform/qt/QtDescriptorWatch.h"
 #include "platform/qt/QtEventLoop.h"
-#include "platform/qt/QtInet.h"
 #include "platform/qt/QtSerial.h"
 #include "platform/qt/QtSignalWatch.h"
 #include "platform/qt/QtSockets.h"
@@ -74,11 +74,11 @@ struct Machine {
     SqliteJournal journal{};
     QtSockets sockets{};
     QtSerial serial{};
-    QtInetFactory inet{};
     AmqpQueues queues{};
     PrinterDevice printer{};
     AplaySound sound{};
     QtDescriptorWatches watches{};
+    CurlInetFactory inet{loop, watches};
     MicroHttpServer http{loop, watches};
     MosquittoClients mqtt{loop, watches};
     NotifySocket serviceManager{};

@@ -108,6 +108,7 @@ class Dc09Format final : public LineFormat {
     }
     TelegramStep Due(const ServiceTick& tick) override { return line_.Due(tick); }
     bool OnStored(std::uint64_t receipt, bool isStored) override { return line_.OnStored(receipt, isStored); }
+    std::vector<LineAccount> Accounts() const override { return line_.Accounts(); }
 
  private:
     Dc09Line line_;

@@ -58,6 +58,10 @@ class cPort {
     void Hold(bool isHeld) { isHeld_ = isHeld; }
     bool IsHeld() const { return isHeld_; }
     LineFigures Figures() const { return tally_.Figures(); }
+    /// The senders that share this line and are told apart, by name.
+    std::vector<LineAccount> Accounts() const {
+        return reception_ ? reception_->Accounts() : std::vector<LineAccount>();
+    }
     const PortTotals& Totals() const { return steps_.Totals(); }
     /// Takes in what a format still holds back, when the program ends.
     void Finish();

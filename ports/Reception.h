@@ -22,6 +22,8 @@ class Reception : public Collector {
     virtual Line* TheLine() { return nullptr; }
     /// What the format makes of a telegram that it has seen before the program was killed.
     TelegramStep LookAgain(TextView telegram, OleDate arrived);
+    /// The senders that the format tells apart, by name.
+    std::vector<LineAccount> Accounts() const { return format_->Accounts(); }
     /// The clock of the far end is set as soon as the line can send.
     void RequestClock() { isClockWanted_ = true; }
 

@@ -43,6 +43,13 @@ struct LineFigures {
     friend bool operator==(const LineFigures&, const LineFigures&) = default;
 };
 
+/// A sender with an account of its own, on a line that many share.
+struct LineAccount {
+    Text name{};
+    OleDate lastMessage{};  // never: none since the program was started
+    bool isSilent = false;  // for longer than its settings allow
+};
+
 /// Where alarms go besides the store.
 struct OutputState {
     Text name{};              // one word, the same in every language

@@ -495,6 +495,7 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {5105, "utan slut"},
     {5106, "%1: service slutar %2 (%3 inom 15 minuter)"},
     {5110, "1 fel i %1"},
+    {5250, "konto"},
 };
 
 }  // namespace

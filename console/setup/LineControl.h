@@ -11,6 +11,8 @@ class LineControl {
  public:
     virtual ~LineControl() = default;
     virtual std::vector<LineFigures> Lines() const = 0;
+    /// The senders that share a line and are told apart; none at a client, which its server does not tell.
+    virtual std::vector<LineAccount> Accounts(const Text& /*name*/) const { return {}; }
     /// Settings files of lines have been written or have gone: those lines are made anew, the others go on.
     /// `what` names the change for the journal.
     virtual void FilesChanged(const Text& what) = 0;

@@ -6,6 +6,14 @@ namespace nordkeep {
 namespace {
 
 constexpr int kPeriodMs = 1000;
+constexpr int kCaptionAccount = 5250;
+// More are no list that people read.
+constexpr std::size_t kMostAccounts = 500;
+
+/// No line has such a name.
+Text KeyOfAccount(const LineFigures& line, const LineAccount& account) {
+    return line.name + "/" + account.name;
+}
 
 }  // namespace
 
@@ -15,7 +23,8 @@ bool LinesPage::IsHeld() const {
 }
 
 void LinesPage::ToggleHeld() {
-    if (const LineFigures* line = rows_.LineOf(selection_.current)) control_.Hold(line->name, !IsHeld());
+    const auto line = std::ranges::find(lines_, selection_.current, &LineFigures::name);
+    if (line != lines_.end()) control_.Hold(line->name, !IsHeld());
 }
 
 Text LinesPage::KeyOf(const Text& description) const {
@@ -23,12 +32,29 @@ Text LinesPage::KeyOf(const Text& description) const {
     return found != lines_.end() ? found->name : Text();
 }
 
+std::vector<LineFigures> LinesPage::WithAccounts() const {
+    std::vector<LineFigures> rows;
+    for (const LineFigures& line : lines_) {
+        rows.push_back(line);
+        std::vector<LineAccount> accounts = control_.Accounts(line.name);
+        std::ranges::stable_sort(accounts, std::ranges::greater(), &LineAccount::isSilent);
+        if (accounts.size() > kMostAccounts) accounts.resize(kMostAccounts);
+        for (const LineAccount& account : accounts)
+            rows.push_back({.name = KeyOfAccount(line, account),
+                            .description = "    " + account.name,
+                            .kind = captions_(kCaptionAccount),
+                            .state = account.isSilent ? LineState::Quiet : LineState::Open,
+                            .lastTraffic = account.lastMessage});
+    }
+    return rows;
+}
+
 bool LinesPage::Tick(int elapsedMs) {
     sinceMs_ += elapsedMs;
     if (sinceMs_ < kPeriodMs) return false;
     sinceMs_ = 0;
     lines_ = control_.Lines();
-    rows_.Show(lines_);
+    rows_.Show(WithAccounts());
     rows_.Flush();
     return true;
 }

@@ -6,11 +6,12 @@
 
 namespace nordkeep {
 
-/// The page of the lines: how each does, and what can be done to it.
+/// The page of the lines: how each does, and what can be done to it. The senders of a line that many share
+/// stand below it, the silent ones first.
 class LinesPage {
  public:
     LinesPage(LineControl& control, const Captions& captions, const Clock& clock)
-        : control_(control), rows_(captions, clock) {}
+        : control_(control), captions_(captions), rows_(captions, clock) {}
 
     LineRows& Rows() { return rows_; }
     void Select(RowSelection selection) { selection_ = std::move(selection); }
@@ -29,7 +30,10 @@ class LinesPage {
     const std::vector<LineFigures>& Lines() const { return lines_; }
 
  private:
+    std::vector<LineFigures> WithAccounts() const;
+
     LineControl& control_;
+    const Captions& captions_;
     LineRows rows_;
     RowSelection selection_{};
     std::vector<LineFigures> lines_{};

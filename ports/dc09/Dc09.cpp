@@ -152,7 +152,7 @@ bool Dc09Line::HasRightClock(const Message& message, OleDate utc) const {
 }
 
 void Dc09Line::TakeSigns(const Message& message, const LineClock& clock, TelegramStep& step) {
-    const bool hasReturned = accounts_.NoteHeard(message.account);
+    const bool hasReturned = accounts_.NoteHeard(message.account, clock.now);
     Dc09Account& account = accounts_.Of(message.account);
     if (hasReturned) {
         step.events.push_back(Dc09Silence(message.account, account.protocol.value_or(Protocol::SIA), true,

@@ -41,6 +41,7 @@ class Dc09Line {
     TelegramStep Due(const ServiceTick& tick);
     /// False when the message is not to be acknowledged.
     bool OnStored(std::uint64_t receipt, bool isStored);
+    std::vector<LineAccount> Accounts() const { return accounts_.List(); }
 
  private:
     struct Message {

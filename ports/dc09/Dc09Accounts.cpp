@@ -56,12 +56,21 @@ Dc09Account& Dc09Accounts::Of(const Text& account) {
     return known == accounts_.end() ? strangers_ : known->second;
 }
 
-bool Dc09Accounts::NoteHeard(const Text& account) {
+bool Dc09Accounts::NoteHeard(const Text& account, OleDate now) {
     const bool hasRoom = accounts_.size() < settings_.size() + kMostUnnamed;
     Dc09Account& heard = hasRoom ? accounts_[account] : Of(account);
     heard.heardMs = openMs_;
+    heard.heardAt = now;
     heard.isKeyTold = heard.isClockTold = false;
     return std::exchange(heard.isSilent, false);
+}
+
+std::vector<LineAccount> Dc09Accounts::List() const {
+    std::vector<LineAccount> list;
+    list.reserve(accounts_.size());
+    for (const auto& [name, account] : accounts_)
+        list.push_back({.name = name, .lastMessage = account.heardAt, .isSilent = account.isSilent});
+    return list;
 }
 
 std::vector<Dc09Accounts::Silent> Dc09Accounts::Tick(const ServiceTick& tick) {

@@ -2,6 +2,7 @@
 
 #include "platform/Text.h"
 #include "ports/formats/ServiceTick.h"
+#include "runtime/CentreState.h"
 #include "runtime/Protocol.h"
 
 #include <deque>
@@ -29,6 +30,7 @@ std::optional<Dc09AccountSetting> ReadDc09Account(TextView value);
 struct Dc09Account {
     std::optional<Protocol> protocol{};  // of its last event
     std::int64_t heardMs = 0;            // in the time that the line has been open
+    OleDate heardAt{};                   // by the clock, for people
     bool isSilent = false;
     bool hasEncrypted = false;
     // What has been told of a series.
@@ -48,7 +50,9 @@ class Dc09Accounts {
     /// The account; of those that have not sent anything good yet and are not named, all are one.
     Dc09Account& Of(const Text& account);
     /// The account has sent something good. True when it had been silent.
-    bool NoteHeard(const Text& account);
+    bool NoteHeard(const Text& account, OleDate now);
+    /// All accounts, by name.
+    std::vector<LineAccount> List() const;
 
     struct Silent {
         Text account{};

@@ -2,6 +2,7 @@
 
 #include "ports/formats/ServiceTick.h"
 #include "ports/formats/TelegramStep.h"
+#include "runtime/CentreState.h"
 
 #include <memory>
 
@@ -26,6 +27,8 @@ class LineFormat {
     /// One of its own for a further caller of the port, whose telegrams it puts together; none when this one
     /// serves all callers. `Due` is asked of this one only.
     virtual std::unique_ptr<LineFormat> ForAnotherCaller() const { return {}; }
+    /// The senders that it tells apart, by name; none where a line is one sender.
+    virtual std::vector<LineAccount> Accounts() const { return {}; }
     /// What has become of a step with a receipt. False when its reply must not leave: what it repeats was not
     /// stored.
     virtual bool OnStored(std::uint64_t /*receipt*/, bool isStored) { return isStored; }

@@ -164,6 +164,9 @@ struct RecordingEditorsHost final : EditorsHost {
 /// The lines that a test names.
 struct RecordingLines final : LineControl {
     std::vector<LineFigures> Lines() const override { return lines; }
+    std::vector<LineAccount> Accounts(const Text& name) const override {
+        return name == lineWithAccounts ? accounts : std::vector<LineAccount>();
+    }
     void FilesChanged(const Text& what) override { calls += "changed " + what + ";"; }
     void Hold(const Text& name, bool isHeld) override { calls += (isHeld ? "hold " : "free ") + name + ";"; }
     bool RemoveFile(const Text& name) override {
@@ -178,6 +181,8 @@ struct RecordingLines final : LineControl {
     const FileTree* files = nullptr;
     bool canRemove = true;
     std::vector<LineFigures> lines{};
+    Text lineWithAccounts{};
+    std::vector<LineAccount> accounts{};
     std::optional<bool> outcome{};
     Text calls{};
 };

@@ -2,6 +2,7 @@
 import hashlib
 import http.server
 import os
+import ssl
 import sys
 import time
 import urllib.parse
@@ -24,6 +25,13 @@ class Handler(http.server.BaseHTTPRequestHandler):
         path, _, query = self.path.partition("?")
         if path == "/slow":
             time.sleep(600)
+        if path in ("/headers", "/line"):
+            return self.send_endlessly(b"X: " + 1000 * b"x" + b"\r\n" if path == "/headers" else 1000 * b"x")
+        if path in ("/moved", "/out"):
+            self.send_response(302)
+            self.send_header("Location", "/page" if path == "/moved" else "file:///etc/hostname")
+            self.end_headers()
+            return
         status = 404 if path == "/missing" else 500 if path == "/fault" else 200
         text = {"/poll": lambda: poll(query), "/long": lambda: "x" * 100000}.get(path, lambda: "path " + path)()
         self.send_response(status)
@@ -31,11 +39,25 @@ class Handler(http.server.BaseHTTPRequestHandler):
         self.end_headers()
         self.wfile.write(text.encode("latin-1"))
 
+    def send_endlessly(self, part):
+        self.send_response(200)
+        self.flush_headers()
+        self.wfile.write(b"X: ")
+        while True:
+            try:
+                self.wfile.write(part)
+            except OSError:
+                return
+
     def log_message(self, *arguments):
         pass
 
 
 server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+if len(sys.argv) > 3:
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(sys.argv[2], sys.argv[3])
+    server.socket = context.wrap_socket(server.socket, server_side=True)
 with open(sys.argv[1] + ".new", "w") as file:
     file.write(str(server.server_address[1]))
 os.rename(sys.argv[1] + ".new", sys.argv[1])

@@ -14,12 +14,13 @@ namespace nordkeep {
 /// The web service of tests/data/web_server.py, as a process of its own.
 class WebServer {
  public:
-    WebServer() {
+    /// With a certificate and its key it is a secure one.
+    explicit WebServer(const std::string& certificate = {}, const std::string& key = {}) {
         const std::string portFile = folder_.Path() + "/port";
         pid_ = ::fork();
         if (pid_ == 0) {
             ::execlp("python3", "python3", NORDKEEP_SOURCE_DIR "/tests/data/web_server.py", portFile.c_str(),
-                     nullptr);
+                     certificate.empty() ? nullptr : certificate.c_str(), key.c_str(), nullptr);
             ::_exit(127);
         }
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);

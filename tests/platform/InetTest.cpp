@@ -1,6 +1,9 @@
-#include "platform/qt/QtInet.h"
+#include "platform/curl/CurlInet.h"
+#include "platform/qt/QtDescriptorWatch.h"
 #include "tests/doubles/WebServer.h"
 #include "tests/platform/LoopTest.h"
+
+#include <cstdlib>
 
 namespace nordkeep {
 namespace {
@@ -15,7 +18,8 @@ class Web : public LoopTest {
     }
 
     WebServer server{};
-    QtInetFactory factory{};
+    QtDescriptorWatches watches{};
+    CurlInetFactory factory{loop, watches};
     std::unique_ptr<Inet> slot = factory.NewInet();
 };
 
@@ -48,8 +52,42 @@ TEST_F(Web, ACancelledRequestIsAnErrorAndTheNextOneServed) {
     slot->Execute(server.Url("/slow"));
 }
 
-TEST(Digest, IsTheKnownOne) {
-    EXPECT_EQ(QtInetFactory().Md5("abc"), "900150983cd24fb0d6963f7d28e17f72");
+// A server that never comes to the end of its headers is left, whatever it goes on sending.
+TEST_F(Web, GivesUpOnEndlessHeaders) {
+    EXPECT_EQ(Get(server.Url("/headers")), InetState::Error);
+    EXPECT_EQ(slot->LastError(), "The headers of the answer are too long");
+    EXPECT_EQ(Get(server.Url("/line")), InetState::Error) << "one header without an end";
+    EXPECT_EQ(Get(server.Url("/page")), InetState::Complete);
+}
+
+TEST_F(Web, FollowsARedirectionButNotOutOfTheWeb) {
+    EXPECT_EQ(Get(server.Url("/moved")), InetState::Complete);
+    EXPECT_EQ(slot->GetChunk(4096), "path /page");
+    EXPECT_EQ(Get(server.Url("/out")), InetState::Error);
+}
+
+TEST_F(Web, TakesASecureServerByItsCertificateAlone) {
+    const TempFolder folder;
+    const std::string files = "-keyout " + folder.Path() + "/key.pem -out " + folder.Path() + "/cert.pem";
+    ASSERT_EQ(std::system(("openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2 "
+                           "-subj /CN=localhost -addext subjectAltName=DNS:localhost " +
+                           files + " 2>/dev/null")
+                              .c_str()),
+              0);
+    const WebServer secure(folder.Path() + "/cert.pem", folder.Path() + "/key.pem");
+    const Text place = secure.Url("/page").substr(Text("http://127.0.0.1").size());
+    const Text url = "https://localhost" + place;
+    EXPECT_EQ(Get(url), InetState::Error);
+    EXPECT_NE(slot->LastError().find("certificate"), Text::npos) << slot->LastError();
+    slot->SetAuthorityFile(folder.Path() + "/cert.pem");
+    EXPECT_EQ(Get(url), InetState::Complete) << slot->LastError();
+    EXPECT_EQ(Get("https://127.0.0.1" + place), InetState::Error) << "good for another name";
+    slot->SetAuthorityFile(folder.Path() + "/none.pem");
+    EXPECT_EQ(Get(url), InetState::Error);
+}
+
+TEST_F(Web, KnowsTheDigest) {
+    EXPECT_EQ(factory.Md5("abc"), "900150983cd24fb0d6963f7d28e17f72");
 }
 
 }  // namespace

@@ -122,6 +122,24 @@ TEST_F(Dc09PortTest, DoesNotCountTheTimeInWhichItIsClosed) {
     EXPECT_FALSE(intake.events[0].IsSignOfLife);
 }
 
+TEST_F(Dc09PortTest, TellsItsAccountsWithTheirLastMessage) {
+    Open("TCPS", "[DC09Accounts]\r\n1234=,60\r\n99=,0\r\n");
+    sockets.At(0).CallIn();
+    FakeWinsock& caller = sockets.At(1);
+    caller.Arrive(Frame("\"NULL\"0001#1234[]") + Frame("\"NULL\"0001#AB[]"));
+    const OleDate heard = time.Now();
+    for (int i = 0; i < 70; ++i) Tick();
+    const std::vector<LineAccount> accounts = ports.Ports().at(0)->Accounts();
+    ASSERT_EQ(accounts.size(), 3u) << "the named ones and those who have sent something";
+    EXPECT_EQ(accounts[0].name, "1234");
+    EXPECT_EQ(accounts[0].lastMessage, heard);
+    EXPECT_TRUE(accounts[0].isSilent);
+    EXPECT_EQ(accounts[1].name, "99");
+    EXPECT_TRUE(accounts[1].lastMessage.IsNever());
+    EXPECT_EQ(accounts[2].name, "AB");
+    EXPECT_FALSE(accounts[2].isSilent);
+}
+
 TEST_F(Dc09PortTest, NeverRepeatsTheKeyOfAnAccountInAFinding) {
     language.LoadFrom("5324=%1 %2 %3\n");
     const Text key(30, 'A');
