@@ -165,7 +165,7 @@ Centre::Centre(Foundation& f)
                       .times = times_,
                       .journal = f.CopyRole() == Role::Client ? nullptr : &journal_}),
       duties_({.dataFolder = f.DataFolder(),
-               .programFolder = f.ProgramFolder(),
+               .programsFolder = f.ProgramsFolder(),
                .clock = f.Platform().clock,
                .loop = f.Platform().loop,
                .role = f.CopyRole(),

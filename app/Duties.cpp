@@ -4,12 +4,14 @@
 #include "runtime/LogPurge.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace nordkeep {
 namespace {
 
 constexpr int kTextNoPortOpen = 3832;
 constexpr int kTextMakeAPort = 3836;
+constexpr int kTextNoCopier = 5251;
 
 constexpr int kDeafMs = 5000;
 constexpr int kOpenTimerMs = 1000;
@@ -270,9 +272,11 @@ void Duties::CopyAlarmLog(const Tick& tick) {
     alarmLogCopyCountdownMs_ = kAlarmLogCopyMs;
     const std::vector<std::string> arguments = {ToUtf8(needs_.settings.AlarmLogFileName)};
     const NativePath& folder = needs_.dataFolder.Root();
-    if (!StartDetached(needs_.programFolder.Resolve("NKCopy.exe"), arguments, folder)) {
-        StartDetached(needs_.programFolder.Resolve("NKCopy"), arguments, folder);
-    }
+    const auto starts = [&](const char* name) {
+        return StartDetached(needs_.programsFolder.Resolve(name), arguments, folder);
+    };
+    if (starts("NKCopy.exe") || starts("NKCopy") || std::exchange(isCopierMissing_, true)) return;
+    needs_.log.WriteSysLog(needs_.language.GetLanguageText(kTextNoCopier), LogKind::Failure);
 }
 
 ServiceStatus::Figures Duties::Figures() const {

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/CentreConditions.h"
-#include "app/settings/EngineSettings.h"
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
 #include "app/RunningCheck.h"
 #include "app/ServiceStatus.h"
 #include "app/Workplace.h"
+#include "app/settings/EngineSettings.h"
 #include "console/lists/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Dispatcher.h"
@@ -39,7 +39,7 @@ class Duties {
  public:
     struct Needs {
         const FileTree& dataFolder;
-        const FileTree& programFolder;
+        const FileTree& programsFolder;
         const Clock& clock;
         EventLoop& loop;
         Role role;
@@ -170,6 +170,7 @@ class Duties {
     int torvexRetryCounterMs_ = 0;
     int writeRetryCounterMs_ = 0;
     int alarmLogCopyCountdownMs_ = 0;
+    bool isCopierMissing_ = false;  // told
 };
 
 }  // namespace nordkeep

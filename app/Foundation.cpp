@@ -79,6 +79,7 @@ Foundation::Foundation(const PlatformParts& platform, const CommandLine& command
     : platform_(platform),
       commandLine_(commandLine),
       programFolder_(ProgramFilesFolder(platform.programFile)),
+      programsFolder_(platform.programFile.substr(0, platform.programFile.rfind('/'))),
       dataFolder_(
           DataFolderOf(commandLine, DefaultDataFolder(platform.programFile, IsForService(commandLine)))),
       settings_(dataFolder_),

@@ -31,7 +31,10 @@ class Foundation : private SettingsListener {
 
     const PlatformParts& Platform() const { return platform_; }
     const CommandLine& Switches() const { return commandLine_; }
+    /// Where languages and templates are.
     const FileTree& ProgramFolder() const { return programFolder_; }
+    /// Where the programs are that this one starts.
+    const FileTree& ProgramsFolder() const { return programsFolder_; }
     const FileTree& DataFolder() const { return dataFolder_; }
     Settings& Files() { return settings_; }
     Language& Texts() { return language_; }
@@ -84,6 +87,7 @@ class Foundation : private SettingsListener {
     PlatformParts platform_;
     CommandLine commandLine_;
     FileTree programFolder_;
+    FileTree programsFolder_;
     FileTree dataFolder_;
     Settings settings_;
     Language language_{};

@@ -5,6 +5,8 @@ install(DIRECTORY languages/ templates/ DESTINATION ${shared} COMPONENT common)
 install(TARGETS nordkeepd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT server)
 install(TARGETS nordkeep RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT window)
 install(TARGETS nordkeep-send nordkeep-export NKCopy RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+install(PROGRAMS tools/nordkeep-backup DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+install(PROGRAMS tools/make-link-certificates DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/nordkeep-tools/examples COMPONENT tools)
 
 install(FILES packaging/nordkeep.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT window)
 install(FILES packaging/nordkeep.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT window)
