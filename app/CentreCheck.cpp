@@ -1,11 +1,14 @@
 #include "app/CentreCheck.h"
 
-#include "app/settings/KnownSettings.h"
 #include "app/MainFileCheck.h"
+#include "app/settings/KnownSettings.h"
+#include "console/boxes/SheetAids.h"
+#include "console/setup/LineKinds.h"
 #include "network/UsersCheck.h"
 #include "ports/PortList.h"
 #include "runtime/Fields.h"
 #include "translation/IdCodeFile.h"
+#include "translation/ObjectForm.h"
 #include "translation/TypeCodeFile.h"
 
 #include <algorithm>
@@ -22,6 +25,7 @@ constexpr int kTextNotWritable = 3848;
 
 constexpr TextView kMainFile = "Settings\\Nordkeep.INI";
 constexpr TextView kUsersFile = "Settings\\Users.INI";
+constexpr TextView kZoneFolders = "Information\\SIA";
 
 constexpr std::array<TextView, 8> kFolders = {"Settings",   "Data",        "Data\\Events", "LogFiles",
                                               "AlarmFiles", "Information", "Comments",     "Maps"};
@@ -79,6 +83,8 @@ void CentreCheck::CheckMainFile() {
     if (IsClient()) return;
     Plan([this] { PlanPorts(); });
     Plan([this] { CheckUsersFile(); });
+    Plan([this] { CheckObjectInfo(); });
+    Plan([this] { PlanZones(); });
 }
 
 // A copy whose operators work on a server's alarms: it has neither ports nor sets nor users of its own.
@@ -93,7 +99,8 @@ void CentreCheck::PlanPorts() {
                                      .main = main_,
                                      .addresses = InterfaceAddresses(),
                                      .rightsOf = [this](TextView path) { return RightsOfSetting(path); },
-                                     .isSetThere = [this](TextView set) { return IsSetThere(set); }});
+                                     .isSetThere = [this](TextView set) { return IsSetThere(set); },
+                                     .readsKey = &LineReadsKey});
     ports_.emplace(*around_);
     for (const Text& name : PortNames(dataFolder_)) Plan([this, name] { CheckPort(name); });
     Plan([this] { PlanSets(); });
@@ -168,6 +175,23 @@ void CentreCheck::CheckUsersFile() {
     if (isServer && !RightsOf(place).isThere)
         FindingsOf(dataFolder_.Resolve(kMainFile))
             .Warning(line, kTextFileMissing, {"ClientAddresses", "Settings/Users.INI"});
+}
+
+void CentreCheck::CheckObjectInfo() {
+    if (auto loaded = Load(kObjectFormFile); loaded && CheckContent(loaded->content, loaded->findings))
+        CheckObjectForm(loaded->content, loaded->findings);
+    if (auto loaded = Load(kPhrasesFile); loaded && !loaded->content.empty())
+        CheckContent(loaded->content, loaded->findings);
+}
+
+// Each object may have a file of its own, and there may be many of them: a slice for each.
+void CentreCheck::PlanZones() {
+    for (const Text& object : ListEntries(dataFolder_.Resolve(kZoneFolders))) {
+        Plan([this, object] {
+            if (auto loaded = Load(Text(kZoneFolders) + "\\" + object + "\\Zones.SIA"))
+                CheckZones(loaded->content, loaded->findings);
+        });
+    }
 }
 
 void CentreCheck::CheckFolders() {

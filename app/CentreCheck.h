@@ -47,6 +47,8 @@ class CentreCheck {
     Work IdCodeWork(const Text& set, Loaded loaded);
     void CheckUsersFile();
     void CheckFolders();
+    void PlanZones();
+    void CheckObjectInfo();
     void Plan(std::function<void()> step);
 
     std::optional<Loaded> Load(TextView path);

@@ -5,6 +5,7 @@
 #include "console/boxes/MapBox.h"
 #include "console/editors/EditorsHost.h"
 #include "console/editors/RowsBox.h"
+#include "console/editors/SetEditors.h"
 #include "console/lists/ObjectList.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Intake.h"
@@ -24,6 +25,7 @@ class PlaceEditors final : public EditorsHost, public RowFacts {
         MapPictures& maps;
         EditorHost& host;
         EditorBox& editor;
+        SetEditors& setEditors;
         const Translations& translations;
         const EventStore& store;
         AlarmOutputs& outputs;
@@ -39,6 +41,9 @@ class PlaceEditors final : public EditorsHost, public RowFacts {
     void KeepVersion(const Text& path) override;
     void NoteSaved(const Text& path) override { needs_.host.NoteSaved(path); }
     void OpenAsText(const Text& path) override;
+    void EditInformation(const Text& set, const Text& idCode, const Text& name) override {
+        needs_.setEditors.EditInformation(set, idCode, name);
+    }
     SetSurroundings SurroundingsOf(const Text& set) override;
     Text LinesOf(const Text& set) override;
     bool RenameSet(const Text& from, const Text& to) override;

@@ -1,11 +1,16 @@
 #include "app/PlaceLines.h"
 
+#include "platform/MachineFacts.h"
 #include "runtime/Dates.h"
 
 #include <algorithm>
 
 namespace nordkeep {
 namespace {
+
+constexpr int kMutedMs = 10 * 60 * 1000;
+constexpr int kTextMutingBegins = 3660;
+constexpr int kTextMutingEnds = 3661;
 
 /// What a format's test telegram is called; empty where a transmitter cannot be played.
 std::string TelegramOf(MessageFormat format) {
@@ -45,6 +50,11 @@ std::string TargetOf(PortType type, int number) {
 
 }  // namespace
 
+LocalLines::LocalLines(Needs needs)
+    : needs_(std::move(needs)),
+      captions_(needs_.language),
+      untilHeard_(needs_.loop.NewTimer([this] { EndMuting(); })) {}
+
 std::vector<LineFigures> LocalLines::Lines() const {
     std::vector<LineFigures> lines;
     for (const auto& port : needs_.ports.Ports()) lines.push_back(port->Figures());
@@ -66,6 +76,39 @@ void LocalLines::Hold(const Text& name, bool isHeld) {
     for (const auto& port : needs_.ports.Ports()) {
         if (EqualsNoCase(port->PortName(), name)) port->Hold(isHeld);
     }
+}
+
+void LocalLines::Mute(const Text& name, bool isMuted) {
+    EndMuting();
+    if (!isMuted) return;
+    muted_ = name;
+    untilHeard_->Start(kMutedMs);
+    LogMuting(kTextMutingBegins);
+}
+
+void LocalLines::EndMuting() {
+    untilHeard_->Stop();
+    if (!muted_.empty()) LogMuting(kTextMutingEnds);
+    muted_.clear();
+}
+
+void LocalLines::LogMuting(int caption) const {
+    const Text description(
+        TrimBlanks(needs_.files.ReadPortIni("General", "PortDescription", muted_, muted_)));
+    needs_.log.WriteSysLog(captions_(caption, {muted_, description}), LogKind::Oddity);
+}
+
+std::vector<Text> LocalLines::SerialDevices() const {
+    std::vector<Text> devices;
+    for (const Text& name : ListEntries("/dev/serial/by-id")) devices.push_back("/dev/serial/by-id/" + name);
+    for (const Text& name : ListEntries("/dev")) {
+        if (name.starts_with("ttyUSB") || name.starts_with("ttyACM")) devices.push_back("/dev/" + name);
+    }
+    return devices;
+}
+
+std::vector<Text> LocalLines::Addresses() const {
+    return InterfaceAddresses();
 }
 
 bool LocalLines::RemoveFile(const Text& name) {

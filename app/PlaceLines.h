@@ -3,9 +3,12 @@
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
 #include "console/boxes/EditorBox.h"
+#include "console/lists/Captions.h"
 #include "console/setup/LineControl.h"
 #include "platform/ChildProcess.h"
+#include "platform/EventLoop.h"
 #include "ports/PortList.h"
+#include "runtime/SysLog.h"
 
 namespace nordkeep {
 
@@ -19,20 +22,33 @@ class LocalLines final : public LineControl {
         const Clock& clock;
         ReloadRequest& reload;
         EditorHost& host;
+        EventLoop& loop;
+        SysLog& log;
+        const Language& language;
         NativePath sendTool{};  // the program that sends test telegrams
     };
-    explicit LocalLines(Needs needs) : needs_(std::move(needs)) {}
+    explicit LocalLines(Needs needs);
 
     std::vector<LineFigures> Lines() const override;
     std::vector<LineAccount> Accounts(const Text& name) const override;
     void FilesChanged(const Text& what) override;
     void Hold(const Text& name, bool isHeld) override;
+    void Mute(const Text& name, bool isMuted) override;
+    Text MutedPort() const override { return muted_; }
+    std::vector<Text> SerialDevices() const override;
+    std::vector<Text> Addresses() const override;
     bool RemoveFile(const Text& name) override;
     bool StartTest(const Text& name) override;
     std::optional<bool> TakeTestOutcome() override;
 
  private:
+    void EndMuting();
+    void LogMuting(int caption) const;
+
     Needs needs_;
+    Captions captions_;
+    Text muted_{};
+    std::unique_ptr<Timer> untilHeard_;
     ChildProcess test_{};
     bool isTesting_ = false;
 };
@@ -49,6 +65,7 @@ class ClientLines final : public LineControl {
     }
     void FilesChanged(const Text&) override {}
     void Hold(const Text&, bool) override {}
+    void Mute(const Text&, bool) override {}
     bool RemoveFile(const Text&) override { return false; }
     bool StartTest(const Text&) override { return false; }
     std::optional<bool> TakeTestOutcome() override { return std::nullopt; }

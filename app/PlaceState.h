@@ -27,6 +27,7 @@ class PlaceState : public CopyState {
     /// Who works here, on a client.
     void SetUser(const ClientUser& user) { user_ = user; }
     Text UserName() const { return user_.fullName; }
+    Text Initials() const override { return user_.initials; }
 
     bool IsQuestionUp() const override;
     bool IsFlood() const override;

@@ -23,7 +23,7 @@ RowsBox::Needs OnServerOnly(RowsBox::Needs needs) {
 
 }  // namespace
 
-SetupEditors::SetupEditors(const PlaceEditors::Needs& needs, Dialogs& dialogs)
+SetupEditors::SetupEditors(const PlaceEditors::Needs& needs, Dialogs& dialogs, ObjectForms& forms)
     : needs_(needs),
       dialogs_(dialogs),
       host_(needs),
@@ -45,9 +45,18 @@ SetupEditors::SetupEditors(const PlaceEditors::Needs& needs, Dialogs& dialogs)
              .captions = needs.captions,
              .state = needs.state,
              .host = host_,
-             .facts = host_}) {
+             .facts = host_}),
+      objectForm_({.files = needs.files,
+                   .dialogs = dialogs,
+                   .captions = needs.captions,
+                   .state = needs.state,
+                   .host = host_,
+                   .forms = forms}) {
     sets_.onSets = [this] {
         for (RowsBox* rows : {&objects_, &types_, &eventCodes_}) rows->RenewFiles();
+    };
+    sets_.onRename = [this](const Text& from, const Text& to) {
+        for (RowsBox* rows : {&objects_, &types_, &eventCodes_}) rows->FollowRename(from, to);
     };
 }
 

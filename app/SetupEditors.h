@@ -3,6 +3,7 @@
 #include "app/PlaceEditors.h"
 #include "console/editors/EventCodeFormat.h"
 #include "console/editors/FieldMapFormat.h"
+#include "console/editors/ObjectFormBox.h"
 #include "console/editors/ObjectFormat.h"
 #include "console/editors/SetsBox.h"
 #include "console/editors/TypeFormat.h"
@@ -13,11 +14,12 @@ namespace nordkeep {
 /// The editors of the set-up, each with the format of its files.
 class SetupEditors {
  public:
-    SetupEditors(const PlaceEditors::Needs& needs, Dialogs& dialogs);
+    SetupEditors(const PlaceEditors::Needs& needs, Dialogs& dialogs, ObjectForms& forms);
     SetupEditors(const SetupEditors&) = delete;
     SetupEditors& operator=(const SetupEditors&) = delete;
 
     SetsBox& Sets() { return sets_; }
+    ObjectFormBox& ObjectForm() { return objectForm_; }
     RowsBox& Objects() { return objects_; }
     RowsBox& Types() { return types_; }
     /// In the order of their pages.
@@ -40,6 +42,7 @@ class SetupEditors {
     RowsBox fieldMaps_;
     RowsBox users_;
     SetsBox sets_;
+    ObjectFormBox objectForm_;
 };
 
 }  // namespace nordkeep

@@ -1,11 +1,13 @@
 #include "app/TextFindings.h"
 
-#include "app/settings/KnownSettings.h"
 #include "app/MainFileCheck.h"
+#include "app/settings/KnownSettings.h"
+#include "console/setup/LineKinds.h"
 #include "network/UsersCheck.h"
 #include "ports/PortCheck.h"
 #include "ports/PortList.h"
 #include "translation/IdCodeFile.h"
+#include "translation/ObjectForm.h"
 
 namespace nordkeep {
 namespace {
@@ -57,6 +59,7 @@ void TextFindings::CheckAtOnce(FileFindings& findings) {
     const bool isClient = foundation_.CopyRole() == Role::Client;
     if (EndsIn(name, ".TypeCode")) return CheckTypeCodes(content_, findings);
     if (EndsIn(name, ".DataCode")) return CheckDataCodes(content_, findings);
+    if (EqualsNoCase(name, "ObjectInfo.desc")) return CheckObjectForm(content_, findings);
     if (isClient) return;
     if (EqualsNoCase(name, "Users.INI")) return CheckUsers(content_, findings);
     if (EqualsNoCase(name, "Nordkeep.INI")) {
@@ -79,7 +82,8 @@ void TextFindings::CheckPort(const Text& name, FileFindings& findings) {
         .main = main,
         .addresses = InterfaceAddresses(),
         .rightsOf = [&folder](TextView path) { return RightsOf(folder.ResolveSetting(path)); },
-        .isSetThere = isSetThere};
+        .isSetThere = isSetThere,
+        .readsKey = &LineReadsKey};
     PortCheck check(around);
     Findings ofOthers(foundation_.Texts());
     for (const Text& other : PortNames(folder)) {

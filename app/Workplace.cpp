@@ -1,5 +1,7 @@
 #include "app/Workplace.h"
 
+#include "runtime/ObjectFiles.h"
+
 namespace nordkeep {
 namespace {
 
@@ -40,10 +42,13 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
       windows_(
           {.sheet = sheet_, .map = map_, .picture = picture_, .store = needs.store, .state = *role_.state}),
       commands_(CommandNeeds()),
+      objectForms_(
+          {.files = *role_.files, .programFolder = needs.foundation.ProgramFolder(), .captions = captions_}),
       sheet_(SheetNeeds()),
       map_({.pictures = *role_.maps,
             .captions = captions_,
             .loop = needs.foundation.Platform().loop,
+            .store = needs.store,
             .defaultZoom = needs.settings.pictures.DefaultZoom}),
       picture_(needs.settings.pictures, needs.foundation.DataFolder(), needs.foundation.Platform().loop),
       login_(*role_.server),
@@ -72,7 +77,7 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
               .clock = needs.foundation.Platform().clock,
               .dataFolder = needs.foundation.DataFolder(),
               .control = *role_.lines}),
-      editors_(EditorNeeds(), needs.foundation.Platform().dialogs),
+      editors_(EditorNeeds(), needs.foundation.Platform().dialogs, objectForms_),
       setup_({.files = needs.foundation.Files(),
               .centreFiles = *role_.files,
               .dialogs = needs.foundation.Platform().dialogs,
@@ -125,7 +130,9 @@ CommentBox::Needs Workplace::SheetNeeds() {
             .printerSettings = printerSettings_,
             .state = *role_.state,
             .centre = *role_.centre,
-            .windows = windows_};
+            .windows = windows_,
+            .forms = objectForms_,
+            .clock = platform.clock};
 }
 
 AlarmPage::Needs Workplace::AlarmNeeds() {
@@ -188,6 +195,7 @@ PlaceEditors::Needs Workplace::EditorNeeds() {
             .maps = *role_.maps,
             .host = *role_.editorHost,
             .editor = editor_,
+            .setEditors = *this,
             .translations = needs_.translations,
             .store = needs_.store,
             .outputs = needs_.outputs,
@@ -212,6 +220,14 @@ void Workplace::EditTypes(const Text& set) {
     editors_.Types().ShowRow(set, {});
 }
 
+void Workplace::EditInformation(const Text& set, const Text& idCode, const Text& name) {
+    const ConsoleSettings& settings = needs_.settings.console;
+    const Text path = InformationFile(set, idCode);
+    if (path.empty()) return;
+    if (settings.UseDynamicFormForObjectInfo) return editors_.ObjectForm().Open(set, idCode, name);
+    editor_.Open({.path = path, .title = path, .program = settings.EditApp});
+}
+
 void Workplace::FirstShown() {
     if (role_.asksForLogin) AskForLogin();
     // A fresh installation receives nothing until a line has been made.
@@ -232,6 +248,8 @@ void Workplace::Tick(int elapsedMs) {
     windows_.Tick();
     main_.Tick(elapsedMs);
     paper_.Tick(elapsedMs);
+    const cAlarm* current = main_.Alarms().Current();
+    map_.NoteCurrent(current ? current->m_FilePointer : 0);
     BeepInstead(elapsedMs);
 }
 

@@ -9,6 +9,7 @@
 #include "console/boxes/PeriodBox.h"
 #include "console/boxes/ReconnectBox.h"
 #include "console/editors/SetEditors.h"
+#include "console/lists/ObjectForms.h"
 #include "console/print/ShiftList.h"
 #include "console/print/SpooledOutput.h"
 #include "console/setup/LinesBox.h"
@@ -92,7 +93,10 @@ class Workplace final : public OperatorDesk,
     /// The end: nothing is asked any more.
     void Close();
     /// The name of the port that somebody has muted; empty for none.
-    Text MutedPort() const { return debug_.MutedPort(); }
+    Text MutedPort() const {
+        const Text muted = debug_.MutedPort();
+        return muted.empty() ? role_.lines->MutedPort() : muted;
+    }
     ViewState StateToSave() const { return main_.StateToSave(); }
 
     // The models, for the views.
@@ -150,6 +154,7 @@ class Workplace final : public OperatorDesk,
 
     void EditObjects(const Text& set, const Text& idCode) override;
     void EditTypes(const Text& set) override;
+    void EditInformation(const Text& set, const Text& idCode, const Text& name) override;
 
     AlarmCommands::Needs CommandNeeds();
     PlaceEditors::Needs EditorNeeds();
@@ -173,6 +178,7 @@ class Workplace final : public OperatorDesk,
     AlarmPrinting printing_;
     OpenWindows windows_;
     AlarmCommands commands_;
+    ObjectForms objectForms_;
     CommentBox sheet_;
     MapBox map_;
     PictureBox picture_;

@@ -28,6 +28,7 @@ constexpr int kTextNoSets = 3816;
 constexpr int kTextNoInterface = 3818;
 constexpr int kTextBehindEmpty = 3830;
 constexpr int kTextNotWritable = 3848;
+constexpr int kTextNotRead = 5195;
 
 constexpr const char* kGeneral = "General";
 constexpr const char* kTranslate = "Translate";
@@ -108,6 +109,25 @@ bool IsNothing(TextView setting) {
     return TrimBlanks(setting).empty() || TrimBlanks(setting) == "0";
 }
 
+/// The key that means the same for this kind of line: one that is written nearly so, or that ends alike, as
+/// HTTPTimeout and POP3ConnectionTimeout do.
+TextView NearestKey(TextView key, const std::vector<TextView>& candidates) {
+    constexpr std::size_t kFewest = 6;
+    if (const TextView nearest = NearestWord(key, candidates); !nearest.empty()) return nearest;
+    TextView best;
+    std::size_t longest = kFewest - 1;
+    for (const TextView candidate : candidates) {
+        std::size_t same = 0;
+        while (same < std::min(key.size(), candidate.size()) &&
+               UpperCase(key[key.size() - same - 1]) == UpperCase(candidate[candidate.size() - same - 1]))
+            ++same;
+        if (same <= longest) continue;
+        longest = same;
+        best = candidate;
+    }
+    return best;
+}
+
 Text FolderOf(TextView path) {
     const std::size_t separator = path.find_last_of("\\/");
     return Text(separator == TextView::npos ? "." : path.substr(0, separator + 1));
@@ -144,7 +164,30 @@ void PortCheck::Check(const Text& portName, TextView content, FileFindings& find
     CheckDc09Accounts(lines, findings);
     CheckDisable(port);
     if (!CheckKind(port) || !CheckPlace(port)) return;
+    CheckReadKeys(port);
     CheckLine(port);
+}
+
+// A key that another kind of line reads looks right, and does nothing here.
+void PortCheck::CheckReadKeys(const Port& port) {
+    if (!around_.readsKey) return;
+    const auto isRead = [&](TextView section, TextView key) {
+        return around_.readsKey(port.type, port.format, section, key);
+    };
+    std::vector<TextView> read;
+    for (const KnownSetting& known : around_.known.All()) {
+        if (known.scope == SettingScope::Port && isRead(known.section, known.key)) read.push_back(known.key);
+    }
+    for (const IniLines::Section& section : port.lines.Sections()) {
+        for (const IniLines::Entry* entry : port.lines.EntriesOf(section.name)) {
+            const bool isKnown = around_.known.Find(true, section.name, entry->key) != nullptr;
+            if (section.sameNameOn != 0 || !isKnown || isRead(section.name, entry->key)) continue;
+            port.findings.Warning(entry->line, kTextNotRead,
+                                  {entry->key, UpperCase(port.Value("PortType")), NameOf(port.format)});
+            const TextView nearest = NearestKey(entry->key, read);
+            if (!nearest.empty()) port.findings.All().SuggestForLast(nearest);
+        }
+    }
 }
 
 bool PortCheck::CheckKind(Port& port) {

@@ -17,6 +17,8 @@ struct PortSurroundings {
     std::function<FileRights(TextView path)> rightsOf{};
     /// Whether the set has its .IDCode file.
     std::function<bool(TextView set)> isSetThere{};
+    /// Whether a line of this kind reads a key; without it all do.
+    std::function<bool(PortType type, MessageFormat format, TextView section, TextView key)> readsKey{};
 };
 
 /// The protocols under which ports name a translation set, by its name in upper case.
@@ -53,6 +55,7 @@ class PortCheck {
     void ClaimMain(TextView section, TextView key, TextView byDefault, TextView what);
     bool CheckKind(Port& port);
     bool CheckPlace(const Port& port);
+    void CheckReadKeys(const Port& port);
     void CheckLine(const Port& port);
     void CheckNetwork(const Port& port);
     void CheckNumber(const Port& port, int most);

@@ -16,6 +16,8 @@ constexpr int kTextNoPriority = 3838;
 constexpr int kTextNoResetType = 3839;
 constexpr int kTextNoClass = 3840;
 constexpr int kTextTooManyFields = 3841;
+constexpr int kTextNoZoneSection = 5196;
+constexpr int kTextNoZoneText = 5197;
 
 constexpr std::size_t kTypeFields = 4;
 constexpr const char* kDataSections[] = {"Event", "Environmental", "Modifiers"};
@@ -117,8 +119,25 @@ void CheckDataCodes(TextView content, FileFindings& findings) {
                              NearestWord(section.name, sections));
     }
     for (const TextView section : {"Event", "Environmental"}) {
-        for (const IniLines::Entry* entry : lines.EntriesOf(section))
-            CheckDataCode(lines, *entry, findings);
+        for (const IniLines::Entry* entry : lines.EntriesOf(section)) CheckDataCode(lines, *entry, findings);
+    }
+}
+
+void CheckZones(TextView content, FileFindings& findings) {
+    if (!CheckContent(content, findings)) return;
+    const IniLines lines(content);
+    CheckIniForm(lines, findings);
+    for (const IniLines::Section& section : lines.Sections()) {
+        // A code of an event has two letters, or three digits with a letter in front.
+        const std::size_t length = section.name.size();
+        const bool isCode = (length == 2 || length == 3 || length == 4) &&
+                            section.name.find_first_of(" \t") == TextView::npos;
+        if (!isCode && !EqualsNoCase(section.name, "General"))
+            findings.Warning(section.line, kTextNoZoneSection, {section.name});
+    }
+    for (const IniLines::Entry& entry : lines.Entries()) {
+        if (TrimBlanksAndTabs(entry.value).empty() && lines.Counts(entry))
+            findings.Warning(entry.line, kTextNoZoneText, {entry.key});
     }
 }
 

@@ -70,6 +70,8 @@ class IdCodeCheck {
 
 /// Checks the content of a .TypeCode file.
 void CheckTypeCodes(TextView content, FileFindings& findings);
+/// Checks the content of a file Zones.SIA of an object.
+void CheckZones(TextView content, FileFindings& findings);
 /// Checks the content of a .DataCode file.
 void CheckDataCodes(TextView content, FileFindings& findings);
 

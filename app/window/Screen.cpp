@@ -9,6 +9,7 @@
 #include "console/views/boxes/PictureWindow.h"
 #include "console/views/boxes/ReconnectDialog.h"
 #include "console/views/boxes/SimulationDialog.h"
+#include "console/views/editors/ObjectFormWindow.h"
 #include "console/views/editors/RowsPane.h"
 #include "console/views/editors/SetsPane.h"
 #include "console/views/setup/LinesPane.h"
@@ -76,7 +77,14 @@ void Screen::OpenFinding(const Finding& finding) {
 void Screen::SetBehindModels() {
     Workplace& place = centre_.Place();
     const Captions& words = place.Words();
-    sheets_.push_back(WindowOf<CommentWindow>(place.Sheet(), words, &window_));
+    auto sheet = std::make_unique<CommentWindow>(place.Sheet(), words, &window_);
+    place.Sheet().SetView(*sheet);
+    sheetDock_ = new SheetDock({.window = window_,
+                                .sheet = *sheet,
+                                .settings = place.Main().Looks(),
+                                .store = store_,
+                                .keep = [this](bool isBeside) { KeepSheetPlace(isBeside); }});
+    sheets_.push_back(std::move(sheet));
     sheets_.push_back(WindowOf<MapWindow>(place.Map(), words, &window_));
     sheets_.push_back(WindowOf<LoginDialog>(place.Login(), words, &window_));
     // It blocks the main window, whose key this is.
@@ -90,6 +98,7 @@ void Screen::SetBehindModels() {
     setup->AddPane(place.Editors().Sets(), new SetsPane(place.Editors().Sets(), words));
     for (RowsBox* rows : place.Editors().All()) setup->AddPane(*rows, new RowsPane(*rows, words));
     sheets_.push_back(std::move(setup));
+    sheets_.push_back(WindowOf<ObjectFormWindow>(place.Editors().ObjectForm(), words, &window_));
     sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));
     sheets_.push_back(WindowOf<ReconnectDialog>(place.Reconnect(), foundation_.Texts(), &window_));
     auto picture = std::make_unique<PictureWindow>(place.Picture(), words);
@@ -103,8 +112,14 @@ void Screen::Show() {
         {.isTopmost = switches.topMost, .isMaximised = switches.maximize, .isMinimised = switches.minimize});
 }
 
+void Screen::KeepSheetPlace(bool isBeside) {
+    foundation_.Files().WriteIni("General", "CommentSheetPlace", isBeside ? "1" : "0");
+    centre_.Place().RenewSettings();
+}
+
 void Screen::PrepareForEnd() {
     if (dialogs_) dialogs_->CloseQuestion();
+    sheetDock_->SaveWidth();
     window_.SaveState();
     window_.AllowClose();
     picture_->hide();

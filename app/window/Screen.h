@@ -5,6 +5,7 @@
 #include "console/views/boxes/QtDialogs.h"
 #include "console/views/print/QtPrintOutput.h"
 #include "console/views/window/MainWindow.h"
+#include "console/views/window/SheetDock.h"
 #include "platform/qt/QtUserStore.h"
 
 #include <memory>
@@ -28,6 +29,7 @@ class Screen final : public WorkplaceScreen, public ProgramWindow {
     void PrepareForEnd() override;
 
  private:
+    void KeepSheetPlace(bool isBeside);
     void OpenFinding(const Finding& finding);
     void SetBehindModels();
 
@@ -39,6 +41,7 @@ class Screen final : public WorkplaceScreen, public ProgramWindow {
     MainWindow window_;
     std::vector<std::unique_ptr<QDialog>> sheets_{};
     std::unique_ptr<QWidget> picture_{};
+    SheetDock* sheetDock_ = nullptr;  // a part of the main window
 };
 
 }  // namespace nordkeep

@@ -17,17 +17,6 @@ constexpr const char* kReceiversSection = "Receivers";
 
 }  // namespace
 
-std::vector<KeyAndValue> KeysAndValues(TextView text) {
-    std::vector<KeyAndValue> rows;
-    for (const TextView line : Lines(text)) {
-        const std::size_t equals = line.find('=');
-        if (equals == TextView::npos || equals == 0) continue;
-        rows.push_back({Text(TrimBlanksAndTabs(line.substr(0, equals))),
-                        Text(TrimBlanksAndTabs(line.substr(equals + 1)))});
-    }
-    return rows;
-}
-
 bool CommentBox::OpenAlarm(std::int32_t filePointer, OpenedBy by) {
     if (IsWaiting()) return false;
     const cAlarm* alarm = needs_.store.FindAlarmByKey(filePointer);
@@ -80,7 +69,9 @@ void CommentBox::Load() {
     texts_.object =
         subject_.objectName.empty() ? subject_.idCode : subject_.objectName + "   " + subject_.idCode;
     texts_.information = needs_.files.ReadTextFile(InformationFile(subject_.set, subject_.idCode));
-    if (needs_.settings.ViewDynamicFormInAlarmComment) texts_.form = KeysAndValues(texts_.information);
+    if (!texts_.information.empty()) needs_.forms.Load();
+    if (needs_.settings.ViewDynamicFormInAlarmComment)
+        texts_.form = needs_.forms.RowsOf(texts_.information);
     if (subject_.filePointer && !subject_.typeCode.empty()) {
         texts_.typeCodeInfo =
             needs_.files.ReadTextFile(TypeInformationFile(subject_.set, subject_.idCode, subject_.typeCode));
@@ -95,7 +86,16 @@ void CommentBox::Load() {
     } else {
         smallComment_.clear();
     }
+    LoadAids();
     RenewOtherAlarms();
+}
+
+void CommentBox::LoadAids() {
+    texts_.phrases = LoadPhrases(needs_.files, needs_.captions);
+    texts_.phones = needs_.forms.PhonesOf(texts_.information);
+    for (const PhoneNumber& phone : PhoneNumbersIn(texts_.typeCodeInfo)) texts_.phones.push_back(phone);
+    steps_ = StepsOf(texts_.typeCodeInfo);
+    for (InstructionStep& step : StepsOf(texts_.information)) steps_.push_back(std::move(step));
 }
 
 void CommentBox::LoadReceivers() {
@@ -189,6 +189,12 @@ Text CommentBox::StatusWord() const {
 
 void CommentBox::TypeNewComments(Text text) {
     newComments_ = std::move(text);
+}
+
+void CommentBox::TickStep(std::size_t step, bool isDone) {
+    if (step >= steps_.size() || !Controls().canType || isBusy_) return;
+    TickInto(newComments_, steps_[step], isDone, Stamp());
+    view_->Refresh();
 }
 
 void CommentBox::TypeSmallComment(Text text) {

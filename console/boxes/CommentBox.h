@@ -2,12 +2,15 @@
 
 #include "console/boxes/CentreOperations.h"
 #include "console/boxes/CommentSettings.h"
-#include "console/lists/SharedText.h"
+#include "console/boxes/SheetAids.h"
 #include "console/lists/Captions.h"
+#include "console/lists/ObjectForms.h"
 #include "console/lists/OperatorState.h"
+#include "console/lists/SharedText.h"
 #include "console/lists/WindowView.h"
 #include "console/print/PrintDocument.h"
 #include "pipeline/AlarmHandling.h"
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "translation/Translations.h"
 
@@ -15,13 +18,11 @@
 
 namespace nordkeep {
 
-/// One line of a list to choose from or of a form.
+/// One line of a list to choose from.
 struct KeyAndValue {
     Text key{};
     Text value{};
 };
-/// The lines "key=value" of a text, in their order; other lines are left out.
-std::vector<KeyAndValue> KeysAndValues(TextView text);
 
 /// What can be done on the sheet at this moment.
 struct SheetControls {
@@ -44,10 +45,12 @@ struct SheetTexts {
     Text object{};  // name and ID code
     Text alarm{};   // the alarm in one line; empty without one
     Text information{};
-    std::vector<KeyAndValue> form{};  // in place of the information when it is shown as a form
+    std::vector<InformationRow> form{};  // in place of the information when it is shown as a form
     Text typeCodeInfo{};
     std::vector<Text> otherAlarms{};  // of the same object, the latest first, with their short comments
     std::vector<KeyAndValue> receivers{};
+    std::vector<Text> phrases{};
+    std::vector<PhoneNumber> phones{};  // of the object and the instruction, in the order of the texts
 };
 
 /// The sheet on which an operator handles one alarm or one object. There is one sheet, and it holds the key
@@ -69,6 +72,8 @@ class CommentBox {
         const OperatorState& state;
         CentreOperations& centre;
         OperatorWindows& windows;
+        ObjectForms& forms;
+        const Clock& clock;
     };
     explicit CommentBox(const Needs& needs) : needs_(needs), comments_(needs.files) {}
 
@@ -90,6 +95,13 @@ class CommentBox {
     void TypeNewComments(Text text);
     void TypeSmallComment(Text text);
     bool HasTyped() const { return !newComments_.empty() || isSmallCommentTyped_; }
+
+    /// What stands in front of a remark, for the cursor: "21:14 AB ".
+    Text Stamp() const { return RemarkStamp(needs_.clock.Now(), needs_.state.Initials()); }
+    /// The lines of the instruction and of the object's action plan that can be ticked.
+    const std::vector<InstructionStep>& Steps() const { return steps_; }
+    /// What is ticked stands in the new comment.
+    void TickStep(std::size_t step, bool isDone);
 
     void Save();
     void EndAlarm();
@@ -128,6 +140,7 @@ class CommentBox {
     void Open(Subject subject, OpenedBy by);
     void Load();
     void LoadReceivers();
+    void LoadAids();
     /// True when there is another list to show.
     bool RenewOtherAlarms();
     bool IsOtherAlarm(const cAlarm& alarm) const;
@@ -151,6 +164,7 @@ class CommentBox {
     WindowNotice notice_{};
     std::deque<EventSequence> others_{};  // the latest first
     EventSequence lookedUpTo_ = 0;        // for other alarms
+    std::vector<InstructionStep> steps_{};
     SharedText comments_;
     Text newComments_{};
     Text smallComment_{};

@@ -1,6 +1,7 @@
 #include "console/boxes/MapBox.h"
 
 #include "platform/Files.h"
+#include "runtime/Dates.h"
 
 namespace nordkeep {
 namespace {
@@ -8,6 +9,7 @@ namespace {
 constexpr int kFlashMs = 500;
 constexpr int kCaptionZoom = 3300;
 constexpr int kCaptionCannotShow = 3301;
+constexpr int kCaptionOtherCurrent = 5198;
 
 }  // namespace
 
@@ -21,6 +23,8 @@ void MapBox::Open(const Text& reference, std::int32_t filePointer, OpenedBy by) 
     reference_ = ParseMapReference(reference);
     if (reference_.file.empty()) return;
     filePointer_ = filePointer;
+    about_ = AlarmText(filePointer);
+    otherCurrent_.clear();
     title_ = reference_.BaseName() + " - Nordkeep";
     picture_ = needs_.pictures.Read(reference_);
     ++generation_;
@@ -65,6 +69,23 @@ Text MapBox::Failure() const {
     return size_.width > 0 ? Text() : needs_.captions(kCaptionCannotShow, {reference_.BaseName()});
 }
 
+Text MapBox::AlarmText(std::int32_t filePointer) const {
+    const cAlarm* alarm = filePointer == 0 ? nullptr : needs_.store.FindAlarmByKey(filePointer);
+    if (!alarm) return {};
+    const OleDate time = alarm->m_TimeStamp.IsNever() ? alarm->m_ArrivedTime : alarm->m_TimeStamp;
+    Text text = alarm->m_TranslatedIDCode.empty() ? alarm->m_IdCode : alarm->m_TranslatedIDCode;
+    if (!alarm->m_TranslatedTypeCode.empty()) text += ", " + alarm->m_TranslatedTypeCode;
+    return text + ", " + FormatDate(time, "YYYY-MM-DD HH:NN:SS");
+}
+
+void MapBox::NoteCurrent(std::int32_t filePointer) {
+    const bool isOther = isOpen_ && filePointer_ != 0 && filePointer != 0 && filePointer != filePointer_;
+    const Text said = isOther ? needs_.captions(kCaptionOtherCurrent, {AlarmText(filePointer)}) : Text();
+    if (said == otherCurrent_) return;
+    otherCurrent_ = said;
+    view_->Refresh();
+}
+
 void MapBox::AdjustZoom(char key) {
     if (key == '+') SetZoom(zoom_ + kZoomStep);
     if (key == '-') SetZoom(zoom_ - kZoomStep);
@@ -85,7 +106,8 @@ void MapBox::MoveMouse(MapPoint scaled) {
 }
 
 Text MapBox::StatusText() const {
-    Text text = needs_.captions(kCaptionZoom) + ": " + std::to_string(zoom_) + " %";
+    Text text = about_.empty() ? Text() : about_ + "   ";
+    text += needs_.captions(kCaptionZoom) + ": " + std::to_string(zoom_) + " %";
     if (mouse_) text += "   X: " + std::to_string(mouse_->x) + "   Y: " + std::to_string(mouse_->y);
     return text;
 }

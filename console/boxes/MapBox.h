@@ -6,6 +6,7 @@
 #include "platform/EventLoop.h"
 #include "platform/FileTree.h"
 #include "runtime/DataFiles.h"
+#include "store/EventStore.h"
 
 namespace nordkeep {
 
@@ -48,6 +49,7 @@ class MapBox {
         MapPictures& pictures;
         const Captions& captions;
         EventLoop& loop;
+        const EventStore& store;
         int defaultZoom = 100;
     };
     explicit MapBox(const Needs& needs);
@@ -61,6 +63,12 @@ class MapBox {
     std::int32_t FilePointer() const { return filePointer_; }
 
     const Text& Title() const { return title_; }
+    /// Whose place it is: object, type and time of its alarm; empty for a map without one.
+    const Text& About() const { return about_; }
+    /// The alarm that the operator is at now, or 0.
+    void NoteCurrent(std::int32_t filePointer);
+    /// Says so when that is another one than the map's; else empty.
+    const Text& OtherCurrent() const { return otherCurrent_; }
     /// The picture file; changes with `Generation`.
     const Text& Picture() const { return picture_; }
     unsigned Generation() const { return generation_; }
@@ -86,6 +94,8 @@ class MapBox {
     Text StatusText() const;
 
  private:
+    Text AlarmText(std::int32_t filePointer) const;
+
     Needs needs_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
@@ -93,6 +103,8 @@ class MapBox {
     bool isOpen_ = false;
     std::int32_t filePointer_ = 0;
     MapReference reference_{};
+    Text about_{};
+    Text otherCurrent_{};
     Text title_{};
     Text picture_{};
     unsigned generation_ = 0;

@@ -14,6 +14,8 @@ class EditorsHost {
     virtual void NoteSaved(const Text& path) = 0;
     /// Opens the file as a text.
     virtual void OpenAsText(const Text& path) = 0;
+    /// Opens what is known of an object, as a form or as a text. `name` is the object's, for a title.
+    virtual void EditInformation(const Text& set, const Text& idCode, const Text& name) = 0;
     /// What the check of a set has to know beside its files.
     virtual SetSurroundings SurroundingsOf(const Text& set) = 0;
     /// The lines that use a set, for a person.

@@ -35,6 +35,7 @@ class ObjectFormat final : public RowFormat {
     Text FitValue(const DescribedKey& key, Text value) const override;
     Text HintOf(const DescribedKey& key, const Text& value) const override;
     Values NewValues() const override;
+    std::optional<std::size_t> ObjectNameField() const override { return kObjectName; }
     std::optional<std::size_t> FieldOf(int number) const override;
     std::unique_ptr<RowCheck> NewCheck(const Text& name, TextView content) const override;
     std::vector<DescribedChoice> ChoicesOf(const DescribedKey& key,

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace nordkeep {
@@ -84,6 +85,8 @@ class RowFormat {
     }
     /// The rows can go to other programs and come back. Not those that hold secrets.
     virtual bool HasCsv() const { return true; }
+    /// The field with the name of the object that a row is, of which more is known in a file of its own.
+    virtual std::optional<std::size_t> ObjectNameField() const { return std::nullopt; }
     /// The field that names a row; other rows are found by it.
     virtual std::size_t KeyField() const { return 0; }
     /// The field, from 0, that a finding is about, by the number that its check gave; none for the row.

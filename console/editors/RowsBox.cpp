@@ -68,6 +68,19 @@ void RowsBox::RenewFiles() {
     view_->Refresh();
 }
 
+void RowsBox::FollowRename(const Text& from, const Text& to) {
+    if (!file_ || !isRead_ || !EqualsNoCase(Name(), from)) return RenewFiles();
+    ListFiles();
+    file_.reset();
+    for (std::size_t number = 0; number < names_.size(); ++number) {
+        if (EqualsNoCase(names_[number], to)) file_ = number;
+    }
+    if (!file_) return RenewFiles();
+    text_.NoteRenamed(format_.FileOf(Name()));
+    BeginCheck();
+    view_->Refresh();
+}
+
 void RowsBox::ChooseFile(std::size_t number) {
     if (number >= names_.size() || number == file_ || isBusy_) return;
     if (MayLeave()) {
@@ -138,6 +151,12 @@ bool RowsBox::MayLeave() {
 
 void RowsBox::EditAsText() {
     if (file_ && !isBusy_) needs_.host.OpenAsText(format_.FileOf(Name()));
+}
+
+void RowsBox::EditInformation() {
+    if (!row_ || isBusy_ || !HasInformation()) return;
+    const RowFormat::Values values = format_.ValuesOf(items_[*row_]);
+    needs_.host.EditInformation(Name(), values[format_.KeyField()], values[*format_.ObjectNameField()]);
 }
 
 // --- The table
@@ -226,6 +245,8 @@ std::vector<DescribedChoice> RowsBox::ChoicesOf(const SetupField& field) const {
 // --- What is wrong
 
 void RowsBox::BeginCheck() {
+    typedSinceCheck_.clear();
+    isKeyTyped_ = false;
     checked_ = ContentOf(items_);
     check_ = format_.NewCheck(file_ ? Name() : Text(), checked_);
     isChecking_ = true;

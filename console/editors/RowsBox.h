@@ -54,6 +54,8 @@ class RowsBox : public FieldForm, public SetupSection {
     void ShowRow(const Text& name, const Text& key);
     /// The files have become others.
     void RenewFiles();
+    /// A file has another name. What has been typed and not applied stays, and goes to where it is now.
+    void FollowRename(const Text& from, const Text& to);
 
     RowsTable& Table() { return table_; }
     void Search(const Text& words);
@@ -72,6 +74,9 @@ class RowsBox : public FieldForm, public SetupSection {
     bool HasFile() const { return file_.has_value(); }
     /// Opens the file as a text.
     void EditAsText();
+    bool HasInformation() const { return format_.ObjectNameField().has_value(); }
+    /// Opens what is known of the object in front.
+    void EditInformation();
     /// Works on the check of the file; true when what it knows has changed.
     bool Tick();
 
@@ -151,6 +156,7 @@ class RowsBox : public FieldForm, public SetupSection {
     RowFormat::Values Typed() const;
     int LineOf(std::size_t place) const { return static_cast<int>(place) + 1; }
     bool MaySaveFaults(const Text& content);
+    std::vector<Finding> FindingsNow(const Text& content);
     bool MayOverwrite();
     void Write(const Text& content);
     void Say(int caption, std::initializer_list<TextView> values, bool isGood);
@@ -180,6 +186,8 @@ class RowsBox : public FieldForm, public SetupSection {
     std::vector<Finding> findings_{};
     std::vector<Finding> findingsOfFile_{};  // as it was loaded
     bool isFileChecked_ = false;
+    std::set<int> typedSinceCheck_{};  // rows that have changed in their places since the check began
+    bool isKeyTyped_ = false;          // one of them got another key, which other rows may name
     WindowNotice notice_{};
     unsigned generation_ = 0;
     int lastId_ = 0;

@@ -52,6 +52,8 @@ void RowsBox::Type(std::size_t number, Text value) {
     ApplyStep(items_, step);
     steps_.Note(std::move(step), before.id);
     table_.NoteRow(before.id);
+    typedSinceCheck_.insert(before.id);
+    if (number == format_.KeyField()) isKeyTyped_ = true;
     CheckRow();
     view_->Refresh();
 }
@@ -166,13 +168,33 @@ bool RowsBox::MaySaveFaults(const Text& content) {
         const Text which = place ? format_.ValuesOf(items_[*place])[format_.KeyField()] : Text();
         if (!needs_.dialogs.AskYesNo(needs_.captions(kCaptionLoses, {which}))) return false;
     }
-    const auto check = format_.NewCheck(Name(), content);
-    while (check->Continue()) continue;
-    const std::vector<Finding> added = AddedErrors(findingsOfFile_, check->Found());
+    const std::vector<Finding> added = AddedErrors(findingsOfFile_, FindingsNow(content));
     if (added.empty()) return true;
     const Finding& first = added.front();
     return needs_.dialogs.AskYesNo(needs_.captions(
         kCaptionAddsFaults, {std::to_string(added.size()), std::to_string(first.line), first.sentence}));
+}
+
+// A row that was typed in its place is looked at by the check that has looked at all others already.
+std::vector<Finding> RowsBox::FindingsNow(const Text& content) {
+    if (isChecking_ || !check_ || isKeyTyped_ || typedSinceCheck_.size() > 1) {
+        const auto check = format_.NewCheck(Name(), content);
+        while (check->Continue()) continue;
+        return check->Found();
+    }
+    std::vector<Finding> findings;
+    std::set<int> lines;
+    for (const int id : typedSinceCheck_) {
+        const auto place = PlaceOf(id);
+        if (!place) continue;
+        lines.insert(LineOf(*place));
+        for (Finding& finding : check_->OfRow(items_[*place], LineOf(*place), [&content] { return content; }))
+            findings.push_back(std::move(finding));
+    }
+    for (const Finding& finding : findings_) {
+        if (!lines.contains(finding.line)) findings.push_back(finding);
+    }
+    return findings;
 }
 
 bool RowsBox::MayOverwrite() {

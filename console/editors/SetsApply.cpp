@@ -46,7 +46,11 @@ void SetsBox::Write() {
     }
     needs_.host.NoteSaved(IdCodeFileName(name));
     Renew(name);
-    onSets();
+    if (isRenamed) {
+        onRename(old, name);
+    } else {
+        onSets();
+    }
     notice_ = {needs_.captions(kCaptionSaved, {name}), true};
 }
 

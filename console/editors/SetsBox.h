@@ -31,6 +31,8 @@ class SetsBox final : public FieldForm, public SetupSection {
     void SetView(WindowView& view) { view_ = &view; }
     /// Called when the sets that there are have changed.
     std::function<void()> onSets = [] {};
+    /// Called instead when one of them has another name.
+    std::function<void(const Text& from, const Text& to)> onRename = [](const Text&, const Text&) {};
 
     SetTable& Table() { return table_; }
     /// The row in front; none for a new set, and without sets.

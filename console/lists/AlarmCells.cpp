@@ -1,6 +1,7 @@
 #include "console/lists/AlarmCells.h"
 
 #include "console/lists/SharedCaptions.h"
+#include "runtime/Dates.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>
@@ -112,16 +113,25 @@ Text AlarmCells::SearchText(const cAlarm& alarm, const std::vector<int>& fields)
     return UpperCase(TextView(all));
 }
 
-Text AlarmCells::AllFields(const cAlarm& alarm) const {
-    Text all;
-    for (int field = 0; field < kAlarmFieldCount; ++field) {
-        if (Special().IsFromFile(field)) continue;
-        const Text value = Cell(alarm, field);
-        if (TrimBlanks(value).empty()) continue;
-        if (!all.empty()) all += '\n';
-        all.append(Heading(field)).append(": ").append(value);
+Text AlarmCells::ToolTip(const cAlarm& alarm) const {
+    const Text& code = alarm.m_TypeCode.empty() ? alarm.m_SIAStatus : alarm.m_TypeCode;
+    const OleDate time = alarm.m_TimeStamp.IsNever() ? alarm.m_ArrivedTime : alarm.m_TimeStamp;
+    const std::vector<Text> lines[] = {
+        {alarm.m_TranslatedIDCode, alarm.m_IdCode, alarm.m_Customer},
+        {alarm.m_TranslatedPrio, alarm.m_TranslatedTypeCode, code},
+        {alarm.m_AlarmCodeToStore},
+        {FormatDate(time, formats_.date + " " + formats_.time), StatusWord(alarm.m_Status), alarm.m_User},
+        {alarm.m_SmallComment}};
+    Text tip;
+    for (const std::vector<Text>& parts : lines) {
+        Text line;
+        for (const Text& part : parts) {
+            const TextView shown = TrimBlanks(part);
+            if (!shown.empty()) line.append(line.empty() ? "" : "   ").append(shown);
+        }
+        if (!line.empty()) tip.append(tip.empty() ? "" : "\n").append(Printable(line));
     }
-    return all;
+    return tip;
 }
 
 }  // namespace nordkeep

@@ -50,8 +50,8 @@ class AlarmCells {
     /// The shown texts of these fields, upper case, for a search. What would have to be read from a file for
     /// each row is left out.
     Text SearchText(const cAlarm& alarm, const std::vector<int>& fields) const;
-    /// All fields that hold something, "heading: value", a line for each.
-    Text AllFields(const cAlarm& alarm) const;
+    /// What an operator asks of an alarm first, in at most five lines: whose, what, when, and what was done.
+    Text ToolTip(const cAlarm& alarm) const;
     Text Heading(int field) const;
     Text StatusWord(int status) const;
     Text Build(TextView format, const cAlarm& alarm) const;

@@ -274,7 +274,7 @@ CellColors AlarmRows::Colors(int row, int column) const {
 Text AlarmRows::ToolTip(int row, int column) const {
     if (column == kIconColumn) return IconWord(row);
     const cAlarm* alarm = looks_ && looks_->hasToolTips ? RecordAt(row) : nullptr;
-    return alarm ? looks_->cells->AllFields(*alarm) : Text();
+    return alarm ? looks_->cells->ToolTip(*alarm) : Text();
 }
 
 // --- Order and filter

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/lists/OperatorRights.h"
+#include "platform/Text.h"
 
 namespace nordkeep {
 
@@ -10,6 +11,8 @@ class OperatorState {
  public:
     virtual ~OperatorState() = default;
     virtual OperatorRights Rights() const = 0;
+    /// Of who works here; empty where nobody logs in.
+    virtual Text Initials() const { return {}; }
     /// The operator is being asked something.
     virtual bool IsQuestionUp() const = 0;
     /// A request to the server is under way: until its answer no other begins, and files look missing.

@@ -2,6 +2,8 @@
 
 #include "runtime/DataFiles.h"
 
+#include <utility>
+
 namespace nordkeep {
 
 /// A text file that several people work on at a time: it is read, changed, and written back only when nobody
@@ -12,6 +14,8 @@ class SharedText {
 
     /// A missing file is an empty one; one that cannot be read is none at all.
     void Load(Text path);
+    /// The file has another name now and is the same.
+    void NoteRenamed(Text path) { path_ = std::move(path); }
     /// What somebody wrote there is not known, so nothing may be written over it.
     bool IsUnreadable() const { return isUnreadable_; }
     const Text& Path() const { return path_; }
@@ -21,8 +25,8 @@ class SharedText {
 
     /// Makes the folders that the file lies in.
     void MakeFolders();
-    /// True when somebody else has written the file since it was read. What could not be read, or may not have
-    /// been, is read again.
+    /// True when somebody else has written the file since it was read. What could not be read, or may not
+    /// have been, is read again.
     bool HasChanged();
     /// Writes the text with one line end behind it, and reads it back, since a write has no answer. False
     /// when the file does not hold the text then.

@@ -29,7 +29,8 @@ enum class ControlKind {
     Pick,      // text, with what is there already as suggestions
     Schedule,  // of an alive test
     MapPlace,  // "file/x/y"
-    Lines      // text of several lines
+    Lines,     // text of several lines
+    Offered    // text, with what there is in a list
 };
 
 /// When a saved value counts.

@@ -3,6 +3,7 @@
 #include "runtime/CentreState.h"
 
 #include <optional>
+#include <vector>
 
 namespace nordkeep {
 
@@ -18,6 +19,15 @@ class LineControl {
     virtual void FilesChanged(const Text& what) = 0;
     /// Closes a line until it is opened again or the program starts anew.
     virtual void Hold(const Text& name, bool isHeld) = 0;
+    /// Throws away what comes on a line, though it is logged, for ten minutes at most. There is one such
+    /// line.
+    virtual void Mute(const Text& name, bool isMuted) = 0;
+    /// The name of that line; empty for none.
+    virtual Text MutedPort() const { return {}; }
+    /// The device files of serial lines, lasting names first; none where they cannot be known.
+    virtual std::vector<Text> SerialDevices() const { return {}; }
+    /// The addresses that the machine has; none where they cannot be known.
+    virtual std::vector<Text> Addresses() const { return {}; }
     /// Takes the settings file of a line away into Settings\Backup; false when that cannot be done here.
     virtual bool RemoveFile(const Text& name) = 0;
     /// Sends a test telegram to the line as a transmitter would; false when this kind of line takes none.

@@ -128,6 +128,10 @@ bool ReadsKey(const LineKind& kind, TextView section, TextView key) {
     return format && (Holds(format->keys, key) || (format->cleansText && Holds(kCleaning, key)));
 }
 
+bool IsCommonKey(TextView section, TextView key) {
+    return EqualsNoCase(section, "General") && Holds(kAlways, key);
+}
+
 bool NeedsNumber(PortType type) {
     return type == PortType::RS232 || type == PortType::TCPC || type == PortType::TCPS ||
            type == PortType::UDP || type == PortType::SMTP;

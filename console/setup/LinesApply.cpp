@@ -47,7 +47,7 @@ Text LinesBox::NewText() const {
     for (const SetupField& field : fields_) {
         // What makes a file a line stands in it, also when it is the default.
         const bool isCore = isNew_ && (field.key.key == "PortType" || field.key.key == "MessageFormat");
-        if (!isCore && !field.IsChanged()) continue;
+        if (IsDevice(field) || (!isCore && !field.IsChanged())) continue;
         text = IniText(text.WithValue(field.key.section, field.key.key, ValueInFile(field.typed)));
     }
     return text.Content();
@@ -58,7 +58,8 @@ void LinesBox::Write() {
     if (file_.HasChanged() || (isNew_ && file_.Exists())) {
         if (!needs_.dialogs.AskYesNo(needs_.captions(kCaptionOverwrite, {name_}))) return;
     }
-    const bool isWritten = file_.Write(NewText());
+    // The device first: the line that is made anew opens it.
+    const bool isWritten = WriteDevice() && file_.Write(NewText());
     notice_ = {needs_.captions(kCaptionNotSaved, {FileOf(name_)}), false};
     if (!isWritten) return;
     const Text description = TypedOf("PortDescription").empty() ? name_ : TypedOf("PortDescription");

@@ -18,12 +18,15 @@ constexpr int kCaptionSetsHelp = 4551;
 constexpr int kCaptionPairFault = 4552;
 constexpr int kCaptionNumberNeeded = 4553;
 constexpr int kCaptionNumberTaken = 4554;
+constexpr int kCaptionLineNeeded = 5174;
 constexpr int kCaptionNoSet = 4555;
 constexpr int kCaptionDrop = 3884;
-constexpr int kCaptionNewLine = 4562;
 constexpr int kCaptionNever = 4564;
 constexpr int kCaptionTestGood = 4575;
 constexpr int kCaptionTestBad = 4576;
+
+constexpr int kHighestPort = 65535;
+constexpr int kHighestLine = 999;  // of serial lines
 
 Text FileOf(TextView name) {
     return Text("Settings\\").append(name).append(".ini");
@@ -51,12 +54,11 @@ void LinesBox::Load(const SetupDescriptor& descriptor) {
     descriptor_ = descriptor;
     notice_ = {};
     isNew_ = false;
+    step_.reset();
     current_.reset();
     name_.clear();
-    sets_.clear();
-    for (const Text& file : needs_.files.ScanForFiles("Settings\\*.IDCode")) {
-        sets_.push_back(file.substr(0, file.rfind('.')));
-    }
+    main_.Load("Settings\\Nordkeep.INI");
+    ListSets();
     MakeFields();
     ListLines();
     if (!rows_.empty()) {
@@ -64,6 +66,19 @@ void LinesBox::Load(const SetupDescriptor& descriptor) {
     } else {
         FillShown();
     }
+}
+
+void LinesBox::ListSets() {
+    sets_.clear();
+    for (const Text& file : needs_.files.ScanForFiles("Settings\\*.IDCode")) {
+        sets_.push_back(file.substr(0, file.rfind('.')));
+    }
+}
+
+void LinesBox::Enter() {
+    ListSets();
+    CheckAll();
+    view_->Refresh();
 }
 
 void LinesBox::ListLines() {
@@ -125,6 +140,7 @@ Text LinesBox::StateText(const LineRow& row) const {
 
 void LinesBox::Open(const Text& name) {
     isNew_ = false;
+    step_.reset();
     name_ = name;
     file_.Load(FileOf(name));
     TakeValues(IniText(file_.Content() + Text(kLineEnd)), true);
@@ -150,19 +166,28 @@ void LinesBox::MakeFields() {
             }
         }
     }
+    for (SetupField& field : fields_) {
+        if (field.key.key == "BindSocketToAddress") field.key.control = ControlKind::Offered;
+    }
+    device_ = fields_.size();
+    AddDevice();
     AddProtocols();
+}
+
+void LinesBox::AddField(DescribedKey key, int caption, int help) {
+    key.scope = SettingScope::Port;
+    key.when = AppliesWhen::Reopen;
+    const Text words = caption == 0 ? key.key : needs_.captions(caption);
+    fields_.push_back({.key = std::move(key), .caption = words, .help = needs_.captions(help)});
 }
 
 void LinesBox::AddProtocols() {
     for (int number = 0; number < kProtocolCount; ++number) {
         const Text key(ProtocolKey(ProtocolOf(number)));
-        DescribedKey described{.section = Text(kTranslate), .key = key, .control = ControlKind::List};
-        described.scope = SettingScope::Port;
-        described.when = AppliesWhen::Reopen;
         // Two protocols may share a key; it is one field all the same.
         if (Find(kTranslate, key)) continue;
-        fields_.push_back(
-            {.key = std::move(described), .caption = key, .help = needs_.captions(kCaptionSetsHelp)});
+        AddField({.section = Text(kTranslate), .key = key, .control = ControlKind::Offered}, 0,
+                 kCaptionSetsHelp);
     }
 }
 
@@ -172,6 +197,7 @@ void LinesBox::TakeValues(const IniText& ini, bool isStored) {
         field.stored = isStored ? field.typed : field.key.byDefault;
         field.isReadOnly = !MayEdit() || (isStored && file_.IsUnreadable());
     }
+    TakeDevice();
 }
 
 const SetupField* LinesBox::Find(TextView section, TextView key) const {
@@ -192,7 +218,10 @@ LineKind LinesBox::TypedKind() const {
 
 // Of the protocols those that the format raises, and those that the file binds already.
 bool LinesBox::IsShown(const SetupField& field) const {
-    if (!EqualsNoCase(field.key.section, kTranslate)) return ReadsKey(shownKind_, field.key.section, field.key.key);
+    if (step_ && StepOf(field) != *step_) return false;
+    if (IsDevice(field)) return shownKind_.type == PortType::RS232;
+    if (!EqualsNoCase(field.key.section, kTranslate))
+        return ReadsKey(shownKind_, field.key.section, field.key.key);
     if (!field.stored.empty() || !field.typed.empty()) return true;
     if (!shownKind_.format) return false;
     const std::vector<Protocol> raised = ProtocolsOf(*shownKind_.format);
@@ -211,11 +240,13 @@ void LinesBox::FillShown() {
             for (const DescribedKey& key : group.keys) {
                 if (key.scope != SettingScope::Port) continue;
                 if (IsShown(fields_[number])) made.fields.push_back(number);
+                if (key.key == "PortNumber" && IsShown(fields_[device_])) made.fields.push_back(device_);
                 ++number;
             }
             if (!made.fields.empty()) shown_.push_back(std::move(made));
         }
     }
+    ++number;  // the device, which stands beside the number
     SetupGroup protocols{.caption = needs_.captions(kCaptionProtocols)};
     for (; number < fields_.size(); ++number) {
         if (IsShown(fields_[number])) protocols.fields.push_back(number);
@@ -239,6 +270,7 @@ int LinesBox::Faults() const {
 
 Text LinesBox::FaultOfField(const SetupField& field) const {
     if (EqualsNoCase(field.key.section, kTranslate)) return FaultOfSets(field.typed);
+    if (IsDevice(field)) return FaultOfDevice(field.typed);
     const LineKind kind = TypedKind();
     if (field.key.key == "MessageFormat" && kind.type && kind.format &&
         !GoTogether(*kind.type, *kind.format)) {
@@ -256,7 +288,9 @@ Text LinesBox::FaultOfNumber(const SetupField& field) const {
     const LineKind kind = TypedKind();
     if (!kind.type || !NeedsNumber(*kind.type)) return {};
     const int number = LeadingInt32(field.typed);
-    if (number < 1 || number > 65535) return needs_.captions(kCaptionNumberNeeded);
+    const bool isSerial = kind.type == PortType::RS232;
+    if (number < 1 || number > (isSerial ? kHighestLine : kHighestPort))
+        return needs_.captions(isSerial ? kCaptionLineNeeded : kCaptionNumberNeeded);
     for (const LineRow& row : rows_) {
         const bool isOther = isNew_ || !EqualsNoCase(row.name, name_);
         if (isOther && row.is.type && row.number == number && ShareNumbers(*row.is.type, *kind.type)) {
@@ -282,6 +316,8 @@ void LinesBox::Type(std::size_t number, Text value) {
     if (number >= fields_.size() || fields_[number].isReadOnly || isBusy_) return;
     fields_[number].typed = std::move(value);
     notice_ = {};
+    const bool isOtherLine = fields_[number].key.key == "PortNumber" || fields_[number].key.key == "PortType";
+    if (isOtherLine) TakeDevice();
     CheckAll();
     if (TypedKind() != shownKind_) {
         FillShown();
@@ -297,7 +333,17 @@ void LinesBox::UseDefault(std::size_t number) {
     view_->Refresh();
 }
 
+std::vector<DescribedChoice> LinesBox::Offers(const SetupField& field) const {
+    std::vector<Text> words = sets_;
+    if (IsDevice(field)) words = needs_.control.SerialDevices();
+    if (field.key.key == "BindSocketToAddress") words = needs_.control.Addresses();
+    std::vector<DescribedChoice> choices;
+    for (const Text& word : words) choices.push_back({.value = word, .caption = {.number = 0, .own = word}});
+    return choices;
+}
+
 std::vector<DescribedChoice> LinesBox::ChoicesOf(const SetupField& field) const {
+    if (field.key.control == ControlKind::Offered) return Offers(field);
     const LineKind kind = TypedKind();
     if (field.key.key != "MessageFormat" || !kind.type) return field.key.choices;
     std::vector<DescribedChoice> fitting;
@@ -345,6 +391,7 @@ void LinesBox::Revert() {
 /// Back to the list as the files have it.
 void LinesBox::Renew() {
     isNew_ = false;
+    step_.reset();
     ListLines();
     if (current_) {
         Open(name_);
@@ -355,46 +402,6 @@ void LinesBox::Renew() {
         FillShown();
         ++generation_;
     }
-    view_->Refresh();
-}
-
-// --- New lines
-
-Text LinesBox::FreeName() const {
-    for (int number = 1;; ++number) {
-        const Text name = "Port" + std::to_string(number);
-        const auto isSame = [&name](const LineRow& row) { return EqualsNoCase(row.name, name); };
-        if (std::ranges::none_of(rows_, isSame)) return name;
-    }
-}
-
-void LinesBox::New() {
-    if (!MayEdit() || !MayLeave()) return;
-    TakeValues(IniText("[General]\r\nPortType=TCPS\r\nPortDescription=" + needs_.captions(kCaptionNewLine) +
-                       Text(kLineEnd)),
-               false);
-    isNew_ = true;
-    current_.reset();
-    name_ = FreeName();
-    notice_ = {};
-    CheckAll();
-    for (SetupField& field : fields_) field.isFaultOld = false;
-    FillShown();
-    ++generation_;
-    view_->Refresh();
-}
-
-void LinesBox::Copy() {
-    if (!MayEdit() || !current_ || !MayLeave()) return;
-    const IniText from(file_.Content() + Text(kLineEnd));
-    TakeValues(from, false);
-    isNew_ = true;
-    current_.reset();
-    name_ = FreeName();
-    notice_ = {};
-    CheckAll();
-    FillShown();
-    ++generation_;
     view_->Refresh();
 }
 

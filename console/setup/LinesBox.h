@@ -36,16 +36,18 @@ class LinesBox final : public FieldForm, public SetupSection {
         const FileTree& dataFolder;
         LineControl& control;
     };
-    explicit LinesBox(const Needs& needs) : needs_(needs), file_(needs.files) {}
+    explicit LinesBox(const Needs& needs) : needs_(needs), file_(needs.files), main_(needs.files) {}
 
     void SetView(WindowView& view) { view_ = &view; }
 
     // --- SetupSection
     Text Caption() const override;
     void Load(const SetupDescriptor& descriptor) override;
+    /// Sets may have been made or renamed meanwhile.
+    void Enter() override;
     int Faults() const override;
     bool IsChanged() const override;
-    bool MayApply() const override { return !isBusy_ && MayEdit() && IsChanged(); }
+    bool MayApply() const override { return !isBusy_ && MayEdit() && IsChanged() && IsComplete(); }
     void Apply() override;
     void Revert() override;
     bool MayLeave() override;
@@ -68,6 +70,21 @@ class LinesBox final : public FieldForm, public SetupSection {
     void ToggleHeld();
     void SendTest();
     bool IsHeld() const;
+    /// Throws away what comes on the line in front for a while, or takes it in again.
+    void ToggleMuted();
+    bool IsMuted() const;
+
+    // --- A new line is made in steps: what it is, what only its kind has, what all have, its sets
+    static constexpr int kSteps = 4;
+    /// From 0; none but for a new line.
+    std::optional<int> Step() const { return step_; }
+    /// "Step 2 of 4: ..."; empty when there is none.
+    Text StepText() const;
+    bool MayGoOn() const { return step_ && *step_ + 1 < kSteps; }
+    bool MayGoBack() const { return step_ && *step_ > 0; }
+    /// A step with a fault is not left for the next one.
+    void GoOn();
+    void GoBack();
     bool MayEdit() const;
 
     /// The state of a line in words, with its time.
@@ -85,10 +102,22 @@ class LinesBox final : public FieldForm, public SetupSection {
 
  private:
     void ListLines();
+    void ListSets();
     LineRow ReadRow(const Text& name);
     void Open(const Text& name);
     void MakeFields();
     void AddProtocols();
+    void AddDevice();
+    void AddField(DescribedKey key, int caption, int help);
+    /// What the steps of a new line have been taken through.
+    bool IsComplete() const { return !step_ || *step_ + 1 == kSteps; }
+    int StepOf(const SetupField& field) const;
+    void BeginNew(const IniText& from, std::optional<int> step);
+    bool IsDevice(const SetupField& field) const;
+    Text DeviceOfFile() const;
+    void TakeDevice();
+    Text FaultOfDevice(TextView device) const;
+    bool WriteDevice();
     void TakeValues(const IniText& ini, bool isStored);
     void CheckAll();
     Text FaultOfField(const SetupField& field) const;
@@ -99,6 +128,7 @@ class LinesBox final : public FieldForm, public SetupSection {
     LineKind TypedKind() const;
     const SetupField* Find(TextView section, TextView key) const;
     Text TypedOf(TextView key) const;
+    std::vector<DescribedChoice> Offers(const SetupField& field) const;
     Text FreeName() const;
     bool MaySaveFaults();
     void Write();
@@ -109,17 +139,20 @@ class LinesBox final : public FieldForm, public SetupSection {
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
     SharedText file_;
+    SharedText main_;  // which device a serial line is stands in the main settings
     SetupDescriptor descriptor_{};
     std::vector<LineRow> rows_{};
     std::vector<Text> sets_{};  // that have a file
     std::vector<SetupField> fields_{};
     std::vector<SetupGroup> shown_{};
+    std::size_t device_ = 0;  // of the fields
     std::optional<std::size_t> current_{};
     Text name_{};  // of the line in front
     LineKind shownKind_{};
     WindowNotice notice_{};
     unsigned generation_ = 0;
     bool isNew_ = false;
+    std::optional<int> step_{};
     bool isBusy_ = false;
 };
 

@@ -18,8 +18,9 @@ struct ConsoleSettings : AlarmDateSettings {
     bool FloatingDebugWindow = false;
     bool FullRowSelect = true;
     bool ShowInTaskBar = true;
-    Text EscalationTimes{};  // seconds for priority 1, 2, and 3 and lower
-    int ColorScheme = 0;     // 0 the desktop's, 1 light, 2 dark, 3 black on white, 4 white on black
+    Text CommentSheetPlace{};  // 1 beside the list, 0 a window; empty: beside it where there is room
+    Text EscalationTimes{};    // seconds for priority 1, 2, and 3 and lower
+    int ColorScheme = 0;       // 0 the desktop's, 1 light, 2 dark, 3 black on white, 4 white on black
     Text FontName{};
     Text BackColor{};
     int StatusBarFontSize = 0;  // points; 0: the font of the system
@@ -31,7 +32,8 @@ struct ConsoleSettings : AlarmDateSettings {
     int LogViewSize = 1000;
     int DebugViewSize = 200;
     int AlarmCopyDelimiter = 9;  // character code
-    Text EditApp{};              // programs that edit texts and translation files; empty: the own editor
+    bool UseDynamicFormForObjectInfo = false;
+    Text EditApp{};  // programs that edit texts and translation files; empty: the own editor
     Text TypeAndIDCodeEditApp{};
     Text DataCodeEditApp{"Notepad.exe"};  // steers nothing yet: event codes have no editor
 

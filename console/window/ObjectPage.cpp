@@ -204,7 +204,8 @@ void ObjectPage::EditText(const Text& path) {
 }
 
 void ObjectPage::EditInformation() {
-    if (const auto names = NamesOfSelected()) EditText(ObjectInfoFile(names->set, names->idCode));
+    const auto names = NamesOfSelected();
+    if (names) needs_.editors.EditInformation(names->set, names->idCode, Selected()->m_ObjectName);
 }
 
 // Fetching the items may have let other handlers run: the object is looked up behind it.

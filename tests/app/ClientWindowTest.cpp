@@ -1,85 +1,12 @@
 #include "store/EventFile.h"
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/ProtocolClient.h"
+#include "tests/app/VirtualScreen.h"
 
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
-#include <cstdlib>
 
 namespace nordkeep {
 namespace {
-
-/// A virtual screen with a window manager, until the end of the scope.
-class VirtualScreen {
- public:
-    VirtualScreen() {
-        int ends[2];
-        if (pipe(ends) != 0) return;
-        const std::string end = std::to_string(ends[1]);
-        screen_ = Start({"Xvfb", "-displayfd", end, "-screen", "0", "1280x900x24", "-nolisten", "tcp"});
-        close(ends[1]);
-        std::string number;
-        for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
-        close(ends[0]);
-        if (number.empty()) return;
-        display_ = ":" + number;
-        manager_ = Start({"openbox"});
-    }
-    ~VirtualScreen() {
-        for (const int pid : {manager_, screen_}) {
-            if (pid <= 0) continue;
-            kill(pid, SIGTERM);
-            waitpid(pid, nullptr, 0);
-        }
-    }
-    VirtualScreen(const VirtualScreen&) = delete;
-    VirtualScreen& operator=(const VirtualScreen&) = delete;
-
-    const std::string& Display() const { return display_; }
-    /// Runs a command of xdotool; true when it succeeded.
-    bool Do(const std::string& command) const {
-        return std::system(
-                   ("DISPLAY=" + display_ + " timeout 10 xdotool " + command + " >/dev/null 2>&1").c_str()) ==
-               0;
-    }
-    bool HasWindow(const std::string& title) const {
-        return Do("search --onlyvisible --name '" + title + "'");
-    }
-    void Focus(const std::string& title) const {
-        Do("search --onlyvisible --name '" + title + "' windowactivate --sync");
-    }
-    /// Waits until a window of this title has the keys.
-    bool AwaitActive(const std::string& title) const {
-        return WaitFor([&] {
-            return std::system(("DISPLAY=" + display_ +
-                                " timeout 10 xdotool getactivewindow getwindowname | grep -q '" + title + "'")
-                                   .c_str()) == 0;
-        });
-    }
-    void Keys(const std::string& title, const std::string& keys) const {
-        Focus(title);
-        Do("key --delay 60 " + keys);
-    }
-    void Type(const std::string& text) const { Do("type --delay 40 '" + text + "'"); }
-
- private:
-    int Start(std::vector<std::string> words) const {
-        const int pid = fork();
-        if (pid != 0) return pid;
-        if (!display_.empty()) setenv("DISPLAY", display_.c_str(), 1);
-        std::vector<char*> pointers;
-        for (std::string& word : words) pointers.push_back(word.data());
-        pointers.push_back(nullptr);
-        execvp(pointers[0], pointers.data());
-        _exit(127);
-    }
-
-    int screen_ = -1;
-    int manager_ = -1;
-    std::string display_{};
-};
 
 class ClientWindowTest : public NetworkTest {
  protected:

@@ -347,6 +347,20 @@ TEST(AlarmColors, FollowStatusOrPriorityByTheBehaviour) {
     }
 }
 
+TEST(AlarmRows, ToolTipSaysInFiveLinesWhoseWhatAndWhen) {
+    MainBoxWorld world;
+    world.WriteGeneral("ViewAlarmToolTip=1\r\n", "");
+    world.Start();
+    cAlarm& alarm = world.Raise("Fire");
+    alarm.m_SmallComment = "on my way";
+    AlarmRows& rows = world.Box().Alarms().ListOf(Tab::Unacked);
+    world.Tick();
+    const Text tip = rows.ToolTip(0, 3);
+    EXPECT_EQ(std::ranges::count(tip, '\n'), 4) << tip;
+    EXPECT_TRUE(tip.starts_with("School   1001   Town council\n1   Fire   01\nFire\n")) << tip;
+    EXPECT_TRUE(tip.ends_with("\non my way")) << tip;
+}
+
 TEST(AlarmColors, AreReadFromHexadecimalPairs) {
     const CellColors pair = ParseColorPair("8C1d00; FFFFFF");
     EXPECT_EQ(pair.background, (Rgb{0x8C, 0x1D, 0}));

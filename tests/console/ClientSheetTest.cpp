@@ -35,6 +35,7 @@ struct ClientSheet {
     LinkedState state{client.link};
     RecordingCentre centre{};
     RecordingWindows windows{};
+    ObjectForms forms{{.files = client.remote, .programFolder = client.folder.Tree(), .captions = captions}};
     CommentBox sheet{{.store = client.store,
                       .handling = client.core.handling,
                       .translations = client.translations,
@@ -47,7 +48,9 @@ struct ClientSheet {
                       .printerSettings = printerSettings,
                       .state = state,
                       .centre = centre,
-                      .windows = windows}};
+                      .windows = windows,
+                      .forms = forms,
+                      .clock = client.time}};
 };
 
 struct TwoClients {

@@ -246,7 +246,9 @@ TEST(CommentBox, AlarmThatGoesWhileTheQuestionIsUpIsLeftAlone) {
                           .printerSettings = w.printerSettings,
                           .state = w,
                           .centre = w.centre,
-                          .windows = w.opened});
+                          .windows = w.opened,
+                          .forms = w.forms,
+                          .clock = w.time});
         cAlarm& alarm = w.Raise();
         const std::int32_t key = alarm.m_FilePointer;
         sheet.OpenAlarm(key, OpenedBy::Operator);

@@ -140,6 +140,9 @@ struct RecordingSetEditors final : SetEditors {
         calls += "objects " + set + "/" + idCode + ";";
     }
     void EditTypes(const Text& set) override { calls += "types " + set + ";"; }
+    void EditInformation(const Text& set, const Text& idCode, const Text&) override {
+        calls += "information " + set + "/" + idCode + ";";
+    }
     Text calls{};
 };
 
@@ -148,6 +151,9 @@ struct RecordingEditorsHost final : EditorsHost {
     void KeepVersion(const Text& path) override { calls += "keep " + path + ";"; }
     void NoteSaved(const Text& path) override { calls += "saved " + path + ";"; }
     void OpenAsText(const Text& path) override { calls += "text " + path + ";"; }
+    void EditInformation(const Text& set, const Text& idCode, const Text&) override {
+        calls += "information " + set + "/" + idCode + ";";
+    }
     SetSurroundings SurroundingsOf(const Text&) override { return {}; }
     Text LinesOf(const Text&) override { return "Receiver: Robofon"; }
     bool RenameSet(const Text& from, const Text& to) override {
@@ -169,6 +175,10 @@ struct RecordingLines final : LineControl {
     }
     void FilesChanged(const Text& what) override { calls += "changed " + what + ";"; }
     void Hold(const Text& name, bool isHeld) override { calls += (isHeld ? "hold " : "free ") + name + ";"; }
+    void Mute(const Text& name, bool isMuted) override { muted = isMuted ? name : Text(); }
+    Text MutedPort() const override { return muted; }
+    std::vector<Text> SerialDevices() const override { return {"/dev/serial/by-id/usb-one"}; }
+    std::vector<Text> Addresses() const override { return {"127.0.0.1", "10.0.0.5"}; }
     bool RemoveFile(const Text& name) override {
         calls += "remove " + name + ";";
         return canRemove && nordkeep::RemoveFile(files->Resolve("Settings\\" + name + ".ini"));
@@ -183,6 +193,7 @@ struct RecordingLines final : LineControl {
     std::vector<LineFigures> lines{};
     Text lineWithAccounts{};
     std::vector<LineAccount> accounts{};
+    Text muted{};
     std::optional<bool> outcome{};
     Text calls{};
 };

@@ -173,10 +173,26 @@ TEST(LinesBox, MakesCopiesAndRemovesLines) {
     w.Load();
     w.box.New();
     EXPECT_TRUE(w.box.IsNew());
-    EXPECT_EQ(w.Field("PortNumber").fault, w.captions(4553)) << "a new line needs a number";
-    w.Type("PortNumber", "17603");
+    EXPECT_TRUE(w.IsShown("PortType"));
+    EXPECT_FALSE(w.IsShown("PortNumber")) << "first what it is";
+    EXPECT_FALSE(w.box.MayApply());
     w.Type("PortDescription", "Third");
+    w.box.GoOn();
+    EXPECT_TRUE(w.IsShown("TimeStampFromRBM"));
+    EXPECT_FALSE(w.IsShown("ReopenInterval"));
+    w.box.GoOn();
+    EXPECT_EQ(w.box.Step(), 1) << "a new line needs a number";
+    EXPECT_NE(w.box.Notice().text.find(w.captions(4553)), Text::npos);
+    w.Type("PortNumber", "17603");
+    w.box.GoOn();
+    EXPECT_TRUE(w.IsShown("ReopenInterval"));
+    EXPECT_FALSE(w.IsShown("PortNumber"));
+    w.box.GoOn();
+    EXPECT_TRUE(w.IsShown("Robofon"));
+    EXPECT_FALSE(w.IsShown("MAIL")) << "only what the format raises";
     w.Type("Robofon", "Town");
+    w.box.GoBack();
+    w.box.GoOn();
     w.box.Apply();
     EXPECT_EQ(w.folder.Read("Settings\\Port3.ini"),
               "[General]\r\nPortDescription=Third\r\nPortType=TCPS\r\nMessageFormat=0\r\nPortNumber=17603\r\n"
@@ -226,6 +242,45 @@ TEST(LinesBox, TellsWhatCameOfATestTelegram) {
     w.control.outcome = false;
     w.box.Tick();
     EXPECT_EQ(w.box.Notice(), (WindowNotice{w.captions(4576), false}));
+}
+
+TEST(LinesBox, OffersWhatTheMachineHasAndKeepsTheDeviceInTheMainSettings) {
+    LinesWorld w;
+    w.folder.Write("Settings\\Nordkeep.INI",
+                   "; ours\r\n[General]\r\nLanguage=044\r\n[SerialPorts]\r\nCOM2=/dev/two\r\n");
+    w.Load();
+    EXPECT_FALSE(w.IsShown("Device"));
+    EXPECT_EQ(w.box.ChoicesOf(w.Field("BindSocketToAddress")).size(), 2u);
+    w.Type("PortType", "RS232");
+    w.Type("PortNumber", "2");
+    EXPECT_TRUE(w.IsShown("Device"));
+    EXPECT_EQ(w.Field("Device").typed, "/dev/two") << "of the number that is typed";
+    w.Type("PortNumber", "3");
+    EXPECT_EQ(w.Field("Device").typed, "");
+    ASSERT_EQ(w.box.ChoicesOf(w.Field("Device")).size(), 1u);
+    w.Type("Device", "COM7");
+    EXPECT_NE(w.Field("Device").fault, "");
+    w.Type("Device", "/dev/null");
+    EXPECT_EQ(w.Field("Device").fault, "");
+    w.box.Apply();
+    EXPECT_EQ(w.folder.Read("Settings\\Nordkeep.INI"),
+              "; ours\r\n[General]\r\nLanguage=044\r\n[SerialPorts]\r\nCOM2=/dev/two\r\nCOM3=/dev/null\r\n");
+    EXPECT_EQ(w.folder.Read("Settings\\Port1.ini").find("Device"), Text::npos);
+    EXPECT_FALSE(w.box.IsChanged());
+}
+
+TEST(LinesBox, MutesOneLineOnlyWhenAPersonSaysSo) {
+    LinesWorld w;
+    w.control.lines = {{.name = "Port1", .state = LineState::Open}};
+    w.Load();
+    w.dialogs.answers = {false};
+    w.box.ToggleMuted();
+    EXPECT_EQ(w.control.muted, "");
+    w.dialogs.answers = {true};
+    w.box.ToggleMuted();
+    EXPECT_TRUE(w.box.IsMuted());
+    w.box.ToggleMuted();
+    EXPECT_FALSE(w.box.IsMuted()) << "back without a question";
 }
 
 TEST(LinesBox, WithoutALineThereIsNothingToEdit) {

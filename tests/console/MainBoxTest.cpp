@@ -461,11 +461,10 @@ TEST_F(MainBoxTest, EveryCommandReachesWhatItActsOn) {
     for (const C command : {C::ObjectComments, C::ShowComments, C::ShowMap}) world.Box().Run(command);
     EXPECT_EQ(world.windows.calls, "object Town/1001;object Town/1001;map Town.png/10/20;");
     for (const C command : {C::ObjectEdit, C::TranslationEdit, C::EditIDCodes}) world.Box().Run(command);
-    EXPECT_EQ(world.editorHost.calls,
-              "edit Information\\Town\\1001.TXT;edit Settings\\Town.IDCode;edit Settings\\Town.IDCode;");
+    EXPECT_EQ(world.editorHost.calls, "edit Settings\\Town.IDCode;edit Settings\\Town.IDCode;");
     world.editorHost.takesAll = false;
     for (const C command : {C::TranslationEdit, C::EditIDCodes}) world.Box().Run(command);
-    EXPECT_EQ(world.setEditors.calls, "objects Town/1001;objects Town/1001;");
+    EXPECT_EQ(world.setEditors.calls, "information Town/1001;objects Town/1001;objects Town/1001;");
     world.Box().Run(C::ServicePeriod);
     EXPECT_TRUE(world.running->period.IsOpen());
     world.Box().Run(C::SimAlarm);

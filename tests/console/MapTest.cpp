@@ -62,7 +62,7 @@ TEST(MapGeometry, CenterIsClampedToThePicture) {
 struct MapWorld : ConsoleWorld {
     MapWorld() { Use(own); }
     void Use(MapPictures& pictures) {
-        map = std::make_unique<MapBox>(MapBox::Needs{pictures, captions, time, 110});
+        map = std::make_unique<MapBox>(MapBox::Needs{pictures, captions, time, *store, 110});
         map->SetView(view);
     }
     OwnMaps own{dataFiles};
@@ -91,6 +91,25 @@ TEST(MapBox, FlashesItsCrossUntilItIsClosed) {
     w.view.calls.clear();
     w.time.Advance(5000);
     EXPECT_EQ(w.view.calls, "");
+}
+
+TEST(MapBox, TellsWhoseMapItIsAndThatAnotherAlarmIsCurrent) {
+    MapWorld w;
+    w.folder.Write("Maps\\a.bmp", "picture");
+    cAlarm& shown = w.Raise();
+    shown.m_TranslatedTypeCode = "Fire";
+    const cAlarm& other = w.Raise("2");
+    w.map->Open("a.bmp/10/20", shown.m_FilePointer, OpenedBy::Operator);
+    EXPECT_TRUE(w.map->StatusText().starts_with("Shop, Fire, 2024-03-05 06:00:00"));
+    w.map->NoteCurrent(shown.m_FilePointer);
+    EXPECT_EQ(w.map->OtherCurrent(), "");
+    w.map->NoteCurrent(other.m_FilePointer);
+    EXPECT_NE(w.map->OtherCurrent().find("Shop"), Text::npos);
+    w.map->NoteCurrent(0);
+    EXPECT_EQ(w.map->OtherCurrent(), "");
+    w.map->Open("a.bmp", 0, OpenedBy::Operator);
+    w.map->NoteCurrent(other.m_FilePointer);
+    EXPECT_EQ(w.map->OtherCurrent(), "") << "a map that belongs to no alarm";
 }
 
 TEST(MapBox, TravelsToAClientOnce) {

@@ -8,7 +8,7 @@ namespace {
 
 struct WindowsWorld : SheetWorld {
     OwnMaps maps{dataFiles};
-    MapBox map{{.pictures = maps, .captions = captions, .loop = time}};
+    MapBox map{{.pictures = maps, .captions = captions, .loop = time, .store = *store}};
     PictureSettings pictures{};
     PictureBox picture{pictures, folder.Tree(), time};
     OpenWindows windows{{.sheet = sheet, .map = map, .picture = picture, .store = *store, .state = *this}};

@@ -132,6 +132,20 @@ TEST(RowsBox, AsksBeforeASaveAddsAFault) {
     EXPECT_NE(w.File().find("100001/0701234567;Bakery;;Plan"), Text::npos);
 }
 
+TEST(RowsBox, GoesWithItsSetWhenThatGetsAnotherName) {
+    RowsWorld w;
+    w.Type(kObjectName, "Bakers");
+    ASSERT_TRUE(
+        RenameFile(w.folder.Resolve("Settings\\Town.IDCode"), w.folder.Resolve("Settings\\City.IDCode")));
+    w.objects.FollowRename("Town", "City");
+    EXPECT_TRUE(w.objects.IsChanged()) << "what was typed stays";
+    EXPECT_EQ(w.objects.Fields()[kObjectName].typed, "Bakers");
+    w.objects.Apply();
+    EXPECT_TRUE(w.dialogs.questions.empty()) << "nobody else has written it";
+    EXPECT_NE(w.File("City.IDCode").find(";Bakers;"), Text::npos);
+    EXPECT_FALSE(w.folder.Exists("Settings\\Town.IDCode"));
+}
+
 TEST(RowsBox, AsksBeforeItWritesOverSomebodyElse) {
     RowsWorld w;
     w.Type(kObjectName, "Mine");

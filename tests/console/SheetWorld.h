@@ -101,6 +101,7 @@ struct SheetWorld : ConsoleWorld {
     void Type(const Text& text) { sheet.TypeNewComments(text); }
 
     CommentSettings settings{};
+    ObjectForms forms{{.files = dataFiles, .programFolder = folder.Tree(), .captions = captions}};
     RecordingView view{};
     CommentBox sheet{{.store = *store,
                       .handling = handling,
@@ -114,7 +115,9 @@ struct SheetWorld : ConsoleWorld {
                       .printerSettings = printerSettings,
                       .state = *this,
                       .centre = centre,
-                      .windows = opened}};
+                      .windows = opened,
+                      .forms = forms,
+                      .clock = time}};
 };
 
 }  // namespace nordkeep

@@ -5,15 +5,12 @@
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QCloseEvent>
-#include <QtGui/QShortcut>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QSplitter>
-#include <QtWidgets/QTableWidget>
 
 namespace nordkeep {
 namespace {
@@ -26,6 +23,8 @@ constexpr int kCaptionMap = 3256;
 constexpr int kCaptionSendTo = 3259;
 constexpr int kCaptionSmallComment = 3263;
 constexpr int kCaptionOtherAlarms = 3700;
+constexpr int kCaptionBeside = 5162;
+constexpr int kCaptionOwnWindow = 5163;
 
 /// A column of its own without margins, in which heading and boxes stand.
 struct Column {
@@ -36,19 +35,6 @@ struct Column {
     QVBoxLayout* layout;
 };
 
-QTableWidget* NewForm() {
-    auto* form = new QTableWidget(0, 2);
-    form->horizontalHeader()->hide();
-    form->verticalHeader()->hide();
-    form->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    form->horizontalHeader()->setStretchLastSection(true);
-    form->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    form->setTabKeyNavigation(false);
-    form->setShowGrid(false);
-    form->setAlternatingRowColors(true);
-    return form;
-}
-
 }  // namespace
 
 CommentWindow::CommentWindow(CommentBox& sheet, const Captions& captions, QWidget* parent)
@@ -56,23 +42,28 @@ CommentWindow::CommentWindow(CommentBox& sheet, const Captions& captions, QWidge
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setModal(false);
     notice_ = new NoticeBar;
-    auto* columns = new QSplitter(Qt::Horizontal);
-    columns->setChildrenCollapsible(false);
-    columns->setHandleWidth(12);
-    columns->addWidget(NewKnowledge());
-    columns->addWidget(NewComments());
-    columns->setStretchFactor(0, 1);
-    columns->setStretchFactor(1, 1);
+    columns_ = new QSplitter(Qt::Horizontal);
+    columns_->setChildrenCollapsible(false);
+    columns_->setHandleWidth(12);
+    columns_->addWidget(NewKnowledge());
+    columns_->addWidget(NewComments());
+    columns_->setStretchFactor(0, 1);
+    columns_->setStretchFactor(1, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(14, 12, 14, 12);
     layout->setSpacing(10);
     layout->addLayout(NewHeader());
-    layout->addWidget(columns, 1);
+    layout->addWidget(columns_, 1);
     layout->addWidget(NewSending());
     layout->addWidget(notice_);
     layout->addLayout(NewButtons());
+    captionsOfButtons_ = {
+        {end_, kCaptionEndAlarm}, {save_, kCaptionSave},           {cancel_, kCaptionBack},
+        {map_, kCaptionMap},      {printInfo_, kCaptionPrintInfo}, {printLog_, kCaptionPrintLog},
+        {send_, kCaptionSend}};
     ConnectAll();
-    resize(940, 640);
+    setFocusProxy(newComments_);
+    resize(kSheetWidth, kSheetHeight);
 }
 
 QLayout* CommentWindow::NewHeader() {
@@ -83,6 +74,9 @@ QLayout* CommentWindow::NewHeader() {
     object_->setFont(large);
     alarm_ = NewDataLabel();
     status_ = new Chip;
+    move_ = NewButton(captions_, kCaptionBeside);
+    move_->setFlat(true);
+    move_->setToolTip(QKeySequence(Qt::SHIFT | Qt::Key_F6).toString(QKeySequence::NativeText));
     auto* words = new QVBoxLayout;
     words->setSpacing(2);
     words->addWidget(object_);
@@ -90,13 +84,15 @@ QLayout* CommentWindow::NewHeader() {
     auto* header = new QHBoxLayout;
     header->addLayout(words, 1);
     header->addWidget(status_, 0, Qt::AlignTop);
+    header->addWidget(move_, 0, Qt::AlignTop);
     return header;
 }
 
 QWidget* CommentWindow::NewKnowledge() {
     Column column;
     information_ = NewReadOnlyBox();
-    form_ = NewForm();
+    form_ = new InformationTable;
+    form_->setAccessibleName(CaptionText(captions_, kCaptionObjectInformation));
     column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionObjectInformation), information_));
     column.layout->addWidget(information_, 3);
     column.layout->addWidget(form_, 3);
@@ -128,8 +124,10 @@ QWidget* CommentWindow::NewComments() {
     newComments_->setTabChangesFocus(true);
     column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionComments), oldComments_));
     column.layout->addWidget(oldComments_, 3);
+    column.layout->addWidget(NewSteps());
     column.layout->addWidget(NewHeading(CaptionText(captions_, kCaptionNewComment), newComments_));
     column.layout->addWidget(newComments_, 2);
+    column.layout->addLayout(NewAids());
 
     smallPart_ = new QWidget;
     auto* small = new QHBoxLayout(smallPart_);
@@ -158,7 +156,6 @@ QWidget* CommentWindow::NewSending() {
 }
 
 QLayout* CommentWindow::NewButtons() {
-    auto* row = new QHBoxLayout;
     end_ = NewButton(captions_, kCaptionEndAlarm);
     printLog_ = NewButton(captions_, kCaptionPrintLog);
     printInfo_ = NewButton(captions_, kCaptionPrintInfo);
@@ -170,12 +167,26 @@ QLayout* CommentWindow::NewButtons() {
     QFont bold = end_->font();
     bold.setBold(true);
     end_->setFont(bold);
-    row->addWidget(end_);
-    row->addSpacing(24);
-    for (QPushButton* button : {map_, printInfo_, printLog_}) row->addWidget(button);
-    row->addStretch(1);
-    for (QPushButton* button : {save_, cancel_}) row->addWidget(button);
-    return row;
+    auto* less = new QHBoxLayout;
+    for (QPushButton* button : {map_, printInfo_, printLog_}) less->addWidget(button);
+    less->addStretch(1);
+    auto* most = new QHBoxLayout;
+    for (QPushButton* button : {end_, save_, cancel_}) most->addWidget(button);
+    buttonRows_ = new QHBoxLayout;
+    buttonRows_->addLayout(less, 1);
+    buttonRows_->addLayout(most);
+    return buttonRows_;
+}
+
+void CommentWindow::SetNarrow(bool isNarrow) {
+    columns_->setOrientation(isNarrow ? Qt::Vertical : Qt::Horizontal);
+    buttonRows_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // The letters of the buttons would be those of the main window's menus.
+    for (const auto& [button, caption] : captionsOfButtons_) {
+        const QString text = CaptionText(captions_, caption);
+        button->setText(isNarrow ? QString(text).remove(u'&') : text);
+    }
+    move_->setText(CaptionText(captions_, isNarrow ? kCaptionOwnWindow : kCaptionBeside).remove(u'&'));
 }
 
 void CommentWindow::ConnectAll() {
@@ -196,12 +207,8 @@ void CommentWindow::ConnectAll() {
     connect(map_, &QPushButton::clicked, this, [this] { sheet_.ShowMap(); });
     connect(cancel_, &QPushButton::clicked, this, [this] { sheet_.Close(); });
     connect(save_, &QPushButton::clicked, this, [this] { sheet_.Save(); });
-    const auto shortcut = [this](QKeySequence keys, auto action) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
-    };
-    shortcut(Qt::CTRL | Qt::Key_S, [this] { sheet_.Save(); });
-    shortcut(Qt::CTRL | Qt::Key_Return, [this] { sheet_.EndAlarm(); });
-    shortcut(Qt::CTRL | Qt::Key_Enter, [this] { sheet_.EndAlarm(); });
+    connect(move_, &QPushButton::clicked, this, [this] { onMove(); });
+    ConnectAids();
 }
 
 void CommentWindow::closeEvent(QCloseEvent* event) {
@@ -216,8 +223,9 @@ void CommentWindow::Show(OpenedBy by) {
     ShowOtherAlarms();
     ShowReceivers();
     Refresh();
-    BringToFront(*this, by == OpenedBy::Operator);
-    newComments_->setFocus();
+    onShow(by == OpenedBy::Operator);
+    // In a window of its own the keys are there when it gets them; beside the list nobody's are taken away.
+    if (isWindow() || by == OpenedBy::Operator) newComments_->setFocus();
 }
 
 void CommentWindow::ShowInformation() {
@@ -230,12 +238,7 @@ void CommentWindow::ShowInformation() {
     typeCodePart_->setVisible(!texts.typeCodeInfo.empty());
     form_->setVisible(!texts.form.empty());
     information_->setVisible(texts.form.empty());
-    form_->setRowCount(static_cast<int>(texts.form.size()));
-    for (int row = 0; row < form_->rowCount(); ++row) {
-        const KeyAndValue& line = texts.form[static_cast<std::size_t>(row)];
-        form_->setItem(row, 0, new QTableWidgetItem(ShownLine(line.key)));
-        form_->setItem(row, 1, new QTableWidgetItem(ShownLine(line.value)));
-    }
+    form_->ShowRows(texts.form);
 }
 
 void CommentWindow::ShowOtherAlarms() {
@@ -270,6 +273,7 @@ void CommentWindow::Refresh() {
     if (TypedText(newComments_->toPlainText()) != sheet_.NewComments()) {
         const QSignalBlocker silence(newComments_);
         newComments_->setPlainText(ShownText(sheet_.NewComments()));
+        newComments_->moveCursor(QTextCursor::End);
     }
     const QString small = ShownLine(sheet_.SmallComment());
     if (smallComment_->text() != small) smallComment_->setText(small);
@@ -278,6 +282,7 @@ void CommentWindow::Refresh() {
     status_->setText(ShownLine(sheet_.StatusWord()));
     status_->setVisible(!status_->text().isEmpty());
     ShowOtherAlarms();
+    ShowSteps();
     ShowSmallComment();
     ShowControls();
 }

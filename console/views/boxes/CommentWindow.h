@@ -1,14 +1,19 @@
 #pragma once
 
 #include "console/boxes/CommentBox.h"
+#include "console/views/boxes/InformationTable.h"
 #include "console/views/lists/ViewParts.h"
 
+class QBoxLayout;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
-class QTableWidget;
+class QSplitter;
 
 namespace nordkeep {
+
+inline constexpr int kSheetWidth = 940;  // px
+inline constexpr int kSheetHeight = 640;
 
 /// The window of the comment sheet.
 class CommentWindow final : public QDialog, public WindowView {
@@ -17,7 +22,17 @@ class CommentWindow final : public QDialog, public WindowView {
 
     void Show(OpenedBy by) override;
     void Refresh() override;
-    void Close() override { hide(); }
+    void Close() override { onHide(); }
+
+    /// One column that fits beside a list, or the two of a window.
+    void SetNarrow(bool isNarrow);
+    /// How the sheet comes and goes, as long as something else than itself shows it.
+    std::function<void(bool takesFocus)> onShow = [this](bool takesFocus) {
+        BringToFront(*this, takesFocus);
+    };
+    std::function<void()> onHide = [this] { hide(); };
+    /// The operator wants it beside the list, or in a window of its own.
+    std::function<void()> onMove = [] {};
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -25,12 +40,22 @@ class CommentWindow final : public QDialog, public WindowView {
     void reject() override { sheet_.CloseIfUntouched(); }
 
  private:
+    void AddKeys();
     QLayout* NewHeader();
+    QLayout* NewAids();
+    QWidget* NewSteps();
+    void ShowSteps();
+    void Insert(const QString& text);
+    void PopUpPhrases();
+    void PopUpPhones(bool isToCall);
+    void Call(const PhoneNumber& phone);
+    void TellOfLink(const Text& value, bool isOpened);
     QWidget* NewKnowledge();
     QWidget* NewComments();
     QWidget* NewSending();
     QLayout* NewButtons();
     void ConnectAll();
+    void ConnectAids();
     void ShowInformation();
     void ShowOtherAlarms();
     void ShowReceivers();
@@ -44,7 +69,15 @@ class CommentWindow final : public QDialog, public WindowView {
     Chip* status_ = nullptr;
     NoticeBar* notice_ = nullptr;
     QPlainTextEdit* information_ = nullptr;
-    QTableWidget* form_ = nullptr;
+    InformationTable* form_ = nullptr;
+    QSplitter* columns_ = nullptr;
+    QBoxLayout* buttonRows_ = nullptr;
+    QWidget* stepPart_ = nullptr;
+    QListWidget* steps_ = nullptr;
+    QPushButton* stamp_ = nullptr;
+    QPushButton* phrases_ = nullptr;
+    QPushButton* phones_ = nullptr;
+    QPushButton* move_ = nullptr;
     QWidget* typeCodePart_ = nullptr;
     QPlainTextEdit* typeCodeInfo_ = nullptr;
     QWidget* otherPart_ = nullptr;
@@ -63,6 +96,7 @@ class CommentWindow final : public QDialog, public WindowView {
     QPushButton* map_ = nullptr;
     QPushButton* cancel_ = nullptr;
     QPushButton* save_ = nullptr;
+    std::vector<std::pair<QPushButton*, int>> captionsOfButtons_{};
 };
 
 }  // namespace nordkeep

@@ -90,7 +90,9 @@ MapWindow::MapWindow(MapBox& map, const Captions& captions, QWidget* parent) : Q
     failure_->setAlignment(Qt::AlignCenter);
     failure_->setWordWrap(true);
     status_ = NewLabel();
+    other_ = new NoticeBar;
     auto* layout = new QVBoxLayout(this);
+    layout->addWidget(other_);
     layout->addWidget(scroll_, 1);
     layout->addWidget(failure_, 1);
     layout->addLayout(NewButtons(captions));
@@ -139,6 +141,10 @@ void MapWindow::Refresh() {
     canvas_->UpdateCross();
     status_->setText(ShownLine(map_.StatusText()));
     center_->setEnabled(map_.Place().has_value());
+    if (const QString said = ShownLine(map_.OtherCurrent()); said != shownOther_) {
+        shownOther_ = said;
+        other_->SetNotice(said);
+    }
 }
 
 void MapWindow::FindAlarmCenter() {

@@ -38,6 +38,8 @@ class MapWindow final : public QDialog, public WindowView {
     Canvas* canvas_ = nullptr;
     QLabel* failure_ = nullptr;
     QLabel* status_ = nullptr;
+    NoticeBar* other_ = nullptr;
+    QString shownOther_{};
     QPushButton* center_ = nullptr;
     QPoint draggedFrom_{};  // on the screen
     unsigned shownGeneration_ = 0;

@@ -2,6 +2,7 @@
 
 #include "platform/qt/QtText.h"
 
+#include <QtCore/QSignalBlocker>
 #include <QtCore/QStringListModel>
 #include <QtGui/QFocusEvent>
 #include <QtWidgets/QBoxLayout>
@@ -55,6 +56,30 @@ class PickEditor final : public FieldEditor {
     SuggestingLine* line_ = new SuggestingLine;
 };
 
+/// A text of several lines. Tab leaves it.
+class LinesEditor final : public FieldEditor {
+ public:
+    LinesEditor() {
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(box_);
+        box_->setTabChangesFocus(true);
+        box_->setFixedHeight(kShownLines * box_->fontMetrics().lineSpacing() + kFrame);
+        connect(box_, &QPlainTextEdit::textChanged, this, [this] { onEdit(TypedText(box_->toPlainText())); });
+    }
+    void ShowValue(const Text& value) override {
+        if (TypedText(box_->toPlainText()) == value) return;
+        const QSignalBlocker silence(box_);
+        box_->setPlainText(ShownText(value));
+    }
+    QWidget* Input() override { return box_; }
+
+ private:
+    static constexpr int kShownLines = 5;
+    static constexpr int kFrame = 14;  // px
+    QPlainTextEdit* box_ = new QPlainTextEdit;
+};
+
 }  // namespace
 
 FieldEditor* NewPickEditor(const EditorNeeds& needs) {
@@ -65,6 +90,8 @@ FieldEditor* NewRowEditor(const EditorNeeds& needs) {
     switch (needs.form.Fields()[needs.field].key.control) {
         case ControlKind::Pick:
             return NewPickEditor(needs);
+        case ControlKind::Lines:
+            return new LinesEditor;
         case ControlKind::MapPlace:
             return NewMapPlaceEditor(needs);
         case ControlKind::Schedule:

@@ -27,6 +27,7 @@ constexpr int kCaptionNoFile = 4714;
 constexpr int kCaptionImport = 4715;
 constexpr int kCaptionExport = 4716;
 constexpr int kCaptionSample = 4918;
+constexpr int kCaptionInformation = 5123;
 constexpr int kTickMs = 50;
 constexpr int kFactsWidth = 260;  // px
 constexpr int kTableHeight = 240;
@@ -49,6 +50,8 @@ constexpr RowButton kButtons[] = {
      [](const RowsBox& rows) { return rows.MayUndo(); }},
     {kCaptionAsText, [](RowsBox& rows, const std::vector<Text>&) { rows.EditAsText(); },
      [](const RowsBox& rows) { return rows.HasFile(); }},
+    {kCaptionInformation, [](RowsBox& rows, const std::vector<Text>&) { rows.EditInformation(); },
+     [](const RowsBox& rows) { return !rows.Current().empty(); }},
 };
 
 }  // namespace
@@ -110,6 +113,7 @@ QWidget* RowsPane::NewButtons() {
     for (const RowButton& button : kButtons) {
         buttons_.push_back(NewButton(captions_, button.caption));
         layout->addWidget(buttons_.back());
+        if (button.caption == kCaptionInformation) buttons_.back()->setVisible(rows_.HasInformation());
         connect(buttons_.back(), &QPushButton::clicked, this, [this, &button] {
             button.run(rows_, table_->SelectedKeys());
             if (button.caption == kCaptionAdd || button.caption == kCaptionCopy) fields_->FocusFirst();

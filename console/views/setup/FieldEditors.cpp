@@ -10,6 +10,8 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 
+#include <algorithm>
+
 namespace nordkeep {
 namespace {
 
@@ -80,11 +82,7 @@ class FileEditor final : public LineEditor {
 
 class ChoiceEditor final : public FieldEditor {
  public:
-    ChoiceEditor(const EditorNeeds& needs, const SetupField& field) : choices_(needs.form.ChoicesOf(field)) {
-        for (const DescribedChoice& choice : choices_) {
-            list_->addItem(ShownLine(WordsOf(choice.caption, needs.captions, choice.value)),
-                           ToQString(choice.value));
-        }
+    explicit ChoiceEditor(const EditorNeeds& needs) : needs_(needs) {
         QHBoxLayout* row = NewRow(this);
         row->addWidget(list_);
         row->addStretch(1);
@@ -94,6 +92,7 @@ class ChoiceEditor final : public FieldEditor {
     // A value that is no choice is shown as it is, and stays until another one is chosen.
     void ShowValue(const Text& value) override {
         const QString wanted = ToQString(value);
+        Fill();
         int at = list_->findData(wanted);
         if (at < 0) {
             list_->addItem(ShownLine(value), wanted);
@@ -104,7 +103,24 @@ class ChoiceEditor final : public FieldEditor {
     QWidget* Input() override { return list_; }
 
  private:
-    std::vector<DescribedChoice> choices_;
+    /// Which choices there are may go by what was chosen elsewhere.
+    void Fill() {
+        std::vector<DescribedChoice> choices = needs_.form.ChoicesOf(needs_.form.Fields()[needs_.field]);
+        if (isFilled_ &&
+            std::ranges::equal(choices, choices_, {}, &DescribedChoice::value, &DescribedChoice::value))
+            return;
+        isFilled_ = true;
+        choices_ = std::move(choices);
+        list_->clear();
+        for (const DescribedChoice& choice : choices_) {
+            list_->addItem(ShownLine(WordsOf(choice.caption, needs_.captions, choice.value)),
+                           ToQString(choice.value));
+        }
+    }
+
+    EditorNeeds needs_;
+    std::vector<DescribedChoice> choices_{};
+    bool isFilled_ = false;
     QComboBox* list_ = new CalmBox;
 };
 
@@ -126,12 +142,15 @@ class SwitchEditor final : public FieldEditor {
     QCheckBox* box_ = new QCheckBox;
 };
 
-class FontEditor final : public FieldEditor {
+/// A text, with what there is in a list beside it.
+class OfferEditor final : public FieldEditor {
  public:
-    FontEditor() {
+    explicit OfferEditor(const QStringList& words) {
         list_->setEditable(true);
-        list_->addItem(QString());
-        list_->addItems(QFontDatabase::families());
+        list_->setInsertPolicy(QComboBox::NoInsert);
+        list_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list_->setMinimumContentsLength(kLetters);
+        list_->addItems(words);
         QHBoxLayout* row = NewRow(this);
         row->addWidget(list_);
         row->addStretch(1);
@@ -145,8 +164,16 @@ class FontEditor final : public FieldEditor {
     QWidget* Input() override { return list_; }
 
  private:
+    static constexpr int kLetters = 36;
     QComboBox* list_ = new CalmBox;
 };
+
+QStringList WordsOffered(const EditorNeeds& needs, const SetupField& field) {
+    QStringList words;
+    if (field.key.control == ControlKind::Font) return QStringList(QString()) + QFontDatabase::families();
+    for (const DescribedChoice& choice : needs.form.ChoicesOf(field)) words << ToQString(choice.value);
+    return words;
+}
 
 FieldEditor* NewSoundEditor(const EditorNeeds& needs) {
     auto* editor = new FileEditor(needs.captions, false);
@@ -168,7 +195,7 @@ FieldEditor* NewFieldEditor(const EditorNeeds& needs) {
     switch (field.key.control) {
         case ControlKind::Choice:
         case ControlKind::Language:
-            return new ChoiceEditor(needs, field);
+            return new ChoiceEditor(needs);
         case ControlKind::Switch:
             return new SwitchEditor;
         case ControlKind::Color:
@@ -176,7 +203,8 @@ FieldEditor* NewFieldEditor(const EditorNeeds& needs) {
         case ControlKind::ColorPair:
             return NewColorPairEditor(needs.captions);
         case ControlKind::Font:
-            return new FontEditor;
+        case ControlKind::Offered:
+            return new OfferEditor(WordsOffered(needs, field));
         case ControlKind::File:
         case ControlKind::Folder:
             return new FileEditor(needs.captions, field.key.control == ControlKind::Folder);

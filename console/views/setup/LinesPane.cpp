@@ -18,6 +18,10 @@ constexpr int kCaptionClose = 4571;
 constexpr int kCaptionOpen = 4572;
 constexpr int kCaptionTest = 4573;
 constexpr int kCaptionNoLine = 4574;
+constexpr int kCaptionMute = 5191;
+constexpr int kCaptionUnmute = 5192;
+constexpr int kCaptionGoBack = 5193;
+constexpr int kCaptionGoOn = 5194;
 constexpr int kTickMs = 1000;
 constexpr int kTableHeight = 190;  // px
 constexpr int kRowPadding = 8;     // px
@@ -53,6 +57,7 @@ LinesPane::LinesPane(LinesBox& lines, const Captions& captions) : lines_(lines),
     layout->addWidget(table_);
     layout->addWidget(empty_);
     layout->addWidget(NewButtons());
+    layout->addWidget(NewSteps());
     layout->addWidget(fields_, 1);
     timer_ = new QTimer(this);
     timer_->setInterval(kTickMs);
@@ -70,7 +75,8 @@ void LinesPane::FollowInTabs(QWidget* widget) {
     QWidget* last = widget;
     for (QWidget* next :
          {static_cast<QWidget*>(table_), static_cast<QWidget*>(new_), static_cast<QWidget*>(copy_),
-          static_cast<QWidget*>(remove_), static_cast<QWidget*>(hold_), static_cast<QWidget*>(test_)}) {
+          static_cast<QWidget*>(remove_), static_cast<QWidget*>(hold_), static_cast<QWidget*>(mute_),
+          static_cast<QWidget*>(test_), static_cast<QWidget*>(back_), static_cast<QWidget*>(on_)}) {
         setTabOrder(last, next);
         last = next;
     }
@@ -86,7 +92,8 @@ QWidget* LinesPane::NewButtons() {
     remove_ = NewButton(captions_, kCaptionRemove);
     hold_ = NewButton(captions_, kCaptionClose);
     test_ = NewButton(captions_, kCaptionTest);
-    for (QPushButton* button : {new_, copy_, remove_, hold_, test_}) layout->addWidget(button);
+    mute_ = NewButton(captions_, kCaptionMute);
+    for (QPushButton* button : {new_, copy_, remove_, hold_, mute_, test_}) layout->addWidget(button);
     layout->addStretch(1);
     connect(new_, &QPushButton::clicked, this, [this] {
         lines_.New();
@@ -98,8 +105,31 @@ QWidget* LinesPane::NewButtons() {
     });
     connect(remove_, &QPushButton::clicked, this, [this] { lines_.Remove(); });
     connect(hold_, &QPushButton::clicked, this, [this] { lines_.ToggleHeld(); });
+    connect(mute_, &QPushButton::clicked, this, [this] { lines_.ToggleMuted(); });
     connect(test_, &QPushButton::clicked, this, [this] { lines_.SendTest(); });
     return frame;
+}
+
+/// The steps of a new line.
+QWidget* LinesPane::NewSteps() {
+    steps_ = new QWidget;
+    step_ = NewHeading(QString());
+    back_ = NewButton(captions_, kCaptionGoBack);
+    on_ = NewButton(captions_, kCaptionGoOn);
+    auto* layout = new QHBoxLayout(steps_);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(step_, 1);
+    layout->addWidget(back_);
+    layout->addWidget(on_);
+    connect(back_, &QPushButton::clicked, this, [this] {
+        lines_.GoBack();
+        fields_->FocusFirst();
+    });
+    connect(on_, &QPushButton::clicked, this, [this] {
+        lines_.GoOn();
+        fields_->FocusFirst();
+    });
+    return steps_;
 }
 
 void LinesPane::Refresh() {
@@ -118,7 +148,13 @@ void LinesPane::ShowButtons() {
     const bool isRunning = current && lines_.Rows()[*current].isRunning;
     hold_->setEnabled(mayEdit && isRunning);
     hold_->setText(CaptionText(captions_, lines_.IsHeld() ? kCaptionOpen : kCaptionClose));
+    mute_->setEnabled(mayEdit && isRunning);
+    mute_->setText(CaptionText(captions_, lines_.IsMuted() ? kCaptionUnmute : kCaptionMute));
     test_->setEnabled(isRunning);
+    steps_->setVisible(lines_.Step().has_value());
+    step_->setText(ShownLine(lines_.StepText()));
+    back_->setEnabled(lines_.MayGoBack());
+    on_->setEnabled(lines_.MayGoOn());
 }
 
 void LinesPane::ShowRows() {

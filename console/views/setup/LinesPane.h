@@ -23,6 +23,7 @@ class LinesPane final : public SectionPane {
 
  private:
     QWidget* NewButtons();
+    QWidget* NewSteps();
     void ShowRows();
     void ShowButtons();
 
@@ -36,7 +37,12 @@ class LinesPane final : public SectionPane {
     QPushButton* copy_ = nullptr;
     QPushButton* remove_ = nullptr;
     QPushButton* hold_ = nullptr;
+    QPushButton* mute_ = nullptr;
     QPushButton* test_ = nullptr;
+    QWidget* steps_ = nullptr;
+    QLabel* step_ = nullptr;
+    QPushButton* back_ = nullptr;
+    QPushButton* on_ = nullptr;
 };
 
 }  // namespace nordkeep

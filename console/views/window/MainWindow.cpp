@@ -340,10 +340,13 @@ void MainWindow::ToggleFullScreen() {
 }
 
 void MainWindow::NextPane() {
-    QWidget* panes[] = {tree_, ListOf(box_.Tabs().current), info_};
+    std::vector<QWidget*> panes = {tree_, ListOf(box_.Tabs().current), info_};
+    if (beside_ && beside_->isVisible()) panes.push_back(beside_);
+    const QWidget* focused = QApplication::focusWidget();
     std::size_t next = 1;
-    for (std::size_t i = 0; i < std::size(panes); ++i) {
-        if (panes[i] && panes[i]->hasFocus()) next = (i + 1) % std::size(panes);
+    for (std::size_t i = 0; i < panes.size(); ++i) {
+        const bool isHere = panes[i] && focused && (panes[i] == focused || panes[i]->isAncestorOf(focused));
+        if (isHere) next = (i + 1) % panes.size();
     }
     if (panes[next]) panes[next]->setFocus(Qt::TabFocusReason);
 }

@@ -81,6 +81,9 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void Reveal(Tab tab, const Text& key) override;
     void PopUp() override;
 
+    /// What stands beside the lists and can be gone to by F6 while it is visible.
+    void SetBeside(QWidget* pane) { beside_ = pane; }
+
     QAction* ActionOf(Command command) const { return actions_[static_cast<std::size_t>(command)]; }
     ListPane* ListOf(Tab tab) const { return lists_[static_cast<std::size_t>(tab)]; }
 
@@ -152,6 +155,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QPlainTextEdit* info_ = nullptr;
     QPushButton* link_ = nullptr;
     DebugPane* debug_ = nullptr;
+    QWidget* beside_ = nullptr;
     QSplitter* sides_ = nullptr;   // tree and lists
     QSplitter* halves_ = nullptr;  // lists and the alarm's text
     QLabel* line_ = nullptr;

@@ -116,7 +116,7 @@ struct AllWindows : LanguageWorld {
     cAlarm* alarm = nullptr;
     CommentWindow sheetWindow{sheet, captions};
     OwnMaps maps{dataFiles};
-    MapBox mapBox{{.pictures = maps, .captions = captions, .loop = time}};
+    MapBox mapBox{{.pictures = maps, .captions = captions, .loop = time, .store = *store}};
     MapWindow mapWindow{mapBox, captions};
     PictureSettings pictures{};
     PictureBox picture{pictures, folder.Tree(), time};
