@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/CentreConditions.h"
-#include "app/settings/CentreSettings.h"
 #include "app/CentreStatus.h"
 #include "app/Duties.h"
 #include "app/Foundation.h"
@@ -9,12 +8,14 @@
 #include "app/OperatorPorts.h"
 #include "app/RunningCheck.h"
 #include "app/Workplace.h"
+#include "app/settings/CentreSettings.h"
 #include "console/boxes/SimulationBox.h"
 #include "console/lists/AlarmLists.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/Core.h"
 #include "ports/FieldMap.h"
 #include "ports/PortList.h"
+#include "reports/HistoryWork.h"
 
 namespace nordkeep {
 
@@ -112,6 +113,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     Journal journal_;
     CommitTimes times_;
     Core core_;
+    HistoryWork history_;
     CentreConditions centreConditions_;
     Workplace workplace_;
     StoredByStore stored_;

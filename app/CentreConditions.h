@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/settings/EngineSettings.h"
 #include "app/RunningCheck.h"
+#include "app/settings/EngineSettings.h"
 #include "network/ServerLink.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/TorvexLink.h"

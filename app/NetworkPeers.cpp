@@ -26,6 +26,7 @@ void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const 
                              .objectReplica = replica,
                              .servicePeriods = needs.servicePeriods,
                              .deeds = needs.deeds,
+                             .history = needs.history,
                              .timers = needs.timers,
                              .torvex = needs.torvex,
                              .ports = [&ports = needs.ports] { return ports.InTree(); },

@@ -23,6 +23,7 @@ class NetworkPeers {
         ObjectViews& objectViews;
         ServicePeriods& servicePeriods;
         Deeds& deeds;
+        HistoryWork& history;
         const AliveTestTimers& timers;
         TorvexLink& torvex;
         const OperatorPorts& ports;
@@ -52,6 +53,8 @@ class NetworkPeers {
     void SendCentreState(const CentreConditions& centre);
     /// On a client: what its server tells of itself; none on any other copy.
     const Mirror::ServerState* ServerState() const { return mirror_ ? &mirror_->Server() : nullptr; }
+    /// On a client: the journal of its server.
+    RemoteHistory* ServerHistory() const { return mirror_ ? &mirror_->History() : nullptr; }
     /// Tells the other side of the end, and closes.
     void Close();
 

@@ -1,5 +1,6 @@
 #include "app/PlaceRole.h"
 
+#include "app/PlaceHistory.h"
 #include "network/FileService.h"
 #include "network/RemoteDataFiles.h"
 #include "platform/ProgramFile.h"
@@ -69,6 +70,7 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     role.centre = std::make_unique<LocalCentre>(parts);
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);
+    role.history = std::make_unique<LocalHistory>(parts.history, parts.deeds);
     role.hasLines = true;
     role.lines = std::make_unique<LocalLines>(
         LocalLines::Needs{.ports = parts.portList,
@@ -148,6 +150,7 @@ PlaceRole ClientPlace(const PlaceParts& parts, const PlaceState::Needs& state, S
     role.server = std::make_unique<ClientContact>(server, parts.peers);
     role.state = std::make_unique<ClientPlaceState>(state, link, parts.peers);
     role.lines = std::make_unique<ClientLines>(parts.peers);
+    role.history = std::make_unique<ClientHistory>(parts.peers);
     role.readsObjectFiles = false;
     role.knowsCallers = false;
     role.asksForLogin = network.ViewLoginFormAutomatically && !logsInByItself;

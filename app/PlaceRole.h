@@ -10,6 +10,8 @@
 #include "console/boxes/EditorBox.h"
 #include "console/boxes/MapBox.h"
 #include "console/lists/AlarmLists.h"
+#include "reports/HistorySource.h"
+#include "reports/HistoryWork.h"
 
 namespace nordkeep {
 
@@ -23,6 +25,7 @@ struct PlaceRole {
     std::unique_ptr<ServerContact> server{};
     std::unique_ptr<PlaceState> state{};
     std::unique_ptr<LineControl> lines{};
+    std::unique_ptr<HistorySource> history{};
     bool readsObjectFiles = true;  // see AlarmPage
     bool knowsCallers = true;      // see ObjectList
     bool hasLines = false;         // of its own, which have to be set up first of all
@@ -36,6 +39,7 @@ struct PlaceParts {
     AlarmLists& lists;
     ServicePeriods& servicePeriods;
     Deeds& deeds;
+    HistoryWork& history;
     const AliveTestTimers& timers;
     ObjectViews& objectViews;
     TorvexLink& torvex;

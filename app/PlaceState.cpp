@@ -3,7 +3,7 @@
 namespace nordkeep {
 
 void PlaceState::NoteAlarm() {
-    rate_.Note(needs_.foundation.Platform().clock.MonotonicMs());
+    flood_.Note(needs_.foundation.Platform().clock.MonotonicMs());
 }
 
 bool PlaceState::IsQuestionUp() const {
@@ -11,7 +11,7 @@ bool PlaceState::IsQuestionUp() const {
 }
 
 bool PlaceState::IsFlood() const {
-    return rate_.IsFlood(needs_.foundation.Platform().clock.MonotonicMs());
+    return flood_.IsFlood(needs_.foundation.Platform().clock.MonotonicMs());
 }
 
 CopyFacts PlaceState::Facts() const {

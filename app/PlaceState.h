@@ -4,10 +4,10 @@
 #include "app/Foundation.h"
 #include "app/NetworkPeers.h"
 #include "app/OperatorPorts.h"
-#include "console/window/AlarmRate.h"
 #include "console/window/CopyState.h"
 #include "network/ClientScreen.h"
 #include "pipeline/outputs/SoundPlayer.h"
+#include "reports/AlarmFlood.h"
 
 namespace nordkeep {
 
@@ -41,7 +41,7 @@ class PlaceState : public CopyState {
  private:
     Needs needs_;
     ClientUser user_{};
-    AlarmRate rate_{};
+    AlarmFlood flood_{};
 };
 
 /// At a copy with ports of its own there is no login and no server.

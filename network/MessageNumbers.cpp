@@ -6,7 +6,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::array<std::pair<Message, TextView>, 29> kNames = {{
+constexpr std::array<std::pair<Message, TextView>, 32> kNames = {{
     {Message::KeepAlive, "KEEPALIVE"},
     {Message::Translation, "TRANSLATION"},
     {Message::PortTree, "PORTTREE"},
@@ -35,6 +35,9 @@ constexpr std::array<std::pair<Message, TextView>, 29> kNames = {{
     {Message::Lines, "LINES"},
     {Message::Conditions, "CONDITIONS"},
     {Message::ServiceReason, "SERVICEREASON"},
+    {Message::History, "HISTORY"},
+    {Message::Report, "REPORT"},
+    {Message::Handover, "HANDOVER"},
     {Message::ServerIsShuttingDown, "SERVERISSHUTTINGDOWN"},
 }};
 

@@ -40,11 +40,14 @@ enum class Message : std::uint8_t {
     Lines = 31,
     Conditions = 32,
     ServiceReason = 33,
+    History = 34,
+    Report = 35,
+    Handover = 36,
     ServerIsShuttingDown = 99,
 };
 
 /// The highest number of those that only some copies know.
-inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::ServiceReason);
+inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::Handover);
 
 /// The name in the traffic log; "Unknown (n)" for a number that is no message.
 Text MessageName(std::uint8_t number);

@@ -35,9 +35,12 @@ const Mirror::Handler Mirror::kHandlers[] = {
     {Message::Extensions, &Mirror::TakeExtensions},
     {Message::Lines, &Mirror::TakeLines},
     {Message::Conditions, &Mirror::TakeConditions},
+    {Message::History, &Mirror::TakeHistory},
+    {Message::Report, &Mirror::TakeReport},
 };
 
-Mirror::Mirror(const Needs& needs) : needs_(needs), log_(needs.log, needs.clock) {
+Mirror::Mirror(const Needs& needs)
+    : needs_(needs), log_(needs.log, needs.clock), history_(needs.link, needs.clock, needs.user) {
     needs_.link.SetPushes(this);
 }
 
@@ -71,6 +74,7 @@ void Mirror::ConnectionStarts() {
     removed_.clear();
     eventsToPresent_.clear();
     server_ = {};
+    history_.NoteLoss();
 }
 
 // On a later turn: whoever asked still has to look at the answer.
@@ -223,6 +227,7 @@ void Mirror::ServerShutsDown(TextView) {
 void Mirror::TakeExtensions(TextView payload) {
     server_.knowsUpTo = ReadPayload<LongNumber>(payload).value;
     server_.isTold = server_.knowsUpTo > 0;
+    history_.NoteServerKnows(server_.knowsUpTo);
 }
 
 void Mirror::TakeLines(TextView payload) {

@@ -77,10 +77,15 @@ const NetworkServer::Handler NetworkServer::kHandlers[] = {
     {Message::MakeDir, &NetworkServer::MakeDir},
     {Message::Extensions, &NetworkServer::TellExtensions},
     {Message::ServiceReason, &NetworkServer::TakeServiceReason},
+    {Message::History, &NetworkServer::SearchHistory},
+    {Message::Report, &NetworkServer::MakeReport},
+    {Message::Handover, &NetworkServer::TakeHandover},
 };
 
 NetworkServer::NetworkServer(const Needs& needs)
-    : needs_(needs), fileService_(needs.dataFolder, needs.settings.RemoteFileFolders) {
+    : needs_(needs),
+      fileService_(needs.dataFolder, needs.settings.RemoteFileFolders),
+      history_(needs.slots, needs.history, needs.deeds) {
     needs_.slots.SetHandler(this);
 }
 
@@ -175,6 +180,18 @@ void NetworkServer::TakeServiceReason(int slot, TextView payload) {
     std::ranges::replace_if(
         given->reason, [](char c) { return static_cast<unsigned char>(c) < 32; }, ' ');
     told_.at(static_cast<std::size_t>(slot)).reason = std::move(*given);
+}
+
+void NetworkServer::SearchHistory(int slot, TextView payload) {
+    history_.Search(slot, LevelAt(slot), payload);
+}
+
+void NetworkServer::MakeReport(int slot, TextView payload) {
+    history_.Report(slot, LevelAt(slot), payload);
+}
+
+void NetworkServer::TakeHandover(int slot, TextView payload) {
+    history_.TakeHandover(LevelAt(slot), DoerAt(slot), payload);
 }
 
 bool NetworkServer::IsCentreStateWanted() const {

@@ -2,6 +2,7 @@
 
 #include "network/ClientSlots.h"
 #include "network/FileService.h"
+#include "network/HistoryService.h"
 #include "network/LoginBrake.h"
 #include "network/Messages.h"
 #include "pipeline/AlarmHandling.h"
@@ -46,6 +47,7 @@ class NetworkServer final : public SlotHandler {
         ObjectReplica& objectReplica;
         ServicePeriods& servicePeriods;
         Deeds& deeds;
+        HistoryWork& history;
         const AliveTestTimers& timers;
         TorvexLink& torvex;
         /// The ports in their order.
@@ -71,6 +73,7 @@ class NetworkServer final : public SlotHandler {
         walks_.at(static_cast<std::size_t>(slot)).reset();
         ForgetUser(slot);
         told_.at(static_cast<std::size_t>(slot)) = {};
+        history_.Forget(slot);
     }
     void SendCompleted(int slot) override {
         if (ContinueWork(slot)) needs_.slots.RequestTurn();
@@ -101,6 +104,9 @@ class NetworkServer final : public SlotHandler {
     void MakeDir(int slot, TextView payload);
     void TellExtensions(int slot, TextView payload);
     void TakeServiceReason(int slot, TextView payload);
+    void SearchHistory(int slot, TextView payload);
+    void MakeReport(int slot, TextView payload);
+    void TakeHandover(int slot, TextView payload);
 
     /// What a client has been told beyond what every client is.
     struct Told {
@@ -125,6 +131,7 @@ class NetworkServer final : public SlotHandler {
 
     Needs needs_;
     FileService fileService_;
+    HistoryService history_;
     /// Of each client that is being sent all events: the last that it has got.
     std::array<std::optional<EventSequence>, kSlotCount> walks_{};
     bool hasChanged_ = false;  // by a client, and not brought to safety yet

@@ -14,10 +14,11 @@ struct DeedText {
     JournalKind kind;
     int text;
 };
-constexpr DeedText kTexts[] = {
-    {JournalKind::Comment, 3778}, {JournalKind::End, 3779},       {JournalKind::Archive, 3780},
-    {JournalKind::Service, 3781}, {JournalKind::AliveTest, 3782}, {JournalKind::Edit, 3783},
-    {JournalKind::Send, 3784},    {JournalKind::Silence, 3785},   {JournalKind::Reopen, 5062}};
+constexpr DeedText kTexts[] = {{JournalKind::Comment, 3778},   {JournalKind::End, 3779},
+                               {JournalKind::Archive, 3780},   {JournalKind::Service, 3781},
+                               {JournalKind::AliveTest, 3782}, {JournalKind::Edit, 3783},
+                               {JournalKind::Send, 3784},      {JournalKind::Silence, 3785},
+                               {JournalKind::Reopen, 5062},    {JournalKind::Handover, 5480}};
 
 /// What a deed has changed of an alarm, as it was.
 std::string BeforeJson(const cAlarm& before) {
@@ -61,6 +62,17 @@ void Deeds::NoteService(const cTranslate& set, const cIDCode& object, int modeBe
                   .data = json.Take()});
     const Text why = reason.empty() ? Text() : ": " + reason;
     if (!by.station.empty()) Log(JournalKind::Service, by, set.m_FileName + " " + object.m_IdCode + why);
+}
+
+void Deeds::NoteHandover(const Doer& by, const Text& note, const Text& list) {
+    JsonObject json;
+    json.Add("list", list);
+    commit_.Note({.kind = JournalKind::Handover,
+                  .user = by.user,
+                  .station = by.station,
+                  .text = note,
+                  .data = json.Take()});
+    Log(JournalKind::Handover, by, note.substr(0, note.find_first_of("\r\n")));
 }
 
 void Deeds::Log(JournalKind kind, const Doer& by, const Text& subject) {

@@ -23,6 +23,9 @@ class Deeds final : public ServiceNotes {
     void NoteService(const cTranslate& set, const cIDCode& object, int modeBefore, const Doer& by,
                      const Text& reason) override;
 
+    /// A shift was signed over: what was said about it, and the list as it was.
+    void NoteHandover(const Doer& by, const Text& note, const Text& list);
+
     /// One line for each deed, for several in a row one with their count.
     void Log(JournalKind kind, const Doer& by, const Text& subject);
 

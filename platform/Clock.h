@@ -18,6 +18,13 @@ class Clock {
     virtual std::int64_t MonotonicUs() const { return MonotonicMs() * 1000; }
     /// Milliseconds since 1970 in UTC, as the wall clock has it.
     virtual std::int64_t UtcMs() const = 0;
+    /// The local wall time of such a moment. By the present distance of the two unless a clock knows better.
+    virtual OleDate LocalOf(std::int64_t utcMs) const { return Now().PlusMilliseconds(utcMs - UtcMs()); }
+    /// The moment of a local wall time; of an hour that comes twice, one of the two.
+    std::int64_t UtcOf(OleDate local) const {
+        const std::int64_t guess = UtcMs() + local.Milliseconds() - Now().Milliseconds();
+        return guess + local.Milliseconds() - LocalOf(guess).Milliseconds();
+    }
 };
 
 }  // namespace nordkeep

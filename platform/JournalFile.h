@@ -34,6 +34,24 @@ struct JournalMark {
     std::int64_t value = 0;
 };
 
+/// A stretch of the journal in the order of its times, whatever the clock did meanwhile.
+struct JournalStretch {
+    std::string from{};  // stamps; the second is not included
+    std::string to{};
+    std::string besideTime{};  // goes on behind this entry; empty: from the begin
+    std::int64_t besideId = 0;
+    bool isNewestFirst = false;
+    std::size_t most = 100;
+};
+
+/// The entries about one thing, newest first, which an index finds whatever their age.
+struct JournalSubject {
+    std::string event{};     // a file pointer, or
+    std::string object{};    // an ID code
+    std::int64_t below = 0;  // only older entries than that of this id; 0: all
+    std::size_t most = 100;
+};
+
 /// The database under the journal. One program writes it; others may read it at the same time.
 class JournalFile {
  public:
@@ -54,6 +72,11 @@ class JournalFile {
     /// than `most` (0: all). False, with LastError, when they could not all be read.
     virtual bool Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
                       const std::function<void(const JournalRow&)>& show) = 0;
+    /// Shows a stretch. What it costs goes by `most`, not by how much there is. False as above.
+    virtual bool ReadStretch(const JournalStretch& stretch,
+                             const std::function<void(const JournalRow&)>& show) = 0;
+    virtual bool ReadSubject(const JournalSubject& subject,
+                             const std::function<void(const JournalRow&)>& show) = 0;
     /// The newest entry of a kind; none without one, and when it cannot be read.
     virtual std::optional<JournalRow> ReadLast(std::string_view kind) = 0;
     /// The newest entry of an event file, of any kind when that is empty; none as above.

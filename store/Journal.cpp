@@ -22,7 +22,7 @@ constexpr std::size_t kPrunedAtOnce = 200;
 
 constexpr std::array kNames = {"event",  "change",  "removed", "waiting",   "done",  "comment",
                                "end",    "archive", "service", "alivetest", "edit",  "login",
-                               "logout", "refused", "send",    "silence",   "reopen"};
+                               "logout", "refused", "send",    "silence",   "reopen", "handover"};
 
 }  // namespace
 

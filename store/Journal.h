@@ -29,6 +29,7 @@ enum class JournalKind {
     Send,
     Silence,
     Reopen,
+    Handover,
 };
 /// The word of a kind in the database, such as "alivetest".
 const char* NameOf(JournalKind kind);
@@ -106,6 +107,13 @@ class Journal {
               const std::function<void(const JournalRow&)>& show);
     /// Shows up to `most` entries of all kinds behind an id, in order; false when they could not be read.
     bool ReadSome(std::int64_t after, std::size_t most, const std::function<void(const JournalRow&)>& show);
+    /// Shows a part of a stretch, or of what is known of one thing; false when it could not be read.
+    bool ReadStretch(const JournalStretch& stretch, const std::function<void(const JournalRow&)>& show) {
+        return file_.IsOpen() && file_.ReadStretch(stretch, show);
+    }
+    bool ReadSubject(const JournalSubject& subject, const std::function<void(const JournalRow&)>& show) {
+        return file_.IsOpen() && file_.ReadSubject(subject, show);
+    }
     /// The newest entry of an event's file pointer, of any kind without one.
     std::optional<JournalRow> LastOf(const Text& event, std::optional<JournalKind> kind);
     /// The newest entry of a kind that stands in the database.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/print/Chart.h"
 #include "runtime/Settings.h"
 #include "runtime/SharedSettings.h"
 
@@ -24,6 +25,7 @@ struct PrintDocument {
     Text title{};
     Text heading{};  // stands on top of each page; empty for none
     std::vector<Text> lines{};
+    std::vector<Chart> charts{};  // on pages of their own behind the lines
     PrinterSettings look{};
     bool isUnattended = false;  // nobody has asked for it, so that nobody is to be asked
     Text printer{};             // the spooler's name of it; empty: its default

@@ -62,11 +62,11 @@ std::vector<ShiftList::Part> ShiftList::Parts() const {
     return {OpenAlarms(), Objects(kCaptionInService, inService), Objects(kCaptionFailed, failed)};
 }
 
-PrintDocument ShiftList::Document() const {
+PrintDocument ShiftList::DocumentOf(const std::vector<Part>& parts) const {
     PrintDocument document{
         .title = needs_.captions(kCaptionShiftTitle) + " " + GeneralDate(needs_.clock.Now()),
         .look = needs_.printerSettings};
-    for (const Part& part : Parts()) {
+    for (const Part& part : parts) {
         document.lines.push_back(part.heading);
         if (part.lines.empty()) document.lines.push_back("   " + needs_.captions(kCaptionNoLines));
         for (const Text& line : part.lines) document.lines.push_back("   " + line);

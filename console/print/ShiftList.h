@@ -26,8 +26,9 @@ class ShiftList {
     };
     /// The three parts as they are at this moment.
     std::vector<Part> Parts() const;
-    /// The same on paper.
-    PrintDocument Document() const;
+    /// Parts on paper.
+    PrintDocument DocumentOf(const std::vector<Part>& parts) const;
+    PrintDocument Document() const { return DocumentOf(Parts()); }
 
  private:
     Part OpenAlarms() const;

@@ -3,9 +3,6 @@
 #include "console/lists/RowModel.h"
 #include "console/lists/SharedCaptions.h"
 #include "runtime/Dates.h"
-#include "runtime/Fields.h"
-
-#include <algorithm>
 
 namespace nordkeep {
 namespace {
@@ -18,26 +15,6 @@ constexpr int kTextOldest = 3559;
 constexpr int kTextOtherPriorities = 5076;
 
 constexpr std::int64_t kOverdueMs = 60000;
-constexpr int kMinute = 60;
-constexpr int kHour = 3600;
-constexpr int kDay = 86400;
-
-}  // namespace
-
-Text AgeText(OleDate from, OleDate to) {
-    const std::int64_t seconds = std::max<std::int64_t>(0, (to.Milliseconds() - from.Milliseconds()) / 1000);
-    const auto pair = [](std::int64_t value) { return Digits(value, 2); };
-    if (seconds < kMinute) return std::to_string(seconds) + " s";
-    const std::int64_t minutes = seconds / kMinute;
-    if (seconds < kHour) return std::to_string(minutes) + ":" + pair(seconds % kMinute);
-    const std::int64_t hours = seconds / kHour;
-    if (seconds < kDay) {
-        return std::to_string(hours) + ":" + pair(minutes % kMinute) + ":" + pair(seconds % kMinute);
-    }
-    return std::to_string(seconds / kDay) + " d " + pair(hours % 24) + ":" + pair(minutes % kMinute);
-}
-
-namespace {
 
 Text PriorityText(const Captions& captions, const std::array<int, 4>& counts) {
     Text text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/lists/AgeText.h"
 #include "console/lists/Captions.h"
 #include "console/lists/OperatorRights.h"
 #include "platform/OleDate.h"
@@ -29,9 +30,6 @@ struct StatusTexts {
     friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
 };
 StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures);
-
-/// A time span as "12 s", "3:07", "2:15:00" or "3 d 04:00". A span below 0, which a clock change makes, is 0.
-Text AgeText(OleDate from, OleDate to);
 
 /// What the window's title tells beside the name of the program.
 struct TitleParts {

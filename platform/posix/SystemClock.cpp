@@ -34,4 +34,8 @@ std::int64_t SystemClock::UtcMs() const {
     return now.tv_sec * 1000LL + now.tv_nsec / 1'000'000;
 }
 
+OleDate SystemClock::LocalOf(std::int64_t utcMs) const {
+    return LocalTime({.tv_sec = utcMs / 1000, .tv_nsec = utcMs % 1000 * 1'000'000});
+}
+
 }  // namespace nordkeep

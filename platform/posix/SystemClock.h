@@ -12,6 +12,7 @@ class SystemClock : public Clock {
     std::int64_t MonotonicMs() const override;
     std::int64_t MonotonicUs() const override;
     std::int64_t UtcMs() const override;
+    OleDate LocalOf(std::int64_t utcMs) const override;
 };
 
 }  // namespace nordkeep

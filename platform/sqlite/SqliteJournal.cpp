@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <limits>
 
 namespace nordkeep {
 namespace {
@@ -208,9 +209,47 @@ bool SqliteJournal::Read(std::int64_t after, std::span<const std::string_view> k
     if (!read) return Fail("read");
     sqlite3_bind_int64(read.get(), 1, after);
     sqlite3_bind_int64(read.get(), 2, most == 0 ? -1 : static_cast<std::int64_t>(most));
+    return ShowAll(read.get(), show);
+}
+
+bool SqliteJournal::ShowAll(sqlite3_stmt* read, const std::function<void(const JournalRow&)>& show) {
     int result = 0;
-    while ((result = sqlite3_step(read.get())) == SQLITE_ROW) show(RowOf(read.get()));
+    while ((result = sqlite3_step(read)) == SQLITE_ROW) show(RowOf(read));
     return result == SQLITE_DONE || Fail("read");
+}
+
+// The index by time ends in the id: it gives the order, and the place to go on from.
+bool SqliteJournal::ReadStretch(const JournalStretch& stretch,
+                                const std::function<void(const JournalRow&)>& show) {
+    std::string sql = std::string("SELECT ") + kEntriesColumns + " FROM entries WHERE time >= ?1";
+    if (!stretch.to.empty()) sql += " AND time < ?2";
+    if (!stretch.besideTime.empty())
+        sql += stretch.isNewestFirst ? " AND (time, id) < (?3, ?4)" : " AND (time, id) > (?3, ?4)";
+    sql += stretch.isNewestFirst ? " ORDER BY time DESC, id DESC LIMIT ?5" : " ORDER BY time, id LIMIT ?5";
+    const Statement read = Prepare(sql);
+    if (!read) return Fail("read");
+    BindText(read.get(), 1, stretch.from);
+    if (!stretch.to.empty()) BindText(read.get(), 2, stretch.to);
+    if (!stretch.besideTime.empty()) {
+        BindText(read.get(), 3, stretch.besideTime);
+        sqlite3_bind_int64(read.get(), 4, stretch.besideId);
+    }
+    sqlite3_bind_int64(read.get(), 5, static_cast<std::int64_t>(stretch.most));
+    return ShowAll(read.get(), show);
+}
+
+bool SqliteJournal::ReadSubject(const JournalSubject& subject,
+                                const std::function<void(const JournalRow&)>& show) {
+    const bool isEvent = !subject.event.empty();
+    const Statement read = Prepare(std::string("SELECT ") + kEntriesColumns + " FROM entries WHERE " +
+                                   (isEvent ? "event = ?1 AND event <> ''" : "object = ?1 AND object <> ''") +
+                                   " AND id < ?2 ORDER BY id DESC LIMIT ?3");
+    if (!read) return Fail("read");
+    BindText(read.get(), 1, isEvent ? subject.event : subject.object);
+    sqlite3_bind_int64(read.get(), 2,
+                       subject.below > 0 ? subject.below : std::numeric_limits<std::int64_t>::max());
+    sqlite3_bind_int64(read.get(), 3, static_cast<std::int64_t>(subject.most));
+    return ShowAll(read.get(), show);
 }
 
 std::optional<JournalRow> SqliteJournal::ReadLast(std::string_view kind) {

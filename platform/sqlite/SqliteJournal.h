@@ -25,6 +25,10 @@ class SqliteJournal final : public JournalFile {
     std::int64_t Mark(const char* name) const override;
     bool Read(std::int64_t after, std::span<const std::string_view> kinds, std::size_t most,
               const std::function<void(const JournalRow&)>& show) override;
+    bool ReadStretch(const JournalStretch& stretch,
+                     const std::function<void(const JournalRow&)>& show) override;
+    bool ReadSubject(const JournalSubject& subject,
+                     const std::function<void(const JournalRow&)>& show) override;
     std::optional<JournalRow> ReadLast(std::string_view kind) override;
     std::optional<JournalRow> ReadLastOf(std::string_view event, std::string_view kind) override;
     std::optional<std::size_t> Prune(const Pruning& pruning) override;
@@ -48,6 +52,7 @@ class SqliteJournal final : public JournalFile {
     void FollowLog();
     bool PrepareAll();
     Statement Prepare(const std::string& sql) const;
+    bool ShowAll(sqlite3_stmt* read, const std::function<void(const JournalRow&)>& show);
     bool Run(const char* sql);
     bool Insert(const JournalRow& row);
     bool SetMark(const JournalMark& mark);

@@ -1,6 +1,7 @@
 // What the copies send each other, as a hostile peer would send it.
 
 #include "network/CentreMessages.h"
+#include "network/HistoryMessages.h"
 #include "network/ObjectMessages.h"
 #include "tests/fuzz/Targets.h"
 #include "tests/network/ClientWorld.h"
@@ -45,6 +46,11 @@ void RunFrames(TextView input) {
         if (LinesPayload(ReadLines(lines)) != lines) std::abort();
         const Text facts = ConditionsPayload(ReadConditions(frame.payload));
         if (ConditionsPayload(ReadConditions(facts)) != facts) std::abort();
+        const ManualTime time;
+        if (const auto question = ReadHistoryQuestion(frame.payload)) HistoryQuestionPayload(*question);
+        if (const auto answer = ReadHistoryAnswer(frame.payload, time)) HistoryAnswerPayload(*answer);
+        if (const auto answer = ReadReportAnswer(frame.payload)) ReportAnswerPayload(*answer);
+        RoundTrip<HandoverGiven>(frame.payload);
         RoundTrip<ObjectName>(frame.payload);
         RoundTrip<ServiceModeChange>(frame.payload);
         RoundTrip<ServiceReasonGiven>(frame.payload);
@@ -143,13 +149,24 @@ std::vector<FuzzTarget> NetworkTargets() {
                       FrameOf(Message::SetServiceMode, service) +
                       FrameOf(Message::Lines, LinesPayload({{.name = "Port1", .caller = "10.0.0.1"}})) +
                       FrameOf(Message::Conditions, ConditionsPayload({{.name = "Port1", .count = 1}}));
+    const OleDate day = OleDate::FromDays(45000);
+    const HistoryPage page{.entries = {{.place = {"2024-03-05T06:08:09.123Z", 7}, .kind = "end"}}};
+    const AlarmFigures figures{.from = day, .to = day.PlusDays(1), .bins = {1, 2}, .frequent = {{"1"}}};
+    const Text history =
+        FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})) +
+        FrameOf(Message::Login, PayloadOf(LoginRequest{"anna", "secret"})) +
+        FrameOf(Message::History, HistoryQuestionPayload({1, {.from = day, .object = "1"}})) +
+        FrameOf(Message::Report, PayloadOf(ReportQuestion{2, {day, day.PlusDays(1)}})) +
+        FrameOf(Message::Handover, PayloadOf(HandoverGiven{"note", "list"}));
+    const Text answered = FrameOf(Message::History, HistoryAnswerPayload({0, page})) +
+                          FrameOf(Message::Report, ReportAnswerPayload({0, figures}));
     const Text pushed =
         FrameOf(Message::NewEvent, event) + FrameOf(Message::OldEvent, event) +
         FrameOf(Message::Translation, TranslationPayload(*server.world.translations.Sets().at(0))) +
         FrameOf(Message::RemoveTranslations, {}) + FrameOf(Message::SetServiceMode, service);
-    return {{"frames", &RunFrames, {asked, pushed, told}},
-            {"server", &RunServer, {asked, told}, 150},
-            {"client", &RunClient, {pushed, told}},
+    return {{"frames", &RunFrames, {asked, pushed, told, history, answered}},
+            {"server", &RunServer, {asked, told, history}, 150},
+            {"client", &RunClient, {pushed, told, answered}},
             {"paths", &RunPaths, {"Maps\\Town.png", "..\\x", "C:\\Maps/../Settings\\Users.INI"}}};
 }
 

@@ -217,6 +217,40 @@ TEST_F(PlayedServer, TellsOfItselfWhenItKnowsHow) {
     EXPECT_TRUE(client.mirror.Server().lines.empty());
 }
 
+// A server has one question of a client in hand; the others wait their turn.
+TEST_F(PlayedServer, IsAskedForItsHistoryByOneAtATime) {
+    struct Taker final : HistoryTaker {
+        void TakePage(std::int32_t number, const HistoryPage&) override { pages.push_back(number); }
+        void TakeReport(std::int32_t number, const AlarmFigures&) override { reports.push_back(number); }
+        std::vector<std::int32_t> pages{};
+        std::vector<std::int32_t> reports{};
+    } one, other;
+    client.Start();
+    RemoteHistory& history = client.mirror.History();
+    EXPECT_EQ(history.Readiness(), HistorySource::State::NotKnown);
+    Socket().Arrive(FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})));
+    EXPECT_EQ(history.Readiness(), HistorySource::State::NotAllowed);
+    Socket().Arrive(FrameOf(Message::Login, PayloadOf(LoginAnswer{1, "Anna", "A"})));
+    ASSERT_EQ(history.Readiness(), HistorySource::State::Ready);
+    Sent();
+    history.Ask(one, 11, HistoryQuery{});
+    history.Ask(one, 12, HistoryQuery{});
+    history.Ask(other, 21, ReportSpan{});
+    EXPECT_EQ(Sent(), Numbers{34});
+    Socket().Arrive(FrameOf(Message::History, HistoryAnswerPayload({1, {}})));
+    EXPECT_TRUE(one.pages.empty()) << "it has asked for something else meanwhile";
+    EXPECT_EQ(Sent(), Numbers{34});
+    Socket().Arrive(FrameOf(Message::History, HistoryAnswerPayload({99, {}})));
+    Socket().Arrive(FrameOf(Message::History, HistoryAnswerPayload({2, {}})));
+    EXPECT_EQ(one.pages, std::vector<std::int32_t>{12});
+    EXPECT_EQ(Sent(), Numbers{35});
+    history.Forget(other);
+    Socket().Arrive(FrameOf(Message::Report, ReportAnswerPayload({3, {}})));
+    EXPECT_TRUE(other.reports.empty());
+    EXPECT_TRUE(history.SignOver("quiet", "list"));
+    EXPECT_EQ(Sent(), Numbers{36});
+}
+
 // Its answer to what it does not know may be silence, or the end of the connection.
 TEST_F(PlayedServer, ServesAsEverWhenItDoesNotKnowMessage30) {
     client.Start();

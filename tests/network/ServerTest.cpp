@@ -1,4 +1,5 @@
 #include "network/CentreMessages.h"
+#include "network/HistoryMessages.h"
 #include "network/ObjectMessages.h"
 #include "platform/Passwords.h"
 #include "tests/network/ServerWorld.h"
@@ -119,6 +120,35 @@ TEST_F(ServerTest, TellsHowItDoesToThoseThatHaveAsked) {
     Slot(0).CloseByPeer();
     Connect(1);
     world.server.SendCentreState(lines, facts);
+    EXPECT_EQ(Sent(0), Numbers{}) << "who comes next has not asked";
+}
+
+TEST_F(ServerTest, TellsItsHistoryToThoseWhoHaveLoggedIn) {
+    world.journal.Open();
+    for (const char* object : {"1", "2"}) world.journal.Note({.kind = JournalKind::Event, .object = object});
+    world.journal.Commit();
+    Connect(2);
+    const Text question = HistoryQuestionPayload({7, {.object = "2"}});
+    Send(0, Message::History, question);
+    EXPECT_EQ(Sent(0), Numbers{34});
+    EXPECT_EQ(ReadHistoryAnswer(last, time)->number, 0) << "nobody has logged in";
+    Send(0, Message::Login, PayloadOf(LoginRequest{"anna", "Secret"}));
+    Sent(0);
+    Send(0, Message::History, question);
+    time.Advance(100);
+    EXPECT_EQ(Sent(0), Numbers{34});
+    const auto answer = ReadHistoryAnswer(last, time);
+    EXPECT_EQ(answer->number, 7);
+    ASSERT_EQ(answer->page.entries.size(), 1u);
+    EXPECT_EQ(answer->page.entries.at(0).object, "2");
+    Send(0, Message::Report, PayloadOf(ReportQuestion{8, {time.Now(), time.Now().PlusDays(1)}}));
+    time.Advance(100);
+    EXPECT_EQ(Sent(0), Numbers{35});
+    EXPECT_EQ(ReadReportAnswer(last)->number, 8);
+    Send(0, Message::History, question);
+    Slot(0).CloseByPeer();
+    Connect(1);
+    time.Advance(100);
     EXPECT_EQ(Sent(0), Numbers{}) << "who comes next has not asked";
 }
 

@@ -2,6 +2,7 @@
 
 #include "network/EventRecord.h"
 #include "network/ServerReplica.h"
+#include "tests/doubles/MemoryJournal.h"
 #include "tests/network/NetworkGround.h"
 
 #include <set>
@@ -22,8 +23,10 @@ struct ServerWorld : NetworkGround {
         port.portName = "Port1";
         Reload();
         language.LoadFrom(
-            "3822=kept from \n1062=lost\n1064=silent\n1069=error\n1070=gone\n1071=came\n1074=notallowed\n1075=toomany\n"
-            "1076= at \n1077=unknown\n1078=nosuch\n1081=bye\n1090= refused \n1091= in \n1092=out \n3859=slowed: \n");
+            "3822=kept from "
+            "\n1062=lost\n1064=silent\n1069=error\n1070=gone\n1071=came\n1074=notallowed\n1075=toomany\n"
+            "1076= at \n1077=unknown\n1078=nosuch\n1081=bye\n1090= refused \n1091= in \n1092=out "
+            "\n3859=slowed: \n");
     }
     void Reload() {
         PortBinding* ports[] = {&port};
@@ -46,6 +49,9 @@ struct ServerWorld : NetworkGround {
     Translations& translations = core.translations;
     PortBinding port{};
     int reloads = 0;
+    MemoryJournal journalFile{};
+    Journal journal{journalFile, folder.Tree(), time};
+    HistoryWork history{journal, time, loop};
     NetworkServer server{{.slots = slots,
                           .dataFolder = folder.Tree(),
                           .files = files,
@@ -60,6 +66,7 @@ struct ServerWorld : NetworkGround {
                           .objectReplica = replica,
                           .servicePeriods = core.servicePeriods,
                           .deeds = core.deeds,
+                          .history = history,
                           .timers = core.timers,
                           .torvex = core.torvex,
                           .ports =

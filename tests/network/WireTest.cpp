@@ -2,9 +2,11 @@
 #include "network/EventRecord.h"
 #include "network/FileDates.h"
 #include "network/Frames.h"
+#include "network/HistoryMessages.h"
 #include "network/ObjectMessages.h"
 #include "runtime/Fields.h"
 #include "store/Alarm.h"
+#include "tests/doubles/ManualTime.h"
 #include "translation/ObjectLookup.h"
 
 #include <gtest/gtest.h>
@@ -130,7 +132,64 @@ ConditionFact GoldenFact() {
             .count = 3};
 }
 
+HistoryQuery GoldenQuery() {
+    return {.from = OleDate::FromCivil({2024, 3, 5, 7, 8, 9}),
+            .to = {},
+            .what = HistoryQuery::What::Deeds,
+            .object = "Butik \xD6",
+            .type = "E1",
+            .priority = "1-3",
+            .doer = "anna",
+            .text = "hall",
+            .event = "A0000007",
+            .exactObject = "1234",
+            .after = {"2024-03-05T06:08:09.123Z", 7}};
+}
+
+HistoryPage GoldenPage(const Clock& clock) {
+    HistoryEntry entry{.place = {"2024-03-05T06:08:09.123Z", 7},
+                       .time = {},
+                       .kind = "end",
+                       .event = "A0000007",
+                       .status = 5,
+                       .priority = "1",
+                       .object = "1234",
+                       .objectName = "Butik \xD6",
+                       .set = "Kunder",
+                       .type = "E1",
+                       .typeName = "Inbrott",
+                       .port = "Port1",
+                       .user = "anna",
+                       .station = "10.0.0.5",
+                       .text = "hall",
+                       .comment = "sett"};
+    entry.time = clock.LocalOf(UtcMsOf(entry.place.time));
+    return {.entries = {entry}, .reached = {"2024-03-05T06:08:09.123Z", 6}, .isEnd = true};
+}
+
+AlarmFigures GoldenFigures() {
+    const Reaction reaction{
+        .group = "1", .alarms = 2, .touch = {2, 10, 20, 20}, .comment = {1, 30, 30, 30}, .end = {}};
+    return {.from = OleDate::FromCivil({2024, 3, 5}),
+            .to = OleDate::FromCivil({2024, 3, 6}),
+            .alarms = 2,
+            .isCut = true,
+            .isReadable = true,
+            .all = reaction,
+            .byPriority = {reaction},
+            .byHour = {},
+            .byOperator = {reaction},
+            .bins = {2, 0, 1},
+            .floods = 1,
+            .floodSeconds = 600,
+            .frequent = {{"1234", "Butik \xD6", {}, 2}},
+            .chattering = {},
+            .stale = {{"1234", "Butik", "Inbrott", 1}},
+            .unknown = {}};
+}
+
 TEST(Wire, MessagesHaveTheirBytes) {
+    const ManualTime time;
     const cTranslate set = GoldenSet();
     const OleDate then = OleDate::FromCivil({2024, 3, 5, 7, 8, 9});
     const std::pair<const char*, Text> cases[] = {
@@ -156,6 +215,11 @@ TEST(Wire, MessagesHaveTheirBytes) {
         {"EXTENSIONS", FrameOf(Message::Extensions, PayloadOf(LongNumber{32}))},
         {"LINES", FrameOf(Message::Lines, LinesPayload({GoldenLine()}))},
         {"CONDITIONS", FrameOf(Message::Conditions, ConditionsPayload({GoldenFact()}))},
+        {"HISTORY question", FrameOf(Message::History, HistoryQuestionPayload({3, GoldenQuery()}))},
+        {"HISTORY answer", FrameOf(Message::History, HistoryAnswerPayload({3, GoldenPage(time)}))},
+        {"REPORT question", FrameOf(Message::Report, PayloadOf(ReportQuestion{4, {then, then.PlusDays(1)}}))},
+        {"REPORT answer", FrameOf(Message::Report, ReportAnswerPayload({4, GoldenFigures()}))},
+        {"HANDOVER", FrameOf(Message::Handover, PayloadOf(HandoverGiven{"lugnt", "rad\r\n"}))},
     };
     for (const auto& [name, bytes] : cases) EXPECT_EQ(bytes, Golden(name)) << name;
 }
@@ -178,6 +242,13 @@ TEST(Wire, ReadersTakeBackWhatWritersGave) {
 
     EXPECT_EQ(ReadLines(GoldenPayload("LINES")), std::vector{GoldenLine()});
     EXPECT_EQ(ReadConditions(GoldenPayload("CONDITIONS")), std::vector{GoldenFact()});
+
+    const ManualTime time;
+    EXPECT_EQ(ReadHistoryQuestion(GoldenPayload("HISTORY question"))->query, GoldenQuery());
+    const auto answer = ReadHistoryAnswer(GoldenPayload("HISTORY answer"), time);
+    EXPECT_EQ(answer->page.entries, GoldenPage(time).entries);
+    EXPECT_EQ(answer->page.reached, GoldenPage(time).reached);
+    EXPECT_EQ(ReadReportAnswer(GoldenPayload("REPORT answer"))->figures, GoldenFigures());
 }
 
 // A later copy may know more states and kinds, and tell more of each.
@@ -211,6 +282,7 @@ TEST(Wire, ATranslationBringsBothExpirationsIntoTheSecondPlace) {
 // Every cut and every flipped byte of every message goes through every reader.
 TEST(Wire, NoReaderRunsPastItsPayload) {
     std::mt19937 random(7);
+    const ManualTime time;
     for (const auto& [name, golden] : GoldenBytes()) {
         for (std::size_t cut = 0; cut <= golden.size(); ++cut) {
             Text bytes = golden.substr(0, cut);
@@ -224,6 +296,10 @@ TEST(Wire, NoReaderRunsPastItsPayload) {
             ReadPortTree(payload);
             ReadLines(payload);
             ReadConditions(payload);
+            ReadHistoryQuestion(payload);
+            ReadHistoryAnswer(payload, time);
+            ReadReportAnswer(payload);
+            ReadPayload<HandoverGiven>(payload);
             ReadPayload<FileToWrite>(payload);
             ReadPayload<LoginAnswer>(payload);
             ReadPayload<ServiceModeChange>(payload);

@@ -1,17 +1,16 @@
-#include "console/window/AlarmRate.h"
+#include "reports/AlarmFlood.h"
 
 #include <algorithm>
 
 namespace nordkeep {
 namespace {
 
-constexpr std::int64_t kSpanMs = 60'000;
 constexpr std::size_t kFloodBegins = 11;
 constexpr std::size_t kFloodEnds = 5;
 
 }  // namespace
 
-void AlarmRate::Note(std::int64_t nowMs) {
+void AlarmFlood::Note(std::int64_t nowMs) {
     const bool wasFlood = IsFlood(nowMs);
     times_.push_back(nowMs);
     // The count matters only up to where a flood begins.
@@ -20,11 +19,17 @@ void AlarmRate::Note(std::int64_t nowMs) {
 }
 
 // Between two alarms the count only falls.
-bool AlarmRate::IsFlood(std::int64_t nowMs) const {
-    return isFlood_ && CountAt(nowMs) >= kFloodEnds;
+bool AlarmFlood::IsFlood(std::int64_t nowMs) const {
+    const auto end = EndMs();
+    return end && nowMs < *end;
 }
 
-std::size_t AlarmRate::CountAt(std::int64_t nowMs) const {
+std::optional<std::int64_t> AlarmFlood::EndMs() const {
+    if (!isFlood_ || times_.size() < kFloodEnds) return std::nullopt;
+    return times_[times_.size() - kFloodEnds] + kSpanMs;
+}
+
+std::size_t AlarmFlood::CountAt(std::int64_t nowMs) const {
     return static_cast<std::size_t>(
         std::ranges::count_if(times_, [nowMs](std::int64_t time) { return time > nowMs - kSpanMs; }));
 }
