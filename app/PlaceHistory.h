@@ -1,34 +1,11 @@
 #pragma once
 
 #include "app/NetworkPeers.h"
-#include "reports/HistoryWork.h"
+#include "reports/HistorySource.h"
 
 namespace nordkeep {
 
-/// The journal of a copy with ports of its own. Nobody logs in there.
-class LocalHistory final : public HistorySource {
- public:
-    LocalHistory(HistoryWork& work, Deeds& deeds) : work_(work), deeds_(deeds) {}
-
-    State Readiness() const override { return State::Ready; }
-    void Ask(HistoryTaker& taker, std::int32_t number, const HistoryQuery& query) override {
-        work_.Ask(taker, number, query);
-    }
-    void Ask(HistoryTaker& taker, std::int32_t number, const ReportSpan& span) override {
-        work_.Ask(taker, number, span);
-    }
-    void Forget(HistoryTaker& taker) override { work_.Forget(taker); }
-    bool SignOver(const Text& note, const Text& list) override {
-        deeds_.NoteHandover({.user = {}, .station = kHere}, note, list);
-        return true;
-    }
-
- private:
-    HistoryWork& work_;
-    Deeds& deeds_;
-};
-
-/// That of a client is its server's.
+/// The journal of a client is its server's.
 class ClientHistory final : public HistorySource {
  public:
     /// Built behind this; nothing is asked of it before the program runs.

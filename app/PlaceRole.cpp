@@ -4,6 +4,7 @@
 #include "network/FileService.h"
 #include "network/RemoteDataFiles.h"
 #include "platform/ProgramFile.h"
+#include "reports/LocalHistory.h"
 #include "runtime/DataFiles.h"
 #include "translation/AliveTestReset.h"
 

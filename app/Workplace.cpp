@@ -27,7 +27,7 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
       printerSettings_(needs.settings.printer),
       cells_(needs.store, captions_, fileTexts_,
              {needs.settings.console.AlarmDateFormat, needs.settings.console.AlarmTimeFormat,
-              needs.settings.console.ViewStatusAsNumber}),
+              needs.settings.console.ViewStatusAsNumber, &needs.foundation.Platform().clock}),
       sysLog_(captions_),
       debug_({.dataFolder = needs.foundation.DataFolder(),
               .clock = needs.foundation.Platform().clock,
@@ -92,6 +92,14 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
               .captions = captions_,
               .clock = needs.foundation.Platform().clock,
               .printerSettings = printerSettings_}),
+      history_(HistoryNeeds()),
+      report_(HistoryNeeds()),
+      shiftBox_({.list = shift_,
+                 .source = *role_.history,
+                 .captions = captions_,
+                 .clock = needs.foundation.Platform().clock,
+                 .printer = *this}),
+      card_(CardNeeds()),
       main_(MainNeeds(), needs.settings.view) {
     // The lists stand before the store, and their cells behind it.
     needs_.lists.Attach(LooksOf(needs.foundation, needs.foundation.Files(), cells_, needs.settings.console));
@@ -182,9 +190,35 @@ MainBox::Needs Workplace::MainNeeds() {
             .login = login_,
             .simulation = needs_.simulation,
             .setup = setup_,
+            .history = history_,
+            .shift = shiftBox_,
+            .card = card_,
+            .loop = needs_.foundation.Platform().loop,
             .lines = *role_.lines,
             .alarms = AlarmNeeds(),
             .objects = ObjectNeeds()};
+}
+
+HistoryBox::Needs Workplace::HistoryNeeds() {
+    return {.source = *role_.history,
+            .captions = captions_,
+            .clock = needs_.foundation.Platform().clock,
+            .printer = *this,
+            .printerSettings = printerSettings_};
+}
+
+CardBox::Needs Workplace::CardNeeds() {
+    return {.translations = needs_.translations,
+            .store = needs_.store,
+            .files = *role_.files,
+            .captions = captions_,
+            .clock = needs_.foundation.Platform().clock,
+            .state = *role_.state,
+            .centre = *role_.centre,
+            .windows = windows_,
+            .period = period_,
+            .history = history_,
+            .source = *role_.history};
 }
 
 PlaceEditors::Needs Workplace::EditorNeeds() {
@@ -250,6 +284,8 @@ void Workplace::Tick(int elapsedMs) {
     paper_.Tick(elapsedMs);
     const cAlarm* current = main_.Alarms().Current();
     map_.NoteCurrent(current ? current->m_FilePointer : 0);
+    history_.Tick();
+    report_.Tick();
     BeepInstead(elapsedMs);
 }
 
@@ -267,6 +303,8 @@ void Workplace::Close() {
     windows_.CloseAll();
     login_.Close();
     period_.Close();
+    card_.Close();
+    main_.Find().Close();
     setup_.Drop();
     screen_->PrepareForEnd();
 }

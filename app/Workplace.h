@@ -10,6 +10,8 @@
 #include "console/boxes/ReconnectBox.h"
 #include "console/editors/SetEditors.h"
 #include "console/lists/ObjectForms.h"
+#include "console/history/ReportBox.h"
+#include "console/history/ShiftBox.h"
 #include "console/print/ShiftList.h"
 #include "console/print/SpooledOutput.h"
 #include "console/setup/LinesBox.h"
@@ -112,7 +114,10 @@ class Workplace final : public OperatorDesk,
     SetupBox& Setup() { return setup_; }
     LinesBox& Lines() { return lines_; }
     SetupEditors& Editors() { return editors_; }
-    const ShiftList& Shift() const { return shift_; }
+    HistoryBox& History() { return history_; }
+    ReportBox& Report() { return report_; }
+    ShiftBox& Shift() { return shiftBox_; }
+    CardBox& Card() { return card_; }
     PrinterSettings& PrinterLook() { return printerSettings_; }
     DebugPage& Debug() { return debug_; }
 
@@ -163,6 +168,8 @@ class Workplace final : public OperatorDesk,
     AlarmPage::Needs AlarmNeeds();
     ObjectPage::Needs ObjectNeeds();
     MainBox::Needs MainNeeds();
+    HistoryBox::Needs HistoryNeeds();
+    CardBox::Needs CardNeeds();
 
     Needs needs_;
     PlaceRole role_;
@@ -191,6 +198,10 @@ class Workplace final : public OperatorDesk,
     SetupEditors editors_;
     SetupBox setup_;
     ShiftList shift_;
+    HistoryBox history_;
+    ReportBox report_;
+    ShiftBox shiftBox_;
+    CardBox card_;
     MainBox main_;
     int sinceBeepMs_ = 0;
 };

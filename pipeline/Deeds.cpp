@@ -20,10 +20,12 @@ constexpr DeedText kTexts[] = {{JournalKind::Comment, 3778},   {JournalKind::End
                                {JournalKind::Send, 3784},      {JournalKind::Silence, 3785},
                                {JournalKind::Reopen, 5062},    {JournalKind::Handover, 5480}};
 
-/// What a deed has changed of an alarm, as it was.
+/// What a deed has changed of an alarm, as it was, and what people call the alarm.
 std::string BeforeJson(const cAlarm& before) {
     JsonObject json;
     json.Add("status", before.m_Status).Add("comment", before.m_SmallComment).Add("user", before.m_User);
+    json.Add("objectName", before.m_TranslatedIDCode).Add("typeName", before.m_TranslatedTypeCode);
+    json.Add("set", before.m_TranslationFile);
     return json.Take();
 }
 

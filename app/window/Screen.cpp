@@ -12,8 +12,12 @@
 #include "console/views/editors/ObjectFormWindow.h"
 #include "console/views/editors/RowsPane.h"
 #include "console/views/editors/SetsPane.h"
+#include "console/views/history/HistoryWindow.h"
+#include "console/views/history/ShiftWindow.h"
 #include "console/views/setup/LinesPane.h"
 #include "console/views/setup/SetupWindow.h"
+#include "console/views/window/CardWindow.h"
+#include "console/views/window/FindWindow.h"
 
 #include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
@@ -47,9 +51,7 @@ Screen::Screen(Centre& centre, Foundation& foundation, QtDialogs* dialogs)
            .store = store_,
            .side = {.about = MakeAboutText(centre.Place().Words(), NORDKEEP_VERSION,
                                            FromUtf8(foundation.DataFolder().Root()), foundation.CopyRole()),
-                    .shift = centre.Place().Shift(),
                     .printerLook = centre.Place().PrinterLook(),
-                    .printer = printer_,
                     .findings = &centre.Check(),
                     .openFinding = [this](const Finding& finding) { OpenFinding(finding); }}}) {
     SetBehindModels();
@@ -99,6 +101,10 @@ void Screen::SetBehindModels() {
     for (RowsBox* rows : place.Editors().All()) setup->AddPane(*rows, new RowsPane(*rows, words));
     sheets_.push_back(std::move(setup));
     sheets_.push_back(WindowOf<ObjectFormWindow>(place.Editors().ObjectForm(), words, &window_));
+    sheets_.push_back(std::make_unique<HistoryWindow>(place.History(), place.Report(), &window_));
+    sheets_.push_back(std::make_unique<ShiftWindow>(place.Shift(), &window_));
+    sheets_.push_back(std::make_unique<CardWindow>(place.Card(), &window_));
+    sheets_.push_back(std::make_unique<FindWindow>(place.Main().Find(), &window_));
     sheets_.push_back(WindowOf<SimulationDialog>(centre_.Simulation(), words, &window_));
     sheets_.push_back(WindowOf<ReconnectDialog>(place.Reconnect(), foundation_.Texts(), &window_));
     auto picture = std::make_unique<PictureWindow>(place.Picture(), words);

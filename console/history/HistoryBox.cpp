@@ -28,6 +28,12 @@ Text PlainCell(Text value) {
     return isFormula ? "'" + value : value;
 }
 
+Text SaveTable(const Captions& captions, const NativePath& path, const std::string& csv) {
+    constexpr int kTextSaved = 5539;
+    constexpr int kTextNotSaved = 5579;
+    return captions(ReplaceFile(path, csv) ? kTextSaved : kTextNotSaved, {FromUtf8(path)});
+}
+
 Text WhyNot(const Captions& captions, HistorySource::State state) {
     constexpr int kFirst = 5530;
     return state == HistorySource::State::Ready ? Text() : captions(kFirst + static_cast<int>(state) - 1);
@@ -60,6 +66,12 @@ void HistoryBox::Search(const Fields& fields) {
     view_->Refresh();
 }
 
+void HistoryBox::OpenFor(const Text& idCode) {
+    Begin({.exactObject = idCode});
+    fields_ = {.object = idCode};
+    view_->Show(OpenedBy::Operator);
+}
+
 void HistoryBox::OpenCase(TextView key) {
     const HistoryEntry* entry = rows_.EntryOf(key);
     if (entry && !entry->event.empty()) Begin({.event = entry->event});
@@ -77,6 +89,7 @@ void HistoryBox::Begin(const HistoryQuery& query) {
 
 void HistoryBox::Ask() {
     hasMore_ = false;
+    saved_.clear();
     trouble_ = WhyNot(needs_.captions, needs_.source.Readiness());
     isBusy_ = trouble_.empty();
     if (isBusy_) needs_.source.Ask(*this, ++number_, query_);
@@ -125,6 +138,7 @@ void HistoryBox::Tick() {
 
 Text HistoryBox::Notice() const {
     if (!trouble_.empty()) return trouble_;
+    if (!saved_.empty()) return saved_;
     if (!hasSearched_) return {};
     const Text count = std::to_string(rows_.Entries().size());
     const Text back = FormatDate(reached_.IsNever() ? needs_.clock.Now() : reached_, kMinutes);
@@ -137,6 +151,11 @@ Text HistoryBox::Notice() const {
 Text HistoryBox::Title() const {
     return query_.event.empty() ? needs_.captions(kCaptionTitle)
                                 : needs_.captions(kCaptionCase, {FromUtf8(query_.event)});
+}
+
+void HistoryBox::ExportTo(const NativePath& path) {
+    saved_ = SaveTable(needs_.captions, path, Csv());
+    view_->Refresh();
 }
 
 std::string HistoryBox::Csv() const {

@@ -14,6 +14,9 @@ Text WhyNot(const Captions& captions, HistorySource::State state);
 /// A value for another program's table: what somebody outside has sent must not count as a formula there.
 Text PlainCell(Text value);
 
+/// Writes a table for other programs, and says what came of it.
+Text SaveTable(const Captions& captions, const NativePath& path, const std::string& csv);
+
 /// Looks for entries of the journal.
 class HistoryBox final : private HistoryTaker {
  public:
@@ -50,6 +53,8 @@ class HistoryBox final : private HistoryTaker {
     /// The last day.
     void Open();
     void Search(const Fields& fields);
+    /// What there is about one object, by its code.
+    void OpenFor(const Text& idCode);
     /// All that is known of the case of a row.
     void OpenCase(TextView key);
     void More();
@@ -65,6 +70,7 @@ class HistoryBox final : private HistoryTaker {
     bool IsTrouble() const { return !trouble_.empty(); }
     Text Title() const;
 
+    void ExportTo(const NativePath& path);
     /// The rows as they stand, in UTF-8 with a mark in front.
     std::string Csv() const;
     PrintDocument Document() const;
@@ -90,6 +96,7 @@ class HistoryBox final : private HistoryTaker {
     std::int32_t number_ = 0;
     std::size_t wanted_ = 0;  // rows, before it stops by itself
     OleDate reached_{};
+    Text saved_{};  // what the last export came to
     bool isBusy_ = false;
     bool hasMore_ = false;
     bool hasSearched_ = false;

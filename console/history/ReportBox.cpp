@@ -34,6 +34,7 @@ ReportSpan ReportBox::SpanOf(Usual usual) const {
 }
 
 void ReportBox::Make(const ReportSpan& span) {
+    saved_.clear();
     trouble_ = WhyNot(needs_.captions, needs_.source.Readiness());
     if (!IsUsable(span)) trouble_ = needs_.captions(kTextUnusable, {std::to_string(ReportSpan::kMostDays)});
     isBusy_ = trouble_.empty();
@@ -61,7 +62,13 @@ void ReportBox::Tick() {
 Text ReportBox::Notice() const {
     if (!trouble_.empty()) return trouble_;
     if (isBusy_) return needs_.captions(kTextWorking);
+    if (!saved_.empty()) return saved_;
     return figures_.isCut ? needs_.captions(kTextCut, {std::to_string(figures_.alarms)}) : Text();
+}
+
+void ReportBox::ExportTo(const NativePath& path) {
+    saved_ = SaveTable(needs_.captions, path, Csv());
+    view_->Refresh();
 }
 
 PrintDocument ReportBox::Document() const {

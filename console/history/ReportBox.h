@@ -32,6 +32,7 @@ class ReportBox final : private HistoryTaker {
         return TablesOf(needs_.captions, figures_, needs_.clock.Now());
     }
     std::vector<Chart> Charts() const { return ChartsOf(needs_.captions, figures_); }
+    void ExportTo(const NativePath& path);
     std::string Csv() const { return CsvOf(Tables()); }
     PrintDocument Document() const;
     void Print() { needs_.printer.Preview(Document()); }
@@ -47,6 +48,7 @@ class ReportBox final : private HistoryTaker {
     AlarmFigures figures_{};
     Text trouble_{};
     std::int32_t number_ = 0;
+    Text saved_{};  // what the last export came to
     bool isBusy_ = false;
     bool hasFigures_ = false;
 };

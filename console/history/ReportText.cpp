@@ -121,7 +121,9 @@ Chart HourChart(const Captions& captions, const AlarmFigures& figures) {
     for (int hour = 0; hour < 24; ++hour) {
         const Text name = Digits(hour, 2);
         const auto found = std::ranges::find(figures.byHour, name, &Reaction::group);
-        chart.bars.push_back({name, found == figures.byHour.end() ? 0 : found->alarms});
+        constexpr int kLabelEach = 3;
+        chart.bars.push_back(
+            {hour % kLabelEach == 0 ? name : Text(), found == figures.byHour.end() ? 0 : found->alarms});
     }
     return chart;
 }

@@ -40,8 +40,9 @@ void ShiftBox::SetHours(int hours) {
 void ShiftBox::Ask() {
     parts_ = needs_.list.Parts();
     const Text why = WhyNot(needs_.captions, needs_.source.Readiness());
-    parts_.push_back({.heading = needs_.captions(kCaptionFigures, {std::to_string(hours_)}),
-                      .lines = {why.empty() ? needs_.captions(kTextWorking) : why}});
+    const ShiftList::Part figures{.heading = needs_.captions(kCaptionFigures, {std::to_string(hours_)}),
+                                  .lines = {why.empty() ? needs_.captions(kTextWorking) : why}};
+    parts_.insert(parts_.begin(), figures);
     const OleDate now = needs_.clock.Now();
     if (why.empty()) needs_.source.Ask(*this, ++number_, ReportSpan{now.PlusMinutes(-60 * hours_), now});
 }
@@ -62,7 +63,7 @@ void ShiftBox::TakeReport(std::int32_t number, const AlarmFigures& figures) {
                                                         std::to_string(source.count)}));
     }
     if (!figures.isReadable) lines = {needs_.captions(kTextUnreadable)};
-    parts_.back().lines = std::move(lines);
+    parts_.front().lines = std::move(lines);
     view_->Refresh();
 }
 

@@ -47,7 +47,7 @@ class ShiftBox final : private HistoryTaker {
     Needs needs_;
     NoWindowView noView_{};
     WindowView* view_ = &noView_;
-    std::vector<ShiftList::Part> parts_{};  // the figures stand last
+    std::vector<ShiftList::Part> parts_{};  // the figures stand first
     Text note_{};
     Text notice_{};
     int hours_ = 8;

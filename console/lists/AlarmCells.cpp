@@ -100,6 +100,25 @@ Text AlarmCells::Cell(const cAlarm& alarm, int field) const {
     return Printable(PlainCell(alarm, field));
 }
 
+int AlarmCells::DateFieldOf(int field) {
+    static const std::array<std::pair<int, int>, 3> kPairs = {
+        {{FieldOf("TIME"), FieldOf("DATE")},
+         {FieldOf("ACKTIME"), FieldOf("ACKDATE")},
+         {FieldOf("ARRIVEDTIME"), FieldOf("ARRIVEDDATE")}}};
+    for (const auto& [time, date] : kPairs) {
+        if (time == field && time >= 0) return date;
+    }
+    return -1;
+}
+
+Text AlarmCells::CellWithoutDate(const cAlarm& alarm, int field) const {
+    const TimeField* time = TimeFieldOf(field);
+    const Text cell = Cell(alarm, field);
+    if (!formats_.clock || !time || cell.empty()) return cell;
+    const bool isToday = (alarm.*time->time).Midnight() == formats_.clock->Now().Midnight();
+    return isToday ? cell : Cell(alarm, DateFieldOf(field)) + " " + cell;
+}
+
 Text AlarmCells::SortKey(const cAlarm& alarm, int field) const {
     if (const TimeField* time = TimeFieldOf(field)) return TimeKey((alarm.*time->time).Milliseconds());
     return CollationKey(PlainCell(alarm, field));

@@ -2,6 +2,7 @@
 
 #include "console/lists/AlarmColors.h"
 #include "console/lists/Captions.h"
+#include "platform/Clock.h"
 #include "store/EventStore.h"
 
 #include <map>
@@ -13,7 +14,8 @@ namespace nordkeep {
 struct AlarmCellFormats {
     Text date{};  // pictures of dates and times
     Text time{};
-    bool isStatusNumber = false;  // the status as a number instead of a word
+    bool isStatusNumber = false;   // the status as a number instead of a word
+    const Clock* clock = nullptr;  // none: every day is shown like today
 };
 
 /// What cells had to read from files, kept until the next tick.
@@ -45,6 +47,10 @@ class AlarmCells {
     const cAlarm* RecordOf(std::int32_t filePointer) const { return store_.FindAlarmByKey(filePointer); }
     /// The cell of a field (0 to 42).
     Text Cell(const cAlarm& alarm, int field) const;
+    /// The same of a time that stands without its date: what was before today has it in front.
+    Text CellWithoutDate(const cAlarm& alarm, int field) const;
+    /// The field of the date that belongs to a field of a time; -1 for any other field.
+    static int DateFieldOf(int field);
     /// What the field sorts by; equal texts are equal cells.
     Text SortKey(const cAlarm& alarm, int field) const;
     /// The shown texts of these fields, upper case, for a search. What would have to be read from a file for

@@ -206,7 +206,10 @@ Text AlarmRows::Cell(int row, int column) const {
     const cAlarm* alarm = RecordAt(row);
     const int field = FieldAt(column);
     if (!alarm || field < 0) return {};
-    return field == kNumberField ? std::to_string(row + 1) : looks_->cells->Cell(*alarm, field);
+    if (field == kNumberField) return std::to_string(row + 1);
+    const int date = AlarmCells::DateFieldOf(field);
+    const bool standsAlone = date >= 0 && std::ranges::find(columns_.fields, date) == columns_.fields.end();
+    return standsAlone ? looks_->cells->CellWithoutDate(*alarm, field) : looks_->cells->Cell(*alarm, field);
 }
 
 Text AlarmRows::Line(int row, char delimiter) const {

@@ -19,6 +19,8 @@ struct CommandTargets {
     LoginBox& login;
     SimulationBox& simulation;
     SetupBox& setup;
+    HistoryBox& history;
+    ShiftBox& shift;
 };
 
 }  // namespace nordkeep

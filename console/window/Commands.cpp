@@ -152,7 +152,7 @@ constexpr Rule kRules[] = {
     {C::PrinterFont, 3050, "", Right::Edit, &Always, [](const T& t, int) { t.view.ChoosePrinterFont(); }},
     {C::SelectAll, 3051, "Ctrl+A", Right::None, &IsAlarmList,
      [](const T& t, int) { t.view.SelectAllRows(t.window.CurrentTab()); }},
-    {C::ShiftHandover, 3764, "", Right::Operate, &Always, [](const T& t, int) { t.view.ShowShiftList(); }},
+    {C::ShiftHandover, 3764, "", Right::Operate, &Always, [](const T& t, int) { t.shift.Open(); }},
     {C::Keys, 3640, "F1", Right::None, &Always, [](const T& t, int) { t.view.ShowKeys(); }},
     {C::About, 3052, "", Right::None, &Always, [](const T& t, int) { t.view.ShowAbout(); }},
     {C::PopupComments, 3100, "", Right::Operate, &IsAlarmSelected, &OpenSheet},
@@ -185,6 +185,9 @@ constexpr Rule kRules[] = {
      [](const T& t, int) { t.alarms.Undo(); }},
     {C::FollowNews, 5067, "Ctrl+Down", Right::None, [](const I& in) { return in.hasNews; },
      [](const T& t, int) { t.alarms.FollowNews(); }},
+    {C::HistoryReports, 5481, "Ctrl+H", Right::Operate, &Always, [](const T& t, int) { t.history.Open(); }},
+    {C::FindAnything, 5600, "Ctrl+K", Right::Operate, &Always,
+     [](const T& t, int) { t.window.Find().Open(); }},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kCommandCount));
 
@@ -217,10 +220,12 @@ constexpr int Item(Command command) {
 }
 constexpr int kFileMenu[] = {Item(C::FileLogin), Item(C::FileLogout), Item(C::SetClock), kMenuSeparator,
                              Item(C::Exit)};
-constexpr int kAlarmMenu[] = {Item(C::MenuAckAll), Item(C::UndoEnd),      Item(C::FileSoundStop),
-                              Item(C::FollowNews), Item(C::MenuShowLast), kMenuMaps,
-                              kMenuSeparator,      Item(C::FilePrint),    Item(C::ShiftHandover)};
-constexpr int kEditMenu[] = {Item(C::SelectAll), kMenuSeparator, Item(C::PrinterFont), Item(C::FileSetup)};
+constexpr int kAlarmMenu[] = {Item(C::MenuAckAll),    Item(C::UndoEnd),      Item(C::FileSoundStop),
+                              Item(C::FollowNews),    Item(C::MenuShowLast), kMenuMaps,
+                              kMenuSeparator,         Item(C::FilePrint),    Item(C::ShiftHandover),
+                              Item(C::HistoryReports)};
+constexpr int kEditMenu[] = {Item(C::FindAnything), Item(C::SelectAll), kMenuSeparator, Item(C::PrinterFont),
+                             Item(C::FileSetup)};
 constexpr int kViewMenu[] = {Item(C::ShowSysLog),   Item(C::ShowDebug),     Item(C::ShowIdCodes),
                              Item(C::ShowTypes),    Item(C::ShowDataCodes), kMenuSeparator,
                              Item(C::TabAutomatic), kMenuSeparator,         Item(C::MenuUpdate)};

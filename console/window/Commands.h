@@ -71,8 +71,10 @@ enum class Command : int {
     LineHold,
     UndoEnd,
     FollowNews,
+    HistoryReports,
+    FindAnything,
 };
-inline constexpr int kCommandCount = static_cast<int>(Command::FollowNews) + 1;
+inline constexpr int kCommandCount = static_cast<int>(Command::FindAnything) + 1;
 inline constexpr int kToolBarButtons = static_cast<int>(Command::ShowMap) + 1;
 
 /// What the commands depend on.

@@ -99,6 +99,12 @@ bool Conditions::Has(ConditionKind kind) const {
     return std::ranges::any_of(facts_, [kind](const ConditionFact& fact) { return fact.kind == kind; });
 }
 
+int Conditions::CountOf(ConditionKind kind) const {
+    int count = 0;
+    for (const ConditionFact& fact : facts_) count += fact.kind == kind ? fact.count : 0;
+    return count;
+}
+
 bool Conditions::AreListsComplete() const {
     return std::ranges::none_of(rows_, &Condition::hidesAlarms);
 }

@@ -35,6 +35,8 @@ class Conditions {
     /// The heaviest first, among equals the latest.
     const std::vector<Condition>& Rows() const { return rows_; }
     bool Has(ConditionKind kind) const;
+    /// Of all facts of the kind together; 0 without one.
+    int CountOf(ConditionKind kind) const;
     /// An empty list of alarms can be trusted.
     bool AreListsComplete() const;
     /// What stands where nothing is wrong.

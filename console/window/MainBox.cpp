@@ -21,6 +21,12 @@ MainBox::MainBox(const Needs& needs, const ViewState& checked)
       alarms_(needs.alarms, *this),
       objects_(needs.objects, *this),
       lines_(needs.lines, needs.captions, needs.clock),
+      find_({.translations = needs.objects.translations,
+             .store = needs.alarms.store,
+             .captions = needs.captions,
+             .clock = needs.clock,
+             .loop = needs.loop},
+            *this),
       conditions_(needs.captions) {
     inputs_.checked = checked;
     needs_.sysLog.SetLimit(needs_.settings.LogViewSize);
@@ -134,7 +140,9 @@ void MainBox::Run(Command command, int item) {
                 .sound = needs_.sound,
                 .login = needs_.login,
                 .simulation = needs_.simulation,
-                .setup = needs_.setup},
+                .setup = needs_.setup,
+                .history = needs_.history,
+                .shift = needs_.shift},
                item);
     alarms_.ForgetInfo();
     Recalc();
@@ -176,8 +184,21 @@ void MainBox::Tick(int elapsedMs) {
     objects_.Tick(elapsedMs);
     if (lines_.Tick(elapsedMs)) objects_.Tree().ShowLines(lines_.Lines());
     alarms_.ShowWhatIsPending();
+    needs_.card.Tick();
     CountUntouched(elapsedMs);
     Recalc();
+}
+
+// A filter may hide the row, and somebody has just asked for it.
+void MainBox::ShowAlarm(std::int32_t filePointer) {
+    const Text key = std::to_string(filePointer) + "K";
+    needs_.lists.Flush();
+    if (alarms_.ListOf(Tab::Unacked).RowOf(key) < 0) view_->ClearFilter(Tab::Unacked);
+    ShowTab(Tab::Unacked);
+    if (alarms_.ListOf(Tab::Unacked).RowOf(key) < 0) return;
+    Select(Tab::Unacked, {{key}, key});
+    view_->ShowSelection(Tab::Unacked);
+    view_->Reveal(Tab::Unacked, key);
 }
 
 // --- Texts
@@ -186,6 +207,7 @@ StatusTexts MainBox::Status() const {
     return StatusTextsOf(needs_.captions, {.unacked = needs_.lists.UnackedCount(),
                                            .byPriority = needs_.lists.Unacked().CountsByPriority(),
                                            .acked = needs_.lists.AckedCount(),
+                                           .inService = conditions_.CountOf(ConditionKind::InService),
                                            .oldestUnhandled = needs_.lists.OldestUnhandled(),
                                            .now = needs_.clock.Now(),
                                            .rights = inputs_.rights,
@@ -255,7 +277,7 @@ void MainBox::OpenCondition(const Condition& condition) {
             if (!inputs_.checked.ShowSysLog) Toggle(&ViewState::ShowSysLog);
             return ShowTab(Tab::SysLog);
         case ConditionPage::Service:
-            return view_->ShowShiftList();
+            return needs_.shift.Open();
         case ConditionPage::None:
             break;
     }

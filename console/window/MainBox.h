@@ -2,12 +2,16 @@
 
 #include "console/boxes/LoginBox.h"
 #include "console/boxes/SimulationBox.h"
+#include "console/history/HistoryBox.h"
+#include "console/history/ShiftBox.h"
 #include "console/lists/SysLogList.h"
 #include "console/setup/SetupBox.h"
 #include "console/window/AlarmPage.h"
+#include "console/window/CardBox.h"
 #include "console/window/Conditions.h"
 #include "console/window/CopyState.h"
 #include "console/window/DebugPage.h"
+#include "console/window/FindBox.h"
 #include "console/window/LinesPage.h"
 #include "console/window/ObjectPage.h"
 #include "console/window/StatusTexts.h"
@@ -15,7 +19,7 @@
 namespace nordkeep {
 
 /// The operator's main window without its pixels: its pages, commands, and the texts around them.
-class MainBox final : private PageFrame {
+class MainBox final : private PageFrame, private FindTargets {
  public:
     struct Needs {
         AlarmLists& lists;
@@ -33,6 +37,10 @@ class MainBox final : private PageFrame {
         LoginBox& login;
         SimulationBox& simulation;
         SetupBox& setup;
+        HistoryBox& history;
+        ShiftBox& shift;
+        CardBox& card;
+        EventLoop& loop;
         LineControl& lines;
         AlarmPage::Needs alarms;
         ObjectPage::Needs objects;
@@ -50,6 +58,7 @@ class MainBox final : private PageFrame {
     ObjectPage& Objects() { return objects_; }
     DebugPage& Debug() { return needs_.debug; }
     LinesPage& Lines() { return lines_; }
+    FindBox& Find() { return find_; }
     RowModel& ListOf(Tab tab);
     const TabStates& Tabs() const { return tabs_; }
     Tab CurrentTab() const override { return inputs_.tab; }
@@ -62,7 +71,9 @@ class MainBox final : private PageFrame {
 
     // --- Commands
 
-    const CommandState& StateOf(Command command) const { return states_[static_cast<std::size_t>(command)]; }
+    const CommandState& StateOf(Command command) const override {
+        return states_[static_cast<std::size_t>(command)];
+    }
     /// Does nothing when the command is not enabled. `item` is that of a command that is a list.
     void Run(Command command, int item = 0);
     /// Whether the right button opens a popup: never for a client's nobody.
@@ -108,6 +119,9 @@ class MainBox final : private PageFrame {
 
  private:
     void PageChanged() override { Recalc(); }
+    void RunFound(Command command) override { Run(command); }
+    void ShowAlarm(std::int32_t filePointer) override;
+    void OpenCard(const Text& set, const Text& idCode) override { needs_.card.Open(set, idCode); }
     MainBoxView& View() override { return *view_; }
     void Recalc();
     CommandInputs NewInputs() const;
@@ -121,6 +135,7 @@ class MainBox final : private PageFrame {
     AlarmPage alarms_;
     ObjectPage objects_;
     LinesPage lines_;
+    FindBox find_;
     Conditions conditions_;
     int untouched_ = 0;
     int sinceCountMs_ = 0;

@@ -14,7 +14,6 @@ class WindowRequests {
     virtual void PutOnClipboard(const Text& text) = 0;
     virtual void ShowKeys() = 0;
     virtual void ShowAbout() = 0;
-    virtual void ShowShiftList() = 0;
     virtual void ShowFindings() = 0;
     virtual void ClearFilter(Tab tab) = 0;
     virtual void ChoosePrinterFont() = 0;
@@ -40,7 +39,6 @@ class NoMainBoxView final : public MainBoxView {
     void PutOnClipboard(const Text&) override {}
     void ShowKeys() override {}
     void ShowAbout() override {}
-    void ShowShiftList() override {}
     void ShowFindings() override {}
     void ClearFilter(Tab) override {}
     void ChoosePrinterFont() override {}

@@ -13,6 +13,7 @@ constexpr int kTextLoggedIn = 3552;
 constexpr int kTextAcked = 3558;
 constexpr int kTextOldest = 3559;
 constexpr int kTextOtherPriorities = 5076;
+constexpr int kTextInService = 5645;
 
 constexpr std::int64_t kOverdueMs = 60000;
 
@@ -37,6 +38,9 @@ StatusTexts StatusTextsOf(const Captions& captions, const StatusFigures& figures
     texts.unacked = captions(kCaptionUnacked, {number(figures.unacked)});
     if (!figures.rights.isConnectionLost) texts.byPriority = PriorityText(captions, figures.byPriority);
     texts.acked = captions(kTextAcked, {number(figures.acked)});
+    if (figures.inService > 0) {
+        texts.inService = captions(kTextInService, {std::to_string(figures.inService)});
+    }
     if (!figures.oldestUnhandled.IsNever()) {
         texts.oldest = captions(kTextOldest, {AgeText(figures.oldestUnhandled, figures.now)});
         texts.isOverdue = figures.now.Milliseconds() - figures.oldestUnhandled.Milliseconds() > kOverdueMs;

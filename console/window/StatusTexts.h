@@ -14,6 +14,7 @@ struct StatusFigures {
     std::size_t unacked = 0;
     std::array<int, 4> byPriority{};  // of them: 1, 2, 3, others
     std::size_t acked = 0;
+    int inService = 0;          // objects
     OleDate oldestUnhandled{};  // when it came; never without one
     OleDate now{};
     OperatorRights rights{};
@@ -23,8 +24,9 @@ struct StatusTexts {
     Text unacked{};
     Text byPriority{};  // "1: 4   2: 0   3: 13"
     Text acked{};
-    Text oldest{};  // empty without an unhandled alarm
-    Text user{};    // empty but on a client
+    Text inService{};  // empty without an object in service
+    Text oldest{};     // empty without an unhandled alarm
+    Text user{};       // empty but on a client
     Text clock{};
     bool isOverdue = false;  // the oldest has waited for more than a minute
     friend bool operator==(const StatusTexts&, const StatusTexts&) = default;

@@ -1,5 +1,8 @@
+#include "platform/posix/SystemClock.h"
 #include "tests/app/NetworkCopies.h"
+#include "tests/app/ProtocolClient.h"
 #include "tests/app/ServiceManager.h"
+#include "tests/app/Shell.h"
 #include "tests/doubles/WaveFile.h"
 
 #include <fcntl.h>
@@ -98,6 +101,77 @@ TEST_F(BlindSpots, PeersThatAreNotReachedAreNamed) {
     Alarm();
     EXPECT_TRUE(Names("MSMQ larm@127.0.0.1 is not reached since")) << server.Output();
     EXPECT_EQ(manager.Heard().find("secret"), std::string::npos);
+}
+
+TEST_F(BlindSpots, OutputsOnDevicesThatAreNotThereAreNamed) {
+    WriteServer("RelayPort=7\r\nRelayDelay=1\r\nPrinterPort=1\r\nContinousPrinterFormat=[TRIDCODE]\r\n",
+                "[SerialPorts]\r\nCOM7=/nonexistent/relay\r\n[PrinterPorts]\r\nLPT1=/nonexistent/lp\r\n");
+    server.Start();
+    Alarm();
+    EXPECT_TRUE(Names("COM7 is not reached since")) << server.Output();
+    EXPECT_TRUE(Names("LPT1 is not reached since")) << server.Output();
+}
+
+TEST_F(BlindSpots, ABrokerThatGoesIsNamedUntilItIsBack) {
+    const std::string port = std::to_string(FreePort());
+    const auto start = [&] {
+        const std::string pid =
+            Shell("PATH=$PATH:/usr/sbin mosquitto -p " + port + " >/dev/null 2>&1 & echo $!").output;
+        EXPECT_TRUE(WaitFor([&] { return Caller(std::stoi(port)).IsConnected(); }));
+        return pid;
+    };
+    if (Shell("PATH=$PATH:/usr/sbin command -v mosquitto").status != 0) GTEST_SKIP() << "no mosquitto";
+    std::string pid = start();
+    WriteServer("", "[Mqtt]\r\nAddress=127.0.0.1:" + port + "\r\n");
+    server.Start();
+    Shell("kill " + pid);
+    EXPECT_TRUE(Names("MQTT 127.0.0.1:" + port + " is not reached since")) << server.Output();
+}
+
+TEST_F(BlindSpots, LinesThatSomebodyHasShutAreNamed) {
+    server.AddPort("Port2",
+                   "PortDescription=Old receiver\r\nPortType=TCPS\r\nBindSocketToAddress=127.0.0.1\r\n"
+                   "PortDisable=2099-12-24 12:00:00\r\nPortNumber=" +
+                       std::to_string(FreePort()),
+                   "Robofon=Town");
+    server.Start();
+    EXPECT_TRUE(Names("Line Old receiver: shut by its date")) << server.Output();
+    server.Stop();
+    server.Start({"/ForceDisablePorts"});
+    EXPECT_TRUE(Names("The lines are shut by a switch at the start: nothing is received")) << server.Output();
+}
+
+TEST_F(BlindSpots, ATransmitterThatFallsSilentIsNamed) {
+    server.AddPort("Port1",
+                   "PortDescription=Radio\r\nPortType=TCPS\r\nBindSocketToAddress=127.0.0.1\r\n"
+                   "TestTelegramInterval=1\r\nPortNumber=" +
+                       std::to_string(alarmPort),
+                   "Robofon=Town");
+    server.Start();
+    EXPECT_TRUE(Names("Line Radio: no sign of life")) << server.Output();
+}
+
+TEST_F(BlindSpots, AServiceThatEndsSoonIsNamed) {
+    server.Start();
+    const ProtocolClient desk(networkPort);
+    const OleDate end = SystemClock().Now().PlusMinutes(5);
+    desk.Send(14, WireBytes().Short("Town").Short("100001").Integer(1).Date({}).Date(end).Bytes());
+    EXPECT_TRUE(Names("Bakery: service ends at")) << server.Output();
+}
+
+TEST_F(BlindSpots, AClockThatJumpsIsNamed) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "the sanitizer has to be loaded first";
+#endif
+    const std::string file = server.Data().Path() + "/clock-is-set";
+    ::setenv("LD_PRELOAD", NORDKEEP_BIN_DIR "/clock_shim.so", 1);
+    ::setenv("CLOCK_SET_BY", file.c_str(), 1);
+    server.Start();
+    ::unsetenv("LD_PRELOAD");
+    ::unsetenv("CLOCK_SET_BY");
+    ::sleep(2);
+    server.Data().Write("clock-is-set", "");
+    EXPECT_TRUE(Names("The clock jumped by 36")) << server.Output();
 }
 
 TEST_F(BlindSpots, ASoundThatCannotBePlayedIsNamed) {

@@ -12,7 +12,6 @@ class RecordingScreen final : public MainBoxView {
     void PutOnClipboard(const Text& text) override { asked += "copy " + text + ";"; }
     void ShowKeys() override { asked += "keys;"; }
     void ShowAbout() override { asked += "about;"; }
-    void ShowShiftList() override { asked += "shift;"; }
     void ShowFindings() override { asked += "findings;"; }
     void ClearFilter(Tab) override { asked += "no filter;"; }
     void ChoosePrinterFont() override { asked += "font;"; }
@@ -452,7 +451,8 @@ TEST_F(MainBoxTest, EveryCommandReachesWhatItActsOn) {
     for (const C command : {C::About, C::FileSetup, C::ShiftHandover, C::PrinterFont, C::Keys}) {
         world.Box().Run(command);
     }
-    EXPECT_EQ(screen.asked, "about;shift;font;keys;");
+    EXPECT_EQ(screen.asked, "about;font;keys;");
+    EXPECT_EQ(world.running->shiftBox.Parts().size(), 4u);
     EXPECT_TRUE(world.running->setup.IsOpen());
     for (const C command : {C::Update, C::SetClock, C::LoadEvents, C::ResetAliveTest}) {
         world.Box().Run(command);

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "console/print/ShiftList.h"
+#include "console/history/ReportBox.h"
 #include "console/window/MainBox.h"
+#include "reports/LocalHistory.h"
 #include "tests/console/ConsoleDoubles.h"
 #include "tests/doubles/FakeDialogs.h"
 #include "tests/doubles/ManualTime.h"
+#include "tests/doubles/MemoryJournal.h"
 #include "tests/doubles/RecordingIntake.h"
 #include "tests/doubles/TempFolder.h"
 #include "tests/doubles/TestCore.h"
@@ -121,6 +123,14 @@ struct MainBoxWorld {
                      .dataFolder = world.folder.Tree(),
                      .programFolder = world.folder.Tree()}),
               shift({store, translations, captions, world.time, printerSettings}),
+              journal(journalFile, world.folder.Tree(), world.time),
+              work(journal, world.time, world.time),
+              source(work, core.deeds),
+              history(HistoryNeeds(world)),
+              report(HistoryNeeds(world)),
+              shiftBox({shift, source, captions, world.time, world.printer}),
+              card({translations, store, dataFiles, captions, world.time, world.around, centre, world.windows,
+                    period, history, source}),
               box(NeedsOf(world), LoadSettings(files, ViewStateRows())) {
             log.SetRowListener([this](const LogRow& row) { sysLog.AddLine(row); });
             translations.ReloadAllTranslations(true, std::vector<PortBinding*>{&world.port});
@@ -131,6 +141,9 @@ struct MainBoxWorld {
             box.Tick(250);
         }
 
+        HistoryBox::Needs HistoryNeeds(MainBoxWorld& world) {
+            return {source, captions, world.time, world.printer, printerSettings};
+        }
         MainBox::Needs NeedsOf(MainBoxWorld& world) {
             const bool isClient = world.around.rights.IsClient();
             return {.lists = lists,
@@ -148,6 +161,10 @@ struct MainBoxWorld {
                     .login = login,
                     .simulation = simulation,
                     .setup = setup,
+                    .history = history,
+                    .shift = shiftBox,
+                    .card = card,
+                    .loop = world.time,
                     .lines = world.lineControl,
                     .alarms = {.store = store,
                                .lists = lists,
@@ -202,6 +219,14 @@ struct MainBoxWorld {
         LinesBox lines;
         SetupBox setup;
         ShiftList shift;
+        MemoryJournal journalFile{};
+        Journal journal;
+        HistoryWork work;
+        LocalHistory source;
+        HistoryBox history;
+        ReportBox report;
+        ShiftBox shiftBox;
+        CardBox card;
         MainBox box;
     };
 

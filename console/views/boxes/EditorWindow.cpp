@@ -58,6 +58,7 @@ EditorWindow::EditorWindow(EditorBox& editor, const Captions& captions, QWidget*
 
 void EditorWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(editor_.Title()));
+    text_->setAccessibleName(windowTitle());
     if (shownGeneration_ != editor_.Generation()) {
         shownGeneration_ = editor_.Generation();
         const QSignalBlocker silence(text_);

@@ -116,6 +116,7 @@ QLayout* MapWindow::NewButtons(const Captions& captions) {
 
 void MapWindow::Show(OpenedBy by) {
     setWindowTitle(ShownLine(map_.Title()));
+    canvas_->setAccessibleName(windowTitle());
     if (shownGeneration_ != map_.Generation()) LoadPicture();
     // Beside the sheet, which often opens with it.
     PutRight(*this, Qt::TopEdge);

@@ -49,6 +49,9 @@ PeriodDialog::PeriodDialog(PeriodBox& period, const Captions& captions, QWidget*
     grid->addWidget(NewHeading(CaptionText(captions, kCaptionTo), stop_.date), 1, 0);
     grid->addWidget(stop_.date, 1, 1);
     grid->addWidget(stop_.time, 1, 2);
+    // A heading belongs to the date beside it; the time has the same name.
+    start_.time->setAccessibleName(CaptionText(captions, kCaptionFrom));
+    stop_.time->setAccessibleName(CaptionText(captions, kCaptionTo));
     reason_ = new QLineEdit;
     reason_->setMaxLength(kLongestReason);
     grid->addWidget(NewHeading(CaptionText(captions, kCaptionReason), reason_), 2, 0);

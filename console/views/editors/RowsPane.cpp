@@ -59,6 +59,7 @@ constexpr RowButton kButtons[] = {
 RowsPane::RowsPane(RowsBox& rows, const Captions& captions) : rows_(rows), captions_(captions) {
     adapter_ = new RowAdapter(rows.Table(), this);
     table_ = new ListPane(*adapter_);
+    table_->setAccessibleName(ShownLine(rows.Caption()));
     table_->StretchLastColumn();
     fields_ = new FieldPane(rows, captions, &NewRowEditor);
     auto* parts = new QSplitter(Qt::Vertical);

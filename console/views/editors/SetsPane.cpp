@@ -22,6 +22,7 @@ SetsPane::SetsPane(SetsBox& sets, const Captions& captions) : sets_(sets), capti
     adapter_ = new RowAdapter(sets.Table(), this);
     table_ = new ListPane(*adapter_);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_->setAccessibleName(ShownLine(sets.Caption()));
     table_->StretchLastColumn();
     table_->setFixedHeight(kTableHeight);
     table_->SetEmptyText(CaptionText(captions, kCaptionNoSet));

@@ -1,6 +1,7 @@
 #include "console/views/lists/ListPane.h"
 
 #include "console/views/lists/RowDelegate.h"
+#include "platform/qt/QtText.h"
 
 #include <QtGui/QContextMenuEvent>
 #include <QtGui/QPainter>
@@ -18,6 +19,9 @@ constexpr int kIconColumnWithPriority = 40;
 constexpr int kLeastColumn = 20;
 constexpr int kWidthsSettleMs = 400;
 constexpr int kRowMargin = 7;
+constexpr int kLettersMs = 1200;  // as long belong to one word
+constexpr int kSliceMs = 4;
+constexpr int kRowsAtOnce = 20;
 
 }  // namespace
 
@@ -43,6 +47,8 @@ ListPane::ListPane(RowAdapter& rows, QWidget* parent) : QTableView(parent), rows
     widthTimer_.setSingleShot(true);
     widthTimer_.setInterval(kWidthsSettleMs);
     connect(&widthTimer_, &QTimer::timeout, this, [this] { SaveWidths(); });
+    findTimer_.setInterval(kSliceMs);
+    connect(&findTimer_, &QTimer::timeout, this, [this] { LookOn(); });
 }
 
 void ListPane::SetUpHeaders() {
@@ -224,6 +230,44 @@ void ListPane::selectionChanged(const QItemSelection& selected, const QItemSelec
 
 void ListPane::Notify() {
     onSelection();
+}
+
+// --- Finding
+
+void ListPane::FindNext(const QString& words) {
+    LookFor(FromQString(words), RowFinder::By::Words, rows_.Rows().RowOf(CurrentKey()) + 1);
+}
+
+void ListPane::keyboardSearch(const QString& letters) {
+    if (!followsTyping_) return;
+    if (!sinceLetter_.isValid() || sinceLetter_.elapsed() > kLettersMs) letters_.clear();
+    sinceLetter_.restart();
+    letters_ += letters;
+    LookFor(FromQString(letters_), RowFinder::By::Begin, rows_.Rows().RowOf(CurrentKey()));
+}
+
+void ListPane::LookFor(const Text& wanted, RowFinder::By by, int from) {
+    finder_.Begin(wanted, by, from);
+    LookOn();
+}
+
+// A list may have more rows than can be looked at between two keys.
+void ListPane::LookOn() {
+    QElapsedTimer slice;
+    slice.start();
+    int row = -1;
+    while (row < 0 && finder_.IsBusy() && slice.elapsed() < kSliceMs) {
+        row = finder_.Step(rows_.Rows(), kRowsAtOnce);
+    }
+    if (row >= 0) {
+        selectRow(row);
+        Reveal(rows_.KeyAt(row));
+    }
+    if (finder_.IsBusy()) {
+        findTimer_.start();
+    } else {
+        findTimer_.stop();
+    }
 }
 
 // --- Rounds of changes

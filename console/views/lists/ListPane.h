@@ -1,8 +1,10 @@
 #pragma once
 
 #include "console/lists/ListColumns.h"
+#include "console/lists/RowFinder.h"
 #include "console/views/lists/RowAdapter.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 #include <QtWidgets/QTableView>
 
@@ -37,6 +39,10 @@ class ListPane final : public QTableView {
     /// Selects rows without telling.
     void SelectKeys(const std::vector<Text>& keys, const Text& current);
     void Reveal(const Text& key);
+    /// Selects the next row that holds the words, a slice at a time.
+    void FindNext(const QString& words);
+    /// Letters that are typed lead to the row that begins with them.
+    void FollowTyping(bool isOn) { followsTyping_ = isOn; }
     /// The first and the last row that can be seen whole; the last is before the first when there is none.
     std::pair<int, int> VisibleRows() const;
 
@@ -48,8 +54,7 @@ class ListPane final : public QTableView {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
-    /// Letters search in the filter box, not by walking through all rows.
-    void keyboardSearch(const QString&) override {}
+    void keyboardSearch(const QString& letters) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -66,11 +71,18 @@ class ListPane final : public QTableView {
     void RoundBegins();
     void RoundEnds();
     void Notify();
+    void LookFor(const Text& wanted, RowFinder::By by, int from);
+    void LookOn();
 
     RowAdapter& rows_;
     RowDelegate* delegate_ = nullptr;
     std::optional<ColumnWidths> widths_{};
     QTimer widthTimer_{};
+    QTimer findTimer_{};
+    QElapsedTimer sinceLetter_{};
+    QString letters_{};  // typed one soon after the other
+    RowFinder finder_{};
+    bool followsTyping_ = false;
     double standardSize_ = 1;  // of the desktop's text, points
     double scale_ = 1;         // of the text to the desktop's
     bool isSettingWidths_ = false;

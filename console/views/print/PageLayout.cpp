@@ -1,6 +1,7 @@
 #include "console/views/print/PageLayout.h"
 
 #include "console/views/lists/ViewParts.h"
+#include "console/views/print/ChartPainter.h"
 #include "platform/qt/QtText.h"
 
 #include <QtCore/QLocale>
@@ -12,6 +13,7 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kChartsOnPage = 2;
 constexpr qreal kMmInInch = 25.4;
 constexpr qreal kPointsInInch = 72;
 constexpr qreal kLeastMargin = 10;  // mm; printers do not reach the edge
@@ -92,7 +94,9 @@ PageLayout::PageLayout(const PrintDocument& document, QSizeF paper, QString prin
         PlaceBody(document);
         BreakLines(document);
     }
-    pageCount_ = qMax(1, static_cast<int>((lines_.size() + linesOnPage_ - 1) / linesOnPage_));
+    textPages_ = qMax(1, static_cast<int>((lines_.size() + linesOnPage_ - 1) / linesOnPage_));
+    charts_ = document.charts;
+    pageCount_ = textPages_ + (static_cast<int>(charts_.size()) + kChartsOnPage - 1) / kChartsOnPage;
 }
 
 void PageLayout::PlaceBody(const PrintDocument& document) {
@@ -118,6 +122,19 @@ void PageLayout::BreakLines(const PrintDocument& document) {
     }
 }
 
+void PageLayout::PaintCharts(QPainter& painter, int first) const {
+    // Paper is white, and a printer may know no colours.
+    const ChartPainter charts(font_, {.text = Qt::black,
+                                      .muted = QColor(0x55, 0x55, 0x55),
+                                      .bar = QColor(0x77, 0x88, 0x99),
+                                      .over = Qt::black});
+    const qreal height = body_.height() / kChartsOnPage;
+    for (int i = 0; i < kChartsOnPage && first + i < static_cast<int>(charts_.size()); ++i) {
+        const QRectF place(body_.left(), body_.top() + i * height, body_.width(), height - 2 * lineHeight_);
+        charts.Paint(painter, place, charts_[static_cast<std::size_t>(first + i)]);
+    }
+}
+
 void PageLayout::Paint(QPainter& painter, int page) const {
     painter.setPen(Qt::black);
     painter.setFont(bold_);
@@ -127,6 +144,7 @@ void PageLayout::Paint(QPainter& painter, int page) const {
     painter.drawText(line, Qt::AlignLeft | Qt::TextSingleLine, title_);
     painter.drawText(line.translated(0, 2.5 * lineHeight_), Qt::AlignLeft | Qt::TextSingleLine, heading_);
     painter.setFont(font_);
+    if (page >= textPages_) PaintCharts(painter, (page - textPages_) * kChartsOnPage);
     const int first = page * linesOnPage_;
     for (int i = 0; i < linesOnPage_ && first + i < lines_.size(); ++i) {
         const QRectF place(body_.left(), body_.top() + i * lineHeight_, body_.width(), lineHeight_);

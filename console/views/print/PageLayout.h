@@ -7,6 +7,8 @@
 #include <QtCore/QStringList>
 #include <QtGui/QFont>
 
+#include <vector>
+
 class QPainter;
 
 namespace nordkeep {
@@ -32,6 +34,7 @@ class PageLayout {
  private:
     void PlaceBody(const PrintDocument& document);
     void BreakLines(const PrintDocument& document);
+    void PaintCharts(QPainter& painter, int first) const;
 
     const Captions& captions_;
     QString title_;
@@ -44,6 +47,8 @@ class PageLayout {
     qreal lineHeight_ = 0;
     int linesOnPage_ = 1;
     int pageCount_ = 1;
+    int textPages_ = 1;
+    std::vector<Chart> charts_{};
     QStringList lines_{};
 };
 

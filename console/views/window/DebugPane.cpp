@@ -12,6 +12,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QVBoxLayout>
 
 namespace nordkeep {
@@ -32,7 +33,17 @@ constexpr int kPortsInARow = 8;  // a centre has up to 20
 
 DebugPane::DebugPane(DebugPage& panel, const Captions& captions, QWidget* parent)
     : QWidget(parent), panel_(panel), captions_(captions), rows_(panel.List()) {
-    auto* layout = new QVBoxLayout(this);
+    // A row of many ports must not make the window wider than a small screen.
+    auto* scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->addWidget(scroll);
+    auto* content = new QWidget;
+    scroll->setWidget(content);
+    auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(6, 6, 6, 6);
     watch_ = new QGridLayout;
     layout->addLayout(watch_);

@@ -8,7 +8,6 @@
 #include "console/views/lists/Theme.h"
 #include "console/views/lists/TreePane.h"
 #include "console/views/lists/ViewParts.h"
-#include "console/views/print/ShiftWindow.h"
 #include "console/views/window/ConditionStrip.h"
 #include "console/views/window/DebugPane.h"
 #include "console/views/window/EdgeStrip.h"
@@ -198,11 +197,8 @@ void MainWindow::ShowTabs() {
     }
     const int current = static_cast<int>(tabs.current);
     if (pages_->currentIndex() != current) pages_->setCurrentIndex(current);
-    const bool hasFilter = current <= static_cast<int>(Tab::Acked);
-    filter_->setEnabled(hasFilter);
-    if (hasFilter && filter_->text() != filters_[static_cast<std::size_t>(current)]) {
-        filter_->setText(filters_[static_cast<std::size_t>(current)]);
-    }
+    const QString& text = filters_[static_cast<std::size_t>(current)];
+    if (filter_->text() != text) filter_->setText(text);
     for (const Tab tab : {Tab::Unacked, Tab::Acked}) {
         ListOf(tab)->SetEmptyText(ShownLine(box_.EmptyText(tab)));
     }
@@ -242,6 +238,8 @@ void MainWindow::ShowStatus() {
     SetStatusText(unacked_, texts.unacked);
     SetStatusText(byPriority_, texts.byPriority);
     SetStatusText(acked_, texts.acked);
+    inService_->setText(WithoutMnemonics(ShownLine(texts.inService)));
+    inService_->setVisible(!texts.inService.empty());
     SetStatusText(oldest_, texts.oldest);
     SetStatusText(user_, texts.user);
     SetStatusText(clock_, texts.clock);
@@ -306,11 +304,6 @@ void MainWindow::ClearFilter(Tab tab) {
     box_.ShowTab(tab);
     filter_->clear();
     ListOf(tab)->setFocus();
-}
-
-void MainWindow::ShowShiftList() {
-    const auto print = [this] { needs_.side.printer.Preview(needs_.side.shift.Document()); };
-    ShowOnce(new ShiftWindow(needs_.side.shift, captions_, print, this));
 }
 
 void MainWindow::ChoosePrinterFont() {

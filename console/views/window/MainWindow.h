@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/boxes/AboutText.h"
-#include "console/print/ShiftList.h"
+#include "console/print/PrintDocument.h"
 #include "console/views/lists/RowAdapter.h"
 #include "console/window/FindingsSource.h"
 #include "console/window/MainBox.h"
@@ -42,9 +42,7 @@ struct MainWindowStart {
 /// What the windows show that the main window makes for the moment.
 struct SideModels {
     AboutText about;
-    const ShiftList& shift;
-    PrinterSettings& printerLook;  // changed by the choice of a font
-    PrintOutput& printer;
+    PrinterSettings& printerLook;                       // changed by the choice of a font
     const FindingsSource* findings = nullptr;           // none: the files are not checked
     std::function<void(const Finding&)> openFinding{};  // leads to its place
 };
@@ -72,7 +70,6 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     void PutOnClipboard(const Text& text) override;
     void ShowKeys() override;
     void ShowAbout() override;
-    void ShowShiftList() override;
     void ShowFindings() override;
     void ClearFilter(Tab tab) override;
     void ChoosePrinterFont() override;
@@ -104,6 +101,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     ListPane* NewList(Tab tab, TextView section);
     void AddFilterBox();
     void AddStatusBar();
+    QWidget* NewServiceButton();
     void AddKeys();
     void AddTray();
     void AddFloatingWindows();
@@ -162,6 +160,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QLabel* unacked_ = nullptr;
     QLabel* byPriority_ = nullptr;
     QLabel* acked_ = nullptr;
+    QPushButton* inService_ = nullptr;
     QLabel* oldest_ = nullptr;
     QLabel* user_ = nullptr;
     QLabel* clock_ = nullptr;
@@ -170,7 +169,7 @@ class MainWindow final : public QMainWindow, public MainBoxView {
     QSystemTrayIcon* tray_ = nullptr;
     QMenu* trayMenu_ = nullptr;
     Tray shownTray_{};
-    std::array<QString, 2> filters_{};
+    std::array<QString, kTabCount> filters_{};  // what stands in the search field of each page
     int fontSize_ = 0;
     int ownFontSize_ = 0;  // of the desktop
     int scheme_ = 0;

@@ -18,6 +18,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QSystemTrayIcon>
@@ -33,6 +34,7 @@ constexpr int kCaptionInfo = 3008;
 constexpr int kCaptionMap = 3047;
 constexpr int kCaptionShowWindow = 3560;
 constexpr int kCaptionLink = 3648;
+constexpr int kCaptionOpensService = 5646;
 
 /// The colours that the settings name; the others stay those of the theme, also of one that comes later.
 void TakeColors(QWidget& widget, std::initializer_list<std::pair<QPalette::ColorRole, Text>> numbers) {
@@ -219,6 +221,7 @@ void MainWindow::AddTabs() {
         {Tab::Lines, kLinesSection},
     };
     for (const auto& [tab, section] : kLists) NewList(tab, section);
+    ListOf(Tab::IdCodes)->FollowTyping(true);
     ListOf(Tab::SysLog)->StretchLastColumn();
     ListOf(Tab::SysLog)->FollowEnd(true);
     debug_ = new DebugPane(box_.Debug(), captions_);
@@ -240,9 +243,15 @@ void MainWindow::AddFilterBox() {
     filter_->setAccessibleName(filter_->placeholderText());
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
         const Tab tab = box_.Tabs().current;
-        if (isShowing_ || !IsAlarmTab(tab)) return;
+        if (isShowing_) return;
         filters_[static_cast<std::size_t>(tab)] = text;
-        box_.Alarms().SetFilter(tab, FromQString(text));
+        if (IsAlarmTab(tab)) return box_.Alarms().SetFilter(tab, FromQString(text));
+        ListOf(tab)->FindNext(text);
+    });
+    // The other pages show all rows; Enter leads on to the next that fits.
+    connect(filter_, &QLineEdit::returnPressed, this, [this] {
+        const Tab tab = box_.Tabs().current;
+        IsAlarmTab(tab) ? ListOf(tab)->setFocus() : ListOf(tab)->FindNext(filter_->text());
     });
     auto* leave = new QShortcut(QKeySequence(Qt::Key_Escape), filter_);
     leave->setContext(Qt::WidgetShortcut);
@@ -279,6 +288,7 @@ void MainWindow::AddStatusBar() {
     line_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(line_, 1);
     for (QLabel** label : {&unacked_, &byPriority_, &acked_, &oldest_, &user_, &clock_}) {
+        if (label == &oldest_) statusBar()->addPermanentWidget(NewServiceButton());
         *label = NewLabel();
         (*label)->setContentsMargins(8, 2, 8, 2);
         statusBar()->addPermanentWidget(*label);
@@ -297,6 +307,16 @@ void MainWindow::AddStatusBar() {
     QFont bold = unacked_->font();
     bold.setBold(true);
     unacked_->setFont(bold);
+}
+
+QWidget* MainWindow::NewServiceButton() {
+    inService_ = new QPushButton;
+    inService_->setFlat(true);
+    inService_->setToolTip(CaptionText(captions_, kCaptionOpensService));
+    inService_->setAccessibleDescription(inService_->toolTip());
+    inService_->hide();
+    connect(inService_, &QPushButton::clicked, this, [this] { box_.Run(Command::ShiftHandover); });
+    return inService_;
 }
 
 void MainWindow::AddFloatingWindows() {

@@ -13,10 +13,12 @@
 #include "console/views/boxes/SimulationDialog.h"
 #include "console/views/editors/RowsPane.h"
 #include "console/views/editors/SetsPane.h"
+#include "console/views/history/HistoryWindow.h"
+#include "console/views/history/ShiftWindow.h"
 #include "console/views/print/PreviewWindow.h"
-#include "console/views/print/ShiftWindow.h"
 #include "console/views/setup/LinesPane.h"
 #include "console/views/setup/SetupWindow.h"
+#include "tests/console/PlayedHistory.h"
 #include "tests/console/SheetWorld.h"
 #include "tests/doubles/RecordingIntake.h"
 
@@ -94,22 +96,27 @@ struct AllWindows : LanguageWorld {
         simulation.Open();
         setup.Open();
         about = std::make_unique<AboutDialog>(MakeAboutText(captions, "1", sample, Role::Server), captions);
-        shift = std::make_unique<ShiftWindow>(
-            ShiftList({*store, translations, captions, time, printerSettings}), captions, [] {});
-        shift->setAttribute(Qt::WA_DeleteOnClose, false);
+        for (int i = 0; i < 3; ++i) {
+            source.journal.Note(
+                {.kind = JournalKind::Event, .event = "A1", .object = sample, .text = sample});
+        }
+        source.journal.Commit();
+        history.Open();
+        report.Make(report.SpanOf(ReportBox::Usual::Today));
+        shiftBox.Open();
+        time.Advance(500);
         preview = std::make_unique<PreviewWindow>(
             PageLayout({.title = sample, .heading = sample, .lines = {sample, "x"}}, {210, 297}, "now",
                        captions),
             captions);
         preview->setAttribute(Qt::WA_DeleteOnClose, false);
-        for (QWidget* window : {static_cast<QWidget*>(about.get()), static_cast<QWidget*>(shift.get()),
-                                static_cast<QWidget*>(preview.get())}) {
+        for (QWidget* window : {static_cast<QWidget*>(about.get()), static_cast<QWidget*>(preview.get())}) {
             window->show();
         }
         QApplication::processEvents();
-        return {&sheetWindow,     &mapWindow,    &pictureWindow, &loginDialog,
-                &reconnectDialog, &periodDialog, &editorWindow,  &simulationDialog,
-                &setupWindow,     about.get(),   shift.get(),    preview.get()};
+        return {&sheetWindow,  &mapWindow,     &pictureWindow,    &loginDialog, &reconnectDialog,
+                &periodDialog, &editorWindow,  &simulationDialog, &setupWindow, about.get(),
+                &shiftWindow,  &historyWindow, preview.get()};
     }
 
     Text sample;
@@ -186,8 +193,16 @@ struct AllWindows : LanguageWorld {
                     .dataFolder = folder.Tree(),
                     .programFolder = templates}};
     SetupWindow setupWindow{setup, captions};
+    RecordingPrinter paper{};
+    PlayedHistory source{time};
+    HistoryBox::Needs HistoryNeeds() { return {source, captions, time, paper, printerSettings}; }
+    HistoryBox history{HistoryNeeds()};
+    ReportBox report{HistoryNeeds()};
+    HistoryWindow historyWindow{history, report};
+    ShiftList list{{*store, translations, captions, time, printerSettings}};
+    ShiftBox shiftBox{{list, source, captions, time, paper}};
+    ShiftWindow shiftWindow{shiftBox};
     std::unique_ptr<AboutDialog> about{};
-    std::unique_ptr<ShiftWindow> shift{};
     std::unique_ptr<PreviewWindow> preview{};
 };
 

@@ -104,7 +104,8 @@ TEST(MainWindowShots, AreTaken) {
             window.ShowSelection(Tab::Unacked);
             rows.ClickHeading(3);
             Save(window, folder, name + "_0s");
-            if (isDark && number[2] == '4') world.around.conditions = {{.kind = ConditionKind::LinesDisabled}};
+            if (isDark && number[2] == '4')
+                world.around.conditions = {{.kind = ConditionKind::LinesDisabled}};
             world.Box().Objects().SelectNode(2);
             world.Box().ShowTab(Tab::IdCodes);
             world.time.Advance(1000);

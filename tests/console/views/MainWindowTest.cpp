@@ -1,7 +1,9 @@
 #include "console/views/lists/ListPane.h"
 #include "console/views/lists/Theme.h"
 #include "console/views/lists/TreePane.h"
+#include "console/views/window/ConditionStrip.h"
 #include "platform/qt/QtText.h"
+#include "tests/console/views/SpokenNames.h"
 #include "tests/console/views/WindowWorld.h"
 
 #include <QtCore/QElapsedTimer>
@@ -112,6 +114,53 @@ TEST_F(MainWindowTest, SpeaksOneLanguageAndElidesNothing) {
             EXPECT_GE(button->width() + 1, button->sizeHint().width()) << button->text().toStdString();
         }
     }
+}
+
+TEST_F(MainWindowTest, SaysWhatItShows) {
+    Start();
+    world.Raise();
+    Tick();
+    for (QWidget* control : ControlsOf(*window)) {
+        EXPECT_FALSE(NameOfControl(*control).trimmed().isEmpty()) << control->metaObject()->className();
+    }
+    world.Box().Objects().ShowTree({{0, "Receiver"}});
+    QString node;
+    QString wrong;
+    for (QWidget* widget : window->findChildren<QWidget*>()) {
+        if (const auto* tree = dynamic_cast<TreePane*>(widget))
+            node = tree->model()->index(0, 0).data(Qt::AccessibleTextRole).toString();
+        if (const auto* strip = dynamic_cast<ConditionStrip*>(widget)) wrong = strip->accessibleDescription();
+    }
+    EXPECT_TRUE(node.contains(u'\n')) << "the name, and how it is: " << node.toStdString();
+    EXPECT_FALSE(wrong.isEmpty());
+}
+
+TEST_F(MainWindowTest, TheSearchFieldLeadsThroughEveryList) {
+    Start();
+    world.Box().Objects().ShowTree({{0, "Receiver"}, {1, "Robofon"}, {2, "Town"}});
+    world.Box().Objects().SelectNode(2);
+    world.Box().ShowTab(Tab::IdCodes);
+    Tick();
+    QLineEdit* field = nullptr;
+    for (QLineEdit* edit : window->findChildren<QLineEdit*>()) {
+        if (edit->placeholderText().contains(QLatin1String("Ctrl+F"))) field = edit;
+    }
+    ASSERT_TRUE(field);
+    field->setFocus();
+    QTest::keyClicks(field, "wor");
+    const auto selected = [&] { return world.Box().SelectionOf(Tab::IdCodes).current; };
+    EXPECT_EQ(selected(), "1003");
+    QTest::keyClicks(field, "\b\b\b");
+    field->setText("o");
+    QTest::keyClick(field, Qt::Key_Return);
+    const Text first = selected();
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_NE(selected(), first) << "Enter leads on";
+    ListPane& list = List(Tab::IdCodes);
+    list.setFocus();
+    QTest::keyClicks(&list, "sch");
+    EXPECT_EQ(selected(), "1001");
+    EXPECT_EQ(world.Box().Tabs().current, Tab::IdCodes);
 }
 
 TEST_F(MainWindowTest, TheAdapterKeepsTheToolkitsRules) {

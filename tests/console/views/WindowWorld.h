@@ -12,10 +12,7 @@ inline MainWindow::Needs WindowOf(MainBoxWorld& world, FakeUserStore& store) {
     return {.box = running.box,
             .files = running.files,
             .store = store,
-            .side = {.about = {},
-                     .shift = running.shift,
-                     .printerLook = running.printerSettings,
-                     .printer = world.printer}};
+            .side = {.about = {}, .printerLook = running.printerSettings}};
 }
 
 }  // namespace nordkeep

@@ -1,5 +1,6 @@
 #include "console/views/boxes/QtDialogs.h"
 #include "tests/console/views/AllWindows.h"
+#include "tests/console/views/SpokenNames.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QClipboard>
@@ -75,6 +76,28 @@ TEST(Windows, SayEverythingInTheirLanguageAndInFull) {
             EXPECT_LE(window->width(), 1200) << window->windowTitle().left(20).toStdString();
         }
         EXPECT_GT(checked, 40);
+    }
+}
+
+// Who does not see the window hears each control by a name, and who has no mouse comes to each button.
+TEST(Windows, EveryControlHasANameAndIsReachedByKeys) {
+    for (const char* number : {"044", "046"}) {
+        AllWindows w(number);
+        int checked = 0;
+        for (QWidget* window : w.Open()) {
+            for (QWidget* control : ControlsOf(*window)) {
+                EXPECT_FALSE(NameOfControl(*control).trimmed().isEmpty())
+                    << number << " " << control->metaObject()->className() << " of "
+                    << window->windowTitle().left(40).toStdString() << " in "
+                    << typeid(*control->parentWidget()).name();
+                ++checked;
+            }
+            for (const QAbstractButton* button : window->findChildren<QAbstractButton*>()) {
+                const bool isOwn = !button->text().isEmpty() && !button->inherits("QToolButton");
+                EXPECT_TRUE(!isOwn || button->focusPolicy() & Qt::TabFocus) << button->text().toStdString();
+            }
+        }
+        EXPECT_GT(checked, 60);
     }
 }
 

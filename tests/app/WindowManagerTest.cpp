@@ -1,0 +1,109 @@
+#include "tests/app/NetworkCopies.h"
+#include "tests/app/VirtualScreen.h"
+
+#include <thread>
+
+namespace nordkeep {
+namespace {
+
+/// What a screen in memory cannot see: which window a real window manager gives the keys to.
+class WindowManagerTest : public NetworkTest {
+ protected:
+    void StartServer(const std::string& general = {}) {
+        ASSERT_FALSE(screen.Display().empty()) << "Xvfb does not run";
+        server.Data().Write("Settings\\Nordkeep.INI", "[General]\r\nLanguage=044\r\n" + general +
+                                                          "[NetWork]\r\nClientAddresses=127.0.0.1\r\n" +
+                                                          PortLine());
+        server.StartOnDisplay(screen.Display());
+        ASSERT_TRUE(server.WaitForOutput("Port opened: 'Port1'")) << server.Output();
+        ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^Nordkeep - "); })) << server.Output();
+    }
+    static constexpr const char* kMain = "^Nordkeep - ";
+
+    VirtualScreen screen{};
+};
+
+// A key opens it, it has the keys, Escape closes it, and the keys are back in the list.
+TEST_F(WindowManagerTest, EveryWindowTakesTheKeysAndGivesThemBack) {
+    StartServer();
+    Alarm();
+    struct Opened {
+        const char* keys;
+        const char* title;
+    };
+    for (const Opened& opened : {Opened{"F1", "^Keys"}, Opened{"ctrl+h", "^History and reports$"},
+                                 Opened{"ctrl+k", "^Find anything$"}, Opened{"Home F2", "Bakery"},
+                                 Opened{"ctrl+p", "^Print preview"}}) {
+        ASSERT_TRUE(WaitFor([&] {
+            screen.Keys(kMain, std::string("ctrl+1 ") + opened.keys);
+            ::usleep(700'000);
+            return screen.HasWindow(opened.title);
+        })) << opened.keys;
+        EXPECT_TRUE(screen.AwaitActive(opened.title)) << opened.keys;
+        screen.Do("key Escape");
+        EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow(opened.title); })) << opened.keys;
+        EXPECT_TRUE(screen.AwaitActive(kMain)) << "behind " << opened.keys;
+    }
+    screen.Keys(kMain, "ctrl+1 Home ctrl+e");
+    EXPECT_TRUE(screen.AwaitActive("^Nordkeep$")) << "the question has the keys";
+    screen.Do("key Escape");
+    EXPECT_TRUE(screen.AwaitActive(kMain));
+}
+
+// From the field that finds everything to the card of an object and its history, by keys alone.
+TEST_F(WindowManagerTest, FindsAnObjectAndItsPastByKeys) {
+    StartServer();
+    Alarm();
+    screen.Keys(kMain, "ctrl+k");
+    ASSERT_TRUE(screen.AwaitActive("^Find anything$"));
+    screen.Type("100001");
+    ::usleep(300'000);
+    screen.Do("key Down Return");
+    ASSERT_TRUE(
+        WaitFor([&] { return screen.HasWindow("^Object Bakery$") || screen.HasWindow("^Nordkeep - "); }));
+    screen.Keys(kMain, "ctrl+k");
+    ASSERT_TRUE(screen.AwaitActive("^Find anything$"));
+    screen.Type("history");
+    screen.Do("key Return");
+    ASSERT_TRUE(screen.AwaitActive("^History and reports$"));
+    screen.Do("key Home Return");
+    EXPECT_TRUE(WaitFor([&] { return screen.HasWindow("^Case A0*1$"); }))
+        << "Enter on the alarm shows its case";
+}
+
+// Ten seconds of alarms at twenty a second, and not a key of the comment is lost or goes elsewhere.
+TEST_F(WindowManagerTest, TypingIsNotDisturbedByAFlood) {
+    StartServer("AutoViewComment=1\r\nPopUp=1\r\n");
+    Alarm();
+    ASSERT_TRUE(WaitFor([&] {
+        screen.Keys(kMain, "ctrl+1 Home F2");
+        return screen.HasWindow("Bakery");
+    }));
+    ASSERT_TRUE(screen.AwaitActive("Bakery"));
+    const std::string typed = "The owner has been called and comes with the key in ten minutes from now on";
+    std::thread flood([this] {
+        for (int i = 0; i < 20; ++i) {
+            Alarms(10);
+            ::usleep(250'000);
+        }
+    });
+    screen.Type(typed);
+    flood.join();
+    EXPECT_TRUE(screen.AwaitActive("Bakery"));
+    screen.Do("key ctrl+s");
+    EXPECT_TRUE(WaitFor([&] {
+        return server.Data().Read("Comments\\Town\\100001.TXT").find(typed) != Text::npos;
+    })) << server.Data().Read("Comments\\Town\\100001.TXT");
+    EXPECT_GT(server.EventFiles().size(), 0u);
+}
+
+TEST_F(WindowManagerTest, AMinimisedWindowComesBackForAnAlarm) {
+    StartServer("PopUp=1\r\n");
+    screen.Do("search --onlyvisible --name '^Nordkeep - ' windowminimize");
+    ASSERT_TRUE(WaitFor([&] { return !screen.HasWindow(kMain); }));
+    Alarm();
+    EXPECT_TRUE(WaitFor([&] { return screen.HasWindow(kMain); })) << server.Output();
+}
+
+}  // namespace
+}  // namespace nordkeep
