@@ -29,9 +29,11 @@ constexpr int kTextNoInterface = 3818;
 constexpr int kTextBehindEmpty = 3830;
 constexpr int kTextNotWritable = 3848;
 constexpr int kTextNotRead = 5195;
+constexpr int kTextOtherSection = 3792;
 
 constexpr const char* kGeneral = "General";
 constexpr const char* kTranslate = "Translate";
+constexpr const char* kDc09 = "DC09";
 constexpr const char* kReceivers = "VirtualReceivers";
 constexpr const char* kSerialPorts = "SerialPorts";
 constexpr int kHighestPort = 65535;
@@ -121,7 +123,7 @@ TextView NearestKey(TextView key, const std::vector<TextView>& candidates) {
         while (same < std::min(key.size(), candidate.size()) &&
                UpperCase(key[key.size() - same - 1]) == UpperCase(candidate[candidate.size() - same - 1]))
             ++same;
-        if (same <= longest) continue;
+        if (same <= longest || 2 * same < candidate.size()) continue;
         longest = same;
         best = candidate;
     }
@@ -182,6 +184,11 @@ void PortCheck::CheckReadKeys(const Port& port) {
         for (const IniLines::Entry* entry : port.lines.EntriesOf(section.name)) {
             const bool isKnown = around_.known.Find(true, section.name, entry->key) != nullptr;
             if (section.sameNameOn != 0 || !isKnown || isRead(section.name, entry->key)) continue;
+            const TextView elsewhere = EqualsNoCase(section.name, kGeneral) ? kDc09 : kGeneral;
+            if (around_.known.Find(true, elsewhere, entry->key) && isRead(elsewhere, entry->key)) {
+                port.findings.Warning(entry->line, kTextOtherSection, {entry->key, elsewhere});
+                continue;
+            }
             port.findings.Warning(entry->line, kTextNotRead,
                                   {entry->key, UpperCase(port.Value("PortType")), NameOf(port.format)});
             const TextView nearest = NearestKey(entry->key, read);

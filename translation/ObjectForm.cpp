@@ -204,8 +204,8 @@ Text WithFormValue(TextView content, const ObjectForm& form, TextView name, Text
                      Text(name).append("=").append(wanted[taken]));
     }
     Text made;
-    for (const Text& line : lines)
-        made.append(made.empty() && &line == &lines.front() ? "" : kLineEnd).append(line);
+    for (std::size_t number = 0; number < lines.size(); ++number)
+        made.append(number == 0 ? TextView() : kLineEnd).append(lines[number]);
     return made;
 }
 
