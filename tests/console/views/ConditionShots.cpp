@@ -48,6 +48,7 @@ TEST(ConditionShots, AreTaken) {
         strip.Show(conditions);
         const QString sentence = ShownLine(conditions.Rows().front().sentence);
         strip.resize(strip.fontMetrics().horizontalAdvance(sentence) + 52, strip.sizeHint().height());
+        strip.setFocusPolicy(Qt::NoFocus);
         strip.show();
         QApplication::processEvents();
         const QString file =
