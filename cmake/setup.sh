@@ -13,8 +13,9 @@ install_packages() {
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || printf '%s ' "$package"
     done)
     [ -z "$missing" ] && return 0
+    [ "$(id -u)" -eq 0 ] || command -v sudo >/dev/null || fail "these packages are missing, and only root can install them: $missing"
     say "installing: $missing"
-    as_root apt-get update -qq || fail "apt-get update"
+    as_root apt-get update -qq -o APT::Update::Error-Mode=any || fail "there is no way to the sources of packages (apt-get update), and these are missing: $missing"
     forbid_services
     # shellcheck disable=SC2086
     DEBIAN_FRONTEND=noninteractive as_root apt-get install -y -qq --no-install-recommends $missing >/dev/null

@@ -1,4 +1,5 @@
 #include "store/EventFile.h"
+#include "tests/app/Needs.h"
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/ProtocolClient.h"
 #include "tests/app/VirtualScreen.h"
@@ -21,6 +22,7 @@ class ClientWindowTest : public NetworkTest {
 
 // From the login to the end of an alarm by keys alone; all of it happens at the server.
 TEST_F(ClientWindowTest, AnOperatorHandlesAnAlarmOfTheServer) {
+    NORDKEEP_NEEDS("Xvfb", "Xvfb");
     ASSERT_FALSE(screen.Display().empty()) << "Xvfb does not run";
     server.Data().Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,AB,secret,1\r\n");
     Text settings = client.Data().Read("Settings\\Nordkeep.INI");
@@ -74,6 +76,7 @@ TEST_F(ClientWindowTest, AnOperatorHandlesAnAlarmOfTheServer) {
 
 // By keys alone, and it is restored at the server, not only on this screen.
 TEST_F(ClientWindowTest, TheEndOfSeveralIsTakenBack) {
+    NORDKEEP_NEEDS("Xvfb", "Xvfb");
     ASSERT_FALSE(screen.Display().empty()) << "Xvfb does not run";
     server.Data().Write("Settings\\Users.INI", "[Users]\r\nanna=Anna Berg,AB,secret,1\r\n");
     const Text settings = client.Data().Read("Settings\\Nordkeep.INI");

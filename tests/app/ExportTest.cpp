@@ -1,3 +1,4 @@
+#include "tests/app/Needs.h"
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/Postgres.h"
 
@@ -48,6 +49,7 @@ TEST_F(ExportTest, MakesTheSameTableFromAFileAndAService) {
 }
 
 TEST_F(ExportTest, LosesAndDoublesNothingOverKillsOfBothSides) {
+    NORDKEEP_NEEDS("psql", "PostgreSQL");
     const Postgres database;
     Start();
     for (int round = 0; round < 3; ++round) {

@@ -1,4 +1,5 @@
 #include "store/EventFile.h"
+#include "tests/app/Needs.h"
 #include "tests/app/MailServer.h"
 #include "tests/app/RunningCopy.h"
 
@@ -44,6 +45,7 @@ constexpr const char* kQuoted =
     "Content-Transfer-Encoding: quoted-printable\r\n\r\n1001 Br=C3=A5nd\r\n";
 
 TEST_F(MailTest, FetchesFromARealServerAndDeletesWhatIsStored) {
+    NORDKEEP_NEEDS("dovecot", "Dovecot");
     const MailServer server;
     server.Deliver("1", kQuoted);
     server.Deliver("2", "From: b\n\n.1002 with a dot\n..\n.\n+OK\n");
@@ -60,6 +62,7 @@ TEST_F(MailTest, FetchesFromARealServerAndDeletesWhatIsStored) {
 }
 
 TEST_F(MailTest, FetchesEncryptedFromAServerThatProvesWhoItIs) {
+    NORDKEEP_NEEDS("dovecot", "Dovecot");
     const MailServer server;
     server.Deliver("1", kQuoted);
     AddPort("Port1", Pop3Lines(server.TlsPort(), "POP3TLS=1"));
@@ -89,6 +92,7 @@ TEST_F(MailTest, ReadsMailsOfManyKinds) {
 }
 
 TEST_F(MailTest, TakesMailFromCommonSenders) {
+    NORDKEEP_NEEDS("swaks", "swaks");
     const std::string port = std::to_string(FreePort());
     AddPort("Port1", "PortType=SMTP\r\nPortNumber=" + port + "\r\nSMTPWelcomeMessage=Alarm centre");
     copy.Start();

@@ -1,4 +1,5 @@
 #include "platform/amqp/AmqpQueues.h"
+#include "tests/app/Needs.h"
 #include "tests/app/Broker.h"
 #include "tests/app/Listener.h"
 #include "tests/app/RunningCopy.h"
@@ -44,6 +45,7 @@ std::vector<std::string> Take(Broker& broker, std::size_t count) {
 using Bodies = std::vector<std::string>;
 
 TEST(AmqpQueue, LosesNothingWhenTheBrokerComesAndGoes) {
+    NORDKEEP_NEEDS("rabbitmq-server", "RabbitMQ");
     Broker broker;
     AmqpQueues queues({.retryMs = 200, .timeoutMs = 5000, .limit = 5});
     const auto queue = queues.NewQueue({.port = broker.Port(), .queue = "alarms"});
@@ -127,6 +129,7 @@ class MessageQueueCopy : public ::testing::Test {
 };
 
 TEST_F(MessageQueueCopy, SendsAlarmsAndNeverWaitsForTheBroker) {
+    NORDKEEP_NEEDS("rabbitmq-server", "RabbitMQ");
     ASSERT_TRUE(broker.Start()) << broker.Output();
     ASSERT_TRUE(broker.DeclareQueue("larmk\xC3\xB6"));
     Start("MSMQLabel=[TrIDCode]\r\nMSMQBody=[TrTypeCode] \x80 [TrIDCode]\r\n", "larmk%C3%B6");
@@ -152,6 +155,7 @@ TEST_F(MessageQueueCopy, SendsAlarmsAndNeverWaitsForTheBroker) {
 // More alarms than wait in memory, a broker that is away, and a centre that is killed meanwhile, twice: the
 // journal knows where to go on.
 TEST_F(MessageQueueCopy, LosesNothingOverKillsAndOutages) {
+    NORDKEEP_NEEDS("rabbitmq-server", "RabbitMQ");
     ASSERT_TRUE(broker.Start()) << broker.Output();
     ASSERT_TRUE(broker.DeclareQueue("alarms"));
     Start("MSMQBody=[TrTypeCode]\r\n", "alarms");

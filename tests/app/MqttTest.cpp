@@ -1,4 +1,5 @@
 #include "tests/app/MqttBroker.h"
+#include "tests/app/Needs.h"
 #include "tests/app/NetworkCopies.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ class MqttTest : public NetworkTest {
 };
 
 TEST_F(MqttTest, BringsEveryEntryInOrderOverAbsencesAndKills) {
+    NORDKEEP_NEEDS("mosquitto", "Mosquitto");
     MqttBroker broker;
     Configure(broker);
     broker.Start();
@@ -61,6 +63,7 @@ TEST_F(MqttTest, BringsEveryEntryInOrderOverAbsencesAndKills) {
 }
 
 TEST_F(MqttTest, KeepsOpenAlarmsAndItsOwnStateThere) {
+    NORDKEEP_NEEDS("mosquitto", "Mosquitto");
     MqttBroker broker;
     Configure(broker);
     server.Start();  // first, so that the broker hears of what came before it
@@ -80,6 +83,7 @@ TEST_F(MqttTest, KeepsOpenAlarmsAndItsOwnStateThere) {
 }
 
 TEST_F(MqttTest, SaysWhyTheBrokerDoesNotWantIt) {
+    NORDKEEP_NEEDS("mosquitto", "Mosquitto");
     MqttBroker broker("allow_anonymous false\n");
     Configure(broker);
     broker.Start();

@@ -1,3 +1,4 @@
+#include "tests/app/Needs.h"
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/PrintSpooler.h"
 #include "tests/app/Shell.h"
@@ -32,6 +33,7 @@ class PrintingTest : public NetworkTest {
 
 // A service has no screen, but whoever wants each alarm on paper wants it from a service, too.
 TEST_F(PrintingTest, AServicePrintsPagesAndKeepsWhatNoSpoolerTakes) {
+    NORDKEEP_NEEDS("cupsd", "CUPS");
     PrintSpooler spooler;
     const SpoolerAddress address(spooler.Address());
     AddSettings(server, {}, "[AlarmPagePrinter]\r\nPrioToPrint=-1\r\nStatusToPrint=0\r\nPrinter=Desk\r\n");

@@ -1,3 +1,4 @@
+#include "tests/app/Needs.h"
 #include "tests/app/NetworkCopies.h"
 #include "tests/app/Shell.h"
 
@@ -29,6 +30,7 @@ class StatusTest : public NetworkTest {
 };
 
 TEST_F(StatusTest, TellsMonitoringWhatItCollects) {
+    NORDKEEP_NEEDS("promtool", "Prometheus");
     server.Start();
     ASSERT_TRUE(server.WaitForOutput("Status service listens on 127.0.0.1:" + std::to_string(statusPort)));
     Alarms(5);

@@ -49,6 +49,15 @@ TEST(Manual, HasEveryKeyAndEveryOption) {
     EXPECT_TRUE(has("nordkeep-send.1", "--number-codes"));
 }
 
+// What a menu and a software centre read.
+TEST(MenuEntry, IsAsTheDesktopWantsIt) {
+    if (!IsThere("appstreamcli") || !IsThere("desktop-file-validate")) GTEST_SKIP() << "skipped: no appstream";
+    EXPECT_EQ(Said("desktop-file-validate " NORDKEEP_SOURCE_DIR "/packaging/nordkeep.desktop"), "");
+    const std::string said = Said("appstreamcli validate --no-net --no-color " +
+                                  (kPapers / "com.corvane.nordkeep.metainfo.xml").string() + "; echo status $?");
+    EXPECT_NE(said.find("status 0"), std::string::npos) << said;
+}
+
 /// What bash offers behind these words, of which the last one is being written.
 std::string Offered(const std::string& program, const std::string& words) {
     const std::string line = program + " " + words;
