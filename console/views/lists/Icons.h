@@ -12,7 +12,8 @@ class QRectF;
 
 namespace nordkeep {
 
-// All pictures are drawn in code: they are sharp at every scale and follow the theme.
+// The pictures are files of console/views/icons, in the colours of a light theme; they are sharp at every
+// scale, and take the colours of the present theme when they are painted.
 
 inline QColor ToQColor(Rgb color) {
     return {color.red, color.green, color.blue};
