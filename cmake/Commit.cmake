@@ -1,7 +1,10 @@
 # The commit that is built, for whoever asks a program for its version; empty without a repository.
 find_package(Git QUIET)
 set(NORDKEEP_COMMIT "")
-if(Git_FOUND)
+if(EXISTS ${CMAKE_SOURCE_DIR}/cmake/commit.txt)
+  # What packages are built from has no repository of its own (packaging/build-packages).
+  file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/commit.txt NORDKEEP_COMMIT)
+elseif(Git_FOUND)
   execute_process(COMMAND ${GIT_EXECUTABLE} rev-parse --short=12 HEAD WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
                   OUTPUT_VARIABLE NORDKEEP_COMMIT OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
   execute_process(COMMAND ${GIT_EXECUTABLE} rev-parse --git-path logs/HEAD WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
