@@ -45,7 +45,8 @@ TEST_F(ExportTest, MakesTheSameTableFromAFileAndAService) {
               "nordkeep-export: " + Service() + ": answer 401\n");
     EXPECT_EQ(Export("--once /nowhere/Journal.db sqlite:" + Table()).status, 1);
     EXPECT_EQ(Export("--once " + Journal() + " /no/kind/of/target").status, 2);
-    EXPECT_EQ(Export("--onec a b").output, "nordkeep-export: The following argument was not expected: --onec; see --help\n");
+    EXPECT_EQ(Export("--onec a b").output,
+              "nordkeep-export: The following argument was not expected: --onec; see --help\n");
 }
 
 TEST_F(ExportTest, LosesAndDoublesNothingOverKillsOfBothSides) {

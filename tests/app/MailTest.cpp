@@ -1,6 +1,6 @@
 #include "store/EventFile.h"
-#include "tests/app/Needs.h"
 #include "tests/app/MailServer.h"
+#include "tests/app/Needs.h"
 #include "tests/app/RunningCopy.h"
 
 #include <gtest/gtest.h>

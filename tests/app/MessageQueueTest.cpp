@@ -1,7 +1,7 @@
 #include "platform/amqp/AmqpQueues.h"
-#include "tests/app/Needs.h"
 #include "tests/app/Broker.h"
 #include "tests/app/Listener.h"
+#include "tests/app/Needs.h"
 #include "tests/app/RunningCopy.h"
 
 #include <gtest/gtest.h>

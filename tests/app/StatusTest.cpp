@@ -115,7 +115,7 @@ TEST_F(StatusTest, GoesOnWhileReadersTakeNothingAndCallersSayNothing) {
     };
     const long before = memory();
     for (int i = 0; i < 20; ++i) Alarms(100);
-    // The sanitizer keeps what was freed for a while.
+        // The sanitizer keeps what was freed for a while.
 #ifdef __SANITIZE_ADDRESS__
     constexpr long kMost = 600'000;
 #else

@@ -51,10 +51,12 @@ TEST(Manual, HasEveryKeyAndEveryOption) {
 
 // What a menu and a software centre read.
 TEST(MenuEntry, IsAsTheDesktopWantsIt) {
-    if (!IsThere("appstreamcli") || !IsThere("desktop-file-validate")) GTEST_SKIP() << "skipped: no appstream";
+    if (!IsThere("appstreamcli") || !IsThere("desktop-file-validate"))
+        GTEST_SKIP() << "skipped: no appstream";
     EXPECT_EQ(Said("desktop-file-validate " NORDKEEP_SOURCE_DIR "/packaging/nordkeep.desktop"), "");
-    const std::string said = Said("appstreamcli validate --no-net --no-color " +
-                                  (kPapers / "com.corvane.nordkeep.metainfo.xml").string() + "; echo status $?");
+    const std::string said =
+        Said("appstreamcli validate --no-net --no-color " +
+             (kPapers / "com.corvane.nordkeep.metainfo.xml").string() + "; echo status $?");
     EXPECT_NE(said.find("status 0"), std::string::npos) << said;
 }
 
