@@ -15,6 +15,14 @@ struct LanguageChoice {
 
 enum class Answer { No, Yes };
 
+/// A question that is answered with yes or no.
+struct Question {
+    Text text{};
+    Answer byDefault = Answer::No;
+    Text yes{};  // what the button says: a verb for what will happen; empty: yes
+    Text no{};
+};
+
 /// Messages and questions to the person at the screen. A copy without a screen answers at once.
 class Dialogs {
  public:
@@ -26,6 +34,8 @@ class Dialogs {
     virtual bool AskYesNo(const Text& question, Answer byDefault) = 0;
     /// A question whose careless answer is to be no.
     bool AskYesNo(const Text& question) { return AskYesNo(question, Answer::No); }
+    /// The same with buttons that say what they do.
+    virtual bool Ask(const Question& question) { return AskYesNo(question.text, question.byDefault); }
     /// Somebody is being asked something at this moment.
     virtual bool IsQuestionUp() const = 0;
     /// The number of the chosen language; none when nothing was chosen.

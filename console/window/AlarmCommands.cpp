@@ -15,6 +15,9 @@ constexpr int kTextEndAll = 1021;
 constexpr int kTextArchiveSelected = 1055;
 constexpr int kCaptionOne = 5063;
 constexpr int kCaptionSeveral = 5064;
+constexpr int kCaptionCancel = 5644;
+constexpr AlarmCommands::Verb kEnd = {5640, 5641};
+constexpr AlarmCommands::Verb kArchive = {5642, 5643};
 constexpr std::int64_t kUndoMs = 10'000;
 constexpr std::int64_t kNoPriority = std::numeric_limits<std::int64_t>::max();
 
@@ -49,9 +52,17 @@ Text AlarmCommands::About(std::span<const std::int32_t> filePointers) const {
     return captions(kCaptionSeveral, {number, std::to_string(highest)});
 }
 
-bool AlarmCommands::Asks(int text, Answer byDefault, const Text& about) const {
+bool AlarmCommands::Asks(int text, Verb verb, Answer byDefault,
+                         std::span<const std::int32_t> filePointers) const {
+    const Captions captions(needs_.language);
+    const Text about = About(filePointers);
     const Text behind = about.empty() ? Text() : "\r\n\r\n" + about;
-    return needs_.dialogs.AskYesNo(needs_.language.GetLanguageText(text) + behind, byDefault) &&
+    const Text yes = filePointers.size() == 1 ? captions(verb.one)
+                                              : captions(verb.several, {std::to_string(filePointers.size())});
+    return needs_.dialogs.Ask({.text = needs_.language.GetLanguageText(text) + behind,
+                               .byDefault = byDefault,
+                               .yes = yes,
+                               .no = captions(kCaptionCancel)}) &&
            needs_.state.Rights().MayChange();
 }
 
@@ -59,19 +70,19 @@ void AlarmCommands::AckAll() {
     const EventList& events = needs_.store.Events();
     std::vector<std::int32_t> open;
     for (const EventSequence at : events.Unacknowledged()) open.push_back(events.Find(at)->m_FilePointer);
-    if (Asks(kTextEndAll, Answer::No, About(open))) Offer(needs_.handling.EndAll());
+    if (Asks(kTextEndAll, kEnd, Answer::No, open)) Offer(needs_.handling.EndAll());
 }
 
 // Enter ends the one that somebody works on; several take a key of their own.
 void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
     const std::vector<std::int32_t> chosen = FilePointersOf(rowKeys);
     const Answer byDefault = chosen.size() > 1 ? Answer::No : Answer::Yes;
-    if (Asks(kTextEndSelected, byDefault, About(chosen))) Offer(needs_.handling.EndSeveral(chosen));
+    if (Asks(kTextEndSelected, kEnd, byDefault, chosen)) Offer(needs_.handling.EndSeveral(chosen));
 }
 
 void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
     const std::vector<std::int32_t> chosen = FilePointersOf(rowKeys);
-    if (Asks(kTextArchiveSelected, Answer::No, About(chosen))) needs_.handling.Archive(chosen);
+    if (Asks(kTextArchiveSelected, kArchive, Answer::No, chosen)) needs_.handling.Archive(chosen);
 }
 
 // --- Taking an end back

@@ -16,6 +16,11 @@ namespace nordkeep {
 /// is left alone.
 class AlarmCommands {
  public:
+    /// Captions of a button: for one alarm, and for several with their number.
+    struct Verb {
+        int one = 0;
+        int several = 0;
+    };
     struct Needs {
         const EventStore& store;
         AlarmHandling& handling;
@@ -42,7 +47,7 @@ class AlarmCommands {
 
  private:
     /// `about`: the second line of the question.
-    bool Asks(int text, Answer byDefault, const Text& about) const;
+    bool Asks(int text, Verb verb, Answer byDefault, std::span<const std::int32_t> filePointers) const;
     /// What a question about these alarms is about; empty without any.
     Text About(std::span<const std::int32_t> filePointers) const;
     void Offer(std::vector<EndedAlarm> ended);

@@ -1,8 +1,8 @@
 #include "store/EventFile.h"
-#include "tests/app/Needs.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/ProtocolClient.h"
-#include "tests/app/VirtualScreen.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/ProtocolClient.h"
+#include "tests/app/ground/VirtualScreen.h"
 
 #include <unistd.h>
 
@@ -98,7 +98,7 @@ TEST_F(ClientWindowTest, TheEndOfSeveralIsTakenBack) {
     EXPECT_EQ(StatusOfTheAlarm(), kStatusNew) << "Enter is no for several";
     screen.Do("key ctrl+e");
     ASSERT_TRUE(screen.AwaitActive("^Nordkeep$"));
-    screen.Do("key alt+y");
+    screen.Do("key alt+e");
     EXPECT_TRUE(WaitFor([&] { return StatusOfTheAlarm() == kStatusAcknowledged; })) << client.Output();
     screen.Keys("Anna Berg", "ctrl+z");
     EXPECT_TRUE(WaitFor([&] { return StatusOfTheAlarm() == kStatusNew; })) << client.Output();

@@ -108,7 +108,11 @@ void QtDialogs::GiveBack(QWidget* focus) {
     focus->setFocus(Qt::OtherFocusReason);
 }
 
-bool QtDialogs::AskYesNo(const Text& question, Answer byDefault) {
+QPushButton* QtDialogs::NewAnswer(const Text& verb, int caption, const char* bilingual) const {
+    return new QPushButton(verb.empty() ? ButtonText(caption, bilingual) : ShownLine(verb));
+}
+
+bool QtDialogs::Ask(const Question& question) {
     if (question_) {
         question_->raise();
         question_->activateWindow();
@@ -117,12 +121,12 @@ bool QtDialogs::AskYesNo(const Text& question, Answer byDefault) {
     const QPointer<QDialog> dialog = new QDialog(Parent());
     question_ = dialog;
     dialog->setWindowModality(Qt::WindowModal);
-    QHBoxLayout* buttons = LayOut(*dialog, u'?', kQuestionColor, question);
-    auto* yes = new QPushButton(ButtonText(kCaptionYes, kBilingualYes));
-    auto* no = new QPushButton(ButtonText(kCaptionNo, kBilingualNo));
+    QHBoxLayout* buttons = LayOut(*dialog, u'?', kQuestionColor, question.text);
+    QPushButton* yes = NewAnswer(question.yes, kCaptionYes, kBilingualYes);
+    QPushButton* no = NewAnswer(question.no, kCaptionNo, kBilingualNo);
     buttons->addWidget(yes);
     buttons->addWidget(no);
-    QPushButton* first = byDefault == Answer::Yes ? yes : no;
+    QPushButton* first = question.byDefault == Answer::Yes ? yes : no;
     first->setDefault(true);
     first->setFocus();
     QObject::connect(yes, &QPushButton::clicked, dialog, &QDialog::accept);

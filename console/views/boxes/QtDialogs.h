@@ -8,6 +8,8 @@
 
 #include <functional>
 
+class QPushButton;
+
 namespace nordkeep {
 
 /// Questions on the screen. Who asks waits in a loop of its own, in which everything else goes on: alarms
@@ -27,7 +29,10 @@ class QtDialogs final : public Dialogs {
 
     void ShowMessage(const Text& text) override;
     void ShowNotice(const Text& text) override;
-    bool AskYesNo(const Text& question, Answer byDefault) override;
+    bool AskYesNo(const Text& question, Answer byDefault) override {
+        return Ask({.text = question, .byDefault = byDefault, .yes = {}, .no = {}});
+    }
+    bool Ask(const Question& question) override;
     std::optional<int> ChooseLanguage(const std::vector<LanguageChoice>& choices) override;
 
     bool IsQuestionUp() const override { return !question_.isNull(); }
@@ -36,6 +41,7 @@ class QtDialogs final : public Dialogs {
 
  private:
     QString ButtonText(int caption, const char* bilingual) const;
+    QPushButton* NewAnswer(const Text& verb, int caption, const char* bilingual) const;
     QWidget* Parent() const;
     /// Until the dialog has been answered or is gone.
     void Await(QDialog& dialog);
