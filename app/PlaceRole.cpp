@@ -73,17 +73,17 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     role.state = std::make_unique<LocalPlaceState>(state);
     role.history = std::make_unique<LocalHistory>(parts.history, parts.deeds);
     role.hasLines = true;
-    role.lines = std::make_unique<LocalLines>(
-        LocalLines::Needs{.ports = parts.portList,
-                          .dataFolder = dataFolder,
-                          .files = parts.foundation.Files(),
-                          .clock = parts.foundation.Platform().clock,
-                          .reload = parts.reload,
-                          .host = *role.editorHost,
-                          .loop = parts.foundation.Platform().loop,
-                          .log = parts.foundation.Log(),
-                          .language = parts.foundation.Texts(),
-                          .sendTool = ProgramFolder() + "/nordkeep-send"});
+    role.lines =
+        std::make_unique<LocalLines>(LocalLines::Needs{.ports = parts.portList,
+                                                       .dataFolder = dataFolder,
+                                                       .files = parts.foundation.Files(),
+                                                       .clock = parts.foundation.Platform().clock,
+                                                       .reload = parts.reload,
+                                                       .host = *role.editorHost,
+                                                       .loop = parts.foundation.Platform().loop,
+                                                       .log = parts.foundation.Log(),
+                                                       .language = parts.foundation.Texts(),
+                                                       .sendTool = ProgramFolder() + "/nordkeep-send"});
     return role;
 }
 

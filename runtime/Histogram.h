@@ -10,9 +10,9 @@ namespace nordkeep {
 class Histogram {
  public:
     /// Upper bounds of the classes in microseconds; what is longer is in a last class of its own.
-    static constexpr std::array<std::int64_t, 14> kBoundsUs = {
-        50,     100,    250,    500,     1'000,   2'500,     5'000,
-        10'000, 25'000, 50'000, 100'000, 250'000, 1'000'000, 5'000'000};
+    static constexpr std::array<std::int64_t, 14> kBoundsUs = {50,      100,     250,       500,      1'000,
+                                                               2'500,   5'000,   10'000,    25'000,   50'000,
+                                                               100'000, 250'000, 1'000'000, 5'000'000};
 
     void Observe(std::int64_t us) {
         std::size_t place = 0;

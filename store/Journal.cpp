@@ -20,8 +20,8 @@ constexpr int kTryAgainMs = 1000;
 constexpr std::size_t kMostStaged = 20'000;
 constexpr std::size_t kPrunedAtOnce = 200;
 
-constexpr std::array kNames = {"event",  "change",  "removed", "waiting",   "done",  "comment",
-                               "end",    "archive", "service", "alivetest", "edit",  "login",
+constexpr std::array kNames = {"event",  "change",  "removed", "waiting",   "done",   "comment",
+                               "end",    "archive", "service", "alivetest", "edit",   "login",
                                "logout", "refused", "send",    "silence",   "reopen", "handover"};
 
 }  // namespace

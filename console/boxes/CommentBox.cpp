@@ -70,8 +70,7 @@ void CommentBox::Load() {
         subject_.objectName.empty() ? subject_.idCode : subject_.objectName + "   " + subject_.idCode;
     texts_.information = needs_.files.ReadTextFile(InformationFile(subject_.set, subject_.idCode));
     if (!texts_.information.empty()) needs_.forms.Load();
-    if (needs_.settings.ViewDynamicFormInAlarmComment)
-        texts_.form = needs_.forms.RowsOf(texts_.information);
+    if (needs_.settings.ViewDynamicFormInAlarmComment) texts_.form = needs_.forms.RowsOf(texts_.information);
     if (subject_.filePointer && !subject_.typeCode.empty()) {
         texts_.typeCodeInfo =
             needs_.files.ReadTextFile(TypeInformationFile(subject_.set, subject_.idCode, subject_.typeCode));

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ports/mail/MailMessage.h"
 #include "ports/lines/PortLog.h"
+#include "ports/mail/MailMessage.h"
 #include "runtime/SettingTable.h"
 
 namespace nordkeep {

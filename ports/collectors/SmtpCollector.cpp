@@ -2,8 +2,8 @@
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/MailSettings.h"
 #include "ports/collectors/SmtpSession.h"
-#include "ports/mail/MailMessage.h"
 #include "ports/lines/CallerTable.h"
+#include "ports/mail/MailMessage.h"
 
 #include <array>
 #include <utility>

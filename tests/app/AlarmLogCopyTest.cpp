@@ -1,6 +1,6 @@
 #include "platform/KeptFiles.h"
-#include "tests/app/RunningCopy.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <random>
 

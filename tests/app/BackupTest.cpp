@@ -1,5 +1,5 @@
-#include "tests/app/RunningCopy.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/ProtocolClient.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/ProtocolClient.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #include "platform/posix/SystemClock.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/ProtocolClient.h"
-#include "tests/app/ServiceManager.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/ProtocolClient.h"
+#include "tests/app/ground/ServiceManager.h"
+#include "tests/app/ground/Shell.h"
 #include "tests/doubles/WaveFile.h"
 
 #include <fcntl.h>

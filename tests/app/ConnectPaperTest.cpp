@@ -1,6 +1,6 @@
-#include "tests/app/MqttBroker.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/Postgres.h"
+#include "tests/app/ground/MqttBroker.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/Postgres.h"
 
 #include <gmock/gmock.h>
 

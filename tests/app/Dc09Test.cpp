@@ -1,4 +1,4 @@
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>

@@ -1,4 +1,4 @@
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 
@@ -46,7 +46,8 @@ TEST_F(DemoTest, EveryPortTakesItsAlarm) {
          {"Robofon;1;Bageriet", "SMS;1;Pumpstation", "Contact ID;1;Lagerlokal Industrigatan;Burglary",
           "SIA;1;Villa Solglimt", "SOS Access XML V4;1;Bageriet", "SOS Access XML Mini;1;Pumpstation",
           "Aptus XML Mini;1;Bageriet", "Text;1;Bj", "Mail;1;Bageriet", "Mail;1;Pumpstation",
-          "File;3;Pumpstation", "GSM;1;Verkstaden", "SIA;1;Villa Solglimt, ", "Virtual receiver;1;Pumpstation"}) {
+          "File;3;Pumpstation", "GSM;1;Verkstaden", "SIA;1;Villa Solglimt, ",
+          "Virtual receiver;1;Pumpstation"}) {
         EXPECT_NE(log.find(known), std::string::npos) << known;
     }
 }

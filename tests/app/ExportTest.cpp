@@ -1,6 +1,6 @@
-#include "tests/app/Needs.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/Postgres.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/Postgres.h"
 
 namespace nordkeep {
 namespace {

@@ -1,7 +1,7 @@
 #include "runtime/Fields.h"
 #include "store/EventFile.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/ProtocolClient.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/ProtocolClient.h"
 
 #include <algorithm>
 #include <fstream>

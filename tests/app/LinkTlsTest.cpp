@@ -1,5 +1,5 @@
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/Shell.h"
 
 namespace nordkeep {
 namespace {

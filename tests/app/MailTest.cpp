@@ -1,7 +1,7 @@
 #include "store/EventFile.h"
-#include "tests/app/MailServer.h"
-#include "tests/app/Needs.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/MailServer.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "platform/amqp/AmqpQueues.h"
-#include "tests/app/Broker.h"
-#include "tests/app/Listener.h"
-#include "tests/app/Needs.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/Broker.h"
+#include "tests/app/ground/Listener.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "tests/app/MqttBroker.h"
-#include "tests/app/Needs.h"
-#include "tests/app/NetworkCopies.h"
+#include "tests/app/ground/MqttBroker.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/NetworkCopies.h"
 
 #include <algorithm>
 #include <fstream>

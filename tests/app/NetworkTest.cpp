@@ -1,6 +1,6 @@
 #include "store/EventFile.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/ProtocolClient.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/ProtocolClient.h"
 
 #include <gtest/gtest.h>
 

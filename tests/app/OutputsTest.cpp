@@ -1,6 +1,6 @@
 #include "store/EventFile.h"
-#include "tests/app/Listener.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/Listener.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

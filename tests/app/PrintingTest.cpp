@@ -1,7 +1,7 @@
-#include "tests/app/Needs.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/PrintSpooler.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/PrintSpooler.h"
+#include "tests/app/ground/Shell.h"
 
 #include <gmock/gmock.h>
 

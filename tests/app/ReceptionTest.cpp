@@ -1,5 +1,5 @@
 #include "store/EventFile.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

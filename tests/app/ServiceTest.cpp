@@ -1,6 +1,6 @@
 #include "app/start/ServiceUnit.h"
-#include "tests/app/RunningCopy.h"
-#include "tests/app/ServiceManager.h"
+#include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/ServiceManager.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "store/EventFile.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/VirtualScreen.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/VirtualScreen.h"
 
 namespace nordkeep {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 #include "tests/doubles/WaveFile.h"
 
 #include <gtest/gtest.h>
@@ -59,7 +59,9 @@ class SoundTest : public ::testing::Test {
         const std::string output = copy.Output();
         std::size_t found = 0;
         // The check of the files names the sound, too.
-        for (std::size_t at = 0; (at = output.find("Could not play the alarm sound", at)) != std::string::npos; ++at) ++found;
+        for (std::size_t at = 0;
+             (at = output.find("Could not play the alarm sound", at)) != std::string::npos; ++at)
+            ++found;
         return found;
     }
 

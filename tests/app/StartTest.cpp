@@ -1,5 +1,5 @@
 #include "platform/ChildProcess.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 

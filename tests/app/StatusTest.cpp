@@ -1,6 +1,6 @@
-#include "tests/app/Needs.h"
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/Needs.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/Shell.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "store/EventFile.h"
-#include "tests/app/RunningCopy.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "tests/app/NetworkCopies.h"
-#include "tests/app/VirtualScreen.h"
+#include "tests/app/ground/NetworkCopies.h"
+#include "tests/app/ground/VirtualScreen.h"
 
 #include <thread>
 

@@ -1,5 +1,5 @@
-#include "tests/app/Listener.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/Listener.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

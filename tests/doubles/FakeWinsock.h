@@ -14,8 +14,8 @@ class FakeWinsock : public Winsock {
     explicit FakeWinsock(SocketKind kind) : kind_(kind) {}
 
     // What the test sees.
-    Text sent{};                // everything handed to SendData
-    std::vector<Text> sends{};  // the same, one for each call
+    Text sent{};                       // everything handed to SendData
+    std::vector<Text> sends{};         // the same, one for each call
     std::vector<SocketPeer> sentTo{};  // of SendDataTo
     int closes = 0;
     int localPort = 0;

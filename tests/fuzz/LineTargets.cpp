@@ -1,5 +1,5 @@
-#include "ports/formats/Crc16.h"
 #include "ports/dc09/Dc09.h"
+#include "ports/formats/Crc16.h"
 #include "ports/formats/GoogolT1.h"
 #include "ports/formats/Robofon.h"
 #include "ports/formats/RobofonExport.h"

@@ -1,9 +1,9 @@
 #include "ports/collectors/MailLines.h"
 #include "ports/collectors/Pop3Session.h"
 #include "ports/collectors/SmtpSession.h"
+#include "ports/formats/ModemLines.h"
 #include "ports/mail/MailMessage.h"
 #include "ports/mail/MailText.h"
-#include "ports/formats/ModemLines.h"
 #include "tests/fuzz/Targets.h"
 
 #include <cstdlib>

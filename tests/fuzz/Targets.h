@@ -18,7 +18,8 @@ struct FuzzTarget {
 /// All targets; the fuzz programs and the test over the seeds share them.
 const std::vector<FuzzTarget>& FuzzTargets();
 
-/// Those of files and settings, of the receiver lines, of mail and modems, and of what copies send each other.
+/// Those of files and settings, of the receiver lines, of mail and modems, and of what copies send each
+/// other.
 std::vector<FuzzTarget> FileTargets();
 std::vector<FuzzTarget> LineTargets();
 std::vector<FuzzTarget> TalkTargets();

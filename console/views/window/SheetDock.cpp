@@ -38,7 +38,8 @@ void SheetDock::Place(bool isBeside) {
         setWidget(&sheet);
     } else {
         setWidget(nullptr);
-        sheet.setParent(&needs_.window, Qt::Dialog | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+        sheet.setParent(&needs_.window,
+                        Qt::Dialog | Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
         sheet.resize(kSheetWidth, kSheetHeight);
     }
     needs_.window.SetBeside(isBeside ? &sheet : nullptr);

@@ -1,6 +1,6 @@
-#include "tests/app/Broker.h"
+#include "tests/app/ground/Broker.h"
 
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <amqp_tcp_socket.h>
 #include <fcntl.h>

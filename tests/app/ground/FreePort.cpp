@@ -1,4 +1,4 @@
-#include "tests/app/FreePort.h"
+#include "tests/app/ground/FreePort.h"
 
 #include <netinet/in.h>
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-#include "tests/app/Listener.h"
+#include "tests/app/ground/Listener.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

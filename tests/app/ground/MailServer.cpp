@@ -1,7 +1,7 @@
-#include "tests/app/MailServer.h"
+#include "tests/app/ground/MailServer.h"
 
 #include "runtime/Fields.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <sys/stat.h>
 #include <sys/wait.h>

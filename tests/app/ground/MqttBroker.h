@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/app/RunningCopy.h"
-#include "tests/app/Shell.h"
+#include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/app/Shell.h"
+#include "tests/app/ground/Shell.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "tests/app/PrintSpooler.h"
+#include "tests/app/ground/PrintSpooler.h"
 
-#include "tests/app/Shell.h"
+#include "tests/app/ground/Shell.h"
 
 #include <sys/stat.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-#include "tests/app/ProtocolClient.h"
+#include "tests/app/ground/ProtocolClient.h"
 
 namespace nordkeep {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/OleDate.h"
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <cstdint>
 #include <optional>

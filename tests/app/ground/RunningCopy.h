@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Text.h"
-#include "tests/app/FreePort.h"
+#include "tests/app/ground/FreePort.h"
 #include "tests/doubles/RobofonTelegram.h"
 #include "tests/doubles/TempFolder.h"
 

@@ -34,7 +34,8 @@ class Manager {
     Manager(const Manager&) = delete;
     Manager& operator=(const Manager&) = delete;
 
-    /// Waits up to half a minute until the program has told this line; all that was told before is in `Heard`.
+    /// Waits up to half a minute until the program has told this line; all that was told before is in
+    /// `Heard`.
     bool Hears(const std::string& line) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (heard_.find(line) == std::string::npos) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/app/RunningCopy.h"
+#include "tests/app/ground/RunningCopy.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
