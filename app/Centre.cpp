@@ -347,6 +347,7 @@ void Centre::OpenJournal() {
     if (IsClient()) return;
     MakeFolder(foundation_.DataFolder().Resolve("Data"));
     journal_.Open();
+    outputs_.Open();
 }
 
 void Centre::LoadTranslations() {

@@ -46,6 +46,10 @@ class AlarmOutputs final : public Outputs {
     void RequestRelay() override { relay_.Request(); }
     void PrintAlarm(const cAlarm& alarm) override;
 
+    /// The journal has been opened, and nothing has come in yet.
+    void Open() {
+        if (queueFeed_) queueFeed_->Open();
+    }
     ComCallLink& ComCall() { return comCall_; }
     const MessageQueueOutput& Queue() const { return queue_; }
     SoundPlayer& Sound() { return sound_; }

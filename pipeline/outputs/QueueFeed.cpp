@@ -22,8 +22,8 @@ std::size_t QueueFeed::WaitingCount() const {
     return isOpen_ ? static_cast<std::size_t>(std::max<std::int64_t>(0, journal_.LastId() - place_)) : 0;
 }
 
-// Who is told for the first time is told from now on, and not of the years before.
 void QueueFeed::Open() {
+    if (isOpen_ || !journal_.IsOpen() || !queue_.IsConfigured()) return;
     const std::int64_t kept = journal_.Mark(kPlaceMark);
     place_ = sentUpTo_ = kept > 0 ? kept - 1 : journal_.LastId();
     keptPlace_ = kept - 1;
@@ -38,7 +38,7 @@ void QueueFeed::Tick(int intervalMs) {
         if (journal_.Mark(kPlaceMark) != 0) journal_.KeepMark({.name = kPlaceMark, .value = 0});
         return;
     }
-    if (!isOpen_) Open();
+    Open();
     if (!queue_.Open()) return;
     place_ = queue_.WaitingCount() == 0 ? sentUpTo_ : std::max(place_, queue_.DeliveredUpTo());
     SendSome();

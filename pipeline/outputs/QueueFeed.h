@@ -16,6 +16,9 @@ class QueueFeed {
     using Build = std::function<QueueMessage(const cAlarm&)>;
     QueueFeed(MessageQueueOutput& queue, Journal& journal, Build build);
 
+    /// To be called when the journal has been opened, before the first event: who is told for the first time
+    /// is told from there on. One that cannot be opened then is taken up later.
+    void Open();
     /// The journal is being written. While it is not, its events have to be sent as they come.
     bool IsInCharge() const { return journal_.IsWorking(); }
     /// Entries that may still have to be sent.
@@ -26,7 +29,6 @@ class QueueFeed {
     void Close();
 
  private:
-    void Open();
     void SendSome();
     void KeepPlace(int intervalMs);
 

@@ -1,5 +1,6 @@
 #include "platform/ChildProcess.h"
 #include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <gtest/gtest.h>
 
@@ -156,6 +157,19 @@ TEST(Start, InstalledCopyWorksInTheFolderOfItsUser) {
     EXPECT_TRUE(fs::exists(root / "of user/nordkeep/Settings/Nordkeep.INI"));
     EXPECT_FALSE(fs::exists(root / "bin/Settings"));
 }
+
+// The sanitizers bring checks of their own.
+#ifndef __SANITIZE_ADDRESS__
+TEST(Start, ProgramsAreLinkedSoThatAFaultInMemoryEndsThem) {
+    for (const char* program : {"nordkeep", "nordkeepd", "nordkeep-send", "nordkeep-export", "NKCopy"}) {
+        const std::string file = NORDKEEP_BIN_DIR "/" + std::string(program);
+        const std::string told = Shell("readelf -hlds " + file).output;
+        for (const char* mark : {"DYN (Position-Independent", "GNU_RELRO", "BIND_NOW", "__stack_chk_fail"})
+            EXPECT_NE(told.find(mark), std::string::npos) << program << " " << mark;
+        EXPECT_EQ(told.find("GNU_STACK      0x000000 RWE"), std::string::npos) << program;
+    }
+}
+#endif
 
 }  // namespace
 }  // namespace nordkeep

@@ -10,7 +10,7 @@ namespace {
 TEST(LinesPage, ShowsTheSendersOfALineBelowItTheSilentOnesFirst) {
     ManualTime time;
     Language language;
-    language.LoadFrom("5250=account\n5049=silent\n");
+    language.LoadFrom("5250=account\n5053=silent\n");
     const Captions captions(language);
     RecordingLines control;
     control.lines = {{.name = "Port1", .description = "Panels", .state = LineState::Open},
