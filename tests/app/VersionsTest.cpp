@@ -42,7 +42,8 @@ int PutInPlace(const fs::path& version, const RunningCopy& copy) {
 }
 
 void ExpectsToGoOnWith(const RunningCopy& copy, int port, const std::map<Text, Text>& before, int entries) {
-    EXPECT_EQ(EventsIn(copy), before) << "to the byte";
+    // What the journal has to write again comes behind the first line of the log.
+    EXPECT_TRUE(WaitFor([&] { return EventsIn(copy) == before; })) << "to the byte";
     Caller caller(port);
     caller.Send(RobofonTelegram("10000101"));
     ASSERT_EQ(caller.Receive(1), "\x06");
@@ -74,12 +75,14 @@ TEST(Versions, OfAllYearsAreGoneOnWith) {
         EXPECT_EQ(check.status, 0) << check.output;
         copy.Start();
         ExpectsToGoOnWith(copy, port, before, entries);
-        EXPECT_NE(copy.Data().Read("Data\\Town.LastEvents").find("100002"), Text::npos);
         EXPECT_EQ(copy.Stop(), 0);
+        EXPECT_NE(copy.Data().Read("Data\\Town.LastEvents").find(";1;20261122000000;20990101000000;"),
+                  Text::npos)
+            << "the service of an object goes on";
 
         RunningCopy crashed;
         const int again = PutInPlace(version.path(), crashed);
-        Shell("sqlite3 '" + crashed.Data().Path() + "/Data/Journal.db' 'DELETE FROM marks'");
+        Shell("sqlite3 '" + crashed.Data().Path() + "/Data/Journal.db' 'UPDATE marks SET value = 0'");
         fs::remove_all(crashed.Data().Path() + "/Data/Events");
         crashed.Start();
         ExpectsToGoOnWith(crashed, again, before, entries);
