@@ -54,7 +54,7 @@ std::string BashGlued(const Program& program) {
     return cases;
 }
 
-/// In a zsh specification these end a part.
+/// Brackets, colons and backslashes would end a field of what zsh's _arguments takes.
 std::string ZshText(const std::string& text) {
     std::string escaped;
     for (const char c : text) {

@@ -23,23 +23,23 @@ std::size_t QueueFeed::WaitingCount() const {
 }
 
 void QueueFeed::Open() {
-    if (isOpen_ || !journal_.IsOpen() || !queue_.IsConfigured()) return;
+    if (isOpen_ || !journal_.IsOpen()) return;
     const std::int64_t kept = journal_.Mark(kPlaceMark);
+    isOpen_ = true;
+    if (!queue_.IsConfigured()) {
+        // A queue that comes back one day is not told what happened meanwhile.
+        if (kept != 0) journal_.KeepMark({.name = kPlaceMark, .value = 0});
+        return;
+    }
     place_ = sentUpTo_ = kept > 0 ? kept - 1 : journal_.LastId();
     keptPlace_ = kept - 1;
-    isOpen_ = true;
     KeepPlace(kKeepMs);
 }
 
 void QueueFeed::Tick(int intervalMs) {
     if (!journal_.IsOpen()) return;
-    if (!queue_.IsConfigured()) {
-        // A queue that comes back one day is not told what happened meanwhile.
-        if (journal_.Mark(kPlaceMark) != 0) journal_.KeepMark({.name = kPlaceMark, .value = 0});
-        return;
-    }
     Open();
-    if (!queue_.Open()) return;
+    if (!queue_.IsConfigured() || !queue_.Open()) return;
     place_ = queue_.WaitingCount() == 0 ? sentUpTo_ : std::max(place_, queue_.DeliveredUpTo());
     SendSome();
     KeepPlace(intervalMs);
@@ -66,7 +66,7 @@ void QueueFeed::KeepPlace(int intervalMs) {
 }
 
 void QueueFeed::Close() {
-    if (!isOpen_) return;
+    if (!isOpen_ || !queue_.IsConfigured()) return;
     place_ = std::max(place_, queue_.DeliveredUpTo());
     KeepPlace(kKeepMs);
     isOpen_ = false;

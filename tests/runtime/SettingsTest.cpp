@@ -1,8 +1,11 @@
+#include "runtime/DataFiles.h"
+#include "runtime/DefaultFiles.h"
 #include "runtime/Settings.h"
 #include "tests/doubles/NoDescriptors.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace nordkeep {
 namespace {
@@ -117,6 +120,27 @@ TEST(Settings, FailsQuietlyWithoutItsFolder) {
     Settings settings(folder.Tree());
     EXPECT_FALSE(settings.WriteIni("General", "Key", "x"));
     EXPECT_EQ(settings.ReadPortIni("General", "PortType", "NONE", "Port1"), "NONE");
+}
+
+// Whoever makes a settings file, by a key, an editor or a template, makes it for the program's account alone.
+TEST(SettingsFiles, AreMadeForTheirOwnerSinceTheyKeepPasswords) {
+    const TempFolder folder;
+    const TempFolder program;
+    const auto mode = [&](TextView name) {
+        struct stat status {};
+        return ::stat(folder.Resolve(name).c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+    };
+    folder.MakeFolders("Settings");
+    Settings settings(folder.Tree());
+    settings.WriteIni("General", "POP3Password", "secret", "Settings\\Port1.ini");
+    LocalDataFiles files(folder.Tree());
+    files.WriteTextFile("Settings\\Users.INI", "[Users]");
+    files.WriteTextFile("Settings\\Town.IDCode", "FORMAT=1,6");
+    program.Write("Nordkeep.Default_INI", "[General]\r\n");
+    CopyDefaultFiles(program.Tree(), "Default_INI", folder.Tree(), "INI");
+    for (const char* name : {"Settings\\Port1.ini", "Settings\\Users.INI", "Settings\\Nordkeep.INI"})
+        EXPECT_EQ(mode(name), 0600u) << name;
+    EXPECT_NE(mode("Settings\\Town.IDCode"), 0600u) << "a set keeps none";
 }
 
 }  // namespace
