@@ -24,7 +24,7 @@ endif()
 # sanitizers bring checks of their own. That programs are linked position-independent is this compiler's default.
 if(NORDKEEP_HARDENING AND NOT NORDKEEP_SANITIZE AND NOT NORDKEEP_FUZZ)
   target_compile_options(nordkeep_flags INTERFACE -fstack-protector-strong -fstack-clash-protection
-    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE$<SEMICOLON>-D_FORTIFY_SOURCE=2>)
+    $<$<NOT:$<OR:$<CONFIG:Debug>,$<BOOL:$<TARGET_PROPERTY:IS_TEST>>>>:-U_FORTIFY_SOURCE$<SEMICOLON>-D_FORTIFY_SOURCE=2>)
   target_link_options(nordkeep_flags INTERFACE -Wl,-z,relro -Wl,-z,now)
 endif()
 include(CheckPIESupported)
