@@ -83,7 +83,7 @@ class Winsock {
     /// Fixes the local address (empty: any) and port for the next Listen, Connect or UDP use.
     /// On UDP it opens the socket. False, with LastError, when the address cannot be had.
     virtual bool Bind(int port, const Text& address) = 0;
-    /// Listens on LocalPort and the bound address (IPv4 only). False, with LastError, on failure.
+    /// Listens on LocalPort and the bound address. False, with LastError, on failure.
     virtual bool Listen() = 0;
     /// Starts a TCP connection to RemoteHost and RemotePort; the outcome comes as an event. On UDP it opens
     /// the socket (unless Bind has) and makes RemoteHost and RemotePort the first destination.

@@ -27,9 +27,9 @@ class Handler(http.server.BaseHTTPRequestHandler):
             time.sleep(600)
         if path in ("/headers", "/line"):
             return self.send_endlessly(b"X: " + 1000 * b"x" + b"\r\n" if path == "/headers" else 1000 * b"x")
-        if path in ("/moved", "/out"):
+        if path == "/to":
             self.send_response(302)
-            self.send_header("Location", "/page" if path == "/moved" else "file:///etc/hostname")
+            self.send_header("Location", query)
             self.end_headers()
             return
         status = 404 if path == "/missing" else 500 if path == "/fault" else 200

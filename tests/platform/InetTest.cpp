@@ -61,9 +61,9 @@ TEST_F(Web, GivesUpOnEndlessHeaders) {
 }
 
 TEST_F(Web, FollowsARedirectionButNotOutOfTheWeb) {
-    EXPECT_EQ(Get(server.Url("/moved")), InetState::Complete);
+    EXPECT_EQ(Get(server.Url("/to?/page")), InetState::Complete);
     EXPECT_EQ(slot->GetChunk(4096), "path /page");
-    EXPECT_EQ(Get(server.Url("/out")), InetState::Error);
+    EXPECT_EQ(Get(server.Url("/to?file:///etc/hostname")), InetState::Error);
 }
 
 TEST_F(Web, TakesASecureServerByItsCertificateAlone) {
@@ -81,6 +81,11 @@ TEST_F(Web, TakesASecureServerByItsCertificateAlone) {
     EXPECT_NE(slot->LastError().find("certificate"), Text::npos) << slot->LastError();
     slot->SetAuthorityFile(folder.Path() + "/cert.pem");
     EXPECT_EQ(Get(url), InetState::Complete) << slot->LastError();
+    EXPECT_EQ(Get(server.Url("/to?") + url), InetState::Complete);
+    EXPECT_EQ(Get("https://localhost" + secure.Url("/to?").substr(Text("http://127.0.0.1").size()) +
+                  server.Url("/page")),
+              InetState::Error)
+        << "what is asked for safely is not taken from anywhere else";
     EXPECT_EQ(Get("https://127.0.0.1" + place), InetState::Error) << "good for another name";
     slot->SetAuthorityFile(folder.Path() + "/none.pem");
     EXPECT_EQ(Get(url), InetState::Error);

@@ -25,6 +25,18 @@ class Peer {
         }
         return peer;
     }
+    /// The same by the longer kind of address.
+    static Peer CallByIPv6(int port, int type = SOCK_STREAM) {
+        Peer peer(::socket(AF_INET6, type, 0));
+        sockaddr_in6 address{};
+        address.sin6_family = AF_INET6;
+        address.sin6_port = htons(static_cast<std::uint16_t>(port));
+        address.sin6_addr = in6addr_loopback;
+        if (::connect(peer.descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+            throw std::runtime_error("cannot call");
+        }
+        return peer;
+    }
     /// A socket bound to a free port: TCP ones listen.
     static Peer At(int type, int port = 0) {
         Peer peer(::socket(AF_INET, type, 0));

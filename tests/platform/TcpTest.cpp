@@ -51,6 +51,27 @@ TEST_F(TcpServer, TakesACallerAndTalks) {
     EXPECT_EQ(listener->State(), SocketState::Listening);
 }
 
+TEST_F(TcpServer, TakesCallersOfBothKindsOfAddresses) {
+    const auto callers = [&](const Text& bindTo, bool isByIPv6) {
+        listener->Close();
+        slot->Close();
+        EXPECT_TRUE(listener->Bind(0, bindTo)) << listener->LastError();
+        EXPECT_TRUE(listener->Listen()) << listener->LastError();
+        Peer peer = isByIPv6 ? Peer::CallByIPv6(listener->LocalPort()) : Peer::Call(listener->LocalPort());
+        EXPECT_TRUE(Until([&] { return slot->State() == SocketState::Connected; }));
+        const Text address = slot->RemoteHostIP();
+        received.clear();
+        peer.Send("alarm");
+        EXPECT_TRUE(Until([&] { return received == "alarm"; }));
+        EXPECT_TRUE(slot->SendData("ACK"));
+        EXPECT_TRUE(Until([&] { return peer.Received() == "ACK"; }));
+        return address;
+    };
+    EXPECT_EQ(callers("::1", true), "::1");
+    EXPECT_EQ(callers("*", true), "::1");
+    EXPECT_EQ(callers("*", false), "127.0.0.1") << "as it is written, not as the longer kind has it";
+}
+
 TEST_F(TcpServer, ALargeTransferIsSlowedDownNotLost) {
     Peer peer = Call();
     const std::size_t size = 12 << 20;

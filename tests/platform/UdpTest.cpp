@@ -37,6 +37,16 @@ TEST_F(Udp, AnswersTheLastSenderAndBeforeOneTheRemote) {
     EXPECT_EQ(remote.Received(), "first");
 }
 
+TEST_F(Udp, AnswersASenderOfTheLongerKindOfAddresses) {
+    ASSERT_TRUE(slot->Bind(0, "::1")) << slot->LastError();
+    Peer sender = Peer::CallByIPv6(slot->LocalPort(), SOCK_DGRAM);
+    sender.Send("alarm");
+    EXPECT_TRUE(Until([&] { return received == std::vector<Text>{"alarm"}; }));
+    EXPECT_EQ(slot->RemoteHostIP(), "::1");
+    EXPECT_TRUE(slot->SendData("ACK"));
+    EXPECT_TRUE(Until([&] { return sender.Received() == "ACK"; }));
+}
+
 TEST_F(Udp, AHostNameIsLookedUpBehindTheScenes) {
     Peer remote = Peer::At(SOCK_DGRAM);
     slot->SetRemoteHost("localhost");

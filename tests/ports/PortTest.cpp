@@ -291,6 +291,17 @@ TEST_F(PortTest, ClientPortConnectsAgainAndIsPatient) {
     EXPECT_EQ(LinesWith("refused"), 1u);
 }
 
+TEST_F(PortTest, ASerialSettingThatCannotBeReadIsToldOnce) {
+    language.LoadFrom("5328=Not understood:\n");
+    Write("Port1", "PortType=RS232\r\nPortNumber=3\r\nPortSetting=fast\r\n");
+    Discover();
+    Tick();
+    EXPECT_EQ(LinesWith("Not understood: 'Port1' Port1 (PortSetting=fast)"), 1u);
+    serial.At(0).isOpen = false;
+    Tick();
+    EXPECT_EQ(LinesWith("Not understood:"), 1u);
+}
+
 TEST_F(PortTest, SerialPortOpensTheDeviceThatIsNamedForIt) {
     folder.Write("Settings\\Nordkeep.INI", "[SerialPorts]\r\nCOM3=/dev/ttyUSB7\r\n");
     Write("Port1", "PortType=RS232\r\nPortNumber=3\r\nPortSetting=1200,E,7,1\r\n");
