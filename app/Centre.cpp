@@ -59,6 +59,8 @@ Centre::Centre(Foundation& f)
                 .sound = f.Platform().sound,
                 .journal = f.CopyRole() == Role::Client ? nullptr : &journal_,
                 .isSilent = f.IsService()}),
+      paper_(
+          {.dataFolder = f.DataFolder(), .clock = f.Platform().clock, .log = f.Log(), .language = f.Texts()}),
       journal_(f.Platform().journal, f.DataFolder(), f.Platform().clock),
       times_{.clock = f.Platform().clock},
       core_({.dataFolder = f.DataFolder(),
@@ -90,6 +92,7 @@ Centre::Centre(Foundation& f)
                          .check = check_,
                          .torvex = torvex_,
                          .outputs = outputs_,
+                         .paper = paper_,
                          .mqtt = mqtt_,
                          .portList = ports_,
                          .store = core_.store,
@@ -133,6 +136,7 @@ Centre::Centre(Foundation& f)
               .timers = core_.timers,
               .torvex = torvex_,
               .ports = operatorPorts_,
+              .portList = ports_,
               .reload = reload_,
               .screen = workplace_}),
       mqtt_({.clients = f.Platform().mqtt,
@@ -155,6 +159,7 @@ Centre::Centre(Foundation& f)
               .clients = f.Clients(),
               .torvex = torvex_,
               .outputs = outputs_,
+              .paper = paper_,
               .mqtt = mqtt_}),
       statusService_({.server = f.Platform().http,
                       .settings = settings_.status,
@@ -218,6 +223,7 @@ Workplace::Needs Centre::WorkplaceNeeds() {
             .translations = core_.translations,
             .marks = objectViews_,
             .outputs = outputs_,
+            .paper = paper_,
             .lines = operatorPorts_,
             .end = *this,
             .dispatcher = core_.dispatcher,
@@ -428,6 +434,7 @@ void Centre::DispatchParked() {
 void Centre::CloseOutputs() {
     torvex_.Close();
     outputs_.Close();
+    paper_.Close();
 }
 
 void Centre::SaveLastEvents() {

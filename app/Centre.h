@@ -109,6 +109,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     AlarmLists lists_{};
     TorvexLink torvex_;
     AlarmOutputs outputs_;
+    SpooledOutput paper_;
     DeskLink desk_{};
     Journal journal_;
     CommitTimes times_;

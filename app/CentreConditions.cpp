@@ -96,6 +96,7 @@ void CentreConditions::AddOutputs(FactList& facts) const {
         const bool isServers = isClient && name.starts_with("ComCall ");
         if (!isServers) facts.push_back({.kind = PeerLost, .name = name});
     }
+    if (needs_.paper.HasFailed()) facts.push_back({.kind = PeerLost, .name = needs_.paper.Name()});
     if (needs_.outputs.HasSoundFailed()) facts.push_back({.kind = SoundDead});
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/RunningCheck.h"
 #include "app/settings/EngineSettings.h"
+#include "console/print/SpooledOutput.h"
 #include "network/ServerLink.h"
 #include "pipeline/AlarmOutputs.h"
 #include "pipeline/TorvexLink.h"
@@ -26,6 +27,7 @@ class CentreConditions {
         const RunningCheck& check;
         const TorvexLink& torvex;
         const AlarmOutputs& outputs;
+        const SpooledOutput& paper;
         const MqttFeed& mqtt;      // built behind this, too
         const PortList& portList;  // built behind this; nothing is asked of it before Renew
         const EventStore& store;

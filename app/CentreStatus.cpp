@@ -55,6 +55,8 @@ void CentreStatus::AddLines(StatusFacts& facts) const {
 
 void CentreStatus::AddOutputs(StatusFacts& facts) const {
     facts.outputs = needs_.outputs.States();
+    if (const auto waiting = needs_.paper.WaitingCount())
+        facts.outputs.push_back({.name = "spooler", .isUp = !needs_.paper.HasFailed(), .waiting = *waiting});
     if (needs_.torvex.IsConfigured())
         facts.outputs.push_back({.name = "torvex", .isUp = needs_.torvex.IsConnected()});
     if (needs_.role != Role::Client && needs_.mqtt.IsConfigured())

@@ -26,6 +26,7 @@ class CentreStatus final : public StatusSource {
         const ClientSlots* clients;  // none on any copy but a server
         const TorvexLink& torvex;
         const AlarmOutputs& outputs;
+        const SpooledOutput& paper;
         const MqttFeed& mqtt;
     };
     explicit CentreStatus(const Needs& needs) : needs_(needs), captions_(needs.language) {}

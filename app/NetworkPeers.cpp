@@ -11,31 +11,32 @@ NetworkPeers::NetworkPeers(Foundation& foundation, NetworkRole& role, const Need
 NetworkPeers::~NetworkPeers() = default;
 
 void NetworkPeers::MakeServer(ClientSlots& slots, ObjectReplica& replica, const Needs& needs) {
-    server_ = std::make_unique<NetworkServer>(
-        NetworkServer::Needs{.slots = slots,
-                             .dataFolder = foundation_.DataFolder(),
-                             .files = foundation_.Files(),
-                             .language = foundation_.Texts(),
-                             .clock = foundation_.Platform().clock,
-                             .settings = foundation_.Network(),
-                             .store = needs.store,
-                             .commit = needs.commit,
-                             .handling = needs.handling,
-                             .translations = needs.translations,
-                             .objectViews = needs.objectViews,
-                             .objectReplica = replica,
-                             .servicePeriods = needs.servicePeriods,
-                             .deeds = needs.deeds,
-                             .history = needs.history,
-                             .timers = needs.timers,
-                             .torvex = needs.torvex,
-                             .ports = [&ports = needs.ports] { return ports.InTree(); },
-                             .requestReload = [&reload = needs.reload] { reload.Ask(); },
-                             .noteSettings =
-                                 [&reload = needs.reload] {
-                                     reload.AskForSettings();
-                                     reload.AskForPorts();
-                                 }});
+    server_ = std::make_unique<NetworkServer>(NetworkServer::Needs{
+        .slots = slots,
+        .dataFolder = foundation_.DataFolder(),
+        .files = foundation_.Files(),
+        .language = foundation_.Texts(),
+        .clock = foundation_.Platform().clock,
+        .settings = foundation_.Network(),
+        .store = needs.store,
+        .commit = needs.commit,
+        .handling = needs.handling,
+        .translations = needs.translations,
+        .objectViews = needs.objectViews,
+        .objectReplica = replica,
+        .servicePeriods = needs.servicePeriods,
+        .deeds = needs.deeds,
+        .history = needs.history,
+        .timers = needs.timers,
+        .torvex = needs.torvex,
+        .ports = [&ports = needs.ports] { return ports.InTree(); },
+        .accounts = [&ports = needs.portList](const Text& line) { return ports.AccountsOf(line); },
+        .requestReload = [&reload = needs.reload] { reload.Ask(); },
+        .noteSettings =
+            [&reload = needs.reload] {
+                reload.AskForSettings();
+                reload.AskForPorts();
+            }});
 }
 
 void NetworkPeers::MakeSession(ServerLink& link, NetworkRole& role, const Needs& needs) {
@@ -51,7 +52,9 @@ void NetworkPeers::MakeSession(ServerLink& link, NetworkRole& role, const Needs&
                                                      .objectViews = needs.objectViews,
                                                      .timers = needs.timers,
                                                      .screen = needs.screen,
-                                                     .user = role.User()});
+                                                     .user = role.User(),
+                                                     .history = *role.History(),
+                                                     .accounts = *role.Accounts()});
     session_ = std::make_unique<ClientSession>(ClientSession::Needs{.link = link,
                                                                     .mirror = *mirror_,
                                                                     .replica = *role.Client(),

@@ -27,6 +27,7 @@ class NetworkPeers {
         const AliveTestTimers& timers;
         TorvexLink& torvex;
         const OperatorPorts& ports;
+        const PortList& portList;
         ReloadRequest& reload;
         ClientScreen& screen;
     };
@@ -53,8 +54,6 @@ class NetworkPeers {
     void SendCentreState(const CentreConditions& centre);
     /// On a client: what its server tells of itself; none on any other copy.
     const Mirror::ServerState* ServerState() const { return mirror_ ? &mirror_->Server() : nullptr; }
-    /// On a client: the journal of its server.
-    RemoteHistory* ServerHistory() const { return mirror_ ? &mirror_->History() : nullptr; }
     /// Tells the other side of the end, and closes.
     void Close();
 

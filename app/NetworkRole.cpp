@@ -10,6 +10,8 @@ NetworkRole::NetworkRole(Foundation& foundation) {
     }
     if (ServerLink* link = foundation.Server()) {
         clientReplica_ = std::make_unique<ClientReplica>(*link, user_);
+        history_ = std::make_unique<RemoteHistory>(*link, foundation.Platform().clock, user_);
+        accounts_ = std::make_unique<RemoteAccounts>(*link, foundation.Platform().clock);
         alarms_ = clientReplica_.get();
         objects_ = clientReplica_.get();
     }

@@ -2,6 +2,8 @@
 
 #include "app/Foundation.h"
 #include "network/ClientReplica.h"
+#include "network/RemoteAccounts.h"
+#include "network/RemoteHistory.h"
 #include "network/ServerReplica.h"
 
 #include <memory>
@@ -22,6 +24,10 @@ class NetworkRole {
 
     /// The way of a client to its server; none on any other copy.
     ClientReplica* Client() { return clientReplica_.get(); }
+    /// The way of a client to the journal of its server; none on any other copy.
+    RemoteHistory* History() { return history_.get(); }
+    /// What a client knows of the senders that share a line of its server; none on any other copy.
+    RemoteAccounts* Accounts() { return accounts_.get(); }
     /// Who works at a client, as its server has said.
     ClientUser& User() { return user_; }
 
@@ -33,6 +39,8 @@ class NetworkRole {
     std::unique_ptr<ServerReplica> serverReplica_{};
     ClientUser user_{};
     std::unique_ptr<ClientReplica> clientReplica_{};
+    std::unique_ptr<RemoteHistory> history_{};
+    std::unique_ptr<RemoteAccounts> accounts_{};
 };
 
 }  // namespace nordkeep

@@ -62,9 +62,7 @@ std::vector<LineFigures> LocalLines::Lines() const {
 }
 
 std::vector<LineAccount> LocalLines::Accounts(const Text& name) const {
-    for (const auto& port : needs_.ports.Ports())
-        if (port->Figures().name == name) return port->Accounts();
-    return {};
+    return needs_.ports.AccountsOf(name);
 }
 
 void LocalLines::FilesChanged(const Text& what) {

@@ -56,13 +56,14 @@ class LocalLines final : public LineControl {
 /// A client's lines are its server's, which takes up the files that it is sent, and tells how they do.
 class ClientLines final : public LineControl {
  public:
-    /// Built behind this; nothing is asked of it before the program runs.
-    explicit ClientLines(const NetworkPeers& peers) : peers_(peers) {}
+    /// `peers` are built behind this; nothing is asked of them before the program runs.
+    ClientLines(const NetworkPeers& peers, RemoteAccounts& accounts) : peers_(peers), accounts_(accounts) {}
 
     std::vector<LineFigures> Lines() const override {
         const Mirror::ServerState* server = peers_.ServerState();
         return server ? server->lines : std::vector<LineFigures>();
     }
+    std::vector<LineAccount> Accounts(const Text& name) const override { return accounts_.Of(name); }
     void FilesChanged(const Text&) override {}
     void Hold(const Text&, bool) override {}
     void Mute(const Text&, bool) override {}
@@ -72,6 +73,7 @@ class ClientLines final : public LineControl {
 
  private:
     const NetworkPeers& peers_;
+    RemoteAccounts& accounts_;
 };
 
 }  // namespace nordkeep

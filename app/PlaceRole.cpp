@@ -1,6 +1,5 @@
 #include "app/PlaceRole.h"
 
-#include "app/PlaceHistory.h"
 #include "network/FileService.h"
 #include "network/RemoteDataFiles.h"
 #include "platform/ProgramFile.h"
@@ -71,7 +70,8 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
     role.centre = std::make_unique<LocalCentre>(parts);
     role.server = std::make_unique<NoServerContact>();
     role.state = std::make_unique<LocalPlaceState>(state);
-    role.history = std::make_unique<LocalHistory>(parts.history, parts.deeds);
+    role.localHistory = std::make_unique<LocalHistory>(parts.history, parts.deeds);
+    role.history = role.localHistory.get();
     role.hasLines = true;
     role.lines =
         std::make_unique<LocalLines>(LocalLines::Needs{.ports = parts.portList,
@@ -150,8 +150,8 @@ PlaceRole ClientPlace(const PlaceParts& parts, const PlaceState::Needs& state, S
     role.centre = std::make_unique<ClientCentre>(server, link, parts.peers);
     role.server = std::make_unique<ClientContact>(server, parts.peers);
     role.state = std::make_unique<ClientPlaceState>(state, link, parts.peers);
-    role.lines = std::make_unique<ClientLines>(parts.peers);
-    role.history = std::make_unique<ClientHistory>(parts.peers);
+    role.lines = std::make_unique<ClientLines>(parts.peers, *parts.network.Accounts());
+    role.history = parts.network.History();
     role.readsObjectFiles = false;
     role.knowsCallers = false;
     role.asksForLogin = network.ViewLoginFormAutomatically && !logsInByItself;

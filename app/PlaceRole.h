@@ -25,7 +25,8 @@ struct PlaceRole {
     std::unique_ptr<ServerContact> server{};
     std::unique_ptr<PlaceState> state{};
     std::unique_ptr<LineControl> lines{};
-    std::unique_ptr<HistorySource> history{};
+    std::unique_ptr<HistorySource> localHistory{};  // none on a client
+    HistorySource* history = nullptr;
     bool readsObjectFiles = true;  // see AlarmPage
     bool knowsCallers = true;      // see ObjectList
     bool hasLines = false;         // of its own, which have to be set up first of all

@@ -20,10 +20,6 @@ Workplace::Workplace(const Needs& needs, PlaceRole role)
     : needs_(needs),
       role_(std::move(role)),
       captions_(needs.foundation.Texts()),
-      paper_({.dataFolder = needs.foundation.DataFolder(),
-              .clock = needs.foundation.Platform().clock,
-              .log = needs.foundation.Log(),
-              .captions = captions_}),
       printerSettings_(needs.settings.printer),
       cells_(needs.store, captions_, fileTexts_,
              {needs.settings.console.AlarmDateFormat, needs.settings.console.AlarmTimeFormat,
@@ -281,7 +277,7 @@ void Workplace::Tick(int elapsedMs) {
     debug_.Tick(elapsedMs);
     windows_.Tick();
     main_.Tick(elapsedMs);
-    paper_.Tick(elapsedMs);
+    needs_.paper.Tick(elapsedMs);
     const cAlarm* current = main_.Alarms().Current();
     map_.NoteCurrent(current ? current->m_FilePointer : 0);
     history_.Tick();

@@ -68,6 +68,7 @@ class Workplace final : public OperatorDesk,
         Translations& translations;
         TranslationMarks& marks;
         AlarmOutputs& outputs;
+        SpooledOutput& paper;  // of a copy without a screen
         DebugLines& lines;
         ProgramEnd& end;
         // Built behind the place; nothing is asked of them before the program runs.
@@ -174,8 +175,7 @@ class Workplace final : public OperatorDesk,
     Needs needs_;
     PlaceRole role_;
     Captions captions_;
-    SpooledOutput paper_;
-    NoWorkplaceScreen noScreen_{paper_};
+    NoWorkplaceScreen noScreen_{needs_.paper};
     WorkplaceScreen* screen_ = &noScreen_;
     PrinterSettings printerSettings_;
     FileTexts fileTexts_{};

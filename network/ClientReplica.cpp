@@ -1,6 +1,6 @@
 #include "network/ClientReplica.h"
 
-#include "network/EventRecord.h"
+#include "network/messages/EventRecord.h"
 #include "runtime/Fields.h"
 #include "store/Alarm.h"
 #include "translation/Translate.h"

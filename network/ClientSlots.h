@@ -1,8 +1,8 @@
 #pragma once
 
-#include "network/Frames.h"
 #include "network/NetworkParts.h"
 #include "network/PeerLog.h"
+#include "network/messages/Frames.h"
 
 #include <array>
 #include <memory>

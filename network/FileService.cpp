@@ -1,8 +1,8 @@
 #include "network/FileService.h"
 
 #include "network/FileDates.h"
-#include "network/Frames.h"
-#include "network/Payload.h"
+#include "network/messages/Frames.h"
+#include "network/messages/Payload.h"
 #include "runtime/Fields.h"
 #include "runtime/IniText.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "network/ClientSlots.h"
-#include "network/HistoryMessages.h"
+#include "network/messages/HistoryMessages.h"
 #include "pipeline/Deeds.h"
 #include "reports/HistoryWork.h"
 

@@ -1,8 +1,8 @@
 #include "network/Mirror.h"
 
-#include "network/CentreMessages.h"
-#include "network/EventRecord.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/EventRecord.h"
+#include "network/messages/ObjectMessages.h"
 #include "translation/ObjectLookup.h"
 #include "translation/ServicePeriods.h"
 
@@ -37,10 +37,10 @@ const Mirror::Handler Mirror::kHandlers[] = {
     {Message::Conditions, &Mirror::TakeConditions},
     {Message::History, &Mirror::TakeHistory},
     {Message::Report, &Mirror::TakeReport},
+    {Message::Accounts, &Mirror::TakeAccounts},
 };
 
-Mirror::Mirror(const Needs& needs)
-    : needs_(needs), log_(needs.log, needs.clock), history_(needs.link, needs.clock, needs.user) {
+Mirror::Mirror(const Needs& needs) : needs_(needs), log_(needs.log, needs.clock) {
     needs_.link.SetPushes(this);
 }
 
@@ -74,7 +74,8 @@ void Mirror::ConnectionStarts() {
     removed_.clear();
     eventsToPresent_.clear();
     server_ = {};
-    history_.NoteLoss();
+    needs_.history.NoteLoss();
+    needs_.accounts.NoteLoss();
 }
 
 // On a later turn: whoever asked still has to look at the answer.
@@ -227,7 +228,8 @@ void Mirror::ServerShutsDown(TextView) {
 void Mirror::TakeExtensions(TextView payload) {
     server_.knowsUpTo = ReadPayload<LongNumber>(payload).value;
     server_.isTold = server_.knowsUpTo > 0;
-    history_.NoteServerKnows(server_.knowsUpTo);
+    needs_.history.NoteServerKnows(server_.knowsUpTo);
+    needs_.accounts.NoteServerKnows(server_.knowsUpTo);
 }
 
 void Mirror::TakeLines(TextView payload) {

@@ -2,6 +2,7 @@
 
 #include "network/ClientScreen.h"
 #include "network/PeerLog.h"
+#include "network/RemoteAccounts.h"
 #include "network/RemoteHistory.h"
 #include "network/ServerLink.h"
 #include "runtime/CentreState.h"
@@ -32,6 +33,8 @@ class Mirror final : public ServerPushes {
         const AliveTestTimers& timers;
         ClientScreen& screen;
         ClientUser& user;
+        RemoteHistory& history;
+        RemoteAccounts& accounts;
     };
     explicit Mirror(const Needs& needs);
     ~Mirror() override;
@@ -47,8 +50,6 @@ class Mirror final : public ServerPushes {
         std::vector<ConditionFact> conditions{};
     };
     const ServerState& Server() const { return server_; }
-    /// The journal of the server, for those that know how to ask.
-    RemoteHistory& History() { return history_; }
 
     /// Builds the sets and the tree from nothing; also the update command of a client. False when the
     /// connection is lost.
@@ -82,8 +83,9 @@ class Mirror final : public ServerPushes {
     void TakeExtensions(TextView payload);
     void TakeLines(TextView payload);
     void TakeConditions(TextView payload);
-    void TakeHistory(TextView payload) { history_.TakeHistory(payload); }
-    void TakeReport(TextView payload) { history_.TakeReport(payload); }
+    void TakeHistory(TextView payload) { needs_.history.TakeHistory(payload); }
+    void TakeAccounts(TextView payload) { needs_.accounts.Take(payload); }
+    void TakeReport(TextView payload) { needs_.history.TakeReport(payload); }
 
     cAlarm& StoreEvent(TextView payload);
     void ShowWhatWaits();
@@ -92,7 +94,6 @@ class Mirror final : public ServerPushes {
     PeerLog log_;
     std::vector<PortTreeNode> tree_{};
     ServerState server_{};
-    RemoteHistory history_;
     // Kept back while a request is pending, since showing them sends requests of its own.
     bool isTreeToShow_ = false;
     std::deque<std::int32_t> eventsToPresent_{};

@@ -1,9 +1,9 @@
 #include "network/NetworkServer.h"
 
-#include "network/CentreMessages.h"
-#include "network/EventRecord.h"
-#include "network/ObjectMessages.h"
 #include "network/Users.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/EventRecord.h"
+#include "network/messages/ObjectMessages.h"
 #include "runtime/Versions.h"
 #include "translation/AliveTestReset.h"
 #include "translation/ObjectLookup.h"
@@ -80,6 +80,7 @@ const NetworkServer::Handler NetworkServer::kHandlers[] = {
     {Message::History, &NetworkServer::SearchHistory},
     {Message::Report, &NetworkServer::MakeReport},
     {Message::Handover, &NetworkServer::TakeHandover},
+    {Message::Accounts, &NetworkServer::TellAccounts},
 };
 
 NetworkServer::NetworkServer(const Needs& needs)
@@ -192,6 +193,11 @@ void NetworkServer::MakeReport(int slot, TextView payload) {
 
 void NetworkServer::TakeHandover(int slot, TextView payload) {
     history_.TakeHandover(LevelAt(slot), DoerAt(slot), payload);
+}
+
+void NetworkServer::TellAccounts(int slot, TextView payload) {
+    const Text line = ReadPayload<LineName>(payload).name;
+    needs_.slots.SendTo(slot, Message::Accounts, AccountsPayload({line, needs_.accounts(line)}));
 }
 
 bool NetworkServer::IsCentreStateWanted() const {

@@ -4,7 +4,7 @@
 #include "network/FileService.h"
 #include "network/HistoryService.h"
 #include "network/LoginBrake.h"
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 #include "pipeline/AlarmHandling.h"
 #include "pipeline/TorvexLink.h"
 #include "runtime/CentreState.h"
@@ -52,6 +52,8 @@ class NetworkServer final : public SlotHandler {
         TorvexLink& torvex;
         /// The ports in their order.
         std::function<std::vector<PortInTree>()> ports;
+        /// The senders that share a line, as they are told; none for a name that no line has.
+        std::function<std::vector<LineAccount>(const Text& line)> accounts;
         /// A client has changed the files of a translation set.
         std::function<void()> requestReload;
         std::function<void()> noteSettings = [] {};  // a client has written a settings file
@@ -107,6 +109,7 @@ class NetworkServer final : public SlotHandler {
     void SearchHistory(int slot, TextView payload);
     void MakeReport(int slot, TextView payload);
     void TakeHandover(int slot, TextView payload);
+    void TellAccounts(int slot, TextView payload);
 
     /// What a client has been told beyond what every client is.
     struct Told {

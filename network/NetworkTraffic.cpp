@@ -1,6 +1,6 @@
 #include "network/NetworkTraffic.h"
 
-#include "network/MessageNumbers.h"
+#include "network/messages/MessageNumbers.h"
 #include "runtime/Dates.h"
 #include "runtime/Fields.h"
 

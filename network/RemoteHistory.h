@@ -1,8 +1,8 @@
 #pragma once
 
 #include "network/ClientScreen.h"
-#include "network/HistoryMessages.h"
 #include "network/ServerLink.h"
+#include "network/messages/HistoryMessages.h"
 
 #include <deque>
 

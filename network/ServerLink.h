@@ -1,8 +1,8 @@
 #pragma once
 
-#include "network/Frames.h"
-#include "network/Messages.h"
 #include "network/NetworkParts.h"
+#include "network/messages/Frames.h"
+#include "network/messages/Messages.h"
 
 #include <memory>
 

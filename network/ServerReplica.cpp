@@ -1,7 +1,7 @@
 #include "network/ServerReplica.h"
 
-#include "network/EventRecord.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/EventRecord.h"
+#include "network/messages/ObjectMessages.h"
 #include "translation/Translate.h"
 
 namespace nordkeep {

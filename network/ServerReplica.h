@@ -1,7 +1,7 @@
 #pragma once
 
 #include "network/ClientSlots.h"
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 #include "store/AlarmReplica.h"
 #include "translation/ObjectReplica.h"
 

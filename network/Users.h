@@ -1,6 +1,6 @@
 #pragma once
 
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 #include "runtime/Settings.h"
 
 namespace nordkeep {

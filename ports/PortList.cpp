@@ -1,6 +1,7 @@
 #include "ports/PortList.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace nordkeep {
@@ -10,6 +11,7 @@ constexpr int kTextNoSlot = 1039;
 constexpr int kTextPort = 1040;
 constexpr int kTextRenewed = 3789;
 constexpr int kTextNotExported = 3850;
+constexpr std::size_t kMostAccounts = 500;
 
 }  // namespace
 
@@ -156,6 +158,16 @@ void PortList::FinishAll() {
 
 void PortList::CloseAll() {
     for (const auto& port : ports_) port->ClosePort(true);
+}
+
+std::vector<LineAccount> PortList::AccountsOf(const Text& name) const {
+    const auto port =
+        std::ranges::find_if(ports_, [&](const OwnedPort& own) { return own->Figures().name == name; });
+    if (port == ports_.end()) return {};
+    std::vector<LineAccount> accounts = (*port)->Accounts();
+    std::ranges::stable_sort(accounts, std::ranges::greater(), &LineAccount::isSilent);
+    if (accounts.size() > kMostAccounts) accounts.resize(kMostAccounts);
+    return accounts;
 }
 
 std::vector<PortBinding*> PortList::Bindings() const {

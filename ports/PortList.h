@@ -34,6 +34,9 @@ class PortList {
 
     std::vector<PortBinding*> Bindings() const;
     const std::vector<std::unique_ptr<cPort>>& Ports() const { return ports_; }
+    /// The senders that share the port of this name and are told apart, the silent ones first, no more than
+    /// people read; none for a name that no port has.
+    std::vector<LineAccount> AccountsOf(const Text& name) const;
 
  private:
     using OwnedPort = std::unique_ptr<cPort>;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/lists/RowModel.h"
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 #include "runtime/CentreState.h"
 
 #include <functional>

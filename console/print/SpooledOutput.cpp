@@ -22,9 +22,10 @@ constexpr std::size_t kMostToSpool = 1000;
 }  // namespace
 
 SpooledOutput::SpooledOutput(const Needs& needs, std::string spooler)
-    : needs_(needs), spooler_(std::move(spooler)) {}
+    : needs_(needs), captions_(needs.language), spooler_(std::move(spooler)) {}
 
 void SpooledOutput::Print(const PrintDocument& document) {
+    isUsed_ = true;
     if (toMake_.size() >= kMostToMake) return NoteNotWritten(document.title);
     toMake_.push_back({.document = document, .printedAt = GeneralDate(needs_.clock.Now())});
 }
@@ -35,10 +36,17 @@ void SpooledOutput::Tick(int elapsedMs) {
     isSpooling_ ? WatchSpooler(elapsedMs) : StartSpooler();
 }
 
+void SpooledOutput::Close() {
+    while (!toMake_.empty()) MakePages(kPagesInTick);
+    if (isSpooling_) child_.Stop();
+    isSpooling_ = false;
+    if (!toSpool_.empty()) NoteKept(toSpool_.front().file);
+    toSpool_.clear();
+}
+
 std::size_t SpooledOutput::MakePages(std::size_t most) {
     Job& job = toMake_.front();
-    if (!pages_)
-        pages_ = std::make_unique<TextPages>(std::move(job.document), job.printedAt, needs_.captions);
+    if (!pages_) pages_ = std::make_unique<TextPages>(std::move(job.document), job.printedAt, captions_);
     const std::size_t made = pages_->Make(most);
     if (pages_->AreDone()) SaveFile();
     return made;
@@ -96,17 +104,17 @@ void SpooledOutput::EndSpooling(bool isTaken) {
     if (!isTaken) return NoteKept(file);
     RemoveFile(needs_.dataFolder.Resolve(file));
     if (std::exchange(hasFailed_, false))
-        needs_.log.WriteSysLog(needs_.captions.FromFile(kTextTaken), LogKind::Information);
+        needs_.log.WriteSysLog(captions_.FromFile(kTextTaken), LogKind::Information);
 }
 
 void SpooledOutput::NoteNotWritten(const Text& what) {
     if (std::exchange(isLossTold_, true)) return;
-    needs_.log.WriteSysLog(needs_.captions.FromFile(kTextNotWritten) + what, LogKind::Failure);
+    needs_.log.WriteSysLog(captions_.FromFile(kTextNotWritten) + what, LogKind::Failure);
 }
 
 void SpooledOutput::NoteKept(const Text& file) {
     if (std::exchange(hasFailed_, true)) return;
-    needs_.log.WriteSysLog(needs_.captions.FromFile(kTextKept) + file, LogKind::Failure);
+    needs_.log.WriteSysLog(captions_.FromFile(kTextKept) + file, LogKind::Failure);
 }
 
 }  // namespace nordkeep

@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 
 namespace nordkeep {
 
@@ -20,7 +21,7 @@ class SpooledOutput final : public PrintOutput {
         const FileTree& dataFolder;
         const Clock& clock;
         SysLog& log;
-        const Captions& captions;
+        const Language& language;
     };
     explicit SpooledOutput(const Needs& needs, std::string spooler = "lp");
 
@@ -28,6 +29,16 @@ class SpooledOutput final : public PrintOutput {
     /// There is nobody to look at it.
     void Preview(const PrintDocument&) override {}
     void Tick(int elapsedMs);
+    /// True as long as the spooler takes no pages.
+    bool HasFailed() const { return hasFailed_; }
+    /// As it is called where its failure is told.
+    Text Name() const { return captions_.FromFile(5252); }
+    /// Documents that have not been handed over; none in a copy that has printed nothing yet.
+    std::optional<std::size_t> WaitingCount() const {
+        return isUsed_ ? std::optional(toMake_.size() + toSpool_.size()) : std::nullopt;
+    }
+    /// The program ends: what has not been made yet is made now, and stays in the folder.
+    void Close();
 
  private:
     struct Job {
@@ -47,6 +58,7 @@ class SpooledOutput final : public PrintOutput {
     void NoteKept(const Text& file);
 
     Needs needs_;
+    Captions captions_;
     std::string spooler_;
     std::deque<Job> toMake_{};
     std::unique_ptr<TextPages> pages_{};  // of the first one
@@ -54,6 +66,7 @@ class SpooledOutput final : public PrintOutput {
     ChildProcess child_{};
     bool isSpooling_ = false;
     int spoolingMs_ = 0;
+    bool isUsed_ = false;
     bool hasFailed_ = false;
     bool isLossTold_ = false;
 };

@@ -12,7 +12,7 @@ class LineControl {
  public:
     virtual ~LineControl() = default;
     virtual std::vector<LineFigures> Lines() const = 0;
-    /// The senders that share a line and are told apart; none at a client, which its server does not tell.
+    /// The senders that share a line and are told apart, as far as they are known here: the silent ones first.
     virtual std::vector<LineAccount> Accounts(const Text& /*name*/) const { return {}; }
     /// Settings files of lines have been written or have gone: those lines are made anew, the others go on.
     /// `what` names the change for the journal.

@@ -7,8 +7,6 @@ namespace {
 
 constexpr int kPeriodMs = 1000;
 constexpr int kCaptionAccount = 5250;
-// More are no list that people read.
-constexpr std::size_t kMostAccounts = 500;
 
 /// No line has such a name.
 Text KeyOfAccount(const LineFigures& line, const LineAccount& account) {
@@ -36,10 +34,7 @@ std::vector<LineFigures> LinesPage::WithAccounts() const {
     std::vector<LineFigures> rows;
     for (const LineFigures& line : lines_) {
         rows.push_back(line);
-        std::vector<LineAccount> accounts = control_.Accounts(line.name);
-        std::ranges::stable_sort(accounts, std::ranges::greater(), &LineAccount::isSilent);
-        if (accounts.size() > kMostAccounts) accounts.resize(kMostAccounts);
-        for (const LineAccount& account : accounts)
+        for (const LineAccount& account : control_.Accounts(line.name))
             rows.push_back({.name = KeyOfAccount(line, account),
                             .description = "    " + account.name,
                             .kind = captions_(kCaptionAccount),

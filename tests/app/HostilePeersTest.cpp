@@ -159,7 +159,9 @@ TEST_F(HostilePeersTest, AHealthyClientThatReadsLateGetsALargeStore) {
     EXPECT_GE(std::ranges::count(frames, 6, &WireFrame::number), kEvents);
     auto heard = std::count_if(frames.begin(), frames.end(), [](const auto& f) { return f.number == 8; });
     for (; heard < 100; ++heard) ASSERT_EQ(guest->Wait(8).number, 8);
+#if !defined(__SANITIZE_ADDRESS__)
     EXPECT_EQ(server.Output().find("stood still"), std::string::npos) << server.Output();
+#endif
 }
 
 }  // namespace

@@ -132,11 +132,17 @@ TEST_F(MessageQueueCopy, SendsAlarmsAndNeverWaitsForTheBroker) {
     NORDKEEP_NEEDS("rabbitmq-server", "RabbitMQ");
     ASSERT_TRUE(broker.Start()) << broker.Output();
     ASSERT_TRUE(broker.DeclareQueue("larmk\xC3\xB6"));
-    Start("MSMQLabel=[TrIDCode]\r\nMSMQBody=[TrTypeCode] \x80 [TrIDCode]\r\n", "larmk%C3%B6");
-    Alarms(1);
+    Start("MSMQLabel=[TrIDCode]\r\nMSMQBody=[TrTypeCode] \x80 [TrIDCode][SIAStatus]\r\n", "larmk%C3%B6");
+    Caller speaker(port);
+    speaker.Send(
+        RobofonTelegramOf("  P2405171345\x19"
+                          "010000101"));
+    EXPECT_EQ(speaker.Receive(1), "\x06");
     const auto message = broker.Take("larmk\xC3\xB6");
     ASSERT_TRUE(message);
-    EXPECT_EQ(message->body, "Brand \xE2\x82\xAC B\xC3\xA5tklubben");
+    EXPECT_EQ(message->body, "Brand \xE2\x82\xAC B\xC3\xA5tklubben")
+        << "as it came, without a mark of its speech";
+    EXPECT_NE(copy.Data().Read(copy.EventFiles().at(0)).find("Speech follows"), Text::npos);
     EXPECT_EQ(message->label, "B\xC3\xA5tklubben");
     EXPECT_EQ(message->contentType, "text/plain");
     EXPECT_EQ(message->contentEncoding, "utf-8");

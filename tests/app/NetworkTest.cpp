@@ -22,7 +22,7 @@ TEST_F(NetworkTest, ClientFollowsItsServerThroughARestart) {
     EXPECT_FALSE(FolderExists(client.Data().Resolve("Data"))) << "a client stores nothing";
     EXPECT_EQ(server.Stop(), 0);
     EXPECT_TRUE(client.WaitForOutput("The connection to the server is lost", 2)) << "and it goes on trying";
-    EXPECT_EQ(client.Stop(), 0);
+    EXPECT_EQ(client.Stop(), 0) << client.Output();
 }
 
 TEST_F(NetworkTest, StrangersAreRefusedAndAMissingServerEndsTheClient) {

@@ -1,6 +1,7 @@
 #include "tests/app/ground/Needs.h"
 #include "tests/app/ground/NetworkCopies.h"
 #include "tests/app/ground/PrintSpooler.h"
+#include "tests/app/ground/ServiceManager.h"
 #include "tests/app/ground/Shell.h"
 
 #include <gmock/gmock.h>
@@ -36,10 +37,12 @@ TEST_F(PrintingTest, AServicePrintsPagesAndKeepsWhatNoSpoolerTakes) {
     NORDKEEP_NEEDS("cupsd", "CUPS");
     PrintSpooler spooler;
     const SpoolerAddress address(spooler.Address());
+    Manager manager;
     AddSettings(server, {}, "[AlarmPagePrinter]\r\nPrioToPrint=-1\r\nStatusToPrint=0\r\nPrinter=Desk\r\n");
     server.Start();
     Alarm();
     EXPECT_TRUE(server.WaitForOutput("The print spooler does not take pages"));
+    EXPECT_TRUE(manager.Hears("The print spooler is not reached since"));
     ASSERT_EQ(Printed(server).size(), 1u);
     const NativePath kept = server.Data().Resolve("Printed\\" + Printed(server)[0]);
     EXPECT_THAT(Shell("pdftotext -layout '" + kept + "' -").output, HasSubstr("Bakery"));
@@ -52,6 +55,14 @@ TEST_F(PrintingTest, AServicePrintsPagesAndKeepsWhatNoSpoolerTakes) {
     EXPECT_THAT(spooler.Documents()[0], HasSubstr("10000101"));
     EXPECT_TRUE(server.WaitForOutput("The print spooler takes pages again"));
     EXPECT_EQ(Printed(server).size(), 2u) << "what was printed leaves no file";
+}
+
+TEST_F(PrintingTest, APageThatWaitsAtTheStopIsMadeYet) {
+    AddSettings(server, {}, "[AlarmPagePrinter]\r\nPrioToPrint=-1\r\nStatusToPrint=0\r\nPrinter=Nobody\r\n");
+    server.Start();
+    for (int i = 0; i < 5; ++i) Alarm();
+    EXPECT_EQ(server.Stop(), 0);
+    EXPECT_EQ(Printed(server).size(), 5u);
 }
 
 // The line printer, the page printer and the alarm file of a workstation are its own.

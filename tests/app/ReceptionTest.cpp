@@ -166,6 +166,24 @@ TEST_F(ReceptionTest, StoresWhatEachOfManyCallersHasSentWhole) {
     EXPECT_TRUE(WaitFor([&] { return copy.EventFiles().size() == 2041; })) << copy.EventFiles().size();
 }
 
+// All have called before the first one speaks, as behind a power cut in their town.
+TEST_F(ReceptionTest, ThirtyGatewaysThatCallAtOnceAreAllAnswered) {
+    const int port = FreePort();
+    AddTcpPort("Port2", port, "MessageFormat=9\r\nMaxCallers=40\r\n");
+    copy.Start();
+    std::vector<std::unique_ptr<Caller>> gateways;
+    for (int i = 0; i < 30; ++i) gateways.push_back(std::make_unique<Caller>(port));
+    for (std::size_t i = 0; i < gateways.size(); ++i)
+        gateways[i]->Send(
+            "<AlarmRequest><Reference>" + std::to_string(i) +
+            "</Reference><TransmitterCode>4711</TransmitterCode><EventCode>1</EventCode></AlarmRequest>");
+    for (const auto& gateway : gateways) {
+        const Text answer = gateway->Receive(100'000);
+        EXPECT_NE(answer.find("<status>0</status>"), Text::npos) << answer;
+    }
+    EXPECT_EQ(copy.EventFiles().size(), 30u);
+}
+
 TEST_F(ReceptionTest, TakenPortCostsOneLineAndNoOtherPort) {
     const int taken = FreePort();
     AddTcpPort("Port2", taken);

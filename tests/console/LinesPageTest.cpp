@@ -16,7 +16,7 @@ TEST(LinesPage, ShowsTheSendersOfALineBelowItTheSilentOnesFirst) {
     control.lines = {{.name = "Port1", .description = "Panels", .state = LineState::Open},
                      {.name = "Port2", .description = "GSM", .state = LineState::Failed}};
     control.lineWithAccounts = "Port1";
-    control.accounts = {{.name = "A1", .lastMessage = time.Now()}, {.name = "B2", .isSilent = true}};
+    control.accounts = {{.name = "B2", .isSilent = true}, {.name = "A1", .lastMessage = time.Now()}};
     LinesPage page(control, captions, time);
     ASSERT_TRUE(page.Tick(1000));
     LineRows& rows = page.Rows();

@@ -20,7 +20,7 @@ struct SpooledOutputTest : ::testing::Test {
     std::unique_ptr<SpooledOutput> With(const std::string& spooler) {
         return std::make_unique<SpooledOutput>(
             SpooledOutput::Needs{
-                .dataFolder = folder.Tree(), .clock = time, .log = log, .captions = captions},
+                .dataFolder = folder.Tree(), .clock = time, .log = log, .language = language},
             spooler);
     }
     std::vector<Text> Files() const { return ListFiles(folder.Resolve("Printed")); }
@@ -37,7 +37,6 @@ struct SpooledOutputTest : ::testing::Test {
     TempFolder folder{};
     ManualTime time{};
     Language language{};
-    Captions captions{language};
     SysLog log{folder.Tree(), time};
     std::vector<Text> rows{};
 };
@@ -83,6 +82,17 @@ TEST_F(SpooledOutputTest, ASpoolerThatHangsIsGivenUp) {
     output->Tick(2'000);
     EXPECT_EQ(rows.size(), 1u);
     EXPECT_EQ(Files().size(), 1u);
+}
+
+TEST_F(SpooledOutputTest, WhatWaitsAtTheEndIsMadeAndSaidToBeKept) {
+    const auto output = With("true");
+    for (int i = 0; i < 120; ++i) output->Print(Page("a"));
+    EXPECT_EQ(output->WaitingCount(), 120u);
+    output->Close();
+    EXPECT_EQ(Files().size(), 120u);
+    EXPECT_EQ(rows.size(), 1u);
+    EXPECT_TRUE(output->HasFailed());
+    EXPECT_EQ(With("true")->WaitingCount(), std::nullopt) << "a copy that prints nothing has no such output";
 }
 
 TEST_F(SpooledOutputTest, AFolderThatCannotBeWrittenIsToldOnce) {

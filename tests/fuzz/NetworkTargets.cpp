@@ -1,8 +1,8 @@
 // What the copies send each other, as a hostile peer would send it.
 
-#include "network/CentreMessages.h"
-#include "network/HistoryMessages.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/HistoryMessages.h"
+#include "network/messages/ObjectMessages.h"
 #include "tests/fuzz/Targets.h"
 #include "tests/network/ClientWorld.h"
 
@@ -46,6 +46,8 @@ void RunFrames(TextView input) {
         if (LinesPayload(ReadLines(lines)) != lines) std::abort();
         const Text facts = ConditionsPayload(ReadConditions(frame.payload));
         if (ConditionsPayload(ReadConditions(facts)) != facts) std::abort();
+        const Text accounts = AccountsPayload(ReadAccounts(frame.payload));
+        if (AccountsPayload(ReadAccounts(accounts)) != accounts) std::abort();
         const ManualTime time;
         if (const auto question = ReadHistoryQuestion(frame.payload)) HistoryQuestionPayload(*question);
         if (const auto answer = ReadHistoryAnswer(frame.payload, time)) HistoryAnswerPayload(*answer);
@@ -148,7 +150,9 @@ std::vector<FuzzTarget> NetworkTargets() {
                       FrameOf(Message::ServiceReason, PayloadOf(ServiceReasonGiven{{"A", "1"}, "why"})) +
                       FrameOf(Message::SetServiceMode, service) +
                       FrameOf(Message::Lines, LinesPayload({{.name = "Port1", .caller = "10.0.0.1"}})) +
-                      FrameOf(Message::Conditions, ConditionsPayload({{.name = "Port1", .count = 1}}));
+                      FrameOf(Message::Conditions, ConditionsPayload({{.name = "Port1", .count = 1}})) +
+                      FrameOf(Message::Accounts, PayloadOf(LineName{"Port1"})) +
+                      FrameOf(Message::Accounts, AccountsPayload({"Port1", {{"1234", {}, true}}}));
     const OleDate day = OleDate::FromDays(45000);
     const HistoryPage page{.entries = {{.place = {"2024-03-05T06:08:09.123Z", 7}, .kind = "end"}}};
     const AlarmFigures figures{.from = day, .to = day.PlusDays(1), .bins = {1, 2}, .frequent = {{"1"}}};

@@ -1,5 +1,5 @@
-#include "network/CentreMessages.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/ObjectMessages.h"
 #include "pipeline/Resets.h"
 #include "tests/doubles/LoopbackLink.h"
 #include "tests/network/ClientWorld.h"
@@ -217,6 +217,28 @@ TEST_F(PlayedServer, TellsOfItselfWhenItKnowsHow) {
     EXPECT_TRUE(client.mirror.Server().lines.empty());
 }
 
+TEST_F(PlayedServer, IsAskedForAccountsWhileSomebodyLooks) {
+    client.Start();
+    Sent();
+    EXPECT_TRUE(client.accounts.Of("Port1").empty());
+    EXPECT_EQ(Sent(), Numbers{}) << "it has not said that it knows them";
+    Socket().Arrive(FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})));
+    client.accounts.Of("Port1");
+    client.accounts.Of("Port2");
+    client.accounts.Of("Port1");
+    EXPECT_EQ(Sent(), (Numbers{37, 37}));
+    Socket().Arrive(FrameOf(Message::Accounts, AccountsPayload({"Port1", {{"1234", time.Now(), true}}})));
+    Socket().Arrive(FrameOf(Message::Accounts, AccountsPayload({"Other", {{"1", {}, false}}})));
+    EXPECT_EQ(client.accounts.Of("Port1").at(0).name, "1234");
+    time.Advance(5'000);
+    client.accounts.Of("Port1");
+    client.accounts.Of("Port2");
+    EXPECT_EQ(Sent(), Numbers{37}) << "a line without any is asked about more seldom";
+    Socket().CloseByPeer();
+    client.session.Tick(100);
+    EXPECT_TRUE(client.accounts.Of("Port1").empty()) << "what may be out of date is not shown";
+}
+
 // A server has one question of a client in hand; the others wait their turn.
 TEST_F(PlayedServer, IsAskedForItsHistoryByOneAtATime) {
     struct Taker final : HistoryTaker {
@@ -226,7 +248,7 @@ TEST_F(PlayedServer, IsAskedForItsHistoryByOneAtATime) {
         std::vector<std::int32_t> reports{};
     } one, other;
     client.Start();
-    RemoteHistory& history = client.mirror.History();
+    RemoteHistory& history = client.history;
     EXPECT_EQ(history.Readiness(), HistorySource::State::NotKnown);
     Socket().Arrive(FrameOf(Message::Extensions, PayloadOf(LongNumber{kHighestExtension})));
     EXPECT_EQ(history.Readiness(), HistorySource::State::NotAllowed);

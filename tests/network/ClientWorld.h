@@ -52,6 +52,8 @@ struct ClientWorld : NetworkGround {
     EventStore& store = core.store;
     Translations& translations = core.translations;
     RecordingScreen screen{};
+    RemoteHistory history{link, time, user};
+    RemoteAccounts accounts{link, time};
     Mirror mirror{{.link = link,
                    .loop = loop,
                    .clock = time,
@@ -64,7 +66,9 @@ struct ClientWorld : NetworkGround {
                    .objectViews = core.noObjectViews,
                    .timers = core.timers,
                    .screen = screen,
-                   .user = user}};
+                   .user = user,
+                   .history = history,
+                   .accounts = accounts}};
     ClientSession session{{link, mirror, replica, language, log, network, screen}};
     RemoteDataFiles remote{link};
 };

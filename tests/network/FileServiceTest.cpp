@@ -1,7 +1,7 @@
 #include "network/FileDates.h"
 #include "network/FileService.h"
-#include "network/Frames.h"
-#include "network/Payload.h"
+#include "network/messages/Frames.h"
+#include "network/messages/Payload.h"
 #include "tests/doubles/TempFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "network/CentreMessages.h"
-#include "network/HistoryMessages.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/HistoryMessages.h"
+#include "network/messages/ObjectMessages.h"
 #include "platform/Passwords.h"
 #include "tests/network/ServerWorld.h"
 
@@ -121,6 +121,21 @@ TEST_F(ServerTest, TellsHowItDoesToThoseThatHaveAsked) {
     Connect(1);
     world.server.SendCentreState(lines, facts);
     EXPECT_EQ(Sent(0), Numbers{}) << "who comes next has not asked";
+}
+
+TEST_F(ServerTest, TellsTheAccountsOfALine) {
+    world.accounts = {{.name = "1234", .isSilent = true}, {.name = "77"}};
+    Connect(1);
+    Send(0, Message::Accounts, PayloadOf(LineName{"Port1"}));
+    EXPECT_EQ(Sent(0), Numbers{37});
+    const LineAccounts told = ReadAccounts(last);
+    EXPECT_EQ(told.line, "Port1");
+    ASSERT_EQ(told.accounts.size(), 2u);
+    EXPECT_EQ(told.accounts.at(0).name, "1234");
+    EXPECT_TRUE(told.accounts.at(0).isSilent);
+    Send(0, Message::Accounts, PayloadOf(LineName{"..\\x"}));
+    EXPECT_EQ(Sent(0), Numbers{37});
+    EXPECT_TRUE(ReadAccounts(last).accounts.empty());
 }
 
 TEST_F(ServerTest, TellsItsHistoryToThoseWhoHaveLoggedIn) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "network/EventRecord.h"
 #include "network/ServerReplica.h"
+#include "network/messages/EventRecord.h"
 #include "tests/doubles/MemoryJournal.h"
 #include "tests/network/NetworkGround.h"
 
@@ -49,31 +49,35 @@ struct ServerWorld : NetworkGround {
     Translations& translations = core.translations;
     PortBinding port{};
     int reloads = 0;
+    std::vector<LineAccount> accounts{};  // of Port1
     MemoryJournal journalFile{};
     Journal journal{journalFile, folder.Tree(), time};
     HistoryWork history{journal, time, loop};
-    NetworkServer server{{.slots = slots,
-                          .dataFolder = folder.Tree(),
-                          .files = files,
-                          .language = language,
-                          .clock = time,
-                          .settings = network,
-                          .store = store,
-                          .commit = core.commit,
-                          .handling = core.handling,
-                          .translations = translations,
-                          .objectViews = core.noObjectViews,
-                          .objectReplica = replica,
-                          .servicePeriods = core.servicePeriods,
-                          .deeds = core.deeds,
-                          .history = history,
-                          .timers = core.timers,
-                          .torvex = core.torvex,
-                          .ports =
-                              [this] {
-                                  return std::vector<PortInTree>{{"Port one", &port}};
-                              },
-                          .requestReload = [this] { ++reloads; }}};
+    NetworkServer server{
+        {.slots = slots,
+         .dataFolder = folder.Tree(),
+         .files = files,
+         .language = language,
+         .clock = time,
+         .settings = network,
+         .store = store,
+         .commit = core.commit,
+         .handling = core.handling,
+         .translations = translations,
+         .objectViews = core.noObjectViews,
+         .objectReplica = replica,
+         .servicePeriods = core.servicePeriods,
+         .deeds = core.deeds,
+         .history = history,
+         .timers = core.timers,
+         .torvex = core.torvex,
+         .ports =
+             [this] {
+                 return std::vector<PortInTree>{{"Port one", &port}};
+             },
+         .accounts =
+             [this](const Text& line) { return line == "Port1" ? accounts : std::vector<LineAccount>(); },
+         .requestReload = [this] { ++reloads; }}};
 };
 
 }  // namespace nordkeep

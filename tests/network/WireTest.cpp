@@ -1,9 +1,9 @@
-#include "network/CentreMessages.h"
-#include "network/EventRecord.h"
 #include "network/FileDates.h"
-#include "network/Frames.h"
-#include "network/HistoryMessages.h"
-#include "network/ObjectMessages.h"
+#include "network/messages/CentreMessages.h"
+#include "network/messages/EventRecord.h"
+#include "network/messages/Frames.h"
+#include "network/messages/HistoryMessages.h"
+#include "network/messages/ObjectMessages.h"
 #include "runtime/Fields.h"
 #include "store/Alarm.h"
 #include "tests/doubles/ManualTime.h"
@@ -219,6 +219,7 @@ TEST(Wire, MessagesHaveTheirBytes) {
         {"HISTORY answer", FrameOf(Message::History, HistoryAnswerPayload({3, GoldenPage(time)}))},
         {"REPORT question", FrameOf(Message::Report, PayloadOf(ReportQuestion{4, {then, then.PlusDays(1)}}))},
         {"REPORT answer", FrameOf(Message::Report, ReportAnswerPayload({4, GoldenFigures()}))},
+        {"ACCOUNTS", FrameOf(Message::Accounts, AccountsPayload({"Port1", {{"1234", then, true}}}))},
         {"HANDOVER", FrameOf(Message::Handover, PayloadOf(HandoverGiven{"lugnt", "rad\r\n"}))},
     };
     for (const auto& [name, bytes] : cases) EXPECT_EQ(bytes, Golden(name)) << name;
@@ -242,6 +243,9 @@ TEST(Wire, ReadersTakeBackWhatWritersGave) {
 
     EXPECT_EQ(ReadLines(GoldenPayload("LINES")), std::vector{GoldenLine()});
     EXPECT_EQ(ReadConditions(GoldenPayload("CONDITIONS")), std::vector{GoldenFact()});
+
+    EXPECT_EQ(AccountsPayload(ReadAccounts(GoldenPayload("ACCOUNTS"))), GoldenPayload("ACCOUNTS"));
+    EXPECT_TRUE(ReadAccounts(GoldenPayload("ACCOUNTS")).accounts.at(0).isSilent);
 
     const ManualTime time;
     EXPECT_EQ(ReadHistoryQuestion(GoldenPayload("HISTORY question"))->query, GoldenQuery());
@@ -296,6 +300,7 @@ TEST(Wire, NoReaderRunsPastItsPayload) {
             ReadPortTree(payload);
             ReadLines(payload);
             ReadConditions(payload);
+            ReadAccounts(payload);
             ReadHistoryQuestion(payload);
             ReadHistoryAnswer(payload, time);
             ReadReportAnswer(payload);

@@ -140,6 +140,18 @@ TEST_F(Dc09PortTest, TellsItsAccountsWithTheirLastMessage) {
     EXPECT_FALSE(accounts[2].isSilent);
 }
 
+TEST_F(Dc09PortTest, TellsTheSilentOnesOfManyAccountsFirst) {
+    Text accounts = "[DC09Accounts]\r\n";
+    for (int i = 1000; i < 2000; ++i) accounts += std::to_string(i) + (i < 1999 ? "=,0\r\n" : "=,60\r\n");
+    Open("TCPS", accounts);
+    for (int i = 0; i < 70; ++i) Tick();
+    const std::vector<LineAccount> told = ports.AccountsOf("Port1");
+    ASSERT_EQ(told.size(), 500u) << "more than that nobody reads";
+    EXPECT_EQ(told[0].name, "1999");
+    EXPECT_EQ(told[1].name, "1000");
+    EXPECT_TRUE(ports.AccountsOf("Port2").empty());
+}
+
 TEST_F(Dc09PortTest, NeverRepeatsTheKeyOfAnAccountInAFinding) {
     language.LoadFrom("5324=%1 %2 %3\n");
     const Text key(30, 'A');

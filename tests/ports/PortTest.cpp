@@ -296,7 +296,7 @@ TEST_F(PortTest, ASerialSettingThatCannotBeReadIsToldOnce) {
     Write("Port1", "PortType=RS232\r\nPortNumber=3\r\nPortSetting=fast\r\n");
     Discover();
     Tick();
-    EXPECT_EQ(LinesWith("Not understood: 'Port1' Port1 (PortSetting=fast)"), 1u);
+    EXPECT_EQ(LinesWith("Not understood: Port1 Port1 (PortSetting=fast)"), 1u);
     serial.At(0).isOpen = false;
     Tick();
     EXPECT_EQ(LinesWith("Not understood:"), 1u);

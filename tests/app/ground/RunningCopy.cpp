@@ -96,6 +96,8 @@ void RunningCopy::Launch(const std::vector<std::string>& words, const std::strin
         setenv("NORDKEEP_UNATTENDED", "1", 1);
     } else {
         setenv("DISPLAY", display.c_str(), 1);
+        setenv("LSAN_OPTIONS",
+               "print_suppressions=0:suppressions=" NORDKEEP_SOURCE_DIR "/tests/data/leaks.txt", 1);
         unsetenv("QT_QPA_PLATFORM");
         unsetenv("NORDKEEP_UNATTENDED");
     }

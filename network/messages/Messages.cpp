@@ -1,4 +1,4 @@
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "network/Frames.h"
+#include "network/messages/Frames.h"
 
 namespace nordkeep {
 

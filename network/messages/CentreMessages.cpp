@@ -1,6 +1,6 @@
-#include "network/CentreMessages.h"
+#include "network/messages/CentreMessages.h"
 
-#include "network/Messages.h"
+#include "network/messages/Messages.h"
 
 namespace nordkeep {
 namespace {
@@ -23,6 +23,13 @@ void CarryLine(Self& line, int& state, Wire& wire) {
 }
 
 template <class Self, class Wire>
+void CarryAccount(Self& account, int& isSilent, Wire& wire) {
+    wire.ShortString(account.name);
+    wire.DateTime(account.lastMessage);
+    wire.Integer(isSilent);
+}
+
+template <class Self, class Wire>
 void CarryFact(Self& fact, int& kind, Wire& wire) {
     wire.Integer(kind);
     wire.ShortString(fact.name);
@@ -32,8 +39,7 @@ void CarryFact(Self& fact, int& kind, Wire& wire) {
 
 /// The entries of a payload, one after the other.
 template <class Take>
-void ReadEntries(TextView payload, Take&& take) {
-    PayloadReader wire(payload);
+void ReadEntries(PayloadReader& wire, Take&& take) {
     for (std::size_t entry = 0; entry < kMostEntries && !wire.IsAtEnd(); ++entry) {
         Text bytes;
         wire.LongString(bytes);
@@ -57,7 +63,8 @@ Text LinesPayload(const std::vector<LineFigures>& lines) {
 
 std::vector<LineFigures> ReadLines(TextView payload) {
     std::vector<LineFigures> lines;
-    ReadEntries(payload, [&lines](TextView bytes) {
+    PayloadReader all(payload);
+    ReadEntries(all, [&lines](TextView bytes) {
         PayloadReader wire(bytes);
         LineFigures line;
         int state = 0;
@@ -82,7 +89,8 @@ Text ConditionsPayload(const std::vector<ConditionFact>& facts) {
 
 std::vector<ConditionFact> ReadConditions(TextView payload) {
     std::vector<ConditionFact> facts;
-    ReadEntries(payload, [&facts](TextView bytes) {
+    PayloadReader all(payload);
+    ReadEntries(all, [&facts](TextView bytes) {
         PayloadReader wire(bytes);
         ConditionFact fact;
         int kind = -1;
@@ -92,6 +100,33 @@ std::vector<ConditionFact> ReadConditions(TextView payload) {
         facts.push_back(std::move(fact));
     });
     return facts;
+}
+
+Text AccountsPayload(const LineAccounts& accounts) {
+    PayloadWriter all;
+    all.ShortString(accounts.line);
+    for (const LineAccount& account : accounts.accounts) {
+        PayloadWriter wire;
+        int isSilent = account.isSilent ? 1 : 0;
+        CarryAccount(account, isSilent, wire);
+        all.LongString(wire.Bytes());
+    }
+    return all.Take();
+}
+
+LineAccounts ReadAccounts(TextView payload) {
+    LineAccounts told;
+    PayloadReader all(payload);
+    all.ShortString(told.line);
+    ReadEntries(all, [&told](TextView bytes) {
+        PayloadReader wire(bytes);
+        LineAccount account;
+        int isSilent = 0;
+        CarryAccount(account, isSilent, wire);
+        account.isSilent = isSilent != 0;
+        told.accounts.push_back(std::move(account));
+    });
+    return told;
 }
 
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "network/MessageNumbers.h"
+#include "network/messages/MessageNumbers.h"
 
 #include <array>
 #include <utility>
@@ -6,7 +6,7 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::array<std::pair<Message, TextView>, 32> kNames = {{
+constexpr std::array<std::pair<Message, TextView>, 33> kNames = {{
     {Message::KeepAlive, "KEEPALIVE"},
     {Message::Translation, "TRANSLATION"},
     {Message::PortTree, "PORTTREE"},
@@ -38,6 +38,7 @@ constexpr std::array<std::pair<Message, TextView>, 32> kNames = {{
     {Message::History, "HISTORY"},
     {Message::Report, "REPORT"},
     {Message::Handover, "HANDOVER"},
+    {Message::Accounts, "ACCOUNTS"},
     {Message::ServerIsShuttingDown, "SERVERISSHUTTINGDOWN"},
 }};
 

@@ -1,4 +1,4 @@
-#include "network/ObjectMessages.h"
+#include "network/messages/ObjectMessages.h"
 
 #include "translation/ServicePeriods.h"
 #include "translation/Translate.h"

@@ -1,6 +1,6 @@
-#include "network/EventRecord.h"
+#include "network/messages/EventRecord.h"
 
-#include "network/Payload.h"
+#include "network/messages/Payload.h"
 #include "store/Alarm.h"
 
 namespace nordkeep {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "network/MessageNumbers.h"
-#include "network/Payload.h"
+#include "network/messages/MessageNumbers.h"
+#include "network/messages/Payload.h"
 
 #include <optional>
 #include <vector>
@@ -75,6 +75,16 @@ struct ServiceReasonGiven {
     static void Carry(Self& self, Wire& wire) {
         ObjectName::Carry(self.object, wire);
         wire.ShortString(self.reason);
+    }
+};
+
+/// Message 37 to the server.
+struct LineName {
+    Text name{};
+
+    template <class Self, class Wire>
+    static void Carry(Self& self, Wire& wire) {
+        wire.ShortString(self.name);
     }
 };
 

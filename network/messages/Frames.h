@@ -1,6 +1,6 @@
 #pragma once
 
-#include "network/MessageNumbers.h"
+#include "network/messages/MessageNumbers.h"
 #include "platform/Text.h"
 
 #include <optional>

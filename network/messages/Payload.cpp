@@ -1,4 +1,4 @@
-#include "network/Payload.h"
+#include "network/messages/Payload.h"
 
 #include <algorithm>
 #include <limits>

@@ -20,4 +20,13 @@ Text ConditionsPayload(const std::vector<ConditionFact>& facts);
 /// Kinds that are not known are left out.
 std::vector<ConditionFact> ReadConditions(TextView payload);
 
+struct LineAccounts {
+    Text line{};  // its name
+    std::vector<LineAccount> accounts{};
+};
+
+/// Message 37 to the client.
+Text AccountsPayload(const LineAccounts& accounts);
+LineAccounts ReadAccounts(TextView payload);
+
 }  // namespace nordkeep

@@ -1,4 +1,4 @@
-#include "network/HistoryMessages.h"
+#include "network/messages/HistoryMessages.h"
 
 namespace nordkeep {
 namespace {

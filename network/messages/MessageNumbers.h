@@ -43,11 +43,12 @@ enum class Message : std::uint8_t {
     History = 34,
     Report = 35,
     Handover = 36,
+    Accounts = 37,
     ServerIsShuttingDown = 99,
 };
 
 /// The highest number of those that only some copies know.
-inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::Handover);
+inline constexpr std::int32_t kHighestExtension = static_cast<std::int32_t>(Message::Accounts);
 
 /// The name in the traffic log; "Unknown (n)" for a number that is no message.
 Text MessageName(std::uint8_t number);
