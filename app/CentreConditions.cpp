@@ -45,6 +45,9 @@ std::optional<ConditionKind> KindOf(LineState state) {
 
 }  // namespace
 
+// From here on: a clock may be set between the start and the first look at it.
+CentreConditions::CentreConditions(const Needs& needs) : needs_(needs), clockOffsetMs_(ClockOffsetMs()) {}
+
 void CentreConditions::Renew() {
     WatchClock();
     CountService();
@@ -119,9 +122,8 @@ void CentreConditions::AddPlace(FactList& facts) const {
 }
 
 void CentreConditions::WatchClock() {
-    const std::int64_t offset = needs_.clock.UtcMs() - needs_.clock.MonotonicMs();
-    const std::int64_t jump = offset - clockOffsetMs_.value_or(offset);
-    clockOffsetMs_ = offset;
+    const std::int64_t jump = ClockOffsetMs() - clockOffsetMs_;
+    clockOffsetMs_ += jump;
     if (std::abs(jump) < kJumpMs) return;
     jumpMs_ = jump;
     jumpedAtMs_ = needs_.clock.MonotonicMs();

@@ -34,7 +34,7 @@ class CentreConditions {
         const EventCommit& commit;
         const Translations& translations;
     };
-    explicit CentreConditions(const Needs& needs) : needs_(needs) {}
+    explicit CentreConditions(const Needs& needs);
 
     void Renew();
     const std::vector<LineFigures>& Lines() const { return lines_; }
@@ -49,6 +49,7 @@ class CentreConditions {
     void AddStorage(FactList& facts) const;
     void AddOutputs(FactList& facts) const;
     void AddPlace(FactList& facts) const;
+    std::int64_t ClockOffsetMs() const { return needs_.clock.UtcMs() - needs_.clock.MonotonicMs(); }
     void WatchClock();
     void CountService();
     void NoteInService(const cIDCode& object, OleDate now);
@@ -57,7 +58,7 @@ class CentreConditions {
     Needs needs_;
     std::vector<LineFigures> lines_{};
     FactList facts_{};
-    std::optional<std::int64_t> clockOffsetMs_{};  // of the wall clock to the one that nobody sets
+    std::int64_t clockOffsetMs_;  // of the wall clock to the one that nobody sets
     std::int64_t jumpMs_ = 0;
     std::int64_t jumpedAtMs_ = 0;  // monotonic
     OleDate jumpedAt_{};

@@ -169,7 +169,6 @@ TEST_F(BlindSpots, AClockThatJumpsIsNamed) {
     server.Start();
     ::unsetenv("LD_PRELOAD");
     ::unsetenv("CLOCK_SET_BY");
-    ASSERT_TRUE(manager.Hears("Ports open: 1/1")) << "it has looked at the clock before";
     server.Data().Write("clock-is-set", "");
     EXPECT_TRUE(Names("The clock jumped by 36")) << server.Output();
 }
