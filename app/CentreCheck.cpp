@@ -143,7 +143,7 @@ CentreCheck::Work CentreCheck::IdCodeWork(const Text& set, Loaded loaded) {
         Text content;
         std::optional<IdCodeCheck> check{};
     };
-    auto running = std::make_shared<Running>(std::move(loaded.content));
+    auto running = std::make_shared<Running>(Running{std::move(loaded.content)});
     SetSurroundings around{.isZeroTrimmed = IsTrue(main_.ValueOf("General", "ZeroTrimObjectId", "0")),
                            .mapSize = [this](TextView file) { return MapSizeOf(file); }};
     const auto uses = ports_->Sets().find(UpperCase(set));

@@ -88,7 +88,7 @@ struct FolderWalk::Open {
 };
 
 FolderWalk::FolderWalk(const NativePath& folder) {
-    if (OpenFolder opened = OpenForReading(folder)) open_ = std::make_unique<Open>(std::move(opened));
+    if (OpenFolder opened = OpenForReading(folder)) open_.reset(new Open{std::move(opened)});
 }
 
 FolderWalk::~FolderWalk() = default;
