@@ -3,6 +3,7 @@
 #include "runtime/Fields.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace nordkeep {
 
@@ -32,9 +33,35 @@ Text Language::GetLanguageText(int number) const {
     return "Invalid Text (" + std::to_string(number) + ")";
 }
 
+namespace {
+
+/// Words for one and for several, "{1:row|rows}", at the front of a text.
+struct NumberForm {
+    TextView chosen{};
+    std::size_t length = 0;
+};
+
+std::optional<NumberForm> FormAt(TextView text, std::span<const TextView> values) {
+    if (text.size() < 3 || text[0] != '{' || text[1] < '1' || text[2] != ':') return std::nullopt;
+    const auto place = static_cast<std::size_t>(text[1] - '1');
+    const std::size_t bar = text.find('|');
+    const std::size_t end = text.find('}');
+    if (place >= values.size() || bar == TextView::npos || end == TextView::npos || bar > end)
+        return std::nullopt;
+    const bool isOne = values[place] == "1";
+    return NumberForm{isOne ? text.substr(3, bar - 3) : text.substr(bar + 1, end - bar - 1), end + 1};
+}
+
+}  // namespace
+
 Text FillPlaces(TextView pattern, std::span<const TextView> values) {
     Text filled;
     for (std::size_t at = 0; at < pattern.size(); ++at) {
+        if (const auto form = FormAt(pattern.substr(at), values)) {
+            filled += FillPlaces(form->chosen, values);
+            at += form->length - 1;
+            continue;
+        }
         const bool isPlace =
             pattern[at] == '%' && at + 1 < pattern.size() && pattern[at + 1] >= '1' &&
             pattern[at + 1] < static_cast<char>('1' + std::min<std::size_t>(values.size(), 9));

@@ -26,7 +26,8 @@ class Language {
     std::unordered_map<int, Text> texts_{};
 };
 
-/// Replaces %1 to %9 by the values in one pass; a place without a value stays as it is.
+/// Replaces %1 to %9 by the values in one pass; a place without a value stays as it is. "{1:row|rows}"
+/// becomes the first word where the value of %1 is 1, else the second.
 Text FillPlaces(TextView pattern, std::span<const TextView> values);
 
 /// The language files of the program folder (NK_Lang.NNN with a numeric extension), by number.

@@ -1,4 +1,5 @@
 #include "console/editors/RowsBox.h"
+#include "console/setup/SaveQuestion.h"
 #include "runtime/Fields.h"
 
 #include <algorithm>
@@ -166,13 +167,15 @@ bool RowsBox::MaySaveFaults(const Text& content) {
     if (!losing_.empty()) {
         const auto place = PlaceOf(*losing_.begin());
         const Text which = place ? format_.ValuesOf(items_[*place])[format_.KeyField()] : Text();
-        if (!needs_.dialogs.AskYesNo(needs_.captions(kCaptionLoses, {which}))) return false;
+        if (!AsksToSave(needs_.dialogs, needs_.captions, needs_.captions(kCaptionLoses, {which})))
+            return false;
     }
     const std::vector<Finding> added = AddedErrors(findingsOfFile_, FindingsNow(content));
     if (added.empty()) return true;
     const Finding& first = added.front();
-    return needs_.dialogs.AskYesNo(needs_.captions(
-        kCaptionAddsFaults, {std::to_string(added.size()), std::to_string(first.line), first.sentence}));
+    return AsksToSave(needs_.dialogs, needs_.captions,
+                      needs_.captions(kCaptionAddsFaults, {std::to_string(added.size()),
+                                                           std::to_string(first.line), first.sentence}));
 }
 
 // A row that was typed in its place is looked at by the check that has looked at all others already.

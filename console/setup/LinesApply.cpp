@@ -1,4 +1,5 @@
 #include "console/setup/LinesBox.h"
+#include "console/setup/SaveQuestion.h"
 #include "console/setup/SetupValues.h"
 
 namespace nordkeep {
@@ -35,7 +36,8 @@ bool LinesBox::MaySaveFaults() {
             const SetupField& field = fields_[number];
             if (field.fault.empty() || field.isFaultOld) continue;
             const Text what = field.caption + " (" + field.typed + "): " + field.fault;
-            if (!needs_.dialogs.AskYesNo(needs_.captions(kCaptionSaveFault, {what}))) return false;
+            if (!AsksToSave(needs_.dialogs, needs_.captions, needs_.captions(kCaptionSaveFault, {what})))
+                return false;
         }
     }
     return true;

@@ -1,3 +1,4 @@
+#include "console/setup/SaveQuestion.h"
 #include "console/setup/SetupBox.h"
 
 namespace nordkeep {
@@ -38,7 +39,8 @@ bool SetupBox::MaySaveFaults(const std::vector<std::size_t>& changed) {
         const SetupField& field = fields_[number];
         if (field.fault.empty() || field.isFaultOld) continue;
         const Text what = field.caption + " (" + field.typed + "): " + field.fault;
-        if (!needs_.dialogs.AskYesNo(needs_.captions(kCaptionSaveFault, {what}))) return false;
+        if (!AsksToSave(needs_.dialogs, needs_.captions, needs_.captions(kCaptionSaveFault, {what})))
+            return false;
     }
     return true;
 }

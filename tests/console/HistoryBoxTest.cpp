@@ -133,7 +133,7 @@ TEST_F(HistoryTest, AShiftIsSignedOverOnceWithItsFiguresAndNote) {
     box.Open();
     world.time.Advance(100);
     ASSERT_EQ(box.Parts().size(), 4u);
-    EXPECT_NE(box.Parts().at(0).lines.at(0).find("1 alarms"), Text::npos);
+    EXPECT_NE(box.Parts().at(0).lines.at(0).find("1 alarm,"), Text::npos);
     box.SetNote("Key 7 is\r\nat the gate");
     past.state = HistorySource::State::NoContact;
     box.SignOver();
@@ -144,7 +144,7 @@ TEST_F(HistoryTest, AShiftIsSignedOverOnceWithItsFiguresAndNote) {
     box.SignOver();
     ASSERT_EQ(past.signedOver.size(), 1u);
     EXPECT_NE(past.signedOver.at(0).find("at the gate"), Text::npos);
-    EXPECT_NE(past.signedOver.at(0).find("Shop 7: 1 alarms"), Text::npos);
+    EXPECT_NE(past.signedOver.at(0).find("Shop 7: 1 alarm"), Text::npos);
 }
 
 }  // namespace

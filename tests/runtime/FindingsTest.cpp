@@ -1,6 +1,7 @@
 #include "runtime/Fields.h"
 #include "runtime/IniCheck.h"
 #include "runtime/IniText.h"
+#include "runtime/Language.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,19 @@
 
 namespace nordkeep {
 namespace {
+
+TEST(Language, OneAndSeveralHaveWordsOfTheirOwn) {
+    const auto fill = [](TextView pattern, TextView first, TextView second = "9") {
+        const TextView values[] = {first, second};
+        return FillPlaces(pattern, values);
+    };
+    EXPECT_EQ(fill("%1 {1:row|rows} of %2", "1"), "1 row of 9");
+    EXPECT_EQ(fill("%1 {1:row|rows} of %2", "0"), "0 rows of 9");
+    EXPECT_EQ(fill("{2:the last %1|the %2 last %1}", "hour"), "the 9 last hour");
+    EXPECT_EQ(fill("%1", "{1:a|b} %2"), "{1:a|b} %2") << "a value is taken as it is";
+    for (const char* pattern : {"{1:row", "{1:row}", "{3:row|rows}", "{x|y}", "{", "{1", "{1:a}b|c"})
+        EXPECT_EQ(fill(pattern, "1"), pattern);
+}
 
 TEST(Findings, SuggestTheWordThatIsMeant) {
     const std::vector<TextView> words = {"PortNumber", "PortSetting", "PortType", "SIA", "SMS", "STT"};
