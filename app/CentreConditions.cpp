@@ -72,6 +72,8 @@ void CentreConditions::AddLines(FactList& facts) const {
     if (needs_.ports.arePortsDisabled) facts.push_back({.kind = LinesDisabled});
     if (needs_.ports.isNoPortOpen) facts.push_back({.kind = NoLineOpen});
     if (needs_.ports.arePortsDisabled) return;
+    // A client has the lines of its server, which tells of them.
+    if (lines_.empty() && !needs_.server) facts.push_back({.kind = NoLine});
     for (const LineFigures& line : lines_) {
         const auto kind = KindOf(line.state);
         if (!kind || (*kind == LineFailed && !HasFailedForLong(line))) continue;

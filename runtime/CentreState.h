@@ -80,8 +80,9 @@ enum class ConditionKind {
     Loading,
     Untouched,    // new alarms, for longer than their priority allows
     ServiceEnds,  // soon; its time is that of the first end
+    NoLine,       // has been set up
 };
-inline constexpr int kConditionKindCount = static_cast<int>(ConditionKind::ServiceEnds) + 1;
+inline constexpr int kConditionKindCount = static_cast<int>(ConditionKind::NoLine) + 1;
 
 /// Something that is wrong, or has to be known, while it is true.
 struct ConditionFact {

@@ -13,7 +13,6 @@ using Page = ConditionPage;
 
 constexpr int kCaptionAllWell = 5000;
 constexpr int kCaptionFirstWeight = 5030;
-constexpr int kCaptionOneFault = 5110;
 
 /// Of a caption %1 is the name, %2 the time of the begin, %3 the count.
 struct Rule {
@@ -49,6 +48,7 @@ constexpr Rule kRules[] = {
     {Loading, 5021, Note, false, true, Page::None},
     {Untouched, 5087, Fault, false, false, Page::NewAlarms},
     {ServiceEnds, 5106, Warning, false, false, Page::Service},
+    {NoLine, 5803, Fault, false, true, Page::LineSetup},
 };
 static_assert(std::size(kRules) == static_cast<std::size_t>(kConditionKindCount));
 
@@ -68,9 +68,8 @@ Condition Conditions::RowOf(const ConditionFact& fact, OleDate now) const {
     row.kind = fact.kind;
     row.name = fact.name;
     row.since = fact.since;
-    const bool isOneFault = fact.kind == FaultsInFiles && fact.count == 1;
-    row.sentence = captions_(isOneFault ? kCaptionOneFault : rule.caption,
-                             {fact.name, ShortTime(fact.since, now), std::to_string(fact.count)});
+    row.sentence =
+        captions_(rule.caption, {fact.name, ShortTime(fact.since, now), std::to_string(fact.count)});
     row.weight = rule.weight;
     row.rings = rule.rings;
     row.hidesAlarms = rule.hidesAlarms;

@@ -9,7 +9,7 @@ namespace nordkeep {
 enum class ConditionWeight { Fault, Warning, Note };
 
 /// What a click on a condition shows.
-enum class ConditionPage { None, Lines, FaultList, Service, NewAlarms, Filter, Log };
+enum class ConditionPage { None, Lines, FaultList, Service, NewAlarms, Filter, Log, LineSetup };
 
 /// One thing that is wrong, or has to be known: a sentence with its name in it.
 struct Condition {

@@ -278,6 +278,10 @@ void MainBox::OpenCondition(const Condition& condition) {
             return ShowTab(Tab::SysLog);
         case ConditionPage::Service:
             return needs_.shift.Open();
+        case ConditionPage::LineSetup:
+            Run(Command::FileSetup);
+            // The lines come first.
+            return needs_.setup.IsOpen() ? needs_.setup.ShowPage(0) : void();
         case ConditionPage::None:
             break;
     }

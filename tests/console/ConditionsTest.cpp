@@ -48,6 +48,8 @@ TEST_F(ConditionsTest, EachKindIsASentenceWithItsName) {
         {Standby, "Works at the second server GSM %2", ConditionWeight::Warning, false},
         {ClockJumped, "The clock jumped by 7 s at %2", ConditionWeight::Warning, false},
         {FaultsInFiles, "7 faults in GSM %2", ConditionWeight::Warning, false},
+        {NoLine, "No line has been set up yet, nothing is received: Edit, Settings, Lines",
+         ConditionWeight::Fault, false},
         {InService, "In service: 7", ConditionWeight::Note, false},
     };
     for (const Case& c : cases) {
@@ -121,7 +123,7 @@ TEST_F(ConditionsTest, AnAlarmThatNobodyTouchesRingsAgainByItsPriority) {
     EXPECT_TRUE(Rows().empty());
     wait(2);
     ASSERT_EQ(Rows().size(), 1u);
-    EXPECT_EQ(Rows()[0].sentence, "1 alarms untouched for too long");
+    EXPECT_EQ(Rows()[0].sentence, "1 alarm untouched for too long");
     EXPECT_TRUE(world.around.isSounding);
     EXPECT_TRUE(world.Box().IsToFlash());
     world.around.isSounding = false;
@@ -145,6 +147,13 @@ TEST_F(ConditionsTest, AClickLeadsToTheLine) {
     EXPECT_FALSE(world.Box().StateOf(Command::LineHold).isChecked);
     world.Box().Run(Command::LineHold);
     EXPECT_EQ(world.lineControl.calls, "hold Port2;");
+}
+
+TEST_F(ConditionsTest, AClickLeadsToTheFirstLineThatIsToBeMade) {
+    world.around.conditions = {{.kind = NoLine}};
+    Tick();
+    world.Box().OpenCondition(Rows().at(0));
+    EXPECT_TRUE(world.running->setup.IsOpen());
 }
 
 TEST_F(ConditionsTest, LinesAreOnTheirPageAndInTheTreeAtOnce) {
