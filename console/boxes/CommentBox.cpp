@@ -11,6 +11,7 @@ constexpr int kCaptionOfAlarm = 3250;
 constexpr int kCaptionOfObject = 3251;
 constexpr int kCaptionCount = 3265;
 constexpr int kCaptionReadOnly = 3703;
+constexpr int kCaptionEnded = 5802;
 constexpr std::size_t kMostOtherAlarms = 20;
 constexpr const char* kReceiversFile = "Settings\\TorvexReceivers.INI";
 constexpr const char* kReceiversSection = "Receivers";
@@ -95,6 +96,12 @@ void CommentBox::LoadAids() {
     for (const PhoneNumber& phone : PhoneNumbersIn(texts_.typeCodeInfo)) texts_.phones.push_back(phone);
     steps_ = StepsOf(texts_.typeCodeInfo);
     for (InstructionStep& step : StepsOf(texts_.information)) steps_.push_back(std::move(step));
+    NoteStepsDone();
+}
+
+void CommentBox::NoteStepsDone() {
+    const cAlarm* alarm = Alarm();
+    NoteDone(steps_, comments_.Content(), alarm ? alarm->m_ArrivedTime : OleDate());
 }
 
 void CommentBox::LoadReceivers() {
@@ -192,7 +199,7 @@ void CommentBox::TypeNewComments(Text text) {
 
 void CommentBox::TickStep(std::size_t step, bool isDone) {
     if (step >= steps_.size() || !Controls().canType || isBusy_) return;
-    TickInto(newComments_, steps_[step], isDone, Stamp());
+    TickInto(newComments_, steps_[step], isDone, needs_.clock.Now(), needs_.state.Initials());
     view_->Refresh();
 }
 
@@ -225,7 +232,7 @@ void CommentBox::Tick() {
     const SheetControls controls = Controls();
     if (controls == shownControls_ && !hasNewSmallComment && !hasOthers) return;
     const bool hasJustEnded = shownControls_.canEnd && controls.canSave && !controls.canEnd;
-    if (hasJustEnded) Warn(kCaptionChangedByOthers);
+    if (hasJustEnded) Warn(kCaptionEnded);
     if (controls.canEnd) notice_ = {};
     shownControls_ = controls;
     view_->Refresh();

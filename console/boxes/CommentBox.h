@@ -141,6 +141,8 @@ class CommentBox {
     void Load();
     void LoadReceivers();
     void LoadAids();
+    /// What of the instruction stands in the saved comments as done.
+    void NoteStepsDone();
     /// True when there is another list to show.
     bool RenewOtherAlarms();
     bool IsOtherAlarm(const cAlarm& alarm) const;

@@ -85,6 +85,10 @@ CommentBox::TextSaved CommentBox::SaveText() {
         return TextSaved::Refused;
     }
     newComments_ = newComments_.starts_with(typed) ? newComments_.substr(typed.size()) : Text();
+    for (InstructionStep& step : steps_) {
+        if (newComments_.find(step.ticked) == Text::npos) step.ticked.clear();
+    }
+    NoteStepsDone();
     return TextSaved::Written;
 }
 
@@ -96,6 +100,7 @@ bool CommentBox::MayOverwrite() {
     }
     // What the others wrote is shown, and the next save puts the typed text behind it.
     comments_.Load(comments_.Path());
+    NoteStepsDone();
     return false;
 }
 

@@ -4,6 +4,8 @@
 #include "runtime/Fields.h"
 #include "translation/ObjectForm.h"
 
+#include <algorithm>
+
 namespace nordkeep {
 namespace {
 
@@ -12,6 +14,8 @@ constexpr int kPhrases = 6;
 constexpr std::size_t kMostPhrases = 35;
 constexpr std::size_t kLongestPhrase = 500;
 constexpr TextView kLineEnd = "\r\n";
+constexpr TextView kTick = "[x] ";
+constexpr const char* kMinute = "YYYY-MM-DD HH:NN";
 constexpr TextView kBoxes[] = {"[ ]", "[]", "[_]"};
 
 /// What stands behind the box; empty without one.
@@ -34,10 +38,12 @@ std::vector<InstructionStep> StepsOf(TextView instruction) {
     return steps;
 }
 
-void TickInto(Text& comment, InstructionStep& step, bool isDone, TextView stamp) {
-    if (isDone == !step.ticked.empty()) return;
+void TickInto(Text& comment, InstructionStep& step, bool isDone, OleDate now, TextView initials) {
+    if (step.isOnFile || isDone == !step.ticked.empty()) return;
     if (isDone) {
-        step.ticked = Text(stamp).append("[x] ").append(step.text).append(kLineEnd);
+        // With its day: the line is looked for again.
+        step.ticked = FormatDate(now, "YYYY-MM-DD ") + RemarkStamp(now, initials);
+        step.ticked.append(kTick).append(step.text).append(kLineEnd);
         if (!comment.empty() && comment.back() != '\n') comment += kLineEnd;
         comment += step.ticked;
         return;
@@ -46,6 +52,22 @@ void TickInto(Text& comment, InstructionStep& step, bool isDone, TextView stamp)
     const std::size_t at = comment.find(step.ticked);
     if (at != Text::npos) comment.erase(at, step.ticked.size());
     step.ticked.clear();
+}
+
+void NoteDone(std::vector<InstructionStep>& steps, TextView comments, OleDate since) {
+    if (steps.empty() || since.IsNever()) return;
+    for (InstructionStep& step : steps) step.isOnFile = false;
+    const Text first = FormatDate(since, kMinute);
+    for (const TextView line : Lines(comments)) {
+        const std::size_t tick = line.find(kTick);
+        const TextView minute = line.substr(0, first.size());
+        if (tick == TextView::npos || minute < first || !ParseDateTime(minute)) continue;
+        const TextView text = TrimBlanksAndTabs(line.substr(tick + kTick.size()));
+        const auto step = std::ranges::find_if(
+            steps, [&](const InstructionStep& each) { return !each.isOnFile && each.text == text; });
+        if (step == steps.end()) continue;
+        step->isOnFile = true;
+    }
 }
 
 Text RemarkStamp(OleDate now, TextView initials) {

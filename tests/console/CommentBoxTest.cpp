@@ -283,7 +283,7 @@ TEST(CommentBox, TellsWhenSomebodyElseEndsTheAlarm) {
     EXPECT_TRUE(w.sheet.Notice().text.empty()) << "while events are fetched nothing is known";
     w.isRequestPending = false;
     w.sheet.Tick();
-    EXPECT_EQ(w.sheet.Notice().text, w.captions(3267));
+    EXPECT_EQ(w.sheet.Notice().text, w.captions(5802));
     EXPECT_FALSE(w.sheet.Controls().canEnd);
 }
 

@@ -1,4 +1,5 @@
 #include "console/editors/ObjectFormBox.h"
+#include "runtime/Dates.h"
 #include "tests/console/SheetWorld.h"
 
 #include <gtest/gtest.h>
@@ -122,7 +123,7 @@ TEST(CommentBoxAids, TicksGoIntoTheCommentAndOutAgain) {
     ASSERT_EQ(w.sheet.Steps().size(), 4u) << "of the instruction, then of the object";
     w.Type("seen");
     w.sheet.TickStep(0, true);
-    const Text stamp = w.sheet.Stamp();
+    const Text stamp = FormatDate(w.time.Now(), "YYYY-MM-DD ") + w.sheet.Stamp();
     EXPECT_EQ(w.sheet.NewComments(), "seen\r\n" + stamp + "[x] Call the brigade\r\n");
     w.sheet.TickStep(1, true);
     w.sheet.TickStep(0, false);
@@ -135,6 +136,38 @@ TEST(CommentBoxAids, TicksGoIntoTheCommentAndOutAgain) {
     w.sheet.OpenAlarm(alarm.m_FilePointer, OpenedBy::Operator);
     w.sheet.TickStep(0, true);
     EXPECT_EQ(w.sheet.NewComments(), "") << "who may not type ticks nothing";
+}
+
+TEST(CommentBoxAids, TicksOfThisAlarmAreThereAgainWhenTheSheetIsOpened) {
+    FormWorld w;
+    w.folder.Write("Information\\A\\B\\1\\E1.TXT", "[ ] Call the brigade\r\n[ ] Call Anna\r\n[ ] Lock up");
+    cAlarm& alarm = w.Raise();
+    alarm.m_ArrivedTime = w.time.Now();
+    const auto done = [&w](const cAlarm& of) {
+        w.sheet.OpenAlarm(of.m_FilePointer, OpenedBy::Operator);
+        Text marks;
+        for (const InstructionStep& step : w.sheet.Steps()) marks += step.IsDone() ? 'x' : '-';
+        return marks.substr(0, 3);
+    };
+    done(alarm);
+    w.sheet.TickStep(0, true);
+    w.sheet.TickStep(1, true);
+    w.sheet.Save();
+    EXPECT_EQ(done(alarm), "xx-");
+    w.sheet.TickStep(0, false);
+    EXPECT_TRUE(w.sheet.Steps()[0].IsDone()) << "what has been saved stays";
+    EXPECT_EQ(w.sheet.NewComments(), "");
+    w.sheet.Close();
+    // Somebody has written over one of the lines, and broken another.
+    Text comments = w.Comments();
+    comments.replace(comments.find("Call Anna"), 9, "Called Anna");
+    w.folder.Write("Comments\\A\\B\\1.TXT", comments + "[x] Lock up\r\n99-99 [x] Lock up\r\n[x] ");
+    EXPECT_EQ(done(alarm), "x--");
+    w.sheet.Close();
+    w.time.Advance(120'000);
+    cAlarm& next = w.Raise();
+    next.m_ArrivedTime = w.time.Now();
+    EXPECT_EQ(done(next), "---") << "what was done for an alarm before counts for that one";
 }
 
 TEST(CommentBoxAids, PhrasesAreTheCentresOwnOrTheDelivered) {
