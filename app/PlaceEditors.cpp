@@ -74,6 +74,15 @@ Text PlaceEditors::LinesOf(const Text& set) {
     return lines;
 }
 
+// The types as they have been taken in, and the event codes of the file. Asking a server may let other
+// handlers run: nothing of the set is touched behind it.
+std::vector<CodeText> PlaceEditors::CodeTexts(const Text& set, const Text& idCode) {
+    const cTranslate* known = needs_.translations.Find(set);
+    std::vector<CodeText> items = known ? TypeTextsOf(*known) : std::vector<CodeText>();
+    for (CodeText& item : EventTextsOf(needs_.files, set)) items.push_back(std::move(item));
+    return MarkedItems(needs_.files, set, idCode, std::move(items));
+}
+
 // --- What a set stands in
 
 SetSurroundings PlaceEditors::SurroundingsOf(const Text& set) {

@@ -44,6 +44,7 @@ class PlaceEditors final : public EditorsHost, public RowFacts {
     void EditInformation(const Text& set, const Text& idCode, const Text& name) override {
         needs_.setEditors.EditInformation(set, idCode, name);
     }
+    std::vector<CodeText> CodeTexts(const Text& set, const Text& idCode) override;
     SetSurroundings SurroundingsOf(const Text& set) override;
     Text LinesOf(const Text& set) override;
     bool RenameSet(const Text& from, const Text& to) override;

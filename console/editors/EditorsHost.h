@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/lists/CodeTexts.h"
 #include "translation/SetCheck.h"
 
 namespace nordkeep {
@@ -16,6 +17,8 @@ class EditorsHost {
     virtual void OpenAsText(const Text& path) = 0;
     /// Opens what is known of an object, as a form or as a text. `name` is the object's, for a title.
     virtual void EditInformation(const Text& set, const Text& idCode, const Text& name) = 0;
+    /// The instructions of an object for its types and event codes; those that exist are marked.
+    virtual std::vector<CodeText> CodeTexts(const Text& set, const Text& idCode) = 0;
     /// What the check of a set has to know beside its files.
     virtual SetSurroundings SurroundingsOf(const Text& set) = 0;
     /// The lines that use a set, for a person.

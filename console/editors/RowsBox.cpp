@@ -159,6 +159,17 @@ void RowsBox::EditInformation() {
     needs_.host.EditInformation(Name(), values[format_.KeyField()], values[*format_.ObjectNameField()]);
 }
 
+std::vector<CodeText> RowsBox::CodeTexts() {
+    if (!row_ || isBusy_ || !HasInformation() || needs_.state.IsRequestPending()) return {};
+    return needs_.host.CodeTexts(Name(), format_.ValuesOf(items_[*row_])[format_.KeyField()]);
+}
+
+void RowsBox::EditCodeText(const Text& code) {
+    if (!row_ || isBusy_ || !HasInformation()) return;
+    const Text idCode = format_.ValuesOf(items_[*row_])[format_.KeyField()];
+    if (const Text path = CodeInfoFile(Name(), idCode, code); !path.empty()) needs_.host.OpenAsText(path);
+}
+
 // --- The table
 
 void RowsBox::ShowRows(const std::function<void()>& change, int rowInFront) {

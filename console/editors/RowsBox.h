@@ -77,6 +77,10 @@ class RowsBox : public FieldForm, public SetupSection {
     bool HasInformation() const { return format_.ObjectNameField().has_value(); }
     /// Opens what is known of the object in front.
     void EditInformation();
+    /// What is to be done about the object in front for single types and event codes.
+    std::vector<CodeText> CodeTexts();
+    /// Opens one of them by its code.
+    void EditCodeText(const Text& code);
     /// Works on the check of the file; true when what it knows has changed.
     bool Tick();
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "console/lists/Captions.h"
-#include "runtime/DataFiles.h"
+#include "console/lists/CodeTexts.h"
 #include "translation/ServicePeriods.h"
 
 #include <vector>
@@ -16,11 +16,6 @@ struct ObjectMenu {
         Text caption{};
         bool isChecked = false;
     };
-    /// An instruction for a type of the object.
-    struct CodeItem {
-        Text code{};
-        Text caption{};  // with " *" behind when the file exists
-    };
 
     Text service{};  // of the submenu, with the present mode
     int mode = 0;
@@ -30,13 +25,9 @@ struct ObjectMenu {
 
 /// As runtime/ObjectFiles.h has it; empty also without a set.
 Text ObjectInfoFile(const Text& set, const Text& idCode);
-Text CodeInfoFile(const Text& set, const Text& idCode, const Text& code);
 
 /// The items of "log only": the lengths of the setting ServiceIntervals, and last around the clock. What is
 /// no number above 0 has no item.
 std::vector<ObjectMenu::LogOnlyItem> LogOnlyItems(const Captions& captions, TextView ServiceIntervals);
-/// The captions of types or codes, with marks for the instructions that exist. One look at the folder.
-std::vector<ObjectMenu::CodeItem> MarkedItems(DataFiles& files, const Text& set, const Text& idCode,
-                                              std::vector<ObjectMenu::CodeItem> items);
 
 }  // namespace nordkeep

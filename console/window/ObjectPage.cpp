@@ -128,28 +128,21 @@ ObjectMenu ObjectPage::Menu() {
     return menu;
 }
 
-std::vector<ObjectMenu::CodeItem> ObjectPage::TypeCodeItems() {
+std::vector<CodeText> ObjectPage::TypeCodeItems() {
     const cIDCode* object = Selected();
     const cTranslate* set = needs_.translations.Find(objects_.Set());
     if (!object || !set) return {};
     const Text idCode = object->m_IdCode;
-    std::vector<ObjectMenu::CodeItem> items;
-    for (const cTypeCode& type : set->m_TypeCodes) {
-        items.push_back({type.m_TypeCode, type.m_TypeCode + " " + type.m_Name});
-    }
+    std::vector<CodeText> items = TypeTextsOf(*set);
     return MayAsk() ? MarkedItems(needs_.files, objects_.Set(), idCode, std::move(items)) : items;
 }
 
-std::vector<ObjectMenu::CodeItem> ObjectPage::DataCodeItems() {
+std::vector<CodeText> ObjectPage::DataCodeItems() {
     const cIDCode* object = Selected();
     if (!object || !MayAsk()) return {};
     const Text idCode = object->m_IdCode;
     const Text set = objects_.Set();
-    std::vector<ObjectMenu::CodeItem> items;
-    for (const DataCodeEntry& entry : EventCodesOf(needs_.files.ReadTextFile(DataCodeFileOf(set)))) {
-        items.push_back({entry.code, entry.code + " " + entry.name});
-    }
-    return MarkedItems(needs_.files, set, idCode, std::move(items));
+    return MarkedItems(needs_.files, set, idCode, EventTextsOf(needs_.files, set));
 }
 
 // --- Commands
@@ -209,7 +202,7 @@ void ObjectPage::EditInformation() {
 }
 
 // Fetching the items may have let other handlers run: the object is looked up behind it.
-void ObjectPage::EditCode(const std::vector<ObjectMenu::CodeItem>& items, int item) {
+void ObjectPage::EditCode(const std::vector<CodeText>& items, int item) {
     const auto place = static_cast<std::size_t>(item);
     const auto names = NamesOfSelected();
     if (!names || item < 0 || place >= items.size()) return;

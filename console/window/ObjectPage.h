@@ -59,8 +59,8 @@ class ObjectPage {
     /// The popup of the selected object.
     ObjectMenu Menu();
     /// The items of its submenus, fetched when they are opened.
-    std::vector<ObjectMenu::CodeItem> TypeCodeItems();
-    std::vector<ObjectMenu::CodeItem> DataCodeItems();
+    std::vector<CodeText> TypeCodeItems();
+    std::vector<CodeText> DataCodeItems();
     /// The maps of the folder and of the selected set's folder: file names below the data folder.
     std::vector<Text> Maps() const;
     void OpenMap(const Text& file);
@@ -99,7 +99,7 @@ class ObjectPage {
     void RenewDataCodes();
     void RenewGlyphs(int elapsedMs);
     AliveState StateOfSet(const Text& set) const;
-    void EditCode(const std::vector<ObjectMenu::CodeItem>& items, int item);
+    void EditCode(const std::vector<CodeText>& items, int item);
     void EditText(const Text& path);
     bool IsLeftToProgram(TextView ending);
 

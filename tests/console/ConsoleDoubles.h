@@ -154,6 +154,10 @@ struct RecordingEditorsHost final : EditorsHost {
     void EditInformation(const Text& set, const Text& idCode, const Text&) override {
         calls += "information " + set + "/" + idCode + ";";
     }
+    std::vector<CodeText> CodeTexts(const Text& set, const Text& idCode) override {
+        calls += "types " + set + "/" + idCode + ";";
+        return {{"01", "01 Fire *"}, {"03", "03 Burglary"}};
+    }
     SetSurroundings SurroundingsOf(const Text&) override { return {}; }
     Text LinesOf(const Text&) override { return "Receiver: Robofon"; }
     bool RenameSet(const Text& from, const Text& to) override {

@@ -112,6 +112,17 @@ TEST(RowsBox, TellsFaultsBesideTheFieldWhileOneTypes) {
     EXPECT_NE(w.objects.RowFault(), "") << "a row without a separator";
 }
 
+TEST(RowsBox, LeadsToTheTextsOfAnObjectForSingleTypes) {
+    RowsWorld w;
+    w.Choose(1);
+    const std::vector<CodeText> texts = w.objects.CodeTexts();
+    ASSERT_EQ(texts.size(), 2u);
+    w.objects.EditCodeText(texts[1].code);
+    w.objects.EditCodeText("..\\..\\Users");
+    EXPECT_EQ(w.host.calls, "types Town/100002;text Information\\Town\\100002\\03.TXT;");
+    EXPECT_TRUE(w.types.CodeTexts().empty());
+}
+
 TEST(RowsBox, AsksBeforeASaveAddsAFault) {
     RowsWorld w;
     w.Type(kObjectCustomer, "Other");

@@ -9,6 +9,7 @@
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QSplitter>
 
@@ -28,6 +29,8 @@ constexpr int kCaptionImport = 4715;
 constexpr int kCaptionExport = 4716;
 constexpr int kCaptionSample = 4918;
 constexpr int kCaptionInformation = 5123;
+constexpr int kCaptionCodeTexts = 5804;
+constexpr int kCaptionNoTypes = 5805;
 constexpr int kTickMs = 50;
 constexpr int kFactsWidth = 260;  // px
 constexpr int kTableHeight = 240;
@@ -168,9 +171,27 @@ QWidget* RowsPane::NewFacts() {
     auto* layout = new QVBoxLayout(beside_);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(area, 1);
+    layout->addWidget(NewCodeTexts());
     layout->addWidget(sample_);
     layout->addWidget(outcome_);
     return beside_;
+}
+
+/// What is to be done about the object for single types: a button with a list of them.
+QWidget* RowsPane::NewCodeTexts() {
+    codeTexts_ = NewButton(captions_, kCaptionCodeTexts);
+    codeTexts_->setVisible(rows_.HasInformation());
+    auto* menu = new QMenu(codeTexts_);
+    codeTexts_->setMenu(menu);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        menu->clear();
+        for (const CodeText& text : rows_.CodeTexts()) {
+            connect(menu->addAction(WithoutMnemonics(ShownLine(text.caption))), &QAction::triggered, this,
+                    [this, code = text.code] { rows_.EditCodeText(code); });
+        }
+        if (menu->isEmpty()) menu->addAction(CaptionText(captions_, kCaptionNoTypes))->setEnabled(false);
+    });
+    return codeTexts_;
 }
 
 void RowsPane::AddKeys() {
@@ -193,7 +214,7 @@ void RowsPane::FollowInTabs(QWidget* widget) {
     QWidget* last = widget;
     std::vector<QWidget*> order = {files_, search_, table_};
     order.insert(order.end(), buttons_.begin(), buttons_.end());
-    order.insert(order.end(), {import_, export_});
+    order.insert(order.end(), {import_, export_, codeTexts_, sample_});
     for (QWidget* next : order) {
         setTabOrder(last, next);
         last = next;

@@ -30,6 +30,7 @@ class RowsPane : public SectionPane {
     QWidget* NewButtons();
     QWidget* NewBottom();
     QWidget* NewFacts();
+    QWidget* NewCodeTexts();
     void ShowFiles();
     void ShowButtons();
     void AddKeys();
@@ -47,6 +48,7 @@ class RowsPane : public SectionPane {
     FieldPane* fields_ = nullptr;
     QLabel* rowFault_ = nullptr;
     QWidget* beside_ = nullptr;
+    QPushButton* codeTexts_ = nullptr;
     QLabel* facts_ = nullptr;
     QLineEdit* sample_ = nullptr;
     QLabel* outcome_ = nullptr;

@@ -25,9 +25,11 @@ constexpr int kCaptionOpen = 3643;
 constexpr int kCaptionPopup = 3644;
 constexpr int kCaptionTextSize = 3645;
 constexpr int kCaptionFullScreen = 3646;
+constexpr int kCaptionMoveSheet = 5800;
 constexpr WindowKey kWindowKeys[] = {
     {kCaptionPages, "Ctrl+1 ... Ctrl+8"},
     {kCaptionNextPane, "F6"},
+    {kCaptionMoveSheet, "Shift+F6"},
     {kCaptionOpen, "Enter"},
     {kCaptionPopup, "Menu, Shift+F10"},
     {kCaptionFilter, "Ctrl+F, Esc"},
@@ -140,7 +142,7 @@ void MainWindow::FillCodeMenu(QMenu* menu, Command command) {
     const auto items =
         command == Command::TypeCodeEdit ? box_.Objects().TypeCodeItems() : box_.Objects().DataCodeItems();
     int number = 0;
-    for (const ObjectMenu::CodeItem& item : items) {
+    for (const CodeText& item : items) {
         if (number >= kMostItems) break;
         QAction* action = menu->addAction(WithoutMnemonics(ShownLine(item.caption)));
         connect(action, &QAction::triggered, this, [this, command, number] { box_.Run(command, number); });
@@ -193,7 +195,8 @@ void MainWindow::ShowKeys() {
     table->horizontalHeader()->setStretchLastSection(true);
     auto* layout = new QVBoxLayout(sheet);
     layout->addWidget(table);
-    sheet->resize(460, 500);
+    const int rows = table->rowCount() * table->verticalHeader()->defaultSectionSize();
+    sheet->resize(500, qMin(rows + 40, 640));
     sheet->show();
 }
 
