@@ -97,6 +97,28 @@ TEST_F(WindowManagerTest, TypingIsNotDisturbedByAFlood) {
     EXPECT_GT(server.EventFiles().size(), 0u);
 }
 
+// One key takes the sheet out of the main window and back, from the list as from the sheet.
+TEST_F(WindowManagerTest, TheSheetLeavesTheListAndComesBack) {
+    StartServer("CommentSheetPlace=1\r\n");
+    Alarm();
+    screen.Keys(kMain, "ctrl+1 Home F2");
+    ::usleep(700'000);
+    EXPECT_FALSE(screen.HasWindow("Bakery")) << "it stands beside the list";
+    screen.Keys(kMain, "ctrl+1 shift+F6");
+    ASSERT_TRUE(screen.AwaitActive("Bakery"));
+    EXPECT_TRUE(WaitFor([&] {
+        return server.Data().Read("Settings\\Nordkeep.INI").find("CommentSheetPlace=0") != Text::npos;
+    }));
+    screen.Do("key shift+F6");
+    EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow("Bakery"); }));
+    ASSERT_TRUE(screen.AwaitActive(kMain));
+    screen.Do("key shift+F6");
+    EXPECT_TRUE(screen.AwaitActive("Bakery"));
+    screen.Keys(kMain, "ctrl+1 shift+F6");
+    EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow("Bakery"); }))
+        << "from the list, with the sheet behind";
+}
+
 TEST_F(WindowManagerTest, AMinimisedWindowComesBackForAnAlarm) {
     StartServer("PopUp=1\r\n");
     screen.Do("search --onlyvisible --name '^Nordkeep - ' windowminimize");

@@ -81,12 +81,20 @@ void CommentWindow::ShowSteps() {
         QListWidgetItem* item = steps_->item(number);
         const QString text = ShownLine(step.text);
         if (item->text() != text) item->setText(text);
-        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-        item->setCheckState(step.ticked.empty() ? Qt::Unchecked : Qt::Checked);
+        // What has been saved cannot be taken back.
+        const auto isOpen = step.isOnFile ? Qt::NoItemFlags : Qt::ItemFlags(Qt::ItemIsUserCheckable);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | isOpen);
+        item->setCheckState(step.IsDone() ? Qt::Checked : Qt::Unchecked);
     }
     stepPart_->setVisible(!steps.empty());
-    const int rows = qBound(1, steps_->count(), kMostStepsShown);
-    steps_->setFixedHeight(rows * (steps_->fontMetrics().height() + 6) + 8);
+    FitSteps();
+}
+
+void CommentWindow::FitSteps() {
+    int height = 2 * steps_->frameWidth() + 2;
+    for (int row = 0; row < qMin(steps_->count(), kMostStepsShown); ++row)
+        height += steps_->sizeHintForRow(row);
+    if (steps_->height() != height) steps_->setFixedHeight(height);
 }
 
 // --- What is put into the comment
@@ -143,10 +151,11 @@ void CommentWindow::TellOfLink(const Text& value, bool isOpened) {
 
 // Beside the list they are the sheet's only while somebody works in it.
 void CommentWindow::AddKeys() {
-    const auto key = [this](QKeySequence keys, auto action) {
+    const auto key = [this](QKeySequence keys, auto action) -> QShortcut* {
         auto* shortcut = new QShortcut(keys, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, action);
+        return shortcut;
     };
     key(Qt::CTRL | Qt::Key_S, [this] { sheet_.Save(); });
     key(Qt::CTRL | Qt::Key_Return, [this] { sheet_.EndAlarm(); });
@@ -155,7 +164,7 @@ void CommentWindow::AddKeys() {
     key(Qt::Key_F7, [this] { PopUpPhrases(); });
     key(Qt::Key_F9, [this] { PopUpPhones(true); });
     key(Qt::SHIFT | Qt::Key_F9, [this] { PopUpPhones(false); });
-    key(Qt::SHIFT | Qt::Key_F6, [this] { onMove(); });
+    moveKey_ = key(Qt::SHIFT | Qt::Key_F6, [this] { onMove(); });
 }
 
 }  // namespace nordkeep

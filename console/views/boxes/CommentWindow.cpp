@@ -5,6 +5,7 @@
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QShortcut>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLineEdit>
@@ -25,6 +26,8 @@ constexpr int kCaptionSmallComment = 3263;
 constexpr int kCaptionOtherAlarms = 3700;
 constexpr int kCaptionBeside = 5162;
 constexpr int kCaptionOwnWindow = 5163;
+constexpr int kLeastLines = 2;
+constexpr int kBoxFrame = 12;  // px
 
 /// A column of its own without margins, in which heading and boxes stand.
 struct Column {
@@ -181,6 +184,13 @@ QLayout* CommentWindow::NewButtons() {
 void CommentWindow::SetNarrow(bool isNarrow) {
     columns_->setOrientation(isNarrow ? Qt::Vertical : Qt::Horizontal);
     buttonRows_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // Below each other they share one height: some lines of each can always be read.
+    const int least = isNarrow ? kLeastLines * fontMetrics().height() + kBoxFrame : 0;
+    for (QWidget* box : std::initializer_list<QWidget*>{information_, form_, typeCodeInfo_, otherAlarms_,
+                                                        oldComments_, newComments_}) {
+        box->setMinimumHeight(least);
+    }
+    moveKey_->setEnabled(!isNarrow);
     // The letters of the buttons would be those of the main window's menus.
     for (const auto& [button, caption] : captionsOfButtons_) {
         const QString text = CaptionText(captions_, caption);

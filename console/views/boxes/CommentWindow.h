@@ -8,6 +8,7 @@ class QBoxLayout;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
+class QShortcut;
 class QSplitter;
 
 namespace nordkeep {
@@ -45,6 +46,7 @@ class CommentWindow final : public QDialog, public WindowView {
     QLayout* NewAids();
     QWidget* NewSteps();
     void ShowSteps();
+    void FitSteps();
     void Insert(const QString& text);
     void PopUpPhrases();
     void PopUpPhones(bool isToCall);
@@ -78,6 +80,7 @@ class CommentWindow final : public QDialog, public WindowView {
     QPushButton* phrases_ = nullptr;
     QPushButton* phones_ = nullptr;
     QPushButton* move_ = nullptr;
+    QShortcut* moveKey_ = nullptr;  // beside the list it is the main window's
     QWidget* typeCodePart_ = nullptr;
     QPlainTextEdit* typeCodeInfo_ = nullptr;
     QWidget* otherPart_ = nullptr;

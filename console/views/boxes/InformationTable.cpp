@@ -11,13 +11,17 @@
 #include <QtWidgets/QHeaderView>
 
 namespace nordkeep {
+namespace {
+
+constexpr int kCellMargin = 4;  // px, beside and between the texts
+
+}  // namespace
 
 InformationTable::InformationTable() : QTableWidget(0, 2) {
     horizontalHeader()->hide();
     verticalHeader()->hide();
-    horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    horizontalHeader()->setStretchLastSection(true);
-    verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setMinimumSectionSize(1);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTabKeyNavigation(false);
@@ -55,6 +59,43 @@ void InformationTable::ShowRows(const std::vector<InformationRow>& rows) {
         setItem(number, 0, caption);
         setItem(number, 1, value);
     }
+    FitCells();
+}
+
+// By hand: the header would measure a text of its own, which takes both columns, as if it had only the first.
+void InformationTable::FitCells() {
+    int captions = 0;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (rows_[static_cast<std::size_t>(row)].caption.empty()) continue;
+        captions = qMax(captions, fontMetrics().horizontalAdvance(item(row, 0)->text()));
+    }
+    const int room = viewport()->width();
+    setColumnWidth(0, qMin(captions + 3 * kCellMargin, room / 2));
+    setColumnWidth(1, room - columnWidth(0));
+    for (int row = 0; row < rowCount(); ++row) {
+        const bool isSpanned = rows_[static_cast<std::size_t>(row)].caption.empty();
+        const int caption = TextHeight(item(row, 0), isSpanned ? room : columnWidth(0));
+        setRowHeight(row, qMax(caption, TextHeight(item(row, 1), columnWidth(1))));
+    }
+}
+
+int InformationTable::TextHeight(const QTableWidgetItem* item, int width) const {
+    const QRect room(0, 0, qMax(width - 2 * kCellMargin, 1), 1'000'000);
+    const QString text = item ? item->text() : QString();
+    return fontMetrics()
+               .boundingRect(room, Qt::TextWordWrap, text.isEmpty() ? QStringLiteral(" ") : text)
+               .height() +
+           kCellMargin;
+}
+
+void InformationTable::resizeEvent(QResizeEvent* event) {
+    QTableWidget::resizeEvent(event);
+    FitCells();
+}
+
+void InformationTable::changeEvent(QEvent* event) {
+    QTableWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) FitCells();
 }
 
 void InformationTable::Follow(int row) {

@@ -21,8 +21,13 @@ class InformationTable final : public QTableWidget {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
  private:
+    /// The captions as wide as they are, the rest for the values; each row as high as its text.
+    void FitCells();
+    int TextHeight(const QTableWidgetItem* item, int width) const;
     void Follow(int row);
     void CopyValue(int row);
 

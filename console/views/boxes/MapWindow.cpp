@@ -89,12 +89,13 @@ MapWindow::MapWindow(MapBox& map, const Captions& captions, QWidget* parent) : Q
     failure_ = NewLabel();
     failure_->setAlignment(Qt::AlignCenter);
     failure_->setWordWrap(true);
-    status_ = NewLabel();
+    status_ = NewDataLabel();
     other_ = new NoticeBar;
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(other_);
     layout->addWidget(scroll_, 1);
     layout->addWidget(failure_, 1);
+    layout->addWidget(status_);
     layout->addLayout(NewButtons(captions));
     resize(720, 560);
 }
@@ -109,7 +110,7 @@ QLayout* MapWindow::NewButtons(const Captions& captions) {
     connect(out, &QPushButton::clicked, this, [this] { Zoom('-'); });
     connect(center_, &QPushButton::clicked, this, [this] { FindAlarmCenter(); });
     connect(close, &QPushButton::clicked, this, [this] { map_.Close(); });
-    row->addWidget(status_, 1);
+    row->addStretch(1);
     for (QPushButton* button : {in, out, center_, close}) row->addWidget(button);
     return row;
 }

@@ -195,8 +195,10 @@ void PutRight(QWidget& window, Qt::Edge edge) {
     const QScreen* screen = window.parentWidget() ? window.parentWidget()->screen() : window.screen();
     if (!screen || window.testAttribute(Qt::WA_Moved)) return;
     const QRect room = screen->availableGeometry().adjusted(0, kEdge, -kEdge, -kEdge);
-    const int top = edge == Qt::TopEdge ? room.top() : room.bottom() - window.height();
-    window.move(room.right() - window.width(), top);
+    // A window that has not been shown may still have to grow.
+    const QSize size = window.size().expandedTo(window.minimumSizeHint());
+    const int top = edge == Qt::TopEdge ? room.top() : room.bottom() - size.height();
+    window.move(room.right() - size.width(), top);
 }
 
 void KeepOnScreen(QWidget& window) {

@@ -41,6 +41,8 @@ QTableWidget* NewTable(const Captions& captions) {
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
     table->setFixedHeight(kTableHeight);
+    table->horizontalHeader()->setHighlightSections(false);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     return table;

@@ -1,5 +1,7 @@
 #include "console/views/window/SheetDock.h"
 
+#include <QtGui/QShortcut>
+
 namespace nordkeep {
 namespace {
 
@@ -18,6 +20,11 @@ SheetDock::SheetDock(const Needs& needs) : QDockWidget(&needs.window), needs_(ne
     needs_.sheet.onShow = [this](bool takesFocus) { ShowSheet(takesFocus); };
     needs_.sheet.onHide = [this] { HideSheet(); };
     needs_.sheet.onMove = [this] { Move(); };
+    // From wherever in the main window the operator is.
+    auto* move = new QShortcut(Qt::SHIFT | Qt::Key_F6, &needs_.window);
+    connect(move, &QShortcut::activated, this, [this] {
+        if (needs_.sheet.isVisible()) Move();
+    });
 }
 
 bool SheetDock::IsWanted() const {
