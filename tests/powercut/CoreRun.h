@@ -14,6 +14,8 @@ struct CoreRun {
     CoreRun(const NativePath& root, ManualTime& time_)
         : tree(root), files(tree), time(time_), log(tree, time), journal(journalFile, tree, time) {
         language.LoadFrom("1050=x\n");
+        MakeFolder(tree.Resolve("Data"));
+        MakeFolder(tree.Resolve("Data\\Events"));
         settings = LoadCoreSettings(files);
         journal.Open();
         core.emplace(CoreGround{.dataFolder = tree,

@@ -26,8 +26,8 @@ struct Promises {
 class PowerCutTest : public ::testing::Test {
  protected:
     PowerCutTest() {
-        for (const char* name : {"Data\\Events", "Settings", "LogFiles", "Comments"})
-            folder.MakeFolders(name);
+        // Those of the data are made by the first start, and have to outlast the power cut behind it.
+        for (const char* name : {"Settings", "LogFiles", "Comments"}) folder.MakeFolders(name);
         folder.Write("Settings\\Nordkeep.INI",
                      "[General]\r\nNextAlarmId=1\r\nMaxAlarms=12\r\nMaxTestAlarms=-99\r\nWidthForNumber=4\r\n"
                      "SmallCommentSize=20\r\nArchiveLogFileTimeFormat=[AlarmCode]\r\n");

@@ -109,6 +109,10 @@ void RecordedDisk::NoteUnlink(const std::string& path) {
     if (file) calls_.push_back({.kind = Kind::Unname, .file = file.mapped(), .path = path});
 }
 
+void RecordedDisk::NoteFolder(const std::string& path) {
+    calls_.push_back({.kind = Kind::Name, .file = kFolder, .path = path});
+}
+
 void RecordedDisk::ApplyName(Names& names, const Call& call) {
     if (call.kind == Kind::Name) {
         names[call.path] = call.file;
@@ -166,16 +170,23 @@ void RecordedDisk::Restore(std::size_t cut, Leftover leftover, std::uint32_t see
     for (std::size_t i = 0; i < kept; ++i) ApplyName(names, *pendingNames_[i]);
     for (const std::string& folder : subfolders_) fs::create_directories(into + folder);
     for (const auto& [path, file] : names) {
-        const Content& content = contents_[file];
-        std::string bytes = content.safe;
-        for (const Call* call : content.pending) {
-            if (leftover == Leftover::All) ApplyWrite(bytes, *call, call->bytes.size());
-            if (leftover != Leftover::Anything || random() % 2 == 0) continue;
-            const std::size_t size = call->bytes.size();
-            ApplyWrite(bytes, *call, random() % 4 == 0 && size > 0 ? random() % size : size);
-        }
-        std::ofstream(into + path.substr(folder_.size()), std::ios::binary) << bytes;
+        const std::string place = into + path.substr(folder_.size());
+        // What is in a folder goes with the folder's own name.
+        if (!fs::exists(FolderOf(place))) continue;
+        file == kFolder ? void(fs::create_directory(place)) : RestoreFile(file, leftover, random, place);
     }
+}
+
+void RecordedDisk::RestoreFile(int file, Leftover leftover, std::mt19937& random, const std::string& into) {
+    const Content& content = contents_[file];
+    std::string bytes = content.safe;
+    for (const Call* call : content.pending) {
+        if (leftover == Leftover::All) ApplyWrite(bytes, *call, call->bytes.size());
+        if (leftover != Leftover::Anything || random() % 2 == 0) continue;
+        const std::size_t size = call->bytes.size();
+        ApplyWrite(bytes, *call, random() % 4 == 0 && size > 0 ? random() % size : size);
+    }
+    std::ofstream(into, std::ios::binary) << bytes;
 }
 
 }  // namespace nordkeep
@@ -298,6 +309,13 @@ int rename(const char* from, const char* to) noexcept {
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) noexcept {
     return NoteMoved(Real(&renameat2, "renameat2")(fromFolder, from, toFolder, to, flags), from, to);
+}
+
+int mkdir(const char* path, mode_t mode) noexcept {
+    const int result = Real(&mkdir, "mkdir")(path, mode);
+    nordkeep::RecordedDisk* disk = nordkeep::RecordedDisk::Current();
+    if (result == 0 && disk && disk->Holds(AbsolutePath(path))) disk->NoteFolder(path);
+    return result;
 }
 
 int unlink(const char* path) noexcept {

@@ -46,6 +46,7 @@ class RecordedDisk {
     void NoteSync(int descriptor);
     void NoteRename(const std::string& from, const std::string& to);
     void NoteUnlink(const std::string& path);
+    void NoteFolder(const std::string& path);
     bool Holds(const std::string& path) const { return path.starts_with(folder_ + "/"); }
     static RecordedDisk* Current();
 
@@ -68,11 +69,13 @@ class RecordedDisk {
         std::string path{};
     };
     using Names = std::map<std::string, int>;
+    static constexpr int kFolder = -1;  // what such a name stands for, in place of a file
 
     void ReadFolder(const std::string& folder);
     int FileOf(const std::string& path);
     void Replay(const Call& call);
     void SyncNames(const std::string& folder);
+    void RestoreFile(int file, Leftover leftover, std::mt19937& random, const std::string& into);
     static void ApplyName(Names& names, const Call& call);
     static void ApplyWrite(std::string& content, const Call& call, std::size_t count);
 
