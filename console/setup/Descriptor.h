@@ -19,6 +19,7 @@ enum class ControlKind {
     Color,      // a number with red in the lowest byte
     ColorPair,  // "background;text", six hexadecimal digits each
     Font,
+    Printer,  // a name of the system's
     File,
     Folder,
     Sound,

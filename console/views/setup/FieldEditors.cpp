@@ -5,6 +5,7 @@
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QWheelEvent>
+#include <QtPrintSupport/QPrinterInfo>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFileDialog>
@@ -171,6 +172,8 @@ class OfferEditor final : public FieldEditor {
 QStringList WordsOffered(const EditorNeeds& needs, const SetupField& field) {
     QStringList words;
     if (field.key.control == ControlKind::Font) return QStringList(QString()) + QFontDatabase::families();
+    if (field.key.control == ControlKind::Printer)
+        return QStringList(QString()) + QPrinterInfo::availablePrinterNames();
     for (const DescribedChoice& choice : needs.form.ChoicesOf(field)) words << ToQString(choice.value);
     return words;
 }
@@ -203,6 +206,7 @@ FieldEditor* NewFieldEditor(const EditorNeeds& needs) {
         case ControlKind::ColorPair:
             return NewColorPairEditor(needs.captions);
         case ControlKind::Font:
+        case ControlKind::Printer:
         case ControlKind::Offered:
             return new OfferEditor(WordsOffered(needs, field));
         case ControlKind::File:

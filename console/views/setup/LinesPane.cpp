@@ -71,6 +71,7 @@ LinesPane::LinesPane(LinesBox& lines, const Captions& captions) : lines_(lines),
     connect(table_, &QTableWidget::currentCellChanged, this, [this](int row) {
         if (row >= 0) lines_.Select(static_cast<std::size_t>(row));
     });
+    connect(table_, &QTableWidget::cellActivated, this, [this] { fields_->FocusFirst(); });
 }
 
 void LinesPane::FollowInTabs(QWidget* widget) {
