@@ -151,5 +151,38 @@ TEST_F(SetUpAtClient, SomebodyOfLevelTwoEditsTheServersObjectsAndInformation) {
     EXPECT_EQ(NameOfAlarm(server, 0), "Pump") << "the server has taken it in";
 }
 
+TEST_F(SetUpAtClient, SomebodyOfLevelTwoMakesAndEditsTheServersLines) {
+    Open(2);
+    ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^Set-up$"); })) << client.Output();
+    screen.AwaitActive("^Set-up$");
+    const int port = FreePort();
+    screen.ShowPage(kLines);
+    screen.Key("alt+n ctrl+a");
+    screen.Type("Annex");
+    screen.Key("alt+x ctrl+a");
+    screen.Type(std::to_string(port));
+    screen.Key("alt+x");
+    screen.Key("alt+x");
+    screen.Type("Town");
+    screen.Key("alt+a");
+    ASSERT_TRUE(server.WaitForOutput("Port opened: 'Port2'")) << server.Output() << client.Output();
+    EXPECT_FALSE(client.Data().Exists("Settings\\Port2.ini"));
+    const Caller annex(port);
+    annex.Send(RobofonTelegram("10000101"));
+    EXPECT_EQ(annex.Receive(1), "\x06");
+
+    // Its name is the first field of the other line; what the file has beside it stays.
+    screen.ShowPage(kLines);
+    screen.Key("Tab ctrl+Home Return ctrl+a");
+    screen.Type("Gate");
+    screen.Key("alt+a");
+    EXPECT_TRUE(WaitFor([&] {
+        return server.Data().Read("Settings\\Port1.ini").find("PortDescription=Gate") != Text::npos;
+    })) << client.Output();
+    EXPECT_NE(server.Data().Read("Settings\\Port1.ini").find("Robofon=Town"), Text::npos);
+    EXPECT_TRUE(server.WaitForOutput("Port opened: 'Port1'", 2)) << server.Output();
+    Alarm();
+}
+
 }  // namespace
 }  // namespace nordkeep
