@@ -1,8 +1,10 @@
 #include "platform/posix/SystemClock.h"
+#include "tests/app/ground/Needs.h"
 #include "tests/app/ground/NetworkCopies.h"
 #include "tests/app/ground/ProtocolClient.h"
 #include "tests/app/ground/ServiceManager.h"
 #include "tests/app/ground/Shell.h"
+#include "tests/app/ground/VirtualScreen.h"
 #include "tests/doubles/WaveFile.h"
 
 #include <fcntl.h>
@@ -139,6 +141,24 @@ TEST_F(BlindSpots, LinesThatSomebodyHasShutAreNamed) {
     server.Stop();
     server.Start({"/ForceDisablePorts"});
     EXPECT_TRUE(Names("The lines are shut by a switch at the start: nothing is received")) << server.Output();
+}
+
+TEST_F(BlindSpots, ALineThatSomebodyHasMutedIsNamed) {
+    NORDKEEP_NEEDS("Xvfb", "Xvfb");
+    const VirtualScreen screen;
+    server.StartOnDisplay(screen.Display());
+    ASSERT_TRUE(server.WaitForOutput("Port opened: 'Port1'")) << server.Output();
+    ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^Nordkeep - "); })) << server.Output();
+    screen.Keys("^Nordkeep - ", "alt+e Up Return");
+    ASSERT_TRUE(screen.AwaitActive("^Set-up$")) << server.Output();
+    screen.Do("key --delay 60 alt+u");
+    ASSERT_TRUE(screen.AwaitActive("^Nordkeep$")) << "it asks first";
+    screen.Do("key --delay 60 alt+y");
+    EXPECT_TRUE(Names("Line Port1: muted since")) << server.Output();
+    const Caller caller(alarmPort);
+    caller.Send(RobofonTelegram("10000101"));
+    EXPECT_EQ(caller.ReceiveWithin(1, 1500), "") << "what is thrown away is not acknowledged";
+    EXPECT_TRUE(server.EventFiles().empty());
 }
 
 TEST_F(BlindSpots, ATransmitterThatFallsSilentIsNamed) {

@@ -1,3 +1,4 @@
+#include "tests/app/ground/Needs.h"
 #include "tests/app/ground/NetworkCopies.h"
 #include "tests/app/ground/VirtualScreen.h"
 
@@ -117,6 +118,45 @@ TEST_F(WindowManagerTest, TheSheetLeavesTheListAndComesBack) {
     screen.Keys(kMain, "ctrl+1 shift+F6");
     EXPECT_TRUE(WaitFor([&] { return !screen.HasWindow("Bakery"); }))
         << "from the list, with the sheet behind";
+}
+
+// The screen on which it stood is gone: a smaller one has to show all of it.
+TEST_F(WindowManagerTest, AWindowThatStoodOnAnotherScreenComesBackIntoSight) {
+    {
+        const VirtualScreen wide("2560x900x24");
+        server.StartOnDisplay(wide.Display());
+        ASSERT_TRUE(WaitFor([&] { return wide.HasWindow(kMain); })) << server.Output();
+        wide.Do(
+            "search --onlyvisible --name '^Nordkeep - ' windowsize --sync 900 700 windowmove --sync 1500 "
+            "100");
+        ASSERT_TRUE(WaitFor([&] { return wide.LeftOf(kMain).value_or(0) > 1400; }));
+        ASSERT_EQ(server.Stop(), 0);
+    }
+    server.StartOnDisplay(screen.Display());
+    ASSERT_TRUE(WaitFor([&] { return screen.HasWindow(kMain); })) << server.Output();
+    const int left = screen.LeftOf(kMain).value_or(-1);
+    EXPECT_GE(left, 0);
+    EXPECT_LE(left, 1280 - 900 + 8) << "all of it but for the frame";
+}
+
+// Without a place among the programs it goes into the tray, from which a click or an alarm fetches it.
+TEST_F(WindowManagerTest, AWindowInTheTrayComesBack) {
+    NORDKEEP_NEEDS("trayer", "trayer");
+    screen.Run({"trayer", "--edge", "bottom", "--align", "left", "--width", "100", "--widthtype", "pixel"});
+    ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^panel$"); }));
+    StartServer("ShowInTaskBar=0\r\nPopUp=1\r\n");
+    const auto minimise = [this] {
+        screen.Do("search --onlyvisible --name '^Nordkeep - ' windowminimize");
+        return WaitFor([&] {
+            return !screen.Do("search --name '^Nordkeep - ' getwindowgeometry") || !screen.HasWindow(kMain);
+        });
+    };
+    ASSERT_TRUE(minimise());
+    screen.Do("mousemove 12 890 click 1");
+    EXPECT_TRUE(screen.AwaitActive(kMain)) << "a click on the sign";
+    ASSERT_TRUE(minimise());
+    Alarm();
+    EXPECT_TRUE(WaitFor([&] { return screen.HasWindow(kMain); })) << "an alarm";
 }
 
 TEST_F(WindowManagerTest, AMinimisedWindowComesBackForAnAlarm) {

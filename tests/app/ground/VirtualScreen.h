@@ -1,23 +1,25 @@
 #pragma once
 
 #include "tests/app/ground/RunningCopy.h"
+#include "tests/app/ground/Shell.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <optional>
 
 namespace nordkeep {
 
 /// A virtual screen with a window manager, until the end of the scope.
 class VirtualScreen {
  public:
-    VirtualScreen() {
+    explicit VirtualScreen(const std::string& size = "1280x900x24") {
         int ends[2];
         if (pipe(ends) != 0) return;
         const std::string end = std::to_string(ends[1]);
-        screen_ = Start({"Xvfb", "-displayfd", end, "-screen", "0", "1280x900x24", "-nolisten", "tcp"});
+        screen_ = Start({"Xvfb", "-displayfd", end, "-screen", "0", size, "-nolisten", "tcp"});
         close(ends[1]);
         std::string number;
         for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
@@ -27,7 +29,8 @@ class VirtualScreen {
         manager_ = Start({"openbox"});
     }
     ~VirtualScreen() {
-        for (const int pid : {manager_, screen_}) {
+        others_.insert(others_.end(), {manager_, screen_});
+        for (const int pid : others_) {
             if (pid <= 0) continue;
             kill(pid, SIGTERM);
             waitpid(pid, nullptr, 0);
@@ -61,6 +64,17 @@ class VirtualScreen {
         Focus(title);
         Do("key --delay 60 " + keys);
     }
+    /// The left edge of a window, px; none without it.
+    std::optional<int> LeftOf(const std::string& title) const {
+        const std::string command = "DISPLAY=" + display_ +
+                                    " timeout 10 xdotool search --onlyvisible --name '" + title +
+                                    "' getwindowgeometry --shell 2>/dev/null | sed -n 's/^X=//p'";
+        const std::string left = Shell(command).output;
+        if (left.empty()) return std::nullopt;
+        return std::stoi(left);
+    }
+    /// A program of the desktop, such as a tray, until the end of the scope.
+    void Run(std::vector<std::string> words) { others_.push_back(Start(std::move(words))); }
     void Type(const std::string& text) const { Do("type --delay 40 '" + text + "'"); }
 
  private:
@@ -77,6 +91,7 @@ class VirtualScreen {
 
     int screen_ = -1;
     int manager_ = -1;
+    std::vector<int> others_{};
     std::string display_{};
 };
 
