@@ -60,7 +60,7 @@ std::vector<DescribedGroup> EventCodeFormat::Groups() const {
 }
 
 std::vector<RowFormat::Column> EventCodeFormat::Columns() const {
-    return {{kCode, 90}, {kText, 320}, {kResetOrClass, 130}, {kPriority, 80}, {kSection, 160}};
+    return {{kCode, 90}, {kText, 290}, {kResetOrClass, 170}, {kPriority, 80}, {kSection, 160}};
 }
 
 RowFormat::Values EventCodeFormat::ValuesOf(const FileItem& row) const {

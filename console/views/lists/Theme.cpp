@@ -2,8 +2,10 @@
 
 #include "console/views/lists/ViewParts.h"
 
+#include <QtGui/QPainter>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QStyle>
+#include <QtWidgets/QProxyStyle>
+#include <QtWidgets/QStyleOption>
 
 namespace nordkeep {
 namespace {
@@ -48,9 +50,48 @@ QPalette PaletteOf(const SchemeColors& colors) {
     return palette;
 }
 
+/// The delivered style draws its outlines darker than the window: on a dark one nobody would see where a
+/// field or a box to tick is.
+class OutlinedStyle final : public QProxyStyle {
+ public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!IsDark(option->palette)) return;
+        QColor ink = MutedColor(option->palette);
+        switch (element) {
+            case PE_IndicatorCheckBox:
+            case PE_IndicatorItemViewItemCheck:
+                break;
+            case PE_FrameLineEdit:
+            case PE_Frame:
+                if ((option->state & State_HasFocus) && element == PE_FrameLineEdit) return;
+                ink.setAlpha(kFrameAlpha);
+                break;
+            default:
+                return;
+        }
+        painter->save();
+        painter->setPen(ink);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter->restore();
+    }
+
+ private:
+    static constexpr int kFrameAlpha = 130;
+};
+
+void UseOutlinedStyle() {
+    static bool isInUse = false;
+    if (!isInUse) QApplication::setStyle(new OutlinedStyle);
+    isInUse = true;
+}
+
 }  // namespace
 
 void ApplyColorScheme(int number) {
+    if (static_cast<ColorScheme>(number) != ColorScheme::Desktop) UseOutlinedStyle();
     switch (static_cast<ColorScheme>(number)) {
         case ColorScheme::Light:
             return QApplication::setPalette(PaletteOf(kLight));

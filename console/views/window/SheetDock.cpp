@@ -60,7 +60,9 @@ void SheetDock::ShowSheet(bool takesFocus) {
     show();
     const int width = needs_.store.Read(kWidthKey).value_or(kUsualWidth);
     if (wasHidden) needs_.window.resizeDocks({this}, {qBound(200, width, 4000)}, Qt::Horizontal);
-    if (takesFocus) needs_.window.activateWindow();
+    if (!takesFocus) return;
+    needs_.window.activateWindow();
+    needs_.sheet.setFocus();
 }
 
 void SheetDock::HideSheet() {
