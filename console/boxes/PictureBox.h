@@ -42,7 +42,7 @@ class PictureBox {
     std::int32_t filePointer_ = 0;
     Text caption_{};
     Text list_{};
-    long next_ = 0;
+    std::size_t next_ = 0;
     Text entry_{};
     Text picture_{};
     unsigned generation_ = 0;

@@ -175,7 +175,7 @@ std::vector<DescribedChoice> ObjectFormat::ChoicesOf(const DescribedKey& key,
         if (!value.empty()) values.push_back(std::move(value));
     }
     std::ranges::sort(values);
-    values.erase(std::ranges::unique(values).begin(), values.end());
+    values.erase(std::unique(values.begin(), values.end()), values.end());
     std::vector<DescribedChoice> choices;
     for (Text& value : values) choices.push_back({.value = std::move(value), .caption = {}});
     return choices;

@@ -37,7 +37,8 @@ Text ScheduleOf(const ScheduleForm& form) {
         const Text begin(TrimBlanks(window.begin));
         if (!end.empty()) entries.push_back(begin.empty() ? end : begin + "-" + end);
     }
-    std::ranges::stable_partition(entries, [](const Text& entry) { return LeadingNumber(entry) > 0; });
+    std::stable_partition(entries.begin(), entries.end(),
+                          [](const Text& entry) { return LeadingNumber(entry) > 0; });
     Text schedule;
     for (const Text& entry : entries) schedule.append(schedule.empty() ? "" : ",").append(entry);
     return schedule;
