@@ -17,6 +17,7 @@ namespace {
 constexpr int kIconColumnWidth = 18;
 constexpr int kIconColumnWithPriority = 40;
 constexpr int kLeastColumn = 20;
+constexpr int kHeadingMargin = 12;  // px
 constexpr int kWidthsSettleMs = 400;
 constexpr int kRowMargin = 7;
 constexpr int kLettersMs = 1200;  // as long belong to one word
@@ -91,10 +92,17 @@ void ListPane::ApplyWidths() {
                               rows_.Rows().HasIconTexts() ? kIconColumnWithPriority : kIconColumnWidth + 4);
     }
     for (int column = 1; column < header->count(); ++column) {
-        const int byDefault = rows_.Rows().DefaultWidth(column - 1);
+        const int byDefault = DefaultWidth(column);
         header->resizeSection(column, Scaled(widths_ ? widths_->Width(column - 1, byDefault) : byDefault));
     }
     isSettingWidths_ = false;
+}
+
+// A heading that is cut says nothing.
+int ListPane::DefaultWidth(int section) const {
+    const QString heading = model()->headerData(section, Qt::Horizontal).toString();
+    const int needed = horizontalHeader()->fontMetrics().horizontalAdvance(heading) + kHeadingMargin;
+    return qMax(rows_.Rows().DefaultWidth(section - 1), Unscaled(needed));
 }
 
 // Widths are kept as they are at the desktop's text size.
@@ -114,7 +122,7 @@ void ListPane::SaveWidths() {
     for (int column = 1; column < last; ++column) {
         const int least = qMax(widths_->Least(), kLeastColumn);
         if (header->sectionSize(column) < least) header->resizeSection(column, least);
-        const int byDefault = rows_.Rows().DefaultWidth(column - 1);
+        const int byDefault = DefaultWidth(column);
         const int width = Unscaled(header->sectionSize(column));
         if (width != widths_->Width(column - 1, byDefault)) widths_->Store(column - 1, width);
     }

@@ -66,6 +66,7 @@ class ListPane final : public QTableView {
     void ApplyWidths();
     int Scaled(int width) const;
     int Unscaled(int width) const;
+    int DefaultWidth(int section) const;
     void ApplyRowHeight();
     void ShowSorting();
     void RoundBegins();
