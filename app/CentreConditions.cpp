@@ -105,6 +105,21 @@ void CentreConditions::AddOutputs(FactList& facts) const {
     if (needs_.outputs.HasSoundFailed()) facts.push_back({.kind = SoundDead});
 }
 
+// A client has the settings of its server's ways out, too.
+std::vector<OutputState> CentreConditions::Outputs() const {
+    std::vector<OutputState> states = needs_.outputs.States();
+    if (const auto waiting = needs_.paper.WaitingCount())
+        states.push_back({.name = "spooler", .isUp = !needs_.paper.HasFailed(), .waiting = *waiting});
+    if (needs_.server) {
+        std::erase_if(states, [](const OutputState& state) { return state.name == "comcall"; });
+        return states;
+    }
+    if (needs_.torvex.IsConfigured())
+        states.push_back({.name = "torvex", .isUp = needs_.torvex.IsConnected()});
+    if (needs_.mqtt.IsConfigured()) states.push_back(needs_.mqtt.State());
+    return states;
+}
+
 void CentreConditions::AddPlace(FactList& facts) const {
     if (needs_.server && !needs_.server->IsConnectionLost() && needs_.server->IsAtStandby()) {
         facts.push_back({.kind = Standby, .name = needs_.server->ServerAddress()});

@@ -39,6 +39,8 @@ class CentreConditions {
     void Renew();
     const std::vector<LineFigures>& Lines() const { return lines_; }
     const std::vector<ConditionFact>& Facts() const { return facts_; }
+    /// The ways out of this copy that are configured, and whether each reaches its peer.
+    std::vector<OutputState> Outputs() const;
     /// Those that concern the whole centre, and not only who sits here.
     std::vector<ConditionFact> FactsForClients() const;
 

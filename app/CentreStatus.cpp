@@ -21,7 +21,7 @@ const char* WordOf(LineState state) {
 StatusFacts CentreStatus::Facts() const {
     StatusFacts facts;
     AddLines(facts);
-    AddOutputs(facts);
+    facts.outputs = needs_.conditions.Outputs();
     AddConditions(facts);
     AddReasons(facts);
     facts.oldestUnhandled = needs_.lists.OldestUnhandled();
@@ -51,16 +51,6 @@ void CentreStatus::AddLines(StatusFacts& facts) const {
                                .telegramsToday = figures.telegramsToday,
                                .refusedToday = figures.refusedToday});
     }
-}
-
-void CentreStatus::AddOutputs(StatusFacts& facts) const {
-    facts.outputs = needs_.outputs.States();
-    if (const auto waiting = needs_.paper.WaitingCount())
-        facts.outputs.push_back({.name = "spooler", .isUp = !needs_.paper.HasFailed(), .waiting = *waiting});
-    if (needs_.torvex.IsConfigured())
-        facts.outputs.push_back({.name = "torvex", .isUp = needs_.torvex.IsConnected()});
-    if (needs_.role != Role::Client && needs_.mqtt.IsConfigured())
-        facts.outputs.push_back(needs_.mqtt.State());
 }
 
 void CentreStatus::AddConditions(StatusFacts& facts) const {

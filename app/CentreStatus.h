@@ -24,17 +24,12 @@ class CentreStatus final : public StatusSource {
         const AlarmLists& lists;
         const StallWatch& stalls;
         const ClientSlots* clients;  // none on any copy but a server
-        const TorvexLink& torvex;
-        const AlarmOutputs& outputs;
-        const SpooledOutput& paper;
-        const MqttFeed& mqtt;
     };
     explicit CentreStatus(const Needs& needs) : needs_(needs), captions_(needs.language) {}
     StatusFacts Facts() const override;
 
  private:
     void AddLines(StatusFacts& facts) const;
-    void AddOutputs(StatusFacts& facts) const;
     void AddConditions(StatusFacts& facts) const;
     void AddReasons(StatusFacts& facts) const;
 

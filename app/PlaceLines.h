@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/CentreConditions.h"
 #include "app/NetworkPeers.h"
 #include "app/ReloadRequest.h"
 #include "console/boxes/EditorBox.h"
@@ -25,12 +26,14 @@ class LocalLines final : public LineControl {
         EventLoop& loop;
         SysLog& log;
         const Language& language;
+        const CentreConditions& centre;
         NativePath sendTool{};  // the program that sends test telegrams
     };
     explicit LocalLines(Needs needs);
 
     std::vector<LineFigures> Lines() const override;
     std::vector<LineAccount> Accounts(const Text& name) const override;
+    std::vector<OutputState> Outputs() const override { return needs_.centre.Outputs(); }
     void FilesChanged(const Text& what) override;
     void Hold(const Text& name, bool isHeld) override;
     void Mute(const Text& name, bool isMuted) override;
@@ -57,13 +60,15 @@ class LocalLines final : public LineControl {
 class ClientLines final : public LineControl {
  public:
     /// `peers` are built behind this; nothing is asked of them before the program runs.
-    ClientLines(const NetworkPeers& peers, RemoteAccounts& accounts) : peers_(peers), accounts_(accounts) {}
+    ClientLines(const NetworkPeers& peers, RemoteAccounts& accounts, const CentreConditions& centre)
+        : peers_(peers), accounts_(accounts), centre_(centre) {}
 
     std::vector<LineFigures> Lines() const override {
         const Mirror::ServerState* server = peers_.ServerState();
         return server ? server->lines : std::vector<LineFigures>();
     }
     std::vector<LineAccount> Accounts(const Text& name) const override { return accounts_.Of(name); }
+    std::vector<OutputState> Outputs() const override { return centre_.Outputs(); }
     void FilesChanged(const Text&) override {}
     void Hold(const Text&, bool) override {}
     void Mute(const Text&, bool) override {}
@@ -74,6 +79,7 @@ class ClientLines final : public LineControl {
  private:
     const NetworkPeers& peers_;
     RemoteAccounts& accounts_;
+    const CentreConditions& centre_;
 };
 
 }  // namespace nordkeep

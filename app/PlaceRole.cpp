@@ -83,6 +83,7 @@ PlaceRole LocalPlace(const PlaceParts& parts, const PlaceState::Needs& state) {
                                                        .loop = parts.foundation.Platform().loop,
                                                        .log = parts.foundation.Log(),
                                                        .language = parts.foundation.Texts(),
+                                                       .centre = parts.conditions,
                                                        .sendTool = ProgramFolder() + "/nordkeep-send"});
     return role;
 }
@@ -150,7 +151,7 @@ PlaceRole ClientPlace(const PlaceParts& parts, const PlaceState::Needs& state, S
     role.centre = std::make_unique<ClientCentre>(server, link, parts.peers);
     role.server = std::make_unique<ClientContact>(server, parts.peers);
     role.state = std::make_unique<ClientPlaceState>(state, link, parts.peers);
-    role.lines = std::make_unique<ClientLines>(parts.peers, *parts.network.Accounts());
+    role.lines = std::make_unique<ClientLines>(parts.peers, *parts.network.Accounts(), parts.conditions);
     role.history = parts.network.History();
     role.readsObjectFiles = false;
     role.knowsCallers = false;

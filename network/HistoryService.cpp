@@ -13,7 +13,7 @@ constexpr std::size_t kLongestList = 100'000;
 }  // namespace
 
 HistoryService::HistoryService(ClientSlots& slots, HistoryWork& work, Deeds& deeds)
-    : slots_(slots), work_(work), deeds_(deeds) {
+    : work_(work), deeds_(deeds) {
     for (int slot = 0; slot < kSlotCount; ++slot) {
         askers_.at(static_cast<std::size_t>(slot)).slots = &slots;
         askers_.at(static_cast<std::size_t>(slot)).slot = slot;

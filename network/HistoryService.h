@@ -33,7 +33,6 @@ class HistoryService {
         int slot = 0;
     };
 
-    ClientSlots& slots_;
     HistoryWork& work_;
     Deeds& deeds_;
     std::array<Asker, kSlotCount> askers_{};

@@ -118,7 +118,7 @@ void BuildRecord(IntakeRun& run, const RecordDefaults& defaults) {
 void FillConfirmation(IntakeRun& run, const Text& label) {
     const IncomingEvent& event = run.event;
     cAlarm& alarm = *run.alarm;
-    const auto field = [&](long number) { return GetField(event.ExtraText, number, "|"); };
+    const auto field = [&](std::size_t number) { return GetField(event.ExtraText, number, "|"); };
     alarm.m_Status = kStatusReset;
     alarm.m_AlarmCodeToStore = field(0);
     alarm.m_ProtocolType = field(1);

@@ -14,6 +14,8 @@ class LineControl {
     virtual std::vector<LineFigures> Lines() const = 0;
     /// The senders that share a line and are told apart, as far as they are known here: the silent ones first.
     virtual std::vector<LineAccount> Accounts(const Text& /*name*/) const { return {}; }
+    /// The ways out of this copy that are configured.
+    virtual std::vector<OutputState> Outputs() const { return {}; }
     /// Settings files of lines have been written or have gone: those lines are made anew, the others go on.
     /// `what` names the change for the journal.
     virtual void FilesChanged(const Text& what) = 0;

@@ -7,6 +7,16 @@ namespace {
 
 constexpr int kPeriodMs = 1000;
 constexpr int kCaptionAccount = 5250;
+constexpr int kCaptionOutput = 5258;
+constexpr int kCaptionWaiting = 5259;
+
+/// Ways out have one word that is the same in every language, and a title.
+struct OutputTitle {
+    TextView name{};
+    int caption = 0;
+};
+constexpr OutputTitle kOutputs[] = {{"queue", 5253},   {"relay", 5254},  {"printer", 5255},
+                                    {"spooler", 5256}, {"torvex", 5257}, {"comcall", 5260}};
 
 /// No line has such a name.
 Text KeyOfAccount(const LineFigures& line, const LineAccount& account) {
@@ -41,7 +51,19 @@ std::vector<LineFigures> LinesPage::WithAccounts() const {
                             .state = account.isSilent ? LineState::Quiet : LineState::Open,
                             .lastTraffic = account.lastMessage});
     }
+    for (const OutputState& output : control_.Outputs()) rows.push_back(RowOf(output));
     return rows;
+}
+
+LineFigures LinesPage::RowOf(const OutputState& output) const {
+    const auto title = std::ranges::find(kOutputs, output.name, &OutputTitle::name);
+    const bool isNamed = title != std::end(kOutputs);
+    return {
+        .name = "/" + output.name,
+        .description = isNamed ? captions_(title->caption) : UpperCase(output.name),
+        .kind = captions_(kCaptionOutput),
+        .state = output.isUp ? LineState::Connected : LineState::Failed,
+        .caller = output.waiting > 0 ? captions_(kCaptionWaiting, {std::to_string(output.waiting)}) : Text()};
 }
 
 bool LinesPage::Tick(int elapsedMs) {

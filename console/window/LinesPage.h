@@ -7,7 +7,7 @@
 namespace nordkeep {
 
 /// The page of the lines: how each does, and what can be done to it. The senders of a line that many share
-/// stand below it, the silent ones first.
+/// stand below it, the silent ones first, and the ways out behind all lines.
 class LinesPage {
  public:
     LinesPage(LineControl& control, const Captions& captions, const Clock& clock)
@@ -31,6 +31,7 @@ class LinesPage {
 
  private:
     std::vector<LineFigures> WithAccounts() const;
+    LineFigures RowOf(const OutputState& output) const;
 
     LineControl& control_;
     const Captions& captions_;

@@ -174,6 +174,8 @@ struct RecordingEditorsHost final : EditorsHost {
 /// The lines that a test names.
 struct RecordingLines final : LineControl {
     std::vector<LineFigures> Lines() const override { return lines; }
+    std::vector<OutputState> outputs{};
+    std::vector<OutputState> Outputs() const override { return outputs; }
     std::vector<LineAccount> Accounts(const Text& name) const override {
         return name == lineWithAccounts ? accounts : std::vector<LineAccount>();
     }
