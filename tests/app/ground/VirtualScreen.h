@@ -15,7 +15,8 @@ namespace nordkeep {
 /// A virtual screen with a window manager, until the end of the scope.
 class VirtualScreen {
  public:
-    explicit VirtualScreen(const std::string& size = "1280x900x24") {
+    VirtualScreen() : VirtualScreen("1280x900x24") {}
+    explicit VirtualScreen(const std::string& size) {
         int ends[2];
         if (pipe(ends) != 0) return;
         const std::string end = std::to_string(ends[1]);
