@@ -139,7 +139,8 @@ Text AlarmCells::ToolTip(const cAlarm& alarm) const {
         {alarm.m_TranslatedIDCode, alarm.m_IdCode, alarm.m_Customer},
         {alarm.m_TranslatedPrio, alarm.m_TranslatedTypeCode, code},
         {alarm.m_AlarmCodeToStore},
-        {FormatDate(time, formats_.date + " " + formats_.time), StatusWord(alarm.m_Status), alarm.m_User},
+        {FormatDate(time, formats_.date) + " " + FormatDate(time, formats_.time), StatusWord(alarm.m_Status),
+         alarm.m_User},
         {alarm.m_SmallComment}};
     Text tip;
     for (const std::vector<Text>& parts : lines) {

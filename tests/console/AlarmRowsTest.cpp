@@ -358,6 +358,8 @@ TEST(AlarmRows, ToolTipSaysInFiveLinesWhoseWhatAndWhen) {
     const Text tip = rows.ToolTip(0, 3);
     EXPECT_EQ(std::ranges::count(tip, '\n'), 4) << tip;
     EXPECT_TRUE(tip.starts_with("School   1001   Town council\n1   Fire   01\nFire\n")) << tip;
+    const Text when = FormatDate(alarm.m_TimeStamp, "YYYY-MM-DD HH:NN:SS");
+    EXPECT_NE(tip.find("\n" + when + "   New"), Text::npos) << "two named pictures are no picture: " << tip;
     EXPECT_TRUE(tip.ends_with("\non my way")) << tip;
 }
 
