@@ -231,6 +231,9 @@ ToolInk ToolInkOf(const QPalette& palette, bool isEnabled) {
         const QColor grey = isDark ? QColor(0x6B, 0x72, 0x7C) : QColor(0xB4, 0xB8, 0xBD);
         return {grey, grey, Qt::transparent};
     }
+    if (const QColor text = palette.color(QPalette::WindowText); IsHighContrast(palette)) {
+        return {text, text, Qt::transparent};
+    }
     return isDark ? ToolInk{{0xD8, 0xDE, 0xE6}, {0x8A, 0xB4, 0xF8}, {0x3A, 0x46, 0x55}}
                   : ToolInk{{0x37, 0x47, 0x56}, {0x0B, 0x5C, 0xAD}, {0xDC, 0xE8, 0xF4}};
 }

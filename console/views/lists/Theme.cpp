@@ -50,36 +50,79 @@ QPalette PaletteOf(const SchemeColors& colors) {
     return palette;
 }
 
-/// The delivered style draws its outlines darker than the window: on a dark one nobody would see where a
-/// field or a box to tick is.
+/// The delivered style draws its outlines a little darker than the window: on a dark one nobody would see
+/// where a field, a menu or a box to tick is, on a light one the boxes are too faint, and black and white
+/// alone need all.
 class OutlinedStyle final : public QProxyStyle {
  public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (!IsDark(option->palette)) return;
-        QColor ink = MutedColor(option->palette);
         switch (element) {
             case PE_IndicatorCheckBox:
             case PE_IndicatorItemViewItemCheck:
-                break;
+                return Outline(*painter, option->rect, MutedColor(option->palette));
             case PE_FrameLineEdit:
+                return FrameField(*painter, option->rect, *option);
             case PE_Frame:
-                if ((option->state & State_HasFocus) && element == PE_FrameLineEdit) return;
-                ink.setAlpha(kFrameAlpha);
-                break;
+            case PE_PanelMenu:
+                return Frame(*painter, option->rect, option->palette);
+            case PE_PanelButtonCommand:
+                if (!IsHighContrast(option->palette)) return;
+                return Outline(*painter, option->rect.adjusted(0, 1, 0, 0), MutedColor(option->palette));
             default:
                 return;
         }
-        painter->save();
-        painter->setPen(ink);
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRoundedRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
-        painter->restore();
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element != CE_MenuItem || !item || item->menuItemType != QStyleOptionMenuItem::Separator) return;
+        if (!IsDark(option->palette) && !IsHighContrast(option->palette)) return;
+        const QRect& place = option->rect;
+        painter->fillRect(QRect(place.left() + 8, place.center().y(), place.width() - 16, 1),
+                          FrameInk(option->palette));
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (control == CC_SpinBox)
+            FrameField(*painter, subControlRect(control, option, SC_SpinBoxFrame, widget), *option);
+    }
+
+    /// A second text behind the one of what cannot be used now would make it harder to read.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_EtchDisabledText ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
     }
 
  private:
-    static constexpr int kFrameAlpha = 130;
+    static QColor FrameInk(const QPalette& palette) {
+        constexpr int kAlpha = 130;
+        QColor ink = MutedColor(palette);
+        if (!IsHighContrast(palette)) ink.setAlpha(kAlpha);
+        return ink;
+    }
+
+    static void Outline(QPainter& painter, const QRect& place, const QColor& ink) {
+        painter.save();
+        painter.setPen(ink);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter.restore();
+    }
+
+    static void Frame(QPainter& painter, const QRect& place, const QPalette& palette) {
+        if (IsDark(palette) || IsHighContrast(palette)) Outline(painter, place, FrameInk(palette));
+    }
+
+    /// What has the focus is framed by the delivered style, in the accent.
+    static void FrameField(QPainter& painter, const QRect& place, const QStyleOption& option) {
+        if (!(option.state & State_HasFocus)) Frame(painter, place, option.palette);
+    }
 };
 
 void UseOutlinedStyle() {

@@ -1,5 +1,6 @@
 #include "console/views/lists/ViewParts.h"
 
+#include "console/views/lists/Theme.h"
 #include "platform/qt/QtText.h"
 
 #include <QtGui/QGuiApplication>
@@ -118,6 +119,7 @@ bool IsDark(const QPalette& palette) {
 }
 
 QColor WarningColor(const QPalette& palette) {
+    if (IsHighContrast(palette)) return palette.color(QPalette::Text);
     return IsDark(palette) ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB0, 0x00, 0x20);
 }
 

@@ -1,5 +1,7 @@
 #include "console/views/setup/FieldRow.h"
 
+#include "console/views/lists/Theme.h"
+
 #include <QtWidgets/QGridLayout>
 
 namespace nordkeep {
@@ -36,7 +38,8 @@ FieldRow::FieldRow(const EditorNeeds& needs, EditorMaker make)
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, kGap);
     grid->setVerticalSpacing(2);
-    grid->addWidget(caption_, 0, 0, Qt::AlignTop);
+    // Over both rows: a caption of two lines moves neither the field nor its help.
+    grid->addWidget(caption_, 0, 0, 2, 1, Qt::AlignTop);
     grid->addWidget(editor_, 0, 1);
     grid->addWidget(default_, 0, 2, Qt::AlignTop);
     grid->addWidget(help_, 1, 1, 1, 2);
@@ -78,8 +81,7 @@ void FieldRow::ShowState() {
     help_->setText(fault.isEmpty() ? HelpText() : QStringLiteral("! ") + fault);
     editor_->Input()->setAccessibleDescription(help_->text());
     QPalette colors = palette();
-    const QColor muted = IsDark(colors) ? QColor(0xA3, 0xAD, 0xB8) : QColor(0x57, 0x60, 0x6A);
-    colors.setColor(QPalette::WindowText, fault.isEmpty() ? muted : WarningColor(colors));
+    colors.setColor(QPalette::WindowText, fault.isEmpty() ? MutedColor(colors) : WarningColor(colors));
     help_->setPalette(colors);
     editor_->setEnabled(!field.isReadOnly);
     default_->setEnabled(!field.isReadOnly && !field.IsDefault());
