@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kCaption = 4870;
 constexpr int kCaptionEmpty = 4871;
+constexpr int kCaptionLine = 5852;
 constexpr int kFirstCaption = 4872;
 constexpr int kFirstHelp = 4875;
 
@@ -38,6 +39,10 @@ int FieldMapFormat::Caption() const {
 
 int FieldMapFormat::EmptyText() const {
     return kCaptionEmpty;
+}
+
+int FieldMapFormat::OwnerCaption() const {
+    return kCaptionLine;
 }
 
 Text FieldMapFormat::FileOf(const Text& name) const {

@@ -13,6 +13,7 @@ class FieldMapFormat final : public IniFormat {
 
     int Caption() const override;
     int EmptyText() const override;
+    int OwnerCaption() const override;
     Text Pattern() const override { return "Settings\\Port*.ini"; }
     Text FileOf(const Text& name) const override;
     std::vector<DescribedGroup> Groups() const override;

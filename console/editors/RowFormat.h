@@ -38,10 +38,14 @@ class RowFormat {
  public:
     using Values = std::vector<Text>;
 
+    static constexpr int kCaptionSet = 4706;
+
     virtual ~RowFormat() = default;
     /// Caption of the page, and the text for a file without rows.
     virtual int Caption() const = 0;
     virtual int EmptyText() const = 0;
+    /// What a file belongs to, where there are many: a translation set.
+    virtual int OwnerCaption() const { return kCaptionSet; }
     /// The files that can be chosen, as a pattern of DataFiles; or one path.
     virtual Text Pattern() const = 0;
     virtual Text FileOf(const Text& name) const = 0;

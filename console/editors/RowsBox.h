@@ -89,6 +89,7 @@ class RowsBox : public FieldForm, public SetupSection {
     /// What is known of the row beside the file.
     const Text& Facts() const { return factsText_; }
     int EmptyText() const { return format_.EmptyText(); }
+    int OwnerCaption() const { return format_.OwnerCaption(); }
     bool HasFacts() const { return needs_.facts != nullptr; }
     /// What would happen with a telegram.
     Text Try(const Text& telegram) const;

@@ -723,12 +723,15 @@ constexpr BuiltInCaption kBuiltIn[] = {
     {5645, "I service: %1"},
     {5646, "Öppnar listan över objekt i service"},
     {5647, "Orsak: %1 (%2, %3)"},
-    {5800, "Arket bredvid listan eller i eget fönster"},
+    {5800, "Bladet bredvid listan eller i eget fönster"},
     {5801, "Spara ändå?"},
     {5802, "Larmet har avslutats."},
     {5803, "Ingen linje är upplagd än, inget tas emot: Redigera, Inställningar, Linjer"},
     {5804, "Texter för enski&lda karaktärer"},
     {5805, "Översättningen har varken karaktärer eller händelsetyper"},
+    {5850, "Välj en översättning till vänster, så står dess rader här"},
+    {5851, "Översättningen har inga än"},
+    {5852, "&Linje"},
 };
 
 }  // namespace

@@ -13,6 +13,8 @@ constexpr int kTextEndClient = 3359;
 constexpr int kTextFilterHides = 5022;
 constexpr int kCaptionNoneNew = 3649;
 constexpr int kCaptionNoneOld = 3650;
+constexpr int kCaptionChooseSet = 5850;
+constexpr int kCaptionNoneInSet = 5851;
 
 }  // namespace
 
@@ -215,6 +217,9 @@ StatusTexts MainBox::Status() const {
 }
 
 Text MainBox::EmptyText(Tab tab) const {
+    if (!IsAlarmTab(tab)) {
+        return needs_.captions(objects_.IsSetSelected() ? kCaptionNoneInSet : kCaptionChooseSet);
+    }
     if (alarms_.ListOf(tab).IsFiltered()) return needs_.captions(kTextFilterHides);
     for (const Condition& condition : conditions_.Rows()) {
         if (condition.hidesAlarms) return condition.sentence;

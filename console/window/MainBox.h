@@ -101,7 +101,7 @@ class MainBox final : private PageFrame, private FindTargets {
     /// The status line of a list for its selected alarm; empty for the other pages.
     Text StatusLine(Tab tab) const { return IsAlarmTab(tab) ? alarms_.StatusLine(tab) : Text(); }
     StatusTexts Status() const;
-    /// What stands in the middle of a list of alarms without rows: why it is empty.
+    /// What stands in the middle of a list without rows: why it is empty.
     Text EmptyText(Tab tab) const;
 
     // --- What is wrong

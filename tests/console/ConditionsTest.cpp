@@ -95,6 +95,7 @@ TEST_F(ConditionsTest, TheHeaviestStandFirstAndBeginOnce) {
 TEST_F(ConditionsTest, AnEmptyListSaysWhyItIsEmpty) {
     EXPECT_EQ(world.Box().EmptyText(Tab::Unacked), "No new alarms");
     EXPECT_EQ(world.Box().EmptyText(Tab::Acked), "No old alarms");
+    EXPECT_EQ(world.Box().EmptyText(Tab::IdCodes), "Choose a set on the left, and its rows stand here");
     world.around.conditions = {{.kind = InService, .count = 1}};
     Tick();
     EXPECT_EQ(world.Box().EmptyText(Tab::Unacked), "No new alarms");

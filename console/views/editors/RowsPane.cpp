@@ -16,7 +16,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kCaptionFile = 4706;
 constexpr int kCaptionSearch = 4707;
 constexpr int kCaptionAdd = 4708;
 constexpr int kCaptionCopy = 4709;
@@ -90,7 +89,7 @@ QWidget* RowsPane::NewTop() {
     layout->setContentsMargins(0, 0, 0, 0);
     files_ = new QComboBox;
     files_->setMinimumContentsLength(18);
-    auto* label = NewLabel(CaptionText(captions_, kCaptionFile));
+    auto* label = NewLabel(CaptionText(captions_, rows_.OwnerCaption()));
     label->setBuddy(files_);
     label->setVisible(rows_.HasManyFiles());
     files_->setVisible(rows_.HasManyFiles());

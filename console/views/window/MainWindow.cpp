@@ -199,7 +199,7 @@ void MainWindow::ShowTabs() {
     if (pages_->currentIndex() != current) pages_->setCurrentIndex(current);
     const QString& text = filters_[static_cast<std::size_t>(current)];
     if (filter_->text() != text) filter_->setText(text);
-    for (const Tab tab : {Tab::Unacked, Tab::Acked}) {
+    for (const Tab tab : {Tab::Unacked, Tab::Acked, Tab::IdCodes, Tab::Types, Tab::DataCodes}) {
         ListOf(tab)->SetEmptyText(ShownLine(box_.EmptyText(tab)));
     }
 }
