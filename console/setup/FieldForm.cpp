@@ -11,7 +11,8 @@ constexpr int kCaptionReopen = 3868;
 
 Text WordsOf(const Wording& wording, const Captions& captions, TextView otherwise) {
     if (!wording.own.empty()) return wording.own;
-    return captions.IsInFile(wording.number) ? captions.FromFile(wording.number) : Text(otherwise);
+    return wording.number > 0 && captions.IsInFile(wording.number) ? captions.FromFile(wording.number)
+                                                                   : Text(otherwise);
 }
 
 Text AppliesText(const SetupField& field, const Captions& captions) {

@@ -24,6 +24,7 @@ constexpr int kCaptionCopy = 5166;
 constexpr int kCaptionCalls = 5167;
 constexpr int kCaptionNoPhones = 5168;
 constexpr int kMostStepsShown = 6;
+constexpr int kStepGap = 1;  // px around each, so that the boxes do not touch
 
 /// 1 to 9, then letters: a menu's entry is chosen by one key.
 QString KeyOf(int number) {
@@ -38,6 +39,7 @@ QWidget* CommentWindow::NewSteps() {
     layout->setContentsMargins(0, 0, 0, 0);
     steps_ = new QListWidget;
     steps_->setWordWrap(true);
+    steps_->setSpacing(kStepGap);
     layout->addWidget(NewHeading(CaptionText(captions_, kCaptionSteps), steps_));
     layout->addWidget(steps_);
     return stepPart_;
@@ -93,7 +95,7 @@ void CommentWindow::ShowSteps() {
 void CommentWindow::FitSteps() {
     int height = 2 * steps_->frameWidth() + 2;
     for (int row = 0; row < qMin(steps_->count(), kMostStepsShown); ++row)
-        height += steps_->sizeHintForRow(row);
+        height += steps_->sizeHintForRow(row) + 2 * kStepGap;
     if (steps_->height() != height) steps_->setFixedHeight(height);
 }
 

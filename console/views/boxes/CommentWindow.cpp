@@ -84,11 +84,15 @@ QLayout* CommentWindow::NewHeader() {
     words->setSpacing(2);
     words->addWidget(object_);
     words->addWidget(alarm_);
-    auto* header = new QHBoxLayout;
-    header->addLayout(words, 1);
-    header->addWidget(status_, 0, Qt::AlignTop);
-    header->addWidget(move_, 0, Qt::AlignTop);
-    return header;
+    auto* marks = new QHBoxLayout;
+    marks->addWidget(status_);
+    marks->addStretch(1);
+    marks->addWidget(move_);
+    header_ = new QHBoxLayout;
+    header_->addLayout(words, 1);
+    header_->addLayout(marks);
+    header_->setAlignment(marks, Qt::AlignTop);
+    return header_;
 }
 
 QWidget* CommentWindow::NewKnowledge() {
@@ -183,7 +187,8 @@ QLayout* CommentWindow::NewButtons() {
 
 void CommentWindow::SetNarrow(bool isNarrow) {
     columns_->setOrientation(isNarrow ? Qt::Vertical : Qt::Horizontal);
-    buttonRows_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    for (QBoxLayout* rows : {header_, buttonRows_})
+        rows->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     // Below each other they share one height: some lines of each can always be read.
     const int least = isNarrow ? kLeastLines * fontMetrics().height() + kBoxFrame : 0;
     for (QWidget* box : std::initializer_list<QWidget*>{information_, form_, typeCodeInfo_, otherAlarms_,

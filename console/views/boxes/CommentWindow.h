@@ -73,6 +73,7 @@ class CommentWindow final : public QDialog, public WindowView {
     QPlainTextEdit* information_ = nullptr;
     InformationTable* form_ = nullptr;
     QSplitter* columns_ = nullptr;
+    QBoxLayout* header_ = nullptr;
     QBoxLayout* buttonRows_ = nullptr;
     QWidget* stepPart_ = nullptr;
     QListWidget* steps_ = nullptr;

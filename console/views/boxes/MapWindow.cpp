@@ -20,6 +20,7 @@ constexpr int kCaptionZoomOut = 3706;
 constexpr int kCaptionCenter = 3707;
 constexpr int kCrossArm = 40;   // px
 constexpr int kCrossWidth = 3;  // px
+constexpr int kCrossEdge = 1;   // px, on either side
 constexpr int kScrollStep = 40;
 constexpr int kMostMegabytes = 512;  // of one decoded map
 
@@ -60,15 +61,21 @@ class MapWindow::Canvas final : public QWidget {
         painter.drawPixmap(rect(), picture_);
         if (!map_.Place()) return;
         const MapPoint at = ScaledPlace(*map_.Place(), map_.Zoom());
-        painter.setPen(QPen(map_.IsFlashWhite() ? Qt::white : QColor(255, 0, 0), kCrossWidth));
+        // Its edge keeps the white half of the flash in sight on a light picture.
+        PaintCross(painter, at, QPen(Qt::black, kCrossWidth + 2 * kCrossEdge, Qt::SolidLine, Qt::SquareCap));
+        PaintCross(painter, at, QPen(map_.IsFlashWhite() ? Qt::white : QColor(255, 0, 0), kCrossWidth));
+    }
+
+ private:
+    static void PaintCross(QPainter& painter, const MapPoint& at, const QPen& pen) {
+        painter.setPen(pen);
         painter.drawLine(at.x - kCrossArm, at.y, at.x + kCrossArm, at.y);
         painter.drawLine(at.x, at.y - kCrossArm, at.x, at.y + kCrossArm);
     }
 
- private:
     QRect CrossArea() const {
         const MapPoint at = ScaledPlace(*map_.Place(), map_.Zoom());
-        const int reach = kCrossArm + kCrossWidth;
+        const int reach = kCrossArm + kCrossWidth + kCrossEdge;
         return {at.x - reach, at.y - reach, 2 * reach, 2 * reach};
     }
 

@@ -73,7 +73,7 @@ void ChartPainter::PaintBars(QPainter& painter, const Scale& scale, const Chart&
         if (!bar.label.empty()) {
             const QString label = ShownLine(bar.label);
             const qreal room = metrics.horizontalAdvance(label);
-            const qreal at = std::clamp(x + width / 2 - room / 2, scale.field.left() - room / 2,
+            const qreal at = std::clamp(x + width / 2 - room / 2, scale.field.left(),
                                         std::max(scale.field.left(), scale.field.right() - room));
             painter.setPen(colors_.muted);
             painter.drawText(QPointF(at, scale.field.bottom() + metrics.height()), label);

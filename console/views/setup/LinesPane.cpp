@@ -4,6 +4,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QStyledItemDelegate>
 #include <QtWidgets/QTableWidget>
 
 namespace nordkeep {
@@ -26,6 +27,18 @@ constexpr int kTickMs = 1000;
 constexpr int kTableHeight = 190;  // px
 constexpr int kRowPadding = 8;     // px
 
+/// Columns that fit their texts to the letter would read as one.
+class SpacedCells final : public QStyledItemDelegate {
+ public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(kColumnGap, 0);
+    }
+
+ private:
+    static constexpr int kColumnGap = 12;  // px
+};
+
 QTableWidget* NewTable(const Captions& captions) {
     auto* table = new QTableWidget(0, static_cast<int>(std::size(kHeadings)));
     QStringList headings;
@@ -41,6 +54,7 @@ QTableWidget* NewTable(const Captions& captions) {
     table->setTabKeyNavigation(false);
     table->setWordWrap(false);
     table->setFixedHeight(kTableHeight);
+    table->setItemDelegate(new SpacedCells(table));
     table->horizontalHeader()->setHighlightSections(false);
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
