@@ -1,3 +1,4 @@
+#include "runtime/Dates.h"
 #include "tests/console/MainBoxWorld.h"
 
 #include <gtest/gtest.h>
