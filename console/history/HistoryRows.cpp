@@ -16,7 +16,7 @@ constexpr int kCaptionFirstKind = 5510;
 constexpr int kCaptionHere = 5573;
 
 enum Column { Time, What, Object, Type, Priority, Content, By, Comment };
-constexpr int kWidths[] = {140, 96, 240, 120, 36, 200, 90, 160};
+constexpr int kWidths[] = {140, 96, 240, 120, 36, 180, 90, 160};
 
 constexpr std::array<TextView, 15> kKinds = {"event",   "change",    "comment", "end",    "archive",
                                              "service", "alivetest", "edit",    "login",  "logout",
