@@ -379,6 +379,16 @@ TEST_F(MainWindowTest, KeepsGeometryAndWidthsAndComesBackOnScreen) {
     EXPECT_EQ(store.values["MainBox_Width"], window->width());
 }
 
+TEST_F(MainWindowTest, ManyLinesMakeItNoWiderThanASmallScreen) {
+    Start();
+    std::vector<DebugPort> ports;
+    for (int i = 1; i <= 20; ++i) ports.push_back({"Port" + std::to_string(i), "A receiver with a long name"});
+    world.running->debug.SetPorts(ports);
+    world.Box().ShowTab(Tab::Debug);
+    Tick();
+    EXPECT_LE(window->minimumSizeHint().width(), 1024);
+}
+
 TEST_F(MainWindowTest, WindowsOfTheirOwnFollowTheirItems) {
     Start("FloatingSysLogWindow=1\r\nFloatingDebugWindow=1\r\n");
     EXPECT_TRUE(List(Tab::SysLog).isVisible());
