@@ -36,7 +36,10 @@ class LineEditor : public FieldEditor {
     }
     void ShowValue(const Text& value) override {
         const QString text = ToQString(value);
-        if (line_->text() != text) line_->setText(text);
+        if (line_->text() == text) return;
+        line_->setText(text);
+        // Of a long one the begin is to be read, not the end.
+        if (!line_->hasFocus()) line_->setCursorPosition(0);
     }
     QWidget* Input() override { return line_; }
     void HideText() { line_->setEchoMode(QLineEdit::Password); }
