@@ -145,8 +145,6 @@ TEST_F(WindowManagerTest, AWindowThatStoodOnAnotherScreenComesBackIntoSight) {
 // Without a place among the programs it goes into the tray, from which a click or an alarm fetches it.
 TEST_F(WindowManagerTest, AWindowInTheTrayComesBack) {
     NORDKEEP_NEEDS("trayer", "trayer");
-    // A tray that is there before the window manager shows nothing.
-    ASSERT_TRUE(WaitFor([&] { return screen.Do("get_desktop"); }));
     screen.Run({"trayer", "--edge", "bottom", "--align", "left", "--width", "100", "--widthtype", "pixel"});
     ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^panel$"); }));
     StartServer("ShowInTaskBar=0\r\nPopUp=1\r\n");

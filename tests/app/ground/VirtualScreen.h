@@ -16,27 +16,16 @@ namespace nordkeep {
 class VirtualScreen {
  public:
     VirtualScreen() : VirtualScreen("1280x900x24") {}
+    /// Both are there behind it. A number that another screen has just given up can lose its socket to that
+    /// one's end: then there is another screen.
     explicit VirtualScreen(const std::string& size) {
-        int ends[2];
-        if (pipe(ends) != 0) return;
-        const std::string end = std::to_string(ends[1]);
-        screen_ = Start({"Xvfb", "-displayfd", end, "-screen", "0", size, "-nolisten", "tcp"});
-        close(ends[1]);
-        std::string number;
-        for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
-        close(ends[0]);
-        if (number.empty()) return;
-        display_ = ":" + number;
-        manager_ = Start({"openbox"});
-    }
-    ~VirtualScreen() {
-        others_.insert(others_.end(), {manager_, screen_});
-        for (const int pid : others_) {
-            if (pid <= 0) continue;
-            kill(pid, SIGTERM);
-            waitpid(pid, nullptr, 0);
+        constexpr int kTries = 5;
+        for (int i = 0; i < kTries && !IsManaged(); ++i) {
+            Stop();
+            StartBoth(size);
         }
     }
+    ~VirtualScreen() { Stop(); }
     VirtualScreen(const VirtualScreen&) = delete;
     VirtualScreen& operator=(const VirtualScreen&) = delete;
 
@@ -75,10 +64,42 @@ class VirtualScreen {
         return std::stoi(left);
     }
     /// A program of the desktop, such as a tray, until the end of the scope.
-    void Run(std::vector<std::string> words) { others_.push_back(Start(std::move(words))); }
+    void Run(std::vector<std::string> words) { programs_.push_back(Start(std::move(words))); }
     void Type(const std::string& text) const { Do("type --delay 40 '" + text + "'"); }
 
  private:
+    void StartBoth(const std::string& size) {
+        int ends[2];
+        if (pipe(ends) != 0) return;
+        const std::string end = std::to_string(ends[1]);
+        display_.clear();
+        programs_ = {Start({"Xvfb", "-displayfd", end, "-screen", "0", size, "-nolisten", "tcp"})};
+        close(ends[1]);
+        std::string number;
+        for (char digit = 0; read(ends[0], &digit, 1) == 1 && digit != '\n';) number += digit;
+        close(ends[0]);
+        if (number.empty()) return;
+        display_ = ":" + number;
+        programs_.push_back(Start({"openbox"}));
+    }
+    /// Waits some seconds for the window manager.
+    bool IsManaged() const {
+        constexpr int kTries = 50;
+        for (int i = 0; i < kTries && !display_.empty(); ++i) {
+            if (Do("get_desktop")) return true;
+            usleep(100'000);
+        }
+        return false;
+    }
+    /// Last come, first gone.
+    void Stop() {
+        for (; !programs_.empty(); programs_.pop_back()) {
+            if (programs_.back() <= 0) continue;  // it could not be started
+            kill(programs_.back(), SIGTERM);
+            waitpid(programs_.back(), nullptr, 0);
+        }
+    }
+
     int Start(std::vector<std::string> words) const {
         const int pid = fork();
         if (pid != 0) return pid;
@@ -90,9 +111,7 @@ class VirtualScreen {
         _exit(127);
     }
 
-    int screen_ = -1;
-    int manager_ = -1;
-    std::vector<int> others_{};
+    std::vector<int> programs_{};
     std::string display_{};
 };
 
