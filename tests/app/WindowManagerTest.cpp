@@ -77,7 +77,7 @@ TEST_F(WindowManagerTest, FindsAnObjectAndItsPastByKeys) {
 
 // Ten seconds of alarms at twenty a second, and not a key of the comment is lost or goes elsewhere.
 TEST_F(WindowManagerTest, TypingIsNotDisturbedByAFlood) {
-    StartServer("AutoViewComment=1\r\nPopUp=1\r\n");
+    StartServer("AutoViewComment=1\r\nAlarmPopup=1\r\n");
     Alarm();
     ASSERT_TRUE(WaitFor([&] {
         screen.Keys(kMain, "ctrl+1 Home F2");
@@ -147,7 +147,7 @@ TEST_F(WindowManagerTest, AWindowInTheTrayComesBack) {
     NORDKEEP_NEEDS("trayer", "trayer");
     screen.Run({"trayer", "--edge", "bottom", "--align", "left", "--width", "100", "--widthtype", "pixel"});
     ASSERT_TRUE(WaitFor([&] { return screen.HasWindow("^panel$"); }));
-    StartServer("ShowInTaskBar=0\r\nPopUp=1\r\n");
+    StartServer("ShowInTaskBar=0\r\nAlarmPopup=1\r\n");
     const auto minimise = [this] {
         screen.Do("search --onlyvisible --name '^Nordkeep - ' windowminimize");
         return WaitFor([&] {
@@ -163,7 +163,7 @@ TEST_F(WindowManagerTest, AWindowInTheTrayComesBack) {
 }
 
 TEST_F(WindowManagerTest, AMinimisedWindowComesBackForAnAlarm) {
-    StartServer("PopUp=1\r\n");
+    StartServer("AlarmPopup=1\r\n");
     screen.Do("search --onlyvisible --name '^Nordkeep - ' windowminimize");
     ASSERT_TRUE(WaitFor([&] { return !screen.HasWindow(kMain); }));
     Alarm();
