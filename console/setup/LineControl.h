@@ -12,7 +12,8 @@ class LineControl {
  public:
     virtual ~LineControl() = default;
     virtual std::vector<LineFigures> Lines() const = 0;
-    /// The senders that share a line and are told apart, as far as they are known here: the silent ones first.
+    /// The senders that share a line and are told apart, as far as they are known here: the silent ones
+    /// first.
     virtual std::vector<LineAccount> Accounts(const Text& /*name*/) const { return {}; }
     /// The ways out of this copy that are configured.
     virtual std::vector<OutputState> Outputs() const { return {}; }

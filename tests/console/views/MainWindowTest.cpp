@@ -382,7 +382,8 @@ TEST_F(MainWindowTest, KeepsGeometryAndWidthsAndComesBackOnScreen) {
 TEST_F(MainWindowTest, ManyLinesMakeItNoWiderThanASmallScreen) {
     Start();
     std::vector<DebugPort> ports;
-    for (int i = 1; i <= 20; ++i) ports.push_back({"Port" + std::to_string(i), "A receiver with a long name"});
+    for (int i = 1; i <= 20; ++i)
+        ports.push_back({"Port" + std::to_string(i), "A receiver with a long name"});
     world.running->debug.SetPorts(ports);
     world.Box().ShowTab(Tab::Debug);
     Tick();
