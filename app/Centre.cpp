@@ -280,6 +280,7 @@ const Centre::Step Centre::kStopSteps[] = {
     {"stored events", &Centre::SettleReplies},
     {"network", &Centre::CloseNetwork},
     {"journal", &Centre::CloseJournal},
+    {"paper", &Centre::ClosePaper},
 };
 
 void Centre::Start() {
@@ -430,6 +431,10 @@ void Centre::DispatchParked() {
 void Centre::CloseOutputs() {
     torvex_.Close();
     outputs_.Close();
+}
+
+// Behind everything that has to be kept: a flood of pages takes its time.
+void Centre::ClosePaper() {
     paper_.Close();
 }
 

@@ -66,6 +66,7 @@ class Centre : private ProgramEnd, private PortRenewal {
     void ClosePorts();
     void DispatchParked();
     void CloseOutputs();
+    void ClosePaper();
     void SaveLastEvents();
     void CloseStatusService();
     void CloseMqtt();

@@ -8,8 +8,8 @@
 
 namespace nordkeep {
 
-/// The senders that share a line of the server, as a client knows them: asked for when somebody looks at
-/// them, and again after some seconds.
+/// The senders that share a line of the server, as a client knows them: asked for when they are
+/// wanted for the first time, and again after some seconds.
 class RemoteAccounts {
  public:
     RemoteAccounts(ServerLink& link, const Clock& clock) : link_(link), clock_(clock) {}
