@@ -125,8 +125,9 @@ void CentreConditions::AddPlace(FactList& facts) const {
         facts.push_back({.kind = Standby, .name = needs_.server->ServerAddress()});
     }
     if (jumpMs_ != 0 && needs_.clock.MonotonicMs() - jumpedAtMs_ < kJumpToldMs) {
-        facts.push_back(
-            {.kind = ClockJumped, .since = jumpedAt_, .count = static_cast<int>(std::abs(jumpMs_) / 1000)});
+        // To the next second: two clocks cannot be read at the same moment.
+        const int seconds = static_cast<int>((std::abs(jumpMs_) + 500) / 1000);
+        facts.push_back({.kind = ClockJumped, .since = jumpedAt_, .count = seconds});
     }
     if (const std::size_t findings = needs_.check.Count(); findings > 0) {
         facts.push_back(

@@ -190,7 +190,7 @@ TEST_F(BlindSpots, AClockThatJumpsIsNamed) {
     ::unsetenv("LD_PRELOAD");
     ::unsetenv("CLOCK_SET_BY");
     server.Data().Write("clock-is-set", "");
-    EXPECT_TRUE(Names("The clock jumped by 36")) << server.Output();
+    EXPECT_TRUE(Names("The clock jumped by 3600 s")) << server.Output();
 }
 
 TEST_F(BlindSpots, ASoundThatCannotBePlayedIsNamed) {
