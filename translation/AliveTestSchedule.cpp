@@ -22,7 +22,7 @@ bool HasTimesOfDay(TextView schedule) {
 }
 
 std::int64_t SecondsOf(TextView time) {
-    const auto part = [time](long number) {
+    const auto part = [time](std::size_t number) {
         return static_cast<std::int64_t>(LeadingInt32(GetField(time, number, ":")));
     };
     return part(0) * 3600 + part(1) * 60 + part(2);

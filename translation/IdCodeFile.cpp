@@ -14,7 +14,7 @@ constexpr TextView kZeroTrim = "ZEROTRIM=";
 constexpr int kLowestCharacter = 1;
 constexpr int kHighestCharacter = 255;
 
-int NumberAt(TextView list, long number) {
+int NumberAt(TextView list, std::size_t number) {
     return LeadingInt16(GetField(list, number, ","));
 }
 
@@ -30,7 +30,7 @@ void ReadFormat(TextView list, TelegramFormat& f) {
         std::pair{&f.m_TypeCode_Format_StartPos, &f.m_TypeCode_Format_Length},
         std::pair{&f.m_Group_Format_StartPos, &f.m_Group_Format_Length},
     };
-    long number = 0;
+    std::size_t number = 0;
     for (const auto& [start, length] : pairs) {
         *start = NumberAt(list, number++);
         *length = NumberAt(list, number++);

@@ -68,9 +68,12 @@ ServicePeriod LogBetween(OleDate begin, OleDate end) {
     return {.mode = Number(ServiceMode::LogInPeriod), .begin = begin, .end = end};
 }
 
+int MinutesOfInterval(const TranslationSettings& settings, int item) {
+    return LeadingInt32(GetField(settings.ServiceIntervals, static_cast<std::size_t>(item - 1), ","));
+}
+
 ServicePeriod LogForInterval(const TranslationSettings& settings, int item, OleDate now) {
-    const int minutes = LeadingInt32(GetField(settings.ServiceIntervals, item - 1, ","));
-    return LogUntil(now, now.PlusMinutes(minutes));
+    return LogUntil(now, now.PlusMinutes(MinutesOfInterval(settings, item)));
 }
 
 bool StoreServicePeriod(cTranslate& set, cIDCode& object, const ServicePeriod& period) {

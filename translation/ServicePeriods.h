@@ -29,7 +29,9 @@ ServicePeriod InUse();
 ServicePeriod LogOnly();
 ServicePeriod LogUntil(OleDate now, OleDate end);
 ServicePeriod LogBetween(OleDate begin, OleDate end);
-/// The fixed length `item` (from 1) of the setting ServiceIntervals, from now on.
+/// The fixed length `item` (from 1) of the setting ServiceIntervals, in minutes; 0 where there is none.
+int MinutesOfInterval(const TranslationSettings& settings, int item);
+/// For so long, from now on.
 ServicePeriod LogForInterval(const TranslationSettings& settings, int item, OleDate now);
 
 /// Stores a period, clears the failed states of both alive tests, and keeps the set's index right. False,

@@ -253,9 +253,8 @@ void MainBox::CountUntouched(int elapsedMs) {
     if (sinceCountMs_ < kPeriodMs) return;
     sinceCountMs_ = 0;
     AlarmLists::Patience patience{};
-    for (int place = 0; place < 3; ++place) {
-        patience[static_cast<std::size_t>(place)] =
-            LeadingInt32(GetField(needs_.settings.EscalationTimes, place, ","));
+    for (std::size_t place = 0; place < patience.size(); ++place) {
+        patience[place] = LeadingInt32(GetField(needs_.settings.EscalationTimes, place, ","));
     }
     const int count = needs_.lists.CountUntouched(needs_.clock.Now(), patience);
     if (count > untouched_) needs_.sound.RingSound();

@@ -178,7 +178,7 @@ void ObjectPage::LogOnlyFor(int item) {
     if (item <= 0) return AskServicePeriod();
     const TranslationSettings& settings = needs_.translationSettings;
     if (selection_.KeysInOrder(objects_).size() > 1)
-        return AskServicePeriod(LeadingInt32(GetField(settings.ServiceIntervals, item - 1, ",")));
+        return AskServicePeriod(MinutesOfInterval(settings, item));
     SetService(LogForInterval(settings, item, needs_.clock.Now()));
 }
 

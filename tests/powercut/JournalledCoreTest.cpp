@@ -9,8 +9,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr int kTextJournalFailed = 3770;
-
 /// A core over its journal, run after run on one data folder.
 class JournalledCoreTest : public ::testing::Test {
  protected:

@@ -129,8 +129,7 @@ void PowerCutTest::Check(const NativePath& image, const Promises& least, const T
     }
     for (const auto& [idCode, begin] : least.service) {
         const auto& objects = run.Set().m_IdCodes;
-        const auto object =
-            std::ranges::find_if(objects, [&](const auto& one) { return one->m_IdCode == idCode; });
+        const auto object = std::ranges::find(objects, idCode, [](const auto& one) { return one->m_IdCode; });
         ASSERT_NE((*object)->m_ServiceMode, 0) << what << " back in use: " << idCode;
         ASSERT_GE((*object)->m_ServicePeriodBegin.Days(), begin - kSecond) << what << " " << idCode;
     }

@@ -10,13 +10,13 @@ namespace {
 TEST(GetField, CountsFromZeroAndYieldsEmptyForAMissingField) {
     struct Case {
         const char* text;
-        long number;
+        std::size_t number;
         const char* delimiter;
         const char* expected;
     };
     for (const Case& c :
          {Case{"a,b", 2, ",", ""}, Case{"a,b", 1, ",", "b"}, Case{"", 0, ",", ""}, Case{"a,", 1, ",", ""},
-          Case{"a,b", -1, ",", ""}, Case{",b", 0, ",", ""}, Case{"a::b", 1, "::", ":b"},
+          Case{"a,b", ~std::size_t{0}, ",", ""}, Case{",b", 0, ",", ""}, Case{"a::b", 1, "::", ":b"},
           Case{"aXbxc", 1, "x", "c"}, Case{"abc", 0, "", "abc"}, Case{"abc", 1, "", ""}}) {
         EXPECT_EQ(GetField(c.text, c.number, c.delimiter), c.expected) << c.text << " " << c.number;
     }
