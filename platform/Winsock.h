@@ -85,6 +85,9 @@ class Winsock {
     virtual bool Bind(int port, const Text& address) = 0;
     /// Listens on LocalPort and the bound address. False, with LastError, on failure.
     virtual bool Listen() = 0;
+    /// While held, who calls this listening socket, now or later, waits with the system and is told of behind
+    /// it.
+    virtual void HoldCallers(bool /*isHeld*/) {}
     /// Starts a TCP connection to RemoteHost and RemotePort; the outcome comes as an event. On UDP it opens
     /// the socket (unless Bind has) and makes RemoteHost and RemotePort the first destination.
     virtual bool Connect() = 0;

@@ -91,7 +91,8 @@ class CallersReception final : public Reception, private CallerListener {
 
     void OnCall(std::size_t slot) override {
         if (slot < callers_.size()) return;
-        callers_.push_back(std::make_unique<Caller>(table_, slot, PartsOfConversation(mostReceived_)));
+        callers_.push_back(
+            std::make_unique<Caller>(table_, slot, PartsOfConversation(mostReceived_, leftBehind_)));
         Caller& caller = *callers_.back();
         caller.ownFormat = format_->ForAnotherCaller();
         caller.talk.Join(caller.line, caller.ownFormat ? *caller.ownFormat : *format_);
@@ -119,6 +120,7 @@ class CallersReception final : public Reception, private CallerListener {
 
     std::size_t mostReceived_;
     CallerTable table_;
+    LeftBehind leftBehind_{[this](bool isHeld) { table_.HoldCallers(isHeld); }};
     std::vector<std::unique_ptr<Caller>> callers_{};  // by slot
 };
 

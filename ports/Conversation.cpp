@@ -13,8 +13,6 @@ constexpr int kTelegramsInOneTurn = 64;
 constexpr int kChunksInOneTurn = 16;
 // Many callers may part in one turn; what more they leave waits its turn as well.
 constexpr int kTelegramsAtOneParting = 4;
-// What callers who are gone may leave to wait.
-constexpr std::size_t kMostLeftBehind = 4 << 20;
 
 }  // namespace
 
@@ -22,10 +20,9 @@ void Conversation::OnNewStream(Text rest) {
     if (!rest.empty() && TakeIn(rest)) streams_.back().Append(rest);
     replies_.Clear();
     if (streams_.back().IsEmpty()) return;
+    parts_.leftBehind.Add(streams_.back().Size());
     streams_.emplace_back();
     if (!isContinuing_) ServeReceived(kTelegramsAtOneParting);
-    // Callers who leave much and come again at once pay with the time of all, not with the memory of all.
-    while (LeftBehind() > kMostLeftBehind && ServeNext()) continue;
 }
 
 void Conversation::OnDataWaiting() {
@@ -70,12 +67,15 @@ void Conversation::GoOnLater() {
 
 bool Conversation::ServeNext() {
     while (true) {
-        TelegramStep step = format_->Next(streams_.front().Front(), ReadLineClock(parts_.clock));
+        ReceivedText& stream = streams_.front();
+        TelegramStep step = format_->Next(stream.Front(), ReadLineClock(parts_.clock));
         const bool isOfGoneCaller = streams_.size() > 1;
         if (step.consumed > 0) {
             // Dropped before it is acted on: what follows may wait, and the next chunk then comes in nested.
-            streams_.front().Drop(step.consumed);
+            const std::size_t size = stream.Size();
+            stream.Drop(step.consumed);
             if (isOfGoneCaller) {
+                parts_.leftBehind.Drop(size - stream.Size());
                 const std::uint64_t receipt = step.receipt;
                 parts_.taker.TakeStep(std::move(step), WhenSettled(receipt, {}));
             } else {
@@ -84,6 +84,7 @@ bool Conversation::ServeNext() {
             return true;
         }
         if (!isOfGoneCaller) return false;
+        parts_.leftBehind.Drop(stream.Size());
         streams_.pop_front();
     }
 }
@@ -92,12 +93,6 @@ void Conversation::DropWhatNeverEnds() {
     if (streams_.back().Size() <= parts_.mostReceived) return;
     parts_.log.Failure(kTextTooMuch, parts_.log.NameAndDescription());
     streams_.back().Clear();
-}
-
-std::size_t Conversation::LeftBehind() const {
-    std::size_t size = 0;
-    for (std::size_t i = 0; i + 1 < streams_.size(); ++i) size += streams_[i].Size();
-    return size;
 }
 
 void Conversation::Act(TelegramStep step, const SocketPeer& sender) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/EventLoop.h"
+#include "ports/LeftBehind.h"
 #include "ports/ReplyQueue.h"
 #include "ports/collectors/Collector.h"
 #include "ports/formats/LineFormat.h"
@@ -21,6 +22,7 @@ class Conversation final : public LineListener, private ReplySender {
         StepTaker& taker;
         const Clock& clock;
         PortLog& log;
+        LeftBehind& leftBehind;
         int purgeSeconds;          // of silence, until half a telegram is thrown away; 0 or less: never
         std::size_t mostReceived;  // bytes that may wait without a complete telegram in them
     };
@@ -51,7 +53,6 @@ class Conversation final : public LineListener, private ReplySender {
     bool ServeNext();
     void GoOnLater();
     void DropWhatNeverEnds();
-    std::size_t LeftBehind() const;
     StepTaker::WhenStored WhenSettled(std::uint64_t receipt, std::optional<ReplyQueue::Ticket> ticket);
 
     Parts parts_;

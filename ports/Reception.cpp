@@ -10,7 +10,7 @@ class LineReception final : public Reception {
  public:
     LineReception(const Parts& parts, std::unique_ptr<LineFormat> format)
         : Reception(parts, std::move(format)),
-          talk_(PartsOfConversation(kMostReceived)),
+          talk_(PartsOfConversation(kMostReceived, leftBehind_)),
           line_(MakeLine(parts.type, parts.line, talk_)) {
         talk_.Join(*line_, *format_);
     }
@@ -32,6 +32,7 @@ class LineReception final : public Reception {
     }
 
  private:
+    LeftBehind leftBehind_{[this](bool isHeld) { line_->HoldCallers(isHeld); }};
     Conversation talk_;
     std::unique_ptr<Line> line_;
 };
@@ -61,12 +62,13 @@ TelegramStep Reception::DueAtTheEnd() {
     return format_->Due({.now = clock.Now(), .monotonicMs = clock.MonotonicMs(), .isProgramEnding = true});
 }
 
-Conversation::Parts Reception::PartsOfConversation(std::size_t mostReceived) const {
+Conversation::Parts Reception::PartsOfConversation(std::size_t mostReceived, LeftBehind& leftBehind) const {
     return {.loop = parts_.loop,
             .stalls = parts_.stalls,
             .taker = parts_.taker,
             .clock = parts_.line.clock,
             .log = parts_.line.log,
+            .leftBehind = leftBehind,
             .purgeSeconds = parts_.purgeSeconds,
             .mostReceived = mostReceived};
 }

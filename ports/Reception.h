@@ -34,7 +34,7 @@ class Reception : public Collector {
     /// What the format does at this tick, on a line that is open, and that somebody listens to.
     TelegramStep Due(int tickMs, bool isOpen, bool canSend);
     TelegramStep DueAtTheEnd();
-    Conversation::Parts PartsOfConversation(std::size_t mostReceived) const;
+    Conversation::Parts PartsOfConversation(std::size_t mostReceived, LeftBehind& leftBehind) const;
 
     Parts parts_;
     std::unique_ptr<LineFormat> format_;

@@ -76,10 +76,11 @@ void QtTcpSocket::Listener::incomingConnection(qintptr descriptor) {
 
 QtTcpSocket::QtTcpSocket(std::shared_ptr<WaitingCallers> callers) : callers_(std::move(callers)) {
     listener_.setListenBacklogSize(kMostWaitingCallers);
+    listener_.setMaxPendingConnections(kMostWaitingCallers);
     // The toolkit stops listening for good when one caller cannot be let in (gone again, too many open
     // files).
     QObject::connect(&listener_, &QTcpServer::acceptError, &tasks_, [this] {
-        QTimer::singleShot(kAcceptAgainMs, &listener_, [this] { listener_.resumeAccepting(); });
+        QTimer::singleShot(kAcceptAgainMs, &listener_, [this] { ResumeAccepting(); });
     });
 }
 
@@ -134,6 +135,17 @@ bool QtTcpSocket::Listen() {
     // The toolkit's server reuses an address that is still in its time of waiting by itself.
     if (listener_.listen(address, static_cast<quint16>(localPort_))) return true;
     return Fail(listener_.errorString());
+}
+
+// The toolkit asks before each caller, also while it lets several in one after the other.
+void QtTcpSocket::HoldCallers(bool isHeld) {
+    listener_.setMaxPendingConnections(isHeld ? 0 : kMostWaitingCallers);
+    if (!isHeld) ResumeAccepting();
+}
+
+// The toolkit's server crashes when it is asked to and no longer listens.
+void QtTcpSocket::ResumeAccepting() {
+    if (listener_.isListening()) listener_.resumeAccepting();
 }
 
 bool QtTcpSocket::Connect() {

@@ -31,6 +31,7 @@ class QtTcpSocket : public Winsock {
     void Close() override;
     bool Bind(int port, const Text& address) override;
     bool Listen() override;
+    void HoldCallers(bool isHeld) override;
     bool Connect() override;
     void Accept(SocketRequest request) override;
     SocketState State() const override;
@@ -67,6 +68,7 @@ class QtTcpSocket : public Winsock {
     bool NewCallingSocket();
     bool IsEncrypted() const;
     void LetGo(QTcpSocket* socket);
+    void ResumeAccepting();
     void BeginTalk(int descriptor);
     void OnConnected();
     void OnReadyRead();

@@ -44,6 +44,8 @@ class CallerTable {
     bool IsOpen() const { return server_->State() == SocketState::Listening; }
     /// Who is there; of several the one who has called last, with how many others.
     FarEnd End() const;
+    /// As Winsock's.
+    void HoldCallers(bool isHeld) { server_->HoldCallers(isHeld); }
     /// No caller is told; who had one forgets them.
     void Close();
 

@@ -46,6 +46,8 @@ class Line {
     /// Everything that has arrived, on UDP one datagram; empty when nothing waits.
     virtual Text Take() = 0;
     virtual FarEnd End() const { return {}; }
+    /// While held, nobody else is let in, and nobody else is called.
+    virtual void HoldCallers(bool /*isHeld*/) {}
     /// True when somebody is at the other end, as far as the line can tell.
     virtual bool CanSend() const = 0;
     /// False when nothing was sent. A hang-up needs no bytes.

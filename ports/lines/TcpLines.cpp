@@ -45,7 +45,7 @@ class TcpClientLine final : public Line {
     bool IsOpen() const override { return socket_->State() == SocketState::Connected; }
 
     void Open() override {
-        if (IsStillTrying()) return;
+        if (isHeld_ || IsStillTrying()) return;
         listener_.OnNewStream({});
         socket_->Close();
         socket_->SetRemotePort(log_.Line().PortNumber);
@@ -64,6 +64,8 @@ class TcpClientLine final : public Line {
     }
 
     Text Take() override { return socket_->GetData(); }
+
+    void HoldCallers(bool isHeld) override { isHeld_ = isHeld; }
 
     bool CanSend() const override { return IsOpen(); }
 
@@ -112,6 +114,7 @@ class TcpClientLine final : public Line {
     std::unique_ptr<Winsock> socket_;
     std::int64_t attemptAtMs_ = 0;
     bool isAttemptLogged_ = false;
+    bool isHeld_ = false;
 };
 
 /// A listener and one caller: who calls last is served, and pushes the one before off. What had arrived of
@@ -143,6 +146,8 @@ class TcpServerLine final : public Line {
     }
 
     Text Take() override { return caller_->GetData(); }
+
+    void HoldCallers(bool isHeld) override { server_->HoldCallers(isHeld); }
 
     bool CanSend() const override { return caller_->State() == SocketState::Connected; }
 

@@ -18,6 +18,7 @@ class FakeWinsock : public Winsock {
     std::vector<Text> sends{};         // the same, one for each call
     std::vector<SocketPeer> sentTo{};  // of SendDataTo
     int closes = 0;
+    bool areCallersHeld = false;
     int localPort = 0;
     int remotePort = 0;
     Text remoteHost{};
@@ -81,6 +82,7 @@ class FakeWinsock : public Winsock {
         boundAddress = address;
         return Open(kind_ == SocketKind::Udp ? SocketState::Open : state);
     }
+    void HoldCallers(bool isHeld) override { areCallersHeld = isHeld; }
     bool Listen() override { return Open(SocketState::Listening); }
     bool Connect() override {
         return Open(kind_ == SocketKind::Udp ? SocketState::Open : SocketState::Connecting);

@@ -212,6 +212,25 @@ TEST_F(TcpServer, ARefusedCallerIsReset) {
     EXPECT_EQ(slot->State(), SocketState::Closed);
 }
 
+TEST_F(TcpServer, CallersWhoAreHeldWaitAndAreLetInBehindIt) {
+    onRequest = [&](SocketRequest request) {
+        slot->Accept(request);
+        listener->HoldCallers(++accepted == 1);
+    };
+    const Peer first = Call();
+    Peer second = Peer::Call(listener->LocalPort());
+    second.Send("waits");
+    const Peer third = Peer::Call(listener->LocalPort());
+    Settle();
+    EXPECT_EQ(accepted, 1);
+    listener->HoldCallers(false);
+    EXPECT_TRUE(Until([&] { return accepted == 3; }));
+    // Nothing to resume is no fault.
+    listener->HoldCallers(true);
+    listener->Close();
+    listener->HoldCallers(false);
+}
+
 TEST_F(TcpServer, HandlersMayCloseTheirOwnSockets) {
     onArrival = [&] { slot->Close(); };
     Peer peer = Call();

@@ -54,6 +54,22 @@ TEST_F(ManyCallersTest, EachIsServedWithHisOwnTextAndReplies) {
     EXPECT_EQ(intake.events.size(), 3u);
 }
 
+TEST_F(ManyCallersTest, WhatAllHaveLeftTogetherHoldsTheNextOnes) {
+    Open("MaxCallers=3\r\n");
+    Text flood;
+    for (int i = 0; i < 100'000; ++i) flood += RobofonTelegram("12340001");
+    for (int i = 0; i < 2; ++i) {
+        FakeWinsock& caller = Call();
+        EXPECT_FALSE(sockets.At(0).areCallersHeld);
+        caller.ArriveUntold(flood);
+        caller.CloseByPeer();
+    }
+    EXPECT_TRUE(sockets.At(0).areCallersHeld);
+    time.Pump();
+    EXPECT_FALSE(sockets.At(0).areCallersHeld);
+    EXPECT_EQ(intake.events.size(), 200'000u);
+}
+
 TEST_F(ManyCallersTest, ThirtyGatewaysThatCallAtOnceAreAllAnswered) {
     Open("MaxCallers=40\r\nMessageFormat=9\r\n");
     for (int i = 0; i < 30; ++i) Call();
