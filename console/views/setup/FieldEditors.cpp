@@ -2,10 +2,10 @@
 
 #include "platform/qt/QtText.h"
 
+#include <QtCore/QProcess>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QWheelEvent>
-#include <QtPrintSupport/QPrinterInfo>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QFileDialog>
@@ -166,6 +166,8 @@ class OfferEditor final : public FieldEditor {
         if (list_->currentText() != ToQString(value)) list_->setCurrentText(ToQString(value));
     }
     QWidget* Input() override { return list_; }
+    /// More of them, behind those that are there.
+    void Offer(const QStringList& words) { list_->addItems(words); }
 
  private:
     static constexpr int kLetters = 36;
@@ -175,10 +177,20 @@ class OfferEditor final : public FieldEditor {
 QStringList WordsOffered(const EditorNeeds& needs, const SetupField& field) {
     QStringList words;
     if (field.key.control == ControlKind::Font) return QStringList(QString()) + QFontDatabase::families();
-    if (field.key.control == ControlKind::Printer)
-        return QStringList(QString()) + QPrinterInfo::availablePrinterNames();
     for (const DescribedChoice& choice : needs.form.ChoicesOf(field)) words << ToQString(choice.value);
     return words;
+}
+
+// The system is asked beside the window: a print server that does not answer must not hold it.
+FieldEditor* NewPrinterEditor() {
+    auto* editor = new OfferEditor({QString()});
+    auto* question = new QProcess(editor);
+    QObject::connect(question, &QProcess::finished, editor, [editor, question] {
+        editor->Offer(
+            QString::fromLocal8Bit(question->readAllStandardOutput()).split('\n', Qt::SkipEmptyParts));
+    });
+    question->start(QStringLiteral("lpstat"), {QStringLiteral("-e")}, QIODevice::ReadOnly);
+    return editor;
 }
 
 FieldEditor* NewSoundEditor(const EditorNeeds& needs) {
@@ -208,8 +220,9 @@ FieldEditor* NewFieldEditor(const EditorNeeds& needs) {
             return NewColorEditor(needs.captions);
         case ControlKind::ColorPair:
             return NewColorPairEditor(needs.captions);
-        case ControlKind::Font:
         case ControlKind::Printer:
+            return NewPrinterEditor();
+        case ControlKind::Font:
         case ControlKind::Offered:
             return new OfferEditor(WordsOffered(needs, field));
         case ControlKind::File:

@@ -1,6 +1,7 @@
 #include "console/views/setup/FieldRow.h"
 #include "tests/console/views/AllWindows.h"
 
+#include <QtTest/QTest>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
@@ -8,6 +9,8 @@
 #include <QtWidgets/QTableWidget>
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace nordkeep {
 namespace {
@@ -124,6 +127,26 @@ TEST(SetupWindow, MakesALineByItsButtonsAndFields) {
     auto* table = w.setupWindow.findChild<QTableWidget*>();
     ASSERT_TRUE(table);
     EXPECT_EQ(table->rowCount(), 1);
+}
+
+TEST(SetupWindow, OffersThePrintersOfASpoolerThatIsSlow) {
+    const TempFolder bin;
+    bin.Write("lpstat",
+              "#!/bin/sh\n[ \"$1\" = -e ] || exit 1\nwhile [ ! -e \"$0-answers\" ]; do sleep 0.05; done\n"
+              "echo Desk\necho Cellar\n");
+    std::filesystem::permissions(bin.Path() + "/lpstat", std::filesystem::perms::owner_all);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(bin.Path()) + ":" + path);
+    SetupWindowWorld w;
+    w.Search("AlarmPagePrinter Printer");
+    auto* printer = w.InputOf<QComboBox>("Printer");
+    ASSERT_TRUE(printer) << "the window stands before there is an answer";
+    printer->setCurrentText("Hall");
+    bin.Write("lpstat-answers", "");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return printer->count() == 3; }, 30'000));
+    EXPECT_EQ(printer->itemText(2), "Cellar");
+    EXPECT_EQ(printer->currentText(), "Hall") << "what is being typed stays";
+    qputenv("PATH", path);
 }
 
 TEST(SetupWindow, AColourPairShowsItsContrast) {
