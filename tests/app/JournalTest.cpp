@@ -41,6 +41,9 @@ TEST_F(NetworkTest, TheJournalTellsWhoDidWhat) {
     desk.Send(19, WireBytes().Short("Comments\\Note.TXT").LongText("x").Bytes());
     desk.Send(17);
     desk.Wait(17);
+    // What nothing was promised for is committed at the end of the turn that has answered it.
+    EXPECT_TRUE(
+        WaitFor([&] { return Ask(server, "SELECT count(*) FROM entries WHERE kind = 'logout'") == "1\n"; }));
     EXPECT_EQ(Ask(server, "SELECT kind, user, station FROM entries WHERE station <> '' ORDER BY id"),
               "refused|anna|127.0.0.1\nlogin|anna|127.0.0.1\ncomment|anna|127.0.0.1\nend|anna|127.0.0.1\n"
               "edit|anna|127.0.0.1\nlogout|anna|127.0.0.1\n");
