@@ -70,7 +70,7 @@ std::string AddressOf(const DemoStep& step, const std::string& folder) {
     if (std::string(step.target).starts_with("pty:"))
         return SettingOf(folder + "/Settings/Nordkeep.INI", "COM1");
     const std::string path = folder + "/Settings/Port" + std::to_string(step.number) + ".ini";
-    if (const std::string port = SettingOf(path, "PortNumber"); !port.empty()) return port;
+    if (std::string port = SettingOf(path, "PortNumber"); !port.empty()) return port;
     const std::string url = SettingOf(path, "PortSetting");
     return std::to_string(std::atoi(url.c_str() + url.rfind(':') + 1));
 }

@@ -23,14 +23,14 @@ bool HasProgramFiles(const NativePath& folder) {
 }  // namespace
 
 NativePath ProgramFilesFolder(const NativePath& programFile) {
-    const NativePath own = FolderOf(programFile);
+    NativePath own = FolderOf(programFile);
     if (HasProgramFiles(own)) return own;
     const auto shared = CanonicalPath(own + "/" + kSharedFiles);
     return shared && HasProgramFiles(*shared) ? *shared : own;
 }
 
 NativePath DefaultDataFolder(const NativePath& programFile, bool isService) {
-    const NativePath own = FolderOf(programFile);
+    NativePath own = FolderOf(programFile);
     const bool isInstalled = ProgramFilesFolder(programFile) != own;
     if (isService) return isInstalled ? kServiceData : own;
     if (!isInstalled && IsFolderWritable(own)) return own;

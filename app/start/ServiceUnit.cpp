@@ -70,7 +70,7 @@ std::string PublicName(const std::string& folder) {
 }
 
 std::string CommandLineOf(const std::string& program, const std::string& dataFolder) {
-    const std::string command = Quoted(program, true) + " /RunAsService";
+    std::string command = Quoted(program, true) + " /RunAsService";
     if (dataFolder.empty()) return command;
     return command + " " + Quoted("/PATH:" + PublicName(dataFolder), true);
 }
@@ -90,7 +90,7 @@ bool ReloadServiceManager(EventLoop& loop) {
 
 /// What is said behind a change of the unit.
 std::string Report(const std::string& done, EventLoop& loop) {
-    const std::string text = std::string(kServiceName) + done;
+    std::string text = std::string(kServiceName) + done;
     if (ReloadServiceManager(loop)) return text;
     return text + "\nsystemd could not be told: run \"systemctl daemon-reload\" where it runs";
 }

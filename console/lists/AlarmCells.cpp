@@ -113,7 +113,7 @@ int AlarmCells::DateFieldOf(int field) {
 
 Text AlarmCells::CellWithoutDate(const cAlarm& alarm, int field) const {
     const TimeField* time = TimeFieldOf(field);
-    const Text cell = Cell(alarm, field);
+    Text cell = Cell(alarm, field);
     if (!formats_.clock || !time || cell.empty()) return cell;
     const bool isToday = (alarm.*time->time).Midnight() == formats_.clock->Now().Midnight();
     return isToday ? cell : Cell(alarm, DateFieldOf(field)) + " " + cell;

@@ -50,7 +50,7 @@ Text ObjectForms::OwnerOf(const FormField& phone, TextView information) const {
         for (const FormField& field : group.fields) {
             const bool isOwner = field.kind == FormKind::Words && field.name.size() < phone.name.size() &&
                                  EqualsNoCase(TextView(phone.name).substr(0, field.name.size()), field.name);
-            if (const Text owner = isOwner ? FormValue(information, field.name) : Text(); !owner.empty())
+            if (Text owner = isOwner ? FormValue(information, field.name) : Text(); !owner.empty())
                 return owner;
         }
     }

@@ -31,7 +31,7 @@ Text ComName(TextView number) {
 
 Text LinesBox::FreeName() const {
     for (int number = 1;; ++number) {
-        const Text name = "Port" + std::to_string(number);
+        Text name = "Port" + std::to_string(number);
         const auto isSame = [&name](const LineRow& row) { return EqualsNoCase(row.name, name); };
         if (std::ranges::none_of(rows_, isSame)) return name;
     }

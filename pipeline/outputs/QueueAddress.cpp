@@ -106,7 +106,7 @@ std::optional<QueueAddress> Parse(TextView name) {
 }  // namespace
 
 std::optional<QueueAddress> ParseQueueAddress(TextView formatName) {
-    const auto address = Parse(TrimBlanks(formatName));
+    auto address = Parse(TrimBlanks(formatName));
     if (!address || address->queue.empty()) return std::nullopt;
     if (address->queue.size() > kLongestName || address->virtualHost.size() > kLongestName)
         return std::nullopt;

@@ -22,7 +22,7 @@ std::string Hash(const std::string& password, const char* setting) {
     void* work = nullptr;
     int size = 0;
     const char* const hash = ::crypt_ra(password.c_str(), setting, &work, &size);
-    const std::string result = hash ? hash : "";
+    std::string result = hash ? hash : "";
     std::free(work);
     return result;
 }

@@ -12,7 +12,7 @@ QSslKey KeyIn(const QString& path) {
     if (!file.open(QIODevice::ReadOnly)) return {};
     const QByteArray bytes = file.readAll();
     for (const QSsl::KeyAlgorithm algorithm : {QSsl::Ec, QSsl::Rsa}) {
-        const QSslKey key(bytes, algorithm);
+        QSslKey key(bytes, algorithm);
         if (!key.isNull()) return key;
     }
     return {};

@@ -56,7 +56,7 @@ Text TakeNumber(TextView& rest, char letter) {
     if (!rest.starts_with(letter)) return {};
     std::size_t end = 1;
     while (end < rest.size() && end <= kLongestNumber && HexDigit(rest[end]) >= 0) ++end;
-    const Text number(rest.substr(1, end - 1));
+    Text number(rest.substr(1, end - 1));
     rest.remove_prefix(end);
     return number;
 }

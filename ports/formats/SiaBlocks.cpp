@@ -21,7 +21,7 @@ SiaBlock TakeLengthBlock(TextView& rest) {
 
 /// Cuts everything up to the first of `ends`.
 Text TakeUpTo(TextView& rest, TextView ends) {
-    const Text taken(rest.substr(0, rest.find_first_of(ends)));
+    Text taken(rest.substr(0, rest.find_first_of(ends)));
     rest.remove_prefix(taken.size());
     return taken;
 }

@@ -130,8 +130,9 @@ void PageLayout::PaintCharts(QPainter& painter, int first) const {
                                       .over = Qt::black});
     const qreal height = body_.height() / kChartsOnPage;
     for (int i = 0; i < kChartsOnPage && first + i < static_cast<int>(charts_.size()); ++i) {
+        const int number = first + i;
         const QRectF place(body_.left(), body_.top() + i * height, body_.width(), height - 2 * lineHeight_);
-        charts.Paint(painter, place, charts_[static_cast<std::size_t>(first + i)]);
+        charts.Paint(painter, place, charts_[static_cast<std::size_t>(number)]);
     }
 }
 
