@@ -188,7 +188,7 @@ void CentreCheck::CheckObjectInfo() {
 void CentreCheck::PlanZones() {
     for (const Text& object : ListEntries(dataFolder_.Resolve(kZoneFolders))) {
         Plan([this, object] {
-            if (auto loaded = Load(Text(kZoneFolders) + "\\" + object + "\\Zones.SIA"))
+            if (auto loaded = Load(Text(kZoneFolders).append("\\").append(object).append("\\Zones.SIA")))
                 CheckZones(loaded->content, loaded->findings);
         });
     }

@@ -6,8 +6,9 @@
 
 namespace nordkeep {
 
-/// How many bytes the callers of a port who are gone have left to be decoded. While it is much, no further one is
-/// let in: who wants to leave more waits with the system, and costs neither memory nor a long turn of the loop.
+/// How many bytes the callers of a port who are gone have left to be decoded. While it is much, no further
+/// one is let in: who wants to leave more waits with the system, and costs neither memory nor a long turn of
+/// the loop.
 class LeftBehind {
  public:
     /// What may wait, besides what one caller can leave in one go.

@@ -45,7 +45,7 @@ std::string UtcStamp(std::int64_t ms) {
 }
 
 bool Journal::Fail() {
-    lastError_ = Text(kFile) + ": " + FromUtf8(file_.LastError());
+    lastError_.assign(kFile).append(": ").append(FromUtf8(file_.LastError()));
     return false;
 }
 

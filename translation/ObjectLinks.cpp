@@ -19,7 +19,7 @@ constexpr TextView kBetweenDigits = " -/().";
 bool IsDate(TextView text) {
     if (text.size() != 10 || text[4] != '-' || text[7] != '-') return false;
     return IsNumeric(text.substr(0, 4)) && IsNumeric(text.substr(5, 2)) && IsNumeric(text.substr(8)) &&
-           ParseDateTime(Text(text) + " 00:00:00").has_value();
+           ParseDateTime(Text(text).append(" 00:00:00")).has_value();
 }
 
 bool IsMail(TextView text) {

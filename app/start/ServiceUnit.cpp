@@ -48,8 +48,11 @@ std::string AccountLines(const std::string& folder) {
     const bool isPrivate = folder.starts_with(kPrivateStateFolder);
     if (isPrivate || (owner.isRoot && folder.starts_with(kStateFolder))) {
         const std::string name = folder.substr(isPrivate ? kPrivateStateFolder.size() : kStateFolder.size());
-        return std::string("DynamicUser=yes\nUser=") + kServiceAccount +
-               "\nStateDirectory=" + Quoted(name, false) + "\nStateDirectoryMode=0750";
+        return std::string("DynamicUser=yes\nUser=")
+            .append(kServiceAccount)
+            .append("\nStateDirectory=")
+            .append(Quoted(name, false))
+            .append("\nStateDirectoryMode=0750");
     }
     return "User=" + owner.user + "\nGroup=" + owner.group + "\nStateDirectory=" + kServiceAccount +
            "\nReadWritePaths=" + Quoted(folder, false);
@@ -110,13 +113,15 @@ ServiceChange InstallService(const std::string& program, const std::string& data
     const std::string path = UnitPath();
     if (WriteFile(path, ServiceUnitText(program, dataFolder)))
         return {true, Report(" service installation succeeded", loop)};
-    return {false, std::string(kServiceName) + " failed to install as service: cannot write " + path};
+    return {false,
+            std::string(kServiceName).append(" failed to install as service: cannot write ").append(path)};
 }
 
 ServiceChange UninstallService(EventLoop& loop) {
     const std::string path = UnitPath();
     if (RemoveFile(path)) return {true, Report(" service uninstalled successfully", loop)};
-    return {false, std::string(kServiceName) + " failed to uninstall as service: cannot remove " + path};
+    return {false,
+            std::string(kServiceName).append(" failed to uninstall as service: cannot remove ").append(path)};
 }
 
 }  // namespace nordkeep

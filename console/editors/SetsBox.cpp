@@ -160,7 +160,7 @@ void SetsBox::Show(const Text& name, const SetDirectives& directives, bool isSto
     }
     values[kPaddingCount] = std::to_string(directives.paddingCount);
     values[kPaddingCharacter] = Text(1, static_cast<char>(directives.paddingCharacter));
-    if (directives.zeroTrim) values[kZeroTrim] = *directives.zeroTrim != 0 ? "1" : "0";
+    if (directives.zeroTrim) values[kZeroTrim] = Text(1, *directives.zeroTrim != 0 ? '1' : '0');
     for (std::size_t number = 0; number < kFields; ++number) {
         fields_[number].typed = values[number];
         fields_[number].stored = isStored ? values[number] : Text("\n");  // nothing typed is like it
