@@ -12,8 +12,16 @@ add_custom_target(check-tidy
   WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} VERBATIM)
 
 if(NORDKEEP_COVERAGE)
+  # Behind everything that the tests run.
+  set(built)
+  foreach(folder . tools packaging tests)
+    get_property(targets DIRECTORY ${CMAKE_SOURCE_DIR}/${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    list(APPEND built ${targets})
+  endforeach()
+  list(REMOVE_ITEM built check-format check-tidy)
   add_custom_target(coverage
-    COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${CMAKE_BINARY_DIR} -j2 --output-on-failure
+    COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${CMAKE_BINARY_DIR} -j3 --output-on-failure
     COMMAND ${CMAKE_SOURCE_DIR}/cmake/coverage-table ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR}
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} USES_TERMINAL VERBATIM)
+  add_dependencies(coverage ${built})
 endif()
