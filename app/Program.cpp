@@ -71,7 +71,7 @@ struct Machine {
     SystemClock clock{};
     QtEventLoop loop{};
     DurableFiles disk{};
-    SqliteJournal journal{};
+    SqliteJournal journal{SqliteJournal::kMostOfLog};
     QtSockets sockets{};
     QtSerial serial{};
     AmqpQueues queues{};

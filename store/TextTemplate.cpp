@@ -96,8 +96,8 @@ class Expansion {
 
     bool TakePlaceholder() {
         if (rest_.front() != '[') return false;
-        const std::size_t end = rest_.find_first_of("[]", 1);
-        if (end == TextView::npos || rest_[end] == '[') return false;
+        const std::size_t end = rest_.substr(0, rest_.find('[', 1)).find(']', 1);
+        if (end == TextView::npos) return false;
         if (!TakeInner(rest_.substr(1, end - 1))) return false;
         rest_.remove_prefix(end + 1);
         return true;

@@ -174,8 +174,9 @@ ViewState MainBox::StateToSave() const {
     return state;
 }
 
+// In a flood every event comes here; what has changed besides the page is shown with the next tick.
 void MainBox::PopUp() {
-    ShowTab(Tab::Unacked);
+    if (inputs_.tab != Tab::Unacked) ShowTab(Tab::Unacked);
     view_->PopUp();
 }
 

@@ -13,7 +13,11 @@ SystemClock::SystemClock() {
 OleDate SystemClock::Now() const {
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    return LocalTime(now);
+    if (now.tv_sec != second_) {
+        second_ = now.tv_sec;
+        beginOfSecond_ = LocalTime({.tv_sec = now.tv_sec, .tv_nsec = 0});
+    }
+    return beginOfSecond_.PlusMilliseconds(now.tv_nsec / 1'000'000);
 }
 
 std::int64_t SystemClock::MonotonicMs() const {

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <new>
@@ -11,6 +12,8 @@ namespace {
 
 /// More than a turn of the loop commonly writes, and as much as the library's own layer takes in one write.
 constexpr std::size_t kMostGathered = 1 << 16;
+/// Asks the file of a log to lengthen itself; the library leaves numbers from 100 on to others.
+constexpr int kMakeRoom = 0x4e4b01;
 
 /// The log of one database. The file of the layer below stands behind it in the memory that the library
 /// gives.
@@ -25,6 +28,28 @@ struct LogFile {
         const int size = static_cast<int>(gathered.size());
         const int result = below->pMethods->xWrite(below, gathered.data(), size, offset);
         gathered.clear();
+        return result;
+    }
+
+    // Zeros tell the library that its log has come to an end.
+    int Lengthen(sqlite3_int64 from, sqlite3_int64 to) {
+        const std::string zeros(kMostGathered, '\0');
+        for (sqlite3_int64 at = from; at < to;) {
+            const auto size = std::min(to - at, static_cast<sqlite3_int64>(zeros.size()));
+            const int result = below->pMethods->xWrite(below, zeros.data(), static_cast<int>(size), at);
+            if (result != SQLITE_OK) return result;
+            at += size;
+        }
+        return below->pMethods->xSync(below, SQLITE_SYNC_NORMAL);
+    }
+
+    int MakeRoom(sqlite3_int64 bytes) {
+        sqlite3_int64 size = 0;
+        if (const int flushed = Flush(); flushed != SQLITE_OK) return flushed;
+        if (const int known = below->pMethods->xFileSize(below, &size); known != SQLITE_OK) return known;
+        if (size >= bytes) return SQLITE_OK;
+        const int result = Lengthen(size, bytes);
+        if (result != SQLITE_OK) below->pMethods->xTruncate(below, size);
         return result;
     }
 };
@@ -90,6 +115,7 @@ int CheckReservedLock(sqlite3_file* file, int* isReserved) {
 }
 
 int FileControl(sqlite3_file* file, int operation, void* argument) {
+    if (operation == kMakeRoom) return Log(file).MakeRoom(*static_cast<const std::int64_t*>(argument));
     return Log(file).below->pMethods->xFileControl(Log(file).below, operation, argument);
 }
 
@@ -162,6 +188,13 @@ std::string GatheredLogLayer(const std::string& below) {
     layer->functions.xOpen = Open;
     sqlite3_vfs_register(&layer->functions, 0);
     return layer->name;
+}
+
+bool MakeRoomInLog(sqlite3* database, std::int64_t bytes) {
+    sqlite3_file* log = nullptr;
+    sqlite3_file_control(database, "main", SQLITE_FCNTL_JOURNAL_POINTER, &log);
+    if (log == nullptr || log->pMethods != &kLogMethods) return false;
+    return log->pMethods->xFileControl(log, kMakeRoom, &bytes) == SQLITE_OK;
 }
 
 }  // namespace nordkeep

@@ -6,7 +6,9 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <filesystem>
 #include <limits>
+#include <utility>
 
 namespace nordkeep {
 namespace {
@@ -15,8 +17,14 @@ namespace {
 constexpr int kMostWaitMs = 20;
 /// Transactions after which an idle moment is used to work the log of writes off.
 constexpr int kCommitsToTidy = 250;
-/// Pages in the log of writes above which it is worked off also while telegrams come: 16 MiB.
-constexpr int kMostPagesOfLog = 8192;
+/// Of a new database. Small: each transaction writes every page that it touches whole.
+constexpr int kPageBytes = 2048;
+constexpr int kPageHeadBytes = 24;  // before each page of the log of writes
+/// Pages in the log of writes above which it is worked off also while telegrams come; the last transactions
+/// before that have room, too.
+constexpr int kMostPagesOfLog = SqliteJournal::kMostOfLog / (kPageBytes + kPageHeadBytes) - 64;
+/// So many times its room has to be free on a medium that the log of writes takes it from.
+constexpr std::uintmax_t kTimesFree = 16;
 
 constexpr const char* kIndexes =
     "CREATE INDEX IF NOT EXISTS entries_by_time ON entries(time);"
@@ -50,7 +58,7 @@ void SqliteJournal::Finalize::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }
 
-SqliteJournal::SqliteJournal() = default;
+SqliteJournal::SqliteJournal(std::int64_t room) : room_(room) {}
 SqliteJournal::~SqliteJournal() {
     Close();
 }
@@ -67,7 +75,10 @@ bool SqliteJournal::Fail(const char* what) {
 
 bool SqliteJournal::Open(const NativePath& path) {
     Close();
-    if (OpenFile(path) && PrepareAll()) return true;
+    if (OpenFile(path) && PrepareAll()) {
+        MakeRoom(path);
+        return true;
+    }
     Close();
     return false;
 }
@@ -83,12 +94,13 @@ bool SqliteJournal::OpenFile(const NativePath& path) {
     sqlite3_extended_result_codes(database, 1);
     // Full: a commit returns when it is on the medium. The log of writes is worked off in idle moments, so
     // that no telegram waits for it, and when it has become long; a limit keeps its file from staying large
-    // after a busy hour. Small pages, of a new database: each transaction writes every page that it touches
-    // whole.
-    const bool isReady = Run("PRAGMA page_size=2048") && Run("PRAGMA journal_mode=WAL") &&
+    // after a busy hour.
+    const std::string pageSize = "PRAGMA page_size=" + std::to_string(kPageBytes);
+    const std::string limit = "PRAGMA journal_size_limit=" + std::to_string(kMostOfLog);
+    const bool isReady = Run(pageSize.c_str()) && Run("PRAGMA journal_mode=WAL") &&
                          Run("PRAGMA synchronous=FULL") && Run("PRAGMA wal_autocheckpoint=0") &&
-                         Run("PRAGMA journal_size_limit=16777216") && Run("PRAGMA cache_size=-4096") &&
-                         Run(kEntriesTable) && Run(kIndexes);
+                         Run(limit.c_str()) && Run("PRAGMA cache_size=-4096") && Run(kEntriesTable) &&
+                         Run(kIndexes);
     if (isReady) FollowLog();
     return isReady;
 }
@@ -101,6 +113,16 @@ void SqliteJournal::FollowLog() {
         return SQLITE_OK;
     };
     sqlite3_wal_hook(database_.get(), notePages, &pagesOfLog_);
+}
+
+// Without it all is the same, only slower until the log has once become as long.
+void SqliteJournal::MakeRoom(const NativePath& path) {
+    const std::int64_t room = std::exchange(room_, 0);
+    if (room == 0) return;
+    std::error_code error;
+    const auto free = std::filesystem::space(std::filesystem::path(path).parent_path(), error).available;
+    if (!error && free / kTimesFree >= static_cast<std::uintmax_t>(room))
+        MakeRoomInLog(database_.get(), room);
 }
 
 bool SqliteJournal::PrepareAll() {

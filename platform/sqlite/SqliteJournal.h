@@ -12,7 +12,12 @@ namespace nordkeep {
 /// The journal in an SQLite database: write-ahead log, and every transaction synchronised.
 class SqliteJournal final : public JournalFile {
  public:
-    SqliteJournal();
+    /// What the log of writes takes before it is worked off also while telegrams come, in bytes.
+    static constexpr std::int64_t kMostOfLog = 16 << 20;
+
+    /// `room`: bytes that the log of writes gets on the medium when a database is opened for the first time,
+    /// where the medium has plenty; with 0 it grows as it needs.
+    explicit SqliteJournal(std::int64_t room = 0);
     ~SqliteJournal() override;
     SqliteJournal(const SqliteJournal&) = delete;
     SqliteJournal& operator=(const SqliteJournal&) = delete;
@@ -50,6 +55,7 @@ class SqliteJournal final : public JournalFile {
 
     bool OpenFile(const NativePath& path);
     void FollowLog();
+    void MakeRoom(const NativePath& path);
     bool PrepareAll();
     Statement Prepare(const std::string& sql) const;
     bool ShowAll(sqlite3_stmt* read, const std::function<void(const JournalRow&)>& show);
@@ -61,6 +67,7 @@ class SqliteJournal final : public JournalFile {
     bool AppendAll(std::span<const JournalRow> rows, std::span<const JournalMark> marks);
     bool Fail(const char* what);
 
+    std::int64_t room_ = 0;  // none once it has been made: a program at work does not wait for it
     std::unique_ptr<sqlite3, CloseDatabase> database_{};
     Statement insert_{};
     Statement setMark_{};
