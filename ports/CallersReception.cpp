@@ -120,7 +120,10 @@ class CallersReception final : public Reception, private CallerListener {
 
     std::size_t mostReceived_;
     CallerTable table_;
-    LeftBehind leftBehind_{[this](bool isHeld) { table_.HoldCallers(isHeld); }};
+    LeftBehind leftBehind_{[this](bool isHeld) {
+        if (isHeld) NoteWait();
+        table_.HoldCallers(isHeld);
+    }};
     std::vector<std::unique_ptr<Caller>> callers_{};  // by slot
 };
 

@@ -5,6 +5,7 @@ namespace {
 
 // What a line may hold without a complete telegram in it.
 constexpr std::size_t kMostReceived = 1 << 20;
+constexpr int kTextCallersWait = 5261;
 
 class LineReception final : public Reception {
  public:
@@ -32,7 +33,10 @@ class LineReception final : public Reception {
     }
 
  private:
-    LeftBehind leftBehind_{[this](bool isHeld) { line_->HoldCallers(isHeld); }};
+    LeftBehind leftBehind_{[this](bool isHeld) {
+        if (isHeld) NoteWait();
+        line_->HoldCallers(isHeld);
+    }};
     Conversation talk_;
     std::unique_ptr<Line> line_;
 };
@@ -60,6 +64,11 @@ TelegramStep Reception::Due(int tickMs, bool isOpen, bool canSend) {
 TelegramStep Reception::DueAtTheEnd() {
     const Clock& clock = parts_.line.clock;
     return format_->Due({.now = clock.Now(), .monotonicMs = clock.MonotonicMs(), .isProgramEnding = true});
+}
+
+void Reception::NoteWait() {
+    if (!waitLog_.IsDue(parts_.line.clock.MonotonicMs())) return;
+    parts_.line.log.Information(kTextCallersWait, " " + parts_.line.log.NameAndDescription());
 }
 
 Conversation::Parts Reception::PartsOfConversation(std::size_t mostReceived, LeftBehind& leftBehind) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/Conversation.h"
+#include "ports/lines/OnceAnHour.h"
 
 namespace nordkeep {
 
@@ -34,6 +35,8 @@ class Reception : public Collector {
     /// What the format does at this tick, on a line that is open, and that somebody listens to.
     TelegramStep Due(int tickMs, bool isOpen, bool canSend);
     TelegramStep DueAtTheEnd();
+    /// Tells, now and then, that who calls has to wait until what others have left is worked off.
+    void NoteWait();
     Conversation::Parts PartsOfConversation(std::size_t mostReceived, LeftBehind& leftBehind) const;
 
     Parts parts_;
@@ -41,6 +44,7 @@ class Reception : public Collector {
 
  private:
     bool isClockWanted_ = false;
+    OnceAnHour waitLog_{};
 };
 
 /// A line with one end.

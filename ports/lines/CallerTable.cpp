@@ -9,7 +9,6 @@ namespace nordkeep {
 namespace {
 
 constexpr int kTextFull = 5325;
-constexpr std::int64_t kQuietMs = 3'600'000;
 
 }  // namespace
 
@@ -94,9 +93,7 @@ Text CallerTable::PushOffIdlest() {
 }
 
 void CallerTable::LogFull() {
-    const std::int64_t now = parts_.clock.MonotonicMs();
-    if (fullLoggedMs_ && now - *fullLoggedMs_ < kQuietMs) return;
-    fullLoggedMs_ = now;
+    if (!isFullLog_.IsDue(parts_.clock.MonotonicMs())) return;
     const Text most = std::to_string(parts_.most);
     parts_.log.Information(kTextFull, " " + parts_.log.NameAndDescription() + " (" + most + ")");
 }

@@ -3,6 +3,7 @@
 #include "platform/Clock.h"
 #include "platform/Winsock.h"
 #include "ports/lines/Line.h"
+#include "ports/lines/OnceAnHour.h"
 
 #include <memory>
 #include <optional>
@@ -82,7 +83,7 @@ class CallerTable {
     std::vector<std::unique_ptr<Slot>> slots_{};  // one that has been made stays
     std::vector<std::size_t> free_{};
     Text lastCaller_{};
-    std::optional<std::int64_t> fullLoggedMs_{};
+    OnceAnHour isFullLog_{};
 };
 
 }  // namespace nordkeep

@@ -13,7 +13,7 @@ class ManyCallersTest : public PortWorld {
  protected:
     ManyCallersTest() {
         folder.MakeFolders("LogFiles");
-        language.LoadFrom("5325=Full\n3604=Too much\n1135=Purged\n");
+        language.LoadFrom("5261=Wait:\n5325=Full\n3604=Too much\n1135=Purged\n");
     }
     void Open(const Text& lines_) {
         folder.Write("Settings\\Port1.ini", "[General]\r\nPortType=TCPS\r\nPortNumber=4001\r\n" + lines_);
@@ -68,6 +68,7 @@ TEST_F(ManyCallersTest, WhatAllHaveLeftTogetherHoldsTheNextOnes) {
     time.Pump();
     EXPECT_FALSE(sockets.At(0).areCallersHeld);
     EXPECT_EQ(intake.events.size(), 200'000u);
+    EXPECT_EQ(LinesWith("Wait: Port1"), 1u);
 }
 
 TEST_F(ManyCallersTest, ThirtyGatewaysThatCallAtOnceAreAllAnswered) {

@@ -17,7 +17,7 @@ class PortTest : public PortWorld {
         language.LoadFrom(
             "1041=Opened\n1096=Failed\n1146=Changed\n1135=Purged\n1039=No slot\n1040=Port\n"
             "3604=Too much\n3605=Unknown\n1028=closed\n1035=Port\n3610=Vanished \n"
-            "3611=Unread \n1025= at \n1026=Lost \n1027= with \n1029=Connected \n1030=Error \n");
+            "5261=Wait:\n3611=Unread \n1025= at \n1026=Lost \n1027= with \n1029=Connected \n1030=Error \n");
     }
 
     void Write(const Text& name, const Text& lines_) {
@@ -143,6 +143,7 @@ TEST_F(PortTest, HoldsNoEndlessHeapOfWhatCallersLeave) {
     EXPECT_EQ(held, 2) << "beyond 4 MiB nobody else is let in until that has gone down";
     time.Pump();
     EXPECT_EQ(intake.events.size(), 8u * 45'000);
+    EXPECT_EQ(LinesWith("Wait: Port1"), 1u);
 }
 
 TEST_F(PortTest, CallsNobodyWhoHasLeftAHeap) {

@@ -53,7 +53,7 @@ struct CoreRun {
     SysLog log;
     Language language{};
     FakeSockets sockets{};
-    SqliteJournal journalFile{};
+    SqliteJournal journalFile{64 << 10};  // the log outgrows its room within a run
     Journal journal;
     CoreSettings settings{};
     EventPort port{};
