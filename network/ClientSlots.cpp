@@ -190,16 +190,23 @@ void ClientSlots::CloseSlot(int slot) {
 }
 
 void ClientSlots::SendTo(int slot, Message message, TextView payload) {
-    const Text frame = FrameOf(message, payload);
+    WriteClientSocket(slot, NotedFrame(message, payload));
+}
+
+void ClientSlots::SendEach(int slot, Message message, std::span<const Text> payloads) {
+    Text frames;
+    for (const Text& payload : payloads) frames += NotedFrame(message, payload);
+    if (!frames.empty()) WriteClientSocket(slot, frames);
+}
+
+Text ClientSlots::NotedFrame(Message message, TextView payload) {
     needs_.traffic.WriteTrafficLine(static_cast<std::uint8_t>(message), payload.size(),
                                     TrafficDirection::Sent);
-    WriteClientSocket(slot, frame);
+    return FrameOf(message, payload);
 }
 
 void ClientSlots::SendToAllBut(int excepted, Message message, TextView payload) {
-    const Text frame = FrameOf(message, payload);
-    needs_.traffic.WriteTrafficLine(static_cast<std::uint8_t>(message), payload.size(),
-                                    TrafficDirection::Sent);
+    const Text frame = NotedFrame(message, payload);
     for (int slot = 0; slot < kSlotCount; ++slot) {
         if (slot != excepted) WriteClientSocket(slot, frame);
     }

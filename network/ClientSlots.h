@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 
 namespace nordkeep {
 
@@ -46,6 +47,8 @@ class ClientSlots {
     /// Bytes that the client has been sent and has not taken yet.
     std::size_t UnsentBytes(int slot) const { return At(slot).socket->UnsentBytes(); }
     void SendTo(int slot, Message message, TextView payload);
+    /// One message for each payload, handed to the system in one go.
+    void SendEach(int slot, Message message, std::span<const Text> payloads);
     void SendToAll(Message message, TextView payload) { SendToAllBut(-1, message, payload); }
     void SendToAllBut(int slot, Message message, TextView payload);
 
@@ -91,6 +94,8 @@ class ClientSlots {
     void TakeTurn();
     void LetGo(int slot);
     void CloseSlot(int slot);
+    /// The frame of a message, which stands in the traffic log.
+    Text NotedFrame(Message message, TextView payload);
     void WriteClientSocket(int slot, TextView frame);
     Text Line(int textNumber, const Text& address) const;
 

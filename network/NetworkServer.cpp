@@ -23,8 +23,11 @@ constexpr int kTextLoggedOut = 1092;
 constexpr std::size_t kLongestNameInLog = 128;
 /// As much of a large store waits in memory for a client at once; the rest follows when that has left.
 constexpr std::size_t kMostEventBytesAtOnce = 16 << 20;
-/// Some milliseconds for each of eight clients; telegrams are taken in between.
-constexpr int kMostEventsInOneTurn = 500;
+/// What each of eight clients may have of a turn of the loop; telegrams are taken in between.
+constexpr std::size_t kMostEventsInOneTurn = 500;
+constexpr std::size_t kMostEventBytesInOneTurn = 1 << 20;
+constexpr int kMostEventMsInOneTurn = 2;
+constexpr std::size_t kEventsBetweenLooksAtTheClock = 16;
 
 /// A set and one of its objects; both or none.
 struct FoundObject {
@@ -139,19 +142,32 @@ void NetworkServer::SendAllEvents(int slot, TextView) {
 // An event that changes before its turn is sent as it is then.
 bool NetworkServer::ContinueWork(int slot) {
     std::optional<EventSequence>& walk = walks_.at(static_cast<std::size_t>(slot));
-    const EventList& events = needs_.store.Events();
-    for (int sent = 0; walk && needs_.slots.IsConnected(slot); ++sent) {
-        if (needs_.slots.UnsentBytes(slot) > kMostEventBytesAtOnce) return false;
-        if (sent == kMostEventsInOneTurn) return true;
-        walk = events.Next(*walk);
-        if (*walk != 0) {
-            needs_.slots.SendTo(slot, Message::InitialEvent, EventPayload(*events.Find(*walk)));
-        } else {
-            walk.reset();
-            needs_.slots.SendTo(slot, Message::ClosePending, {});
-        }
-    }
+    if (!walk || !needs_.slots.IsConnected(slot)) return false;
+    if (needs_.slots.UnsentBytes(slot) > kMostEventBytesAtOnce) return false;
+    needs_.slots.SendEach(slot, Message::InitialEvent, NextEvents(*walk));
+    if (*walk != 0) return true;
+    walk.reset();
+    needs_.slots.SendTo(slot, Message::ClosePending, {});
     return false;
+}
+
+// As many as a turn has room for; 0 is behind the last one.
+std::vector<Text> NetworkServer::NextEvents(EventSequence& walk) const {
+    const EventList& events = needs_.store.Events();
+    const std::int64_t endMs = needs_.clock.MonotonicMs() + kMostEventMsInOneTurn;
+    std::vector<Text> payloads;
+    std::size_t bytes = 0;
+    const auto hasRoom = [&] {
+        if (payloads.size() >= kMostEventsInOneTurn || bytes >= kMostEventBytesInOneTurn) return false;
+        return payloads.size() % kEventsBetweenLooksAtTheClock != 0 || needs_.clock.MonotonicMs() <= endMs;
+    };
+    do {
+        walk = events.Next(walk);
+        if (walk == 0) break;
+        payloads.push_back(EventPayload(*events.Find(walk)));
+        bytes += payloads.back().size();
+    } while (hasRoom());
+    return payloads;
 }
 
 void NetworkServer::SendReload() {

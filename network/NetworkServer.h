@@ -77,8 +77,9 @@ class NetworkServer final : public SlotHandler {
         told_.at(static_cast<std::size_t>(slot)) = {};
         history_.Forget(slot);
     }
+    // Never at once: where each piece is told to have left, one turn would lead to all the others.
     void SendCompleted(int slot) override {
-        if (ContinueWork(slot)) needs_.slots.RequestTurn();
+        if (walks_.at(static_cast<std::size_t>(slot))) needs_.slots.RequestTurn();
     }
     bool ContinueWork(int slot) override;
 
@@ -120,6 +121,7 @@ class NetworkServer final : public SlotHandler {
     };
     void TellIfNew(int slot, Message message, std::optional<Text>& told, const Text& payload);
 
+    std::vector<Text> NextEvents(EventSequence& walk) const;
     void SendTranslations(int slot);
     void SendPortTree(int slot);
     void ForgetUser(int slot);

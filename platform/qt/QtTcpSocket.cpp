@@ -302,7 +302,13 @@ void QtTcpSocket::TellArrival() {
 void QtTcpSocket::OnBytesWritten() {
     if (socket_->bytesToWrite() > 0 || !std::exchange(use_.isSending, false)) return;
     if (!events_.sendComplete) return;
-    tasks_.Add([this] { Tell(&SocketEvents::sendComplete); });
+    if (!std::exchange(use_.isCompletionWaiting, true)) tasks_.Add([this] { TellCompletion(); });
+}
+
+// One for all that was sent meanwhile; while some of it waits, it is told when that has left.
+void QtTcpSocket::TellCompletion() {
+    use_.isCompletionWaiting = false;
+    if (socket_->bytesToWrite() == 0) Tell(&SocketEvents::sendComplete);
 }
 
 // The toolkit tells a peer's close twice, as an error and as a disconnection; a broken connection too.

@@ -60,6 +60,7 @@ class QtTcpSocket : public Winsock {
         bool wasEndTold = false;
         bool isArrivalWaiting = false;
         bool isSending = false;
+        bool isCompletionWaiting = false;
         Text rest{};  // had arrived when the connection failed
     };
 
@@ -76,6 +77,7 @@ class QtTcpSocket : public Winsock {
     void OnError(QAbstractSocket::SocketError error);
     void OnDisconnected();
     void TellArrival();
+    void TellCompletion();
     void TellError();
     void TellClosed();
     bool SendBack(TextView bytes);

@@ -51,6 +51,16 @@ TEST_F(TcpServer, TakesACallerAndTalks) {
     EXPECT_EQ(listener->State(), SocketState::Listening);
 }
 
+TEST_F(TcpServer, TellsOnceThatAllOfATurnHasLeft) {
+    Peer peer = Call();
+    for (int i = 0; i < 100; ++i) EXPECT_TRUE(slot->SendData("x"));
+    EXPECT_TRUE(Until([&] { return peer.Received().size() == 100; }));
+    EXPECT_TRUE(Until([&] { return !told.empty(); }));
+    EXPECT_EQ(told, "complete ");
+    EXPECT_TRUE(slot->SendData("y"));
+    EXPECT_TRUE(Until([&] { return told == "complete complete "; }));
+}
+
 TEST_F(TcpServer, TakesCallersOfBothKindsOfAddresses) {
     const auto callers = [&](const Text& bindTo, bool isByIPv6) {
         listener->Close();
