@@ -60,13 +60,6 @@ std::vector<Text> SortedNames(const NativePath& folder,
     return names;
 }
 
-void SynchroniseParent(const NativePath& path) {
-    const std::size_t slash = path.rfind('/');
-    const NativePath parent = slash == NativePath::npos ? "." : path.substr(0, slash + 1);
-    const Descriptor folder(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder) ::fsync(folder.Get());
-}
-
 }  // namespace
 
 Text EntryName(std::string_view nameOnDisk) {
@@ -115,7 +108,7 @@ bool FolderExists(const NativePath& path) {
 // each file.
 bool MakeFolder(const NativePath& path) {
     if (::mkdir(path.c_str(), 0777) != 0) return errno == EEXIST && FolderExists(path);
-    SynchroniseParent(path);
+    SynchroniseFolderOf(path);
     return true;
 }
 
