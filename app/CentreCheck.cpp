@@ -5,6 +5,7 @@
 #include "console/boxes/SheetAids.h"
 #include "console/setup/LineKinds.h"
 #include "network/UsersCheck.h"
+#include "network/messages/ObjectMessages.h"
 #include "ports/PortList.h"
 #include "runtime/Fields.h"
 #include "translation/IdCodeFile.h"
@@ -146,6 +147,8 @@ CentreCheck::Work CentreCheck::IdCodeWork(const Text& set, Loaded loaded) {
     auto running = std::make_shared<Running>(Running{std::move(loaded.content)});
     SetSurroundings around{.isZeroTrimmed = IsTrue(main_.ValueOf("General", "ZeroTrimObjectId", "0")),
                            .mapSize = [this](TextView file) { return MapSizeOf(file); }};
+    if (!TrimBlanks(main_.ValueOf("NetWork", "ClientAddresses")).empty())
+        around.mostAtClients = kMostCarriedRecords;
     const auto uses = ports_->Sets().find(UpperCase(set));
     if (uses != ports_->Sets().end()) around.protocols = uses->second;
     running->check.emplace(running->content, std::move(around), std::move(loaded.findings));

@@ -9,6 +9,7 @@
 namespace nordkeep {
 namespace {
 
+constexpr int kTextClientsSeeFirst = 5262;
 constexpr int kTextNoSeparator = 3821;
 constexpr int kTextCodeAgain = 3823;
 constexpr int kTextNeverFound = 3824;
@@ -98,6 +99,7 @@ void IdCodeCheck::BeginNextPass() {
     constexpr std::size_t kUsualRow = 48;
     if (pass_ == Pass::Directives) {
         TakeDirectives();
+        CheckCount();
         codes_.reserve(content_.size() / kUsualRow);
     }
     pass_ = static_cast<Pass>(static_cast<int>(pass_) + 1);
@@ -107,7 +109,7 @@ void IdCodeCheck::BeginNextPass() {
 void IdCodeCheck::TakeDirective(TextView row, int line) {
     const TextView word = DirectiveOf(row);
     if (word.empty()) {
-        hasObjects_ = true;
+        if (++objects_ == around_.mostAtClients + 1) firstUntoldLine_ = line;
     } else if (directiveLines_.try_emplace(Text(word), line).second) {
         directives_.append(row).append("\n");
     }
@@ -117,9 +119,15 @@ void IdCodeCheck::TakeDirectives() {
     const IdCodeFile file = ReadIdCodeFile(directives_);
     format_ = file.format;
     zeroTrim_ = file.zeroTrim;
-    if (!hasObjects_ || format_.m_IdCode_Format_Length > 0) return;
+    if (objects_ == 0 || format_.m_IdCode_Format_Length > 0) return;
     const auto known = directiveLines_.find("FORMAT");
     findings_.Error(known == directiveLines_.end() ? 0 : known->second, kTextNoFormat);
+}
+
+void IdCodeCheck::CheckCount() {
+    if (around_.mostAtClients == 0 || objects_ <= around_.mostAtClients) return;
+    findings_.Warning(firstUntoldLine_, kTextClientsSeeFirst,
+                      {std::to_string(objects_), std::to_string(around_.mostAtClients)});
 }
 
 void IdCodeCheck::NoteCode(TextView row, int line) {

@@ -13,6 +13,7 @@ namespace nordkeep {
 struct SetSurroundings {
     bool isZeroTrimmed = false;         // unless the set says otherwise
     std::vector<Protocol> protocols{};  // under which ports name the set
+    std::size_t mostAtClients = 0;      // objects of a set that clients are told of; 0: there are none
     /// Of the file that a map reference names; none when it is not there, 0 x 0 when it cannot be told.
     std::function<std::optional<PictureSize>(TextView file)> mapSize{};
 };
@@ -43,6 +44,7 @@ class IdCodeCheck {
     void NoteCode(TextView row, int line);
     void BeginNextPass();
     void TakeDirectives();
+    void CheckCount();
     void CheckRow(TextView row, int line);
     void CheckCode(TextView code, int line);
     void CheckLength(TextView code, int line);
@@ -62,7 +64,8 @@ class IdCodeCheck {
     Pass pass_ = Pass::Directives;
     Text directives_{};
     std::unordered_map<Text, int> directiveLines_{};
-    bool hasObjects_ = false;
+    std::size_t objects_ = 0;
+    int firstUntoldLine_ = 0;  // the first object that clients are not told of
     TelegramFormat format_{};
     std::optional<int> zeroTrim_{};
     std::unordered_map<Text, int> codes_{};  // of objects, to the first line of each

@@ -8,8 +8,6 @@
 namespace nordkeep {
 namespace {
 
-constexpr std::size_t kMostRecords = 32767;
-
 /// `idCode` stands inside the fields in message 2 and is left out (null) in message 15.
 template <class Code, class Object, class Wire>
 void CarryObject(Code* idCode, Object& object, Wire& wire) {
@@ -124,13 +122,13 @@ void StoreObjectUpdate(cTranslate& set, cIDCode& object, const WireObject& updat
 Text TranslationPayload(const cTranslate& set) {
     PayloadWriter wire;
     wire.ShortString(set.m_FileName);
-    const std::size_t objects = std::min(set.m_IdCodes.size(), kMostRecords);
+    const std::size_t objects = std::min(set.m_IdCodes.size(), kMostCarriedRecords);
     wire.Integer(static_cast<int>(objects));
     for (std::size_t i = 0; i < objects; ++i) {
         const WireObject carried = WireFormOf(*set.m_IdCodes[i]);
         CarryObject(&std::as_const(set.m_IdCodes[i]->m_IdCode), carried, wire);
     }
-    const std::size_t types = std::min(set.m_TypeCodes.size(), kMostRecords);
+    const std::size_t types = std::min(set.m_TypeCodes.size(), kMostCarriedRecords);
     wire.Integer(static_cast<int>(types));
     for (std::size_t i = 0; i < types; ++i) CarryType(set.m_TypeCodes[i], wire);
     return wire.Take();

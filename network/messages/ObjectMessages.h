@@ -41,7 +41,9 @@ std::optional<ObjectUpdate> ReadObjectUpdate(TextView payload);
 /// leaves the service period as it is.
 void StoreObjectUpdate(cTranslate& set, cIDCode& object, const WireObject& update);
 
-/// Message 2: one set. Its numbers of objects and of types are 16 bits wide; what goes beyond stays at home.
+/// What a set has in message 2, whose numbers are 16 bits wide, of objects and of types.
+inline constexpr std::size_t kMostCarriedRecords = 32767;
+/// Message 2: one set. What goes beyond kMostCarriedRecords stays at home.
 Text TranslationPayload(const cTranslate& set);
 /// Fills an empty set of the mirror. Both expirations end in the place of the second alive test, where those
 /// who read the mirror expect them; message 15 sets them apart.

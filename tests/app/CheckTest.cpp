@@ -67,6 +67,24 @@ TEST(CheckCommand, PrintsALineForEachFindingAndCountsThem) {
     EXPECT_EQ(RunCheck(data.Path() + "/Settings/Nordkeep.INI").status, 2) << "a file is no folder";
 }
 
+// The rest is missing in the lists of every workstation, and nobody would know why.
+TEST(CheckCommand, TellsOfObjectsThatWorkstationsDoNotSee) {
+    TempFolder data;
+    Text objects = "FORMAT=1,6,0,0,7,2\r\n";
+    for (int i = 0; i < 32'768; ++i) objects += std::to_string(100'000 + i) + ";House\r\n";
+    data.Write("Settings\\Town.IDCode", objects);
+    const auto main = [](const Text& clients) {
+        return "[General]\r\nLanguage=044\r\n[NetWork]\r\nClientAddresses=" + clients + "\r\n";
+    };
+    data.Write("Settings\\Nordkeep.INI", main(""));
+    EXPECT_EQ(RunCheck(data.Path()).output.find("Town.IDCode"), std::string::npos);
+    data.Write("Settings\\Nordkeep.INI", main("127.0.0.1"));
+    const std::string output = RunCheck(data.Path()).output;
+    EXPECT_NE(output.find("Town.IDCode:32769: warning: 32768 objects, workstations see the first 32767 only"),
+              std::string::npos)
+        << output;
+}
+
 TEST(CheckCommand, RunsBesideARunningCopy) {
     RunningCopy copy;
     copy.WriteMainSettings();
