@@ -181,6 +181,7 @@ Centre::Centre(Foundation& f)
                .resetSettings = settings_.resets,
                .text = core_.store.Texts(),
                .store = core_.store,
+               .handling = core_.handling,
                .commit = core_.commit,
                .journal = journal_,
                .torvex = torvex_,
@@ -267,6 +268,7 @@ const Centre::Step Centre::kStopSteps[] = {
     {"service manager", &Centre::TellStopping},
     {"timers", &Centre::StopTimers},
     {"status service", &Centre::CloseStatusService},
+    {"deeds of operators", &Centre::FinishDeeds},
     {"windows", &Centre::CloseWindows},
     {"client's scratch files", &Centre::RemoveScratchFiles},
     {"formats", &Centre::FinishFormats},
@@ -409,6 +411,10 @@ void Centre::StopTimers() {
     duties_.StopAllButOpenTimer();
     check_.Stop();
     stalls_.Stop();
+}
+
+void Centre::FinishDeeds() {
+    core_.handling.FinishBulk();
 }
 
 void Centre::FinishFormats() {

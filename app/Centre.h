@@ -61,6 +61,7 @@ class Centre : private ProgramEnd, private PortRenewal {
 
     void TellStopping();
     void StopTimers();
+    void FinishDeeds();
     void FinishFormats();
     void SettleReplies();
     void ClosePorts();

@@ -92,6 +92,7 @@ const Duties::Tables Duties::kClient = [] {
         {"server", &Duties::TickClient},
         {"display", &Duties::TickPlace},
         {"status service", &Duties::TickStatusService},
+        {"upkeep of the events", &Duties::TendEvents},
     };
     return Tables{.open = kOpen, .system = kSystem, .day = kDay, .display = kDisplay, .http = {}};
 }();
@@ -146,12 +147,19 @@ void Duties::TickStatusService(const Tick& tick) {
     needs_.statusService.Tick(tick.intervalMs);
 }
 
-// Slice by slice, each in a turn of its own, so that telegrams are taken in between.
+// Slice by slice, each in a turn of its own, so that telegrams are taken in between. A tick that comes
+// meanwhile begins no second row of slices: with each of them a turn would become longer.
 void Duties::TendEvents(const Tick&) {
-    if (!needs_.store.UpkeepSlice()) return;
+    if (!std::exchange(isTendingEvents_, true)) TendEventsOnce();
+}
+
+void Duties::TendEventsOnce() {
+    const bool isMoreUpkeep = needs_.role != Role::Client && needs_.store.UpkeepSlice();
+    isTendingEvents_ = needs_.handling.ContinueBulk() || isMoreUpkeep;
+    if (!isTendingEvents_) return;
     needs_.loop.Post([this] {
         const StallWatch::Mark mark(needs_.stalls, "upkeep of the events");
-        if (!isToEnd_) TendEvents({});
+        if (!isToEnd_) TendEventsOnce();
     });
 }
 

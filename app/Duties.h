@@ -52,6 +52,7 @@ class Duties {
         const ResetSettings& resetSettings;
         const AlarmText& text;
         EventStore& store;
+        AlarmHandling& handling;
         EventCommit& commit;
         Journal& journal;
         TorvexLink& torvex;
@@ -141,6 +142,7 @@ class Duties {
     void TickPlace(const Tick& tick);
     void TickStatusService(const Tick& tick);
     void TendEvents(const Tick& tick);
+    void TendEventsOnce();
     void TendJournal(const Tick& tick);
     void BeginPruning(const Tick& tick);
     void CleanUpHttp(const Tick& tick);
@@ -162,6 +164,7 @@ class Duties {
     bool isToEnd_ = false;
     int exitStatus_ = 0;
     bool isPruningJournal_ = false;
+    bool isTendingEvents_ = false;
     OleDate today_{};
     int noPortOpenMs_ = 0;
     int alarmLogCounterMs_ = 0;

@@ -2,6 +2,7 @@
 
 #include "store/EventFolder.h"
 
+#include <memory>
 #include <utility>
 
 namespace nordkeep {
@@ -29,78 +30,87 @@ cAlarm* AlarmHandling::Find(std::int32_t filePointer) const {
     return alarm && alarm->m_Status != kStatusRemoved ? alarm : nullptr;
 }
 
-void AlarmHandling::EndOne(cAlarm& alarm, const std::optional<Text>& smallComment) {
+void AlarmHandling::EndOne(cAlarm& alarm, const Doer& by, const std::optional<Text>& smallComment) {
     const cAlarm before = alarm;
     if (smallComment) alarm.m_SmallComment = *smallComment;
     alarm.m_Status = kStatusAcknowledged;
     alarm.m_AckedTime = needs_.clock.Now();
     needs_.store.Update(alarm);
-    needs_.deeds.NoteAlarm(JournalKind::End, Operator(), before, alarm);
+    needs_.deeds.NoteAlarm(JournalKind::End, by, before, alarm);
     needs_.desk.AlarmEnded(alarm.m_FilePointer);
 }
 
-// Each is looked for when its turn comes: what becomes of one may take others out of the list.
-template <class Keys, class Finder, class Deed>
-std::size_t AlarmHandling::DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed) {
-    std::size_t count = 0;
-    for (const auto key : keys) {
-        cAlarm* alarm = find(key);
-        if (!alarm) continue;
-        deed(*alarm);
-        ++count;
-    }
-    if (count > 0) needs_.deeds.Log(kind, Operator(), std::to_string(count));
-    return count;
+// Each is looked for when its turn comes: what becomes of one may take others out of the list. Whoever has
+// begun it has done all of it, also when he logs out meanwhile.
+void AlarmHandling::DoToEach(JournalKind kind, std::vector<std::int32_t> filePointers,
+                             std::function<bool(std::size_t, cAlarm&, const Doer&)> deed,
+                             std::function<void()> finish) {
+    struct Run {
+        Doer by;
+        std::vector<std::int32_t> filePointers;
+        std::size_t done = 0;
+    };
+    const auto run = std::make_shared<Run>(Run{Operator(), std::move(filePointers)});
+    bulk_.Begin({.count = run->filePointers.size(),
+                 .doOne =
+                     [this, run, deed = std::move(deed)](std::size_t at) {
+                         cAlarm* alarm = Find(run->filePointers[at]);
+                         if (alarm && deed(at, *alarm, run->by)) ++run->done;
+                     },
+                 .finish =
+                     [this, run, kind, finish = std::move(finish)] {
+                         if (run->done > 0) needs_.deeds.Log(kind, run->by, std::to_string(run->done));
+                         if (finish) finish();
+                     }});
 }
 
 void AlarmHandling::End(cAlarm& alarm, const std::optional<Text>& smallComment) {
-    EndOne(alarm, smallComment);
+    EndOne(alarm, Operator(), smallComment);
     needs_.deeds.Log(JournalKind::End, Operator(), NameOf(alarm));
 }
 
-void AlarmHandling::EndNoted(cAlarm& alarm, std::vector<EndedAlarm>& ended) {
-    if (IsUnacknowledged(alarm)) ended.push_back({alarm.m_FilePointer, alarm.m_Status, alarm.m_AckedTime});
-    EndOne(alarm);
-}
-
-std::vector<EndedAlarm> AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers) {
-    std::vector<EndedAlarm> ended;
+void AlarmHandling::EndEach(std::vector<std::int32_t> filePointers, bool isOnlyOpen, EndTold told) {
+    const auto ended = std::make_shared<std::vector<EndedAlarm>>();
     DoToEach(
-        JournalKind::End, filePointers, [this](std::int32_t key) { return Find(key); },
-        [&](cAlarm& alarm) { EndNoted(alarm, ended); });
-    return ended;
+        JournalKind::End, std::move(filePointers),
+        [this, ended, isOnlyOpen](std::size_t, cAlarm& alarm, const Doer& by) {
+            const bool isOpen = IsUnacknowledged(alarm);
+            if (!isOpen && isOnlyOpen) return false;
+            if (isOpen) ended->push_back({alarm.m_FilePointer, alarm.m_Status, alarm.m_AckedTime});
+            EndOne(alarm, by);
+            return true;
+        },
+        [ended, told = std::move(told)] {
+            if (told) told(std::move(*ended));
+        });
 }
 
-std::vector<EndedAlarm> AlarmHandling::EndAll() {
-    std::vector<EndedAlarm> ended;
+void AlarmHandling::EndSeveral(std::span<const std::int32_t> filePointers, EndTold told) {
+    EndEach({filePointers.begin(), filePointers.end()}, false, std::move(told));
+}
+
+void AlarmHandling::EndAll(EndTold told) {
     const EventList& events = needs_.store.Events();
-    // A copy, since an alarm that ends leaves the set.
-    const std::set<EventSequence> open = events.Unacknowledged();
-    needs_.views.BeginBulkLoad();
-    DoToEach(
-        JournalKind::End, open, [&](EventSequence key) { return events.Find(key); },
-        [&](cAlarm& alarm) { EndNoted(alarm, ended); });
-    needs_.views.EndBulkLoad();
+    std::vector<std::int32_t> open;
+    for (const EventSequence at : events.Unacknowledged()) open.push_back(events.Find(at)->m_FilePointer);
     needs_.desk.AllAlarmsEnded();
-    return ended;
+    // One that somebody else ends meanwhile is his.
+    EndEach(std::move(open), true, std::move(told));
 }
 
-std::size_t AlarmHandling::Reopen(std::span<const EndedAlarm> ended) {
-    std::vector<const EndedAlarm*> keys;
-    for (const EndedAlarm& one : ended) keys.push_back(&one);
-    const EndedAlarm* inHand = nullptr;
-    const auto find = [&](const EndedAlarm* one) {
-        inHand = one;
-        cAlarm* alarm = Find(one->filePointer);
-        return alarm && alarm->m_Status == kStatusAcknowledged ? alarm : nullptr;
-    };
-    return DoToEach(JournalKind::Reopen, keys, find, [&](cAlarm& alarm) {
-        const cAlarm before = alarm;
-        alarm.m_Status = inHand->status;
-        alarm.m_AckedTime = inHand->ackedTime;
-        needs_.store.Update(alarm);
-        needs_.deeds.NoteAlarm(JournalKind::Reopen, Operator(), before, alarm);
-    });
+void AlarmHandling::Reopen(std::vector<EndedAlarm> ended) {
+    std::vector<std::int32_t> filePointers;
+    for (const EndedAlarm& one : ended) filePointers.push_back(one.filePointer);
+    DoToEach(JournalKind::Reopen, std::move(filePointers),
+             [this, ended = std::move(ended)](std::size_t at, cAlarm& alarm, const Doer& by) {
+                 if (alarm.m_Status != kStatusAcknowledged) return false;
+                 const cAlarm before = alarm;
+                 alarm.m_Status = ended[at].status;
+                 alarm.m_AckedTime = ended[at].ackedTime;
+                 needs_.store.Update(alarm);
+                 needs_.deeds.NoteAlarm(JournalKind::Reopen, by, before, alarm);
+                 return true;
+             });
 }
 
 void AlarmHandling::Comment(cAlarm& alarm, const std::optional<Text>& smallComment) {
@@ -122,12 +132,12 @@ void AlarmHandling::TakeSmallComment(cAlarm& alarm, const Text& smallComment) {
 }
 
 void AlarmHandling::Archive(std::span<const std::int32_t> filePointers) {
-    DoToEach(
-        JournalKind::Archive, filePointers, [this](std::int32_t key) { return Find(key); },
-        [this](cAlarm& alarm) {
-            needs_.deeds.NoteAlarm(JournalKind::Archive, Operator(), alarm, alarm);
-            needs_.store.RemoveAlarm(alarm);
-        });
+    DoToEach(JournalKind::Archive, {filePointers.begin(), filePointers.end()},
+             [this](std::size_t, cAlarm& alarm, const Doer& by) {
+                 needs_.deeds.NoteAlarm(JournalKind::Archive, by, alarm, alarm);
+                 needs_.store.RemoveAlarm(alarm);
+                 return true;
+             });
 }
 
 void AlarmHandling::EndByReset(cAlarm& alarm, AlarmStatus status) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "pipeline/BulkDeeds.h"
 #include "pipeline/Deeds.h"
 #include "pipeline/OperatorDesk.h"
 #include "platform/Clock.h"
 #include "store/EventStore.h"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -30,23 +32,31 @@ class AlarmHandling {
         OperatorDesk& desk;
         Deeds& deeds;
     };
-    explicit AlarmHandling(const Needs& needs) : needs_(needs) {}
+    explicit AlarmHandling(const Needs& needs) : needs_(needs), bulk_(needs.clock) {}
 
-    // --- What an operator does at this place. A record that has left the store meanwhile is left alone.
+    // --- What an operator does at this place. A record that has left the store meanwhile is left alone. Of
+    // many the first are done at once, the others by ContinueBulk.
 
     /// A short comment that was typed is taken in the same step.
     void End(cAlarm& alarm, const std::optional<Text>& smallComment = {});
-    /// Those that were ended by this, as they were before.
-    std::vector<EndedAlarm> EndSeveral(std::span<const std::int32_t> filePointers);
+    /// Told, when all are done, of those that were ended by this, as they were before.
+    using EndTold = std::function<void(std::vector<EndedAlarm>)>;
+    void EndSeveral(std::span<const std::int32_t> filePointers, EndTold told = {});
     /// All that are not ended yet. The sound goes off also when there are none.
-    std::vector<EndedAlarm> EndAll();
-    /// Takes an end back. What has been changed or archived since is left alone. The number of the others.
-    std::size_t Reopen(std::span<const EndedAlarm> ended);
+    void EndAll(EndTold told = {});
+    /// Takes an end back. What has been changed or archived since is left alone.
+    void Reopen(std::vector<EndedAlarm> ended);
     /// The comment is in the file of the object: the alarm counts as commented.
     void Comment(cAlarm& alarm, const std::optional<Text>& smallComment);
     void TakeSmallComment(cAlarm& alarm, const Text& smallComment);
     /// On a client the server takes the records out.
     void Archive(std::span<const std::int32_t> filePointers);
+    /// A slice of what takes more than one turn of the loop. True while more is to be done.
+    bool ContinueBulk() { return bulk_.Continue(); }
+    /// All of it: whoever has ended his alarms and leaves has ended them.
+    void FinishBulk() {
+        while (bulk_.Continue()) continue;
+    }
 
     // --- What others do
 
@@ -57,16 +67,18 @@ class AlarmHandling {
 
  private:
     Doer Operator() const { return {.user = needs_.desk.UserName(), .station = kHere}; }
-    void EndOne(cAlarm& alarm, const std::optional<Text>& smallComment = {});
-    /// Notes what the alarm is in front of its end.
-    void EndNoted(cAlarm& alarm, std::vector<EndedAlarm>& ended);
-    /// Does it to all that `find` gives for the keys, with one line in the log.
-    template <class Keys, class Finder, class Deed>
-    std::size_t DoToEach(JournalKind kind, const Keys& keys, Finder find, Deed deed);
+    void EndOne(cAlarm& alarm, const Doer& by, const std::optional<Text>& smallComment = {});
+    void EndEach(std::vector<std::int32_t> filePointers, bool isOnlyOpen, EndTold told);
+    /// Does it to each record that is still there, with one line in the log. False of `deed`: it was left
+    /// alone.
+    void DoToEach(JournalKind kind, std::vector<std::int32_t> filePointers,
+                  std::function<bool(std::size_t, cAlarm&, const Doer&)> deed,
+                  std::function<void()> finish = {});
     /// None for a record that has gone.
     cAlarm* Find(std::int32_t filePointer) const;
 
     Needs needs_;
+    BulkDeeds bulk_;
 };
 
 }  // namespace nordkeep

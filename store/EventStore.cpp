@@ -19,8 +19,6 @@ constexpr TextView kNextAlarmId = "NextAlarmId";
 constexpr int kMostDigits = 9;
 constexpr int kTrimmedWithEach = 2;
 constexpr int kMostMsOfSlice = 8;
-constexpr int kMostMsOfTurn = 20;
-constexpr std::size_t kMostRemovedInSlice = 100;
 
 /// Five percent above the limit; a limit below 1 is off.
 bool IsFarAbove(std::size_t count, int limit) {
@@ -188,30 +186,18 @@ bool EventStore::UpkeepSlice() {
     return RemoveSlice() || reload_;
 }
 
-// What is removed here leaves the disk at the end of this turn. How long that takes is the file system's
-// affair: some give the blocks of each file back to the device while the loop waits, which is a millisecond
-// and more. So the last turn says how many the next one may remove.
+// What is removed here leaves the disk at the end of this turn.
 bool EventStore::RemoveSlice() {
-    const std::int64_t begin = parts_.clock.MonotonicMs();
-    if (sliceBeganMs_ >= 0) FitSlice(begin - sliceBeganMs_);
-    const std::size_t before = events_.Count();
-    while (isTrimming_ || prunedUpTo_) {
+    removal_.Begin();
+    while ((isTrimming_ || prunedUpTo_) && !removal_.IsFull()) {
+        const std::size_t before = events_.Count();
         if (isTrimming_) TrimOne();
         if (prunedUpTo_) PruneOne();
-        if (before - events_.Count() >= mostInSlice_ || parts_.clock.MonotonicMs() >= begin + kMostMsOfSlice)
-            break;
+        removal_.NoteDone(before - events_.Count());
     }
     const bool isMore = isTrimming_ || prunedUpTo_;
-    sliceBeganMs_ = isMore ? begin : -1;
-    removedInSlice_ = before - events_.Count();
+    if (!isMore) removal_.End();
     return isMore;
-}
-
-void EventStore::FitSlice(std::int64_t turnMs) {
-    if (removedInSlice_ == 0) return;
-    const auto fitting = turnMs <= 0 ? kMostRemovedInSlice
-                                     : removedInSlice_ * kMostMsOfTurn / static_cast<std::size_t>(turnMs);
-    mostInSlice_ = std::clamp(fitting, std::size_t{1}, std::min(mostInSlice_ * 2, kMostRemovedInSlice));
 }
 
 void EventStore::ReloadEvents() {

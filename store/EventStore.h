@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/EventFiles.h"
+#include "store/FittingSlice.h"
 
 namespace nordkeep {
 
@@ -83,7 +84,6 @@ class EventStore {
     std::int64_t AlarmNumberLimit() const;
     bool TrimOne();
     bool PruneOne();
-    void FitSlice(std::int64_t turnMs);
     bool RemoveSlice();
     void ReloadSlice();
     void EndReload();
@@ -103,9 +103,7 @@ class EventStore {
     bool isTrimming_ = false;
     std::optional<EventSequence> prunedUpTo_{};  // while pruning
     std::size_t pruned_ = 0;
-    std::int64_t sliceBeganMs_ = -1;  // -1 when none is to be continued
-    std::size_t removedInSlice_ = 0;  // in that one
-    std::size_t mostInSlice_ = 8;
+    FittingSlice removal_{parts_.clock, 8};
 };
 
 }  // namespace nordkeep

@@ -70,14 +70,14 @@ void AlarmCommands::AckAll() {
     const EventList& events = needs_.store.Events();
     std::vector<std::int32_t> open;
     for (const EventSequence at : events.Unacknowledged()) open.push_back(events.Find(at)->m_FilePointer);
-    if (Asks(kTextEndAll, kEnd, Answer::No, open)) Offer(needs_.handling.EndAll());
+    if (Asks(kTextEndAll, kEnd, Answer::No, open)) needs_.handling.EndAll(Offering());
 }
 
 // Enter ends the one that somebody works on; several take a key of their own.
 void AlarmCommands::CloseSelected(std::span<const Text> rowKeys) {
     const std::vector<std::int32_t> chosen = FilePointersOf(rowKeys);
     const Answer byDefault = chosen.size() > 1 ? Answer::No : Answer::Yes;
-    if (Asks(kTextEndSelected, kEnd, byDefault, chosen)) Offer(needs_.handling.EndSeveral(chosen));
+    if (Asks(kTextEndSelected, kEnd, byDefault, chosen)) needs_.handling.EndSeveral(chosen, Offering());
 }
 
 void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
@@ -86,6 +86,12 @@ void AlarmCommands::ArchiveSelected(std::span<const Text> rowKeys) {
 }
 
 // --- Taking an end back
+
+AlarmHandling::EndTold AlarmCommands::Offering() {
+    return [this, life = std::weak_ptr<bool>(life_)](std::vector<EndedAlarm> ended) {
+        if (!life.expired()) Offer(std::move(ended));
+    };
+}
 
 void AlarmCommands::Offer(std::vector<EndedAlarm> ended) {
     if (ended.size() < 2) return;
@@ -105,8 +111,7 @@ int AlarmCommands::UndoSeconds() const {
 void AlarmCommands::Undo() {
     if (UndoCount() == 0 || !needs_.state.Rights().MayChange()) return;
     undoUntilMs_ = 0;
-    const std::vector<EndedAlarm> ended = std::exchange(ended_, {});
-    needs_.handling.Reopen(ended);
+    needs_.handling.Reopen(std::exchange(ended_, {}));
 }
 
 }  // namespace nordkeep

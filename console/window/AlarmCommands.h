@@ -6,6 +6,7 @@
 #include "runtime/Language.h"
 
 #include <functional>
+#include <memory>
 #include <span>
 
 namespace nordkeep {
@@ -50,11 +51,14 @@ class AlarmCommands {
     bool Asks(int text, Verb verb, Answer byDefault, std::span<const std::int32_t> filePointers) const;
     /// What a question about these alarms is about; empty without any.
     Text About(std::span<const std::int32_t> filePointers) const;
+    /// For a while these can be taken back.
+    AlarmHandling::EndTold Offering();
     void Offer(std::vector<EndedAlarm> ended);
 
     Needs needs_;
     std::vector<EndedAlarm> ended_{};
     std::int64_t undoUntilMs_ = 0;
+    std::shared_ptr<bool> life_ = std::make_shared<bool>(true);  // for an end that outlives the window
 };
 
 }  // namespace nordkeep

@@ -47,6 +47,30 @@ class DayTest : public ::testing::Test {
         return OleDate::FromCivil({2026, 3, day, hour, minute, 0});
     }
 
+    CommandLine AsService() const {
+        CommandLine switches;
+        switches.path = folder.Path();
+        switches.runAsService = true;
+        return switches;
+    }
+    PlatformParts Parts() {
+        return {.clock = time,
+                .loop = time,
+                .disk = disk,
+                .journal = journal,
+                .sockets = sockets,
+                .serial = serial,
+                .inet = inet,
+                .queues = queues,
+                .printer = printer,
+                .sound = sound,
+                .http = http,
+                .mqtt = mqtt,
+                .serviceManager = serviceManager,
+                .dialogs = dialogs,
+                .programFile = NORDKEEP_BIN_DIR "/nordkeep"};
+    }
+
     TempFolder folder{};
     ManualTime time{On(28, 23, 0)};
     DurableFiles disk{};
@@ -71,25 +95,7 @@ TEST_F(DayTest, IsTakenFromTheClockAndEveryPeriodFromTheTicks) {
                  "[NetWork]\r\n");
     PutEvent(1, On(27, 12, 0));
     PutEvent(2, On(28, 12, 0));
-    CommandLine switches;
-    switches.path = folder.Path();
-    switches.runAsService = true;
-    Foundation foundation({.clock = time,
-                           .loop = time,
-                           .disk = disk,
-                           .journal = journal,
-                           .sockets = sockets,
-                           .serial = serial,
-                           .inet = inet,
-                           .queues = queues,
-                           .printer = printer,
-                           .sound = sound,
-                           .http = http,
-                           .mqtt = mqtt,
-                           .serviceManager = serviceManager,
-                           .dialogs = dialogs,
-                           .programFile = NORDKEEP_BIN_DIR "/nordkeep"},
-                          switches);
+    Foundation foundation(Parts(), AsService());
     ASSERT_FALSE(foundation.Prepare());
     Centre centre(foundation);
     centre.Start();
@@ -123,6 +129,36 @@ TEST_F(DayTest, IsTakenFromTheClockAndEveryPeriodFromTheTicks) {
     centre.CloseAndShutdownEverything();
     time.Advance(1000);
     EXPECT_TRUE(time.HasQuit());
+}
+
+// Each tick of a timer began another row of slices beside those that ran, so that a turn of the loop had more
+// and more of them.
+TEST_F(DayTest, OldAlarmsGoInOneRowOfSlices) {
+    folder.Write("Settings\\Nordkeep.INI", "[General]\r\nLanguage=044\r\nMaxAlarmDays=1\r\n");
+    constexpr int kOld = 1500;
+    for (int i = 1; i <= kOld; ++i) PutEvent(i, On(27, 12, 0));
+    Foundation foundation(Parts(), AsService());
+    ASSERT_FALSE(foundation.Prepare());
+    Centre centre(foundation);
+    centre.Start();
+    time.Advance(60'000);
+    time.Set(On(29, 0, 0));
+    const std::size_t usual = time.PlannedCount();
+    std::size_t most = 0;
+    int ticksMeanwhile = 0;
+    const std::function<void()> look = [&] {
+        most = std::max(most, time.PlannedCount());
+        if (HasEvent(1) && !HasEvent(kOld)) ADD_FAILURE() << "the oldest go first";
+        ticksMeanwhile += !HasEvent(1) && HasEvent(kOld);
+        time.After(250, look);
+    };
+    look();
+    time.passesWithEachLookMs = 1;
+    time.Advance(120'000);
+    time.passesWithEachLookMs = 0;
+    EXPECT_FALSE(HasEvent(kOld));
+    EXPECT_GT(ticksMeanwhile, 8) << "else nothing is seen here";
+    EXPECT_LE(most, usual + 4);
 }
 
 }  // namespace
