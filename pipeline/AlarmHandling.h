@@ -27,7 +27,6 @@ class AlarmHandling {
  public:
     struct Needs {
         EventStore& store;
-        AlarmViews& views;
         const Clock& clock;
         OperatorDesk& desk;
         Deeds& deeds;

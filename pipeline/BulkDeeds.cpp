@@ -4,6 +4,12 @@
 
 namespace nordkeep {
 
+// The next slice comes when a timer says so, which tells nothing about how long this one has taken.
+void BulkDeeds::Begin(Deed deed) {
+    deeds_.push_back({std::move(deed)});
+    if (deeds_.size() == 1 && Continue()) slice_.End();
+}
+
 bool BulkDeeds::Continue() {
     if (deeds_.empty()) return false;
     slice_.Begin();

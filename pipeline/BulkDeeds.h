@@ -21,10 +21,7 @@ class BulkDeeds {
     explicit BulkDeeds(const Clock& clock) : slice_(clock, kFirst) {}
 
     /// A few are done at once.
-    void Begin(Deed deed) {
-        deeds_.push_back({std::move(deed)});
-        if (deeds_.size() == 1) Continue();
-    }
+    void Begin(Deed deed);
     /// A slice. True while more is to be done.
     bool Continue();
 

@@ -76,7 +76,7 @@ struct ConsoleWorld : StoreWorld, FakeOperatorState {
     Captions captions{language};
     RecordingDesk desk{};
     Deeds deeds{commit, language, log};
-    AlarmHandling handling{{*store, views, time, desk, deeds}};
+    AlarmHandling handling{{*store, time, desk, deeds}};
     RecordingPrinter printer{};
     RecordingCentre centre{};
     RecordingServer server{};
