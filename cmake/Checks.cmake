@@ -8,7 +8,7 @@ add_custom_target(check-format
 
 find_program(RUN_CLANG_TIDY run-clang-tidy-14)
 add_custom_target(check-tidy
-  COMMAND ${RUN_CLANG_TIDY} -p ${CMAKE_BINARY_DIR} -quiet -j 2 "^${CMAKE_SOURCE_DIR}/(app|console|network|pipeline|platform|ports|runtime|status|store|tools|translation)/.*"
+  COMMAND ${RUN_CLANG_TIDY} -p ${CMAKE_BINARY_DIR} -quiet -j 2 "^${CMAKE_SOURCE_DIR}/(app|console|network|pipeline|platform|ports|reports|runtime|status|store|tools|translation)/.*"
   WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} VERBATIM)
 
 if(NORDKEEP_COVERAGE)
