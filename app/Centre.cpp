@@ -413,8 +413,10 @@ void Centre::StopTimers() {
     stalls_.Stop();
 }
 
+// Whoever has ended his alarms and leaves has ended them. Each slice is kept by itself: the journal gathers
+// only so many entries of one turn.
 void Centre::FinishDeeds() {
-    core_.handling.FinishBulk();
+    while (core_.handling.ContinueBulk()) core_.commit.Commit();
 }
 
 void Centre::FinishFormats() {

@@ -52,10 +52,6 @@ class AlarmHandling {
     void Archive(std::span<const std::int32_t> filePointers);
     /// A slice of what takes more than one turn of the loop. True while more is to be done.
     bool ContinueBulk() { return bulk_.Continue(); }
-    /// All of it: whoever has ended his alarms and leaves has ended them.
-    void FinishBulk() {
-        while (bulk_.Continue()) continue;
-    }
 
     // --- What others do
 

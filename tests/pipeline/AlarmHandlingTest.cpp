@@ -14,6 +14,9 @@ class AlarmHandlingTest : public PipelineTest {
     }
 
     AlarmHandling& Handling() { return running->handling; }
+    void FinishBulk() {
+        while (Handling().ContinueBulk()) continue;
+    }
     std::vector<int> Statuses() {
         std::vector<int> statuses;
         for (const cAlarm* alarm : All()) statuses.push_back(alarm->m_Status);
@@ -79,12 +82,12 @@ TEST_F(AlarmHandlingTest, EndsManyInSlices) {
     EXPECT_EQ(ended.size(), 402u) << "neither the test alarm nor the one that was ended by another";
 
     Handling().Reopen(ended);
-    Handling().FinishBulk();
+    FinishBulk();
     EXPECT_EQ(countEnded(), 2);
     Handling().EndAll();
     Handling().Archive(std::vector{All()[0]->m_FilePointer});
     EXPECT_EQ(All()[0]->m_Status, 5) << "in the order in which it was asked for";
-    Handling().FinishBulk();
+    FinishBulk();
     EXPECT_EQ(countEnded(), 404);
 }
 
