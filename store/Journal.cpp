@@ -102,8 +102,9 @@ JournalRow Journal::RowOf(const JournalEntry& entry) {
 std::int64_t Journal::Note(const JournalEntry& entry) {
     // While it is not known where the database ends, ids begin where no count of entries ever comes to.
     if (committedId_ == 0 && !file_.IsOpen()) nextId_ = std::max(nextId_, clock_.UtcMs());
-    // What waits or is settled must not be the part that is given up.
-    if (staged_.size() >= kMostStaged) {
+    // During an outage; one turn that has much to tell is kept whole. What waits or is settled must not be
+    // the part that is given up.
+    if (staged_.size() >= kMostStaged && !IsWorking()) {
         const auto isHeld = [](const JournalRow& row) { return row.kind == "waiting" || row.kind == "done"; };
         const auto first = std::find_if_not(staged_.begin(), staged_.end(), isHeld);
         if (first != staged_.end()) staged_.erase(first);

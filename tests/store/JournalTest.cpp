@@ -91,6 +91,14 @@ TEST_F(JournalTest, KeepsATurnThatIsLargerThanAnyMemoryOfIts) {
     EXPECT_EQ(good, 1800u);
 }
 
+// The history of an end of 20,000 alarms began in its midst.
+TEST_F(JournalTest, KeepsATurnOfMoreEntriesThanAnOutageGathers) {
+    Run run(*this);
+    for (int i = 0; i < 20'500; ++i) run.journal.Note({.kind = JournalKind::End});
+    ASSERT_TRUE(run.journal.Commit());
+    EXPECT_EQ(KindsIn(run.journal).size(), 20'500u);
+}
+
 TEST_F(JournalTest, GoesOnBehindSomebodyWhoHasWrittenToTheDatabase) {
     Run run(*this);
     SqliteJournal other;
